@@ -1,0 +1,64 @@
+# What every target of the project shares: language level, warnings, sanitizers, visibility.
+
+if(PROJECT_IS_TOP_LEVEL AND NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+    set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
+endif()
+
+find_program(KIV_CCACHE ccache)
+if(PROJECT_IS_TOP_LEVEL AND KIV_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${KIV_CCACHE}")
+endif()
+
+# Everything is found again after a move of the build or the install folder.
+set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
+
+# kiv_require(OPTION PACKAGE CONSEQUENCE): turns OPTION off, with a line saying so, when PACKAGE is
+# not installed.
+macro(kiv_require option package consequence)
+    if(${option})
+        find_package(${package} QUIET)
+        if(NOT ${package}_FOUND)
+            message(STATUS "kiv: ${package} was not found, ${consequence}")
+            set(${option} OFF)
+        endif()
+    endif()
+endmacro()
+
+# kiv_settings(TARGET): the house rules for one target.
+function(kiv_settings target)
+    target_compile_features(${target} PRIVATE cxx_std_20)
+    set_target_properties(${target} PROPERTIES
+        CXX_EXTENSIONS OFF
+        CXX_VISIBILITY_PRESET hidden
+        VISIBILITY_INLINES_HIDDEN ON
+        POSITION_INDEPENDENT_CODE ON)
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+    if(KIV_WERROR)
+        target_compile_options(${target} PRIVATE -Werror)
+    endif()
+    if(KIV_SANITIZE)
+        target_compile_options(${target} PRIVATE
+            -fsanitize=${KIV_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+        target_link_options(${target} PRIVATE -fsanitize=${KIV_SANITIZE})
+    endif()
+endfunction()
+
+# kiv_library(NAME EXPORTED_AS SOURCES...): a shared library of the project with the headers of the
+# include/ folder beside its CMakeLists.txt (or of the project's own for the core), exported as
+# kiv::EXPORTED_AS.
+function(kiv_library name exported_as includes)
+    add_library(${name} SHARED ${ARGN})
+    add_library(kiv::${exported_as} ALIAS ${name})
+    kiv_settings(${name})
+    target_compile_features(${name} INTERFACE cxx_std_17)
+    target_include_directories(${name}
+        PUBLIC $<BUILD_INTERFACE:${includes}> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+    set_target_properties(${name} PROPERTIES
+        EXPORT_NAME ${exported_as}
+        VERSION ${kiv_VERSION}
+        SOVERSION ${kiv_VERSION_MAJOR}
+        INSTALL_RPATH "$ORIGIN")
+    install(TARGETS ${name} EXPORT kivTargets
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+    install(DIRECTORY ${includes}/kiv DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+endfunction()

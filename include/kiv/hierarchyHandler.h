@@ -1,0 +1,35 @@
+#pragma once
+
+#include <memory>
+
+#include "kiv/export.h"
+#include "kiv/hierarchy.h"
+#include "kiv/sceneItem.h"
+
+namespace Kiv_v4 {
+
+/// What a run-time installs to make its items and their hierarchies. Clients use the entry points
+/// `Hierarchy::hierarchy` and `Hierarchy::createItem`.
+class KIV_EXPORT HierarchyHandler
+{
+public:
+    using Ptr = std::shared_ptr<HierarchyHandler>;
+
+    HierarchyHandler();
+    HierarchyHandler(const HierarchyHandler&) = delete;
+    HierarchyHandler& operator=(const HierarchyHandler&) = delete;
+    virtual ~HierarchyHandler();
+
+    /// The hierarchy of `item`, an item of this run-time.
+    [[nodiscard]] virtual Hierarchy::Ptr hierarchy(SceneItem::Ptr const& item) = 0;
+
+    /// The item that the run-time has at `path`, or null.
+    [[nodiscard]] virtual SceneItem::Ptr createItem(Path const& path) = 0;
+
+    /// The items with which this run-time's segment begins under the item at `gateway`, in order;
+    /// with an empty path, the top items of the run-time's own scene. This is how the run-time of a
+    /// gateway lists children that it knows nothing about.
+    [[nodiscard]] virtual SceneItemList rootItems(Path const& gateway) = 0;
+};
+
+} // namespace Kiv_v4

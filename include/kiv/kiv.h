@@ -1,0 +1,25 @@
+#pragma once
+
+// The whole of the library's public interface.
+
+#include "kiv/childFilter.h"
+#include "kiv/export.h"
+#include "kiv/handleAssert.h"
+#include "kiv/hierarchy.h"
+#include "kiv/hierarchyHandler.h"
+#include "kiv/log.h"
+#include "kiv/path.h"
+#include "kiv/pathComponent.h"
+#include "kiv/pathSegment.h"
+#include "kiv/pathString.h"
+#include "kiv/rawAddress.h"
+#include "kiv/resultCommands.h"
+#include "kiv/rtid.h"
+#include "kiv/runTimeMgr.h"
+#include "kiv/sceneItem.h"
+#include "kiv/stringUtils.h"
+#include "kiv/undoableCommand.h"
+#include "kiv/versionInfo.h"
+
+/// The library's name without its version.
+namespace Kiv = Kiv_v4;

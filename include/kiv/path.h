@@ -1,0 +1,206 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <iterator>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "kiv/export.h"
+#include "kiv/pathComponent.h"
+#include "kiv/pathSegment.h"
+#include "kiv/rtid.h"
+
+namespace Kiv_v4 {
+
+/// Names one scene item across data models: one `PathSegment` per run-time that the way from the
+/// scene's root to the item crosses.
+///
+/// A path is an immutable value. Operations give new paths; nothing reached through a path
+/// (segments, iterators) can change it. Copies share one body.
+///
+///     const Path cube = PathString::path("/world/props,:file:cube");
+///     cube.runTimeId();             // the run-time of the last segment
+///     cube.popSegment();            // /world/props
+///     cube.startsWith(cube.pop());  // true
+///
+/// **Invariants.** The flat view (`begin`, `end`, `size`) is the concatenation of the segments'
+/// components. Segments may be empty: they count in `nbSegments` and in equality only. "No
+/// components" below means an empty flat view, whatever the number of segments.
+///
+/// **Reentrancy.** `hash()` caches its result without a lock; a path that several threads read has
+/// its hash computed before it is shared.
+///
+/// **Cost.** Copying and moving are constant; the operations that give a new path are linear in the
+/// number of its components.
+///
+/// **Errors.** An operation that the path does not allow throws `InvalidOperationOnPath` with the
+/// path's text as its message.
+class KIV_EXPORT Path
+{
+public:
+    using Segments = std::vector<PathSegment>;
+    using Components = PathSegment::Components;
+    using const_iterator = Components::const_iterator;
+    using iterator = const_iterator;
+    using value_type = PathComponent;
+
+    /// The empty path: no segments.
+    Path() noexcept = default;
+
+    /// A path of exactly that one segment, also when it is empty.
+    Path(const PathSegment& segment);
+    Path(PathSegment&& segment);
+
+    Path(const Segments& segments);
+    Path(Segments&& segments);
+
+    // A moved-from path is the empty path.
+    Path(const Path&) noexcept = default;
+    Path(Path&&) noexcept = default;
+    ~Path() = default;
+    Path& operator=(const Path&) noexcept = default;
+    Path& operator=(Path&&) noexcept = default;
+
+    /// The number of components over all segments.
+    [[nodiscard]] std::size_t size() const noexcept { return components().size(); }
+
+    /// Whether there are no components.
+    [[nodiscard]] bool empty() const noexcept { return components().empty(); }
+
+    [[nodiscard]] std::size_t nbSegments() const noexcept { return getSegments().size(); }
+
+    /// The segments, good for as long as any copy of this path.
+    [[nodiscard]] const Segments& getSegments() const noexcept
+    {
+        return _body ? _body->segments : noSegments();
+    }
+
+    [[nodiscard]] const_iterator begin() const noexcept { return components().begin(); }
+    [[nodiscard]] const_iterator end() const noexcept { return components().end(); }
+    [[nodiscard]] const_iterator cbegin() const noexcept { return begin(); }
+    [[nodiscard]] const_iterator cend() const noexcept { return end(); }
+
+    /// The run-time of the last segment; 0 without segments.
+    [[nodiscard]] Rtid runTimeId() const noexcept
+    {
+        return nbSegments() == 0 ? Rtid{0} : getSegments().back().runTimeId();
+    }
+
+    /// The last component. Throws without components.
+    [[nodiscard]] PathComponent back() const;
+
+    /// The path with `component` added to the last segment. Throws without components, since there
+    /// is no run-time to add to.
+    [[nodiscard]] Path operator+(const PathComponent& component) const;
+
+    /// The same with the component of `name`, which is not split.
+    [[nodiscard]] Path operator+(const std::string& name) const;
+
+    /// The path with `segment` added as a new last segment; never throws for the path's sake.
+    [[nodiscard]] Path operator+(const PathSegment& segment) const;
+
+    /// The path without its last component, and without the last segment when that was its only
+    /// one. Throws without components; when the last segment is empty while an earlier one is not,
+    /// throws `InvalidOperationOnPathSegment`.
+    [[nodiscard]] Path pop() const;
+
+    /// The mirror image of `pop()` at the front.
+    [[nodiscard]] Path popHead() const;
+
+    /// The path without its last segment. Throws without components.
+    [[nodiscard]] Path popSegment() const;
+
+    /// The first `n` components, or for a negative `n` all but the last `-n`, in their segments.
+    /// Empty segments right behind the cut are kept. Throws unless `n` is not 0 and `-size() < n <=
+    /// size()`.
+    [[nodiscard]] Path head(int n) const;
+
+    /// The path with its last component replaced, in the same segment. Throws as `pop()` does.
+    [[nodiscard]] Path sibling(const PathComponent& component) const;
+
+    /// The path with the component at flat index `index` replaced, in the same segment. Throws
+    /// unless `0 <= index < size()`.
+    [[nodiscard]] Path replaceComponent(int index, const PathComponent& component) const;
+
+    /// The path that this one gets when the subtree at `oldParent` moves to `newParent`:
+    /// `newParent` followed by the components after the first `oldParent.size()`. The rest of the
+    /// segment in which `oldParent` ends joins the last segment of `newParent` when run-time and
+    /// separator agree, and is a segment of its own otherwise; later segments follow unchanged.
+    ///
+    /// An empty `oldParent` starts every path. `newParent` is not checked for lying inside the
+    /// moved subtree. Throws when the path does not start with `oldParent`.
+    [[nodiscard]] Path reparent(const Path& oldParent, const Path& newParent) const;
+
+    /// Whether the first components of this path are those of `prefix`. Segment boundaries,
+    /// run-times and separators do not count, unlike in `==`. Every path starts with a path without
+    /// components.
+    [[nodiscard]] bool startsWith(const Path& prefix) const noexcept;
+
+    /// The texts of the segments one after another, with nothing between them. For text that parses
+    /// back, see `PathString`.
+    [[nodiscard]] std::string string() const;
+
+    /// A hash of the components, computed once per body. Paths of the same components in different
+    /// segments hash alike.
+    [[nodiscard]] std::uint32_t hash() const noexcept
+    {
+        return _body && _body->hash != kNoHash ? _body->hash : computeHash();
+    }
+
+    /// Equal segments, pairwise.
+    bool operator==(const Path& other) const noexcept;
+    bool operator!=(const Path& other) const noexcept { return !(*this == other); }
+
+private:
+    static constexpr std::uint32_t kNoHash = 0xFFFFFFFF;
+
+    /// What copies share; never changed after it is built, but for the cached hash.
+    struct Body
+    {
+        explicit Body(Segments&& pathSegments);
+
+        [[nodiscard]] const Components& components() const noexcept
+        {
+            return segments.size() == 1 ? segments.front().components() : flat;
+        }
+
+        Segments segments;
+        Components flat; ///< Left empty for one segment, which is its own flat view.
+        mutable std::uint32_t hash = kNoHash;
+    };
+
+    [[nodiscard]] const Components& components() const noexcept
+    {
+        return _body ? _body->components() : noComponents();
+    }
+
+    [[nodiscard]] Segments segmentsWithLast(PathSegment&& last) const;
+    void requireComponents() const;
+    std::uint32_t computeHash() const noexcept;
+    static const Segments& noSegments() noexcept;
+    static const Components& noComponents() noexcept;
+
+    std::shared_ptr<const Body> _body;
+};
+
+/// An operation that the path does not allow. The message is the path's text.
+class KIV_EXPORT InvalidOperationOnPath : public std::out_of_range
+{
+public:
+    explicit InvalidOperationOnPath(const Path& path);
+    InvalidOperationOnPath(const InvalidOperationOnPath&) = default;
+    ~InvalidOperationOnPath() override;
+};
+
+} // namespace Kiv_v4
+
+/// `Path::hash()`: what containers keyed by paths use.
+template <>
+struct std::hash<Kiv_v4::Path>
+{
+    std::size_t operator()(const Kiv_v4::Path& path) const noexcept { return path.hash(); }
+};

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <memory>
+
+#include "kiv/export.h"
+
+namespace Kiv_v4 {
+
+class Attributes;
+class SceneItem;
+
+// Scene items and attribute sets passed through code that can carry only plain integers, such as a
+// scripting binding.
+
+/// Remembers the object, without a share of it, and gives its address; 0 for null. Asking again
+/// gives the same integer. Linear in the number of remembered objects, since those that died are
+/// forgotten on this occasion.
+[[nodiscard]] KIV_EXPORT unsigned long long getRawAddress(std::shared_ptr<SceneItem> const& item);
+[[nodiscard]] KIV_EXPORT unsigned long long getRawAddress(std::shared_ptr<Attributes> const& attrs);
+
+/// The remembered object at that address, or null when none was remembered there or it has died.
+/// Linear in the number of remembered objects.
+[[nodiscard]] KIV_EXPORT std::shared_ptr<SceneItem> getSceneItemFromRaw(unsigned long long address);
+[[nodiscard]] KIV_EXPORT std::shared_ptr<Attributes>
+getAttributesFromRaw(unsigned long long address);
+
+} // namespace Kiv_v4

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <cstdint>
+
+namespace Kiv_v4 {
+
+/// Names a run-time (data model) in this process. The run-time manager hands ids out from 1 upward
+/// and never gives one out twice; 0 means no run-time.
+using Rtid = std::uint32_t;
+
+} // namespace Kiv_v4

@@ -1,0 +1,169 @@
+#pragma once
+
+#include <list>
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+#include "kiv/export.h"
+#include "kiv/rtid.h"
+
+namespace Kiv_v4 {
+
+class AttributesHandler;
+class BatchOpsHandler;
+class CameraHandler;
+class ConnectionHandler;
+class ContextOpsHandler;
+class HierarchyHandler;
+class LightHandler;
+class MaterialHandler;
+class NodeDefHandler;
+class Object3dHandler;
+class PathMappingHandler;
+class SceneItemOpsHandler;
+class SceneSegmentHandler;
+class Transform3dHandler;
+class UIInfoHandler;
+class UINodeGraphNodeHandler;
+
+/// The registry of run-times: it gives each registered name an id and keeps, per run-time, one
+/// handler of each kind, which the entry points of the interface classes (`Hierarchy::hierarchy`,
+/// ...) ask for an item's interface object.
+///
+///     RunTimeMgr::Handlers handlers;
+///     handlers.hierarchyHandler = std::make_shared<MyHierarchyHandler>();
+///     const Rtid id = RunTimeMgr::instance().register_("my data model", handlers);
+///     PathString::registerPathComponentSeparator(id, '/');
+///
+/// **Lifetime.** The registry exists from the first use to the end of the process and owns the
+/// handlers until they are replaced or the run-time unregisters. What it still holds when the
+/// process ends is not destroyed.
+///
+/// **Reentrancy.** Not locked: used from the host's main thread.
+class KIV_EXPORT RunTimeMgr
+{
+public:
+    /// What a run-time installs. A null member means that it does not offer that interface; every
+    /// run-time is expected to offer the hierarchy.
+    struct Handlers
+    {
+        std::shared_ptr<HierarchyHandler> hierarchyHandler;
+        std::shared_ptr<Transform3dHandler> transform3dHandler;
+        std::shared_ptr<SceneItemOpsHandler> sceneItemOpsHandler;
+        std::shared_ptr<AttributesHandler> attributesHandler;
+        std::shared_ptr<Object3dHandler> object3dHandler;
+        std::shared_ptr<MaterialHandler> materialHandler;
+        std::shared_ptr<ContextOpsHandler> contextOpsHandler;
+        std::shared_ptr<UIInfoHandler> uiInfoHandler;
+        std::shared_ptr<CameraHandler> cameraHandler;
+        std::shared_ptr<LightHandler> lightHandler;
+        std::shared_ptr<PathMappingHandler> pathMappingHandler;
+        std::shared_ptr<NodeDefHandler> nodeDefHandler;
+        std::shared_ptr<SceneSegmentHandler> sceneSegmentHandler;
+        std::shared_ptr<ConnectionHandler> connectionHandler;
+        std::shared_ptr<UINodeGraphNodeHandler> uiNodeGraphNodeHandler;
+        std::shared_ptr<BatchOpsHandler> batchOpsHandler;
+    };
+
+    RunTimeMgr(const RunTimeMgr&) = delete;
+    RunTimeMgr& operator=(const RunTimeMgr&) = delete;
+
+    [[nodiscard]] static RunTimeMgr& instance();
+
+    /// Registers `name` (any string) with `handlers` and gives its id. Throws `InvalidRunTimeName`
+    /// when the name is registered already, with nothing changed and no id used up.
+    Rtid register_(const std::string& name, const Handlers& handlers);
+
+    /// Removes the run-time's handlers and name and returns whether all of it was there. A handler
+    /// kind without an entry stops the removal at once, with the later kinds and the name left in
+    /// place; kinds are removed in the order hierarchy, transform3d, sceneItemOps, attributes,
+    /// connection, uiNodeGraphNode, object3d, material, contextOps, uiInfo, camera, light,
+    /// pathMapping, nodeDef, sceneSegment, then the name, then batchOps. A run-time that came in
+    /// through `register_` has all entries. Path separators and creators are unregistered with
+    /// `PathString`.
+    bool unregister(const Rtid& rtId);
+
+    /// Throws `InvalidRunTimeId` when no name has that id.
+    [[nodiscard]] std::string getName(const Rtid& rtId) const;
+
+    /// Throws `InvalidRunTimeName` when the name is not registered.
+    [[nodiscard]] Rtid getId(const std::string& name) const;
+
+    /// Whether a registered name has that id. Linear in the number of run-times.
+    [[nodiscard]] bool hasId(const Rtid& rtId) const;
+
+    /// The ids that have an entry of the hierarchy kind, registered or not, in no particular order.
+    [[nodiscard]] std::list<Rtid> getIds() const;
+
+    // One setter and one getter per kind. A setter replaces and releases what was there and does
+    // not ask whether the id is registered. A getter gives null for an unknown id or a kind that
+    // the run-time did not install.
+
+    void setHierarchyHandler(const Rtid& rtId, const std::shared_ptr<HierarchyHandler>& handler);
+    void setTransform3dHandler(const Rtid& rtId,
+                               const std::shared_ptr<Transform3dHandler>& handler);
+    void setSceneItemOpsHandler(const Rtid& rtId,
+                                const std::shared_ptr<SceneItemOpsHandler>& handler);
+    void setAttributesHandler(const Rtid& rtId, const std::shared_ptr<AttributesHandler>& handler);
+    void setConnectionHandler(const Rtid& rtId, const std::shared_ptr<ConnectionHandler>& handler);
+    void setUINodeGraphNodeHandler(const Rtid& rtId,
+                                   const std::shared_ptr<UINodeGraphNodeHandler>& handler);
+    void setObject3dHandler(const Rtid& rtId, const std::shared_ptr<Object3dHandler>& handler);
+    void setMaterialHandler(const Rtid& rtId, const std::shared_ptr<MaterialHandler>& handler);
+    void setContextOpsHandler(const Rtid& rtId, const std::shared_ptr<ContextOpsHandler>& handler);
+    void setUIInfoHandler(const Rtid& rtId, const std::shared_ptr<UIInfoHandler>& handler);
+    void setCameraHandler(const Rtid& rtId, const std::shared_ptr<CameraHandler>& handler);
+    void setLightHandler(const Rtid& rtId, const std::shared_ptr<LightHandler>& handler);
+    void setPathMappingHandler(const Rtid& rtId,
+                               const std::shared_ptr<PathMappingHandler>& handler);
+    void setNodeDefHandler(const Rtid& rtId, const std::shared_ptr<NodeDefHandler>& handler);
+    void setSceneSegmentHandler(const Rtid& rtId,
+                                const std::shared_ptr<SceneSegmentHandler>& handler);
+    void setBatchOpsHandler(const Rtid& rtId, const std::shared_ptr<BatchOpsHandler>& handler);
+
+    [[nodiscard]] std::shared_ptr<HierarchyHandler> hierarchyHandler(const Rtid& rtId) const;
+    [[nodiscard]] std::shared_ptr<Transform3dHandler> transform3dHandler(const Rtid& rtId) const;
+    [[nodiscard]] std::shared_ptr<SceneItemOpsHandler> sceneItemOpsHandler(const Rtid& rtId) const;
+    [[nodiscard]] std::shared_ptr<AttributesHandler> attributesHandler(const Rtid& rtId) const;
+    [[nodiscard]] std::shared_ptr<ConnectionHandler> connectionHandler(const Rtid& rtId) const;
+    [[nodiscard]] std::shared_ptr<UINodeGraphNodeHandler>
+    uiNodeGraphNodeHandler(const Rtid& rtId) const;
+    [[nodiscard]] std::shared_ptr<Object3dHandler> object3dHandler(const Rtid& rtId) const;
+    [[nodiscard]] std::shared_ptr<MaterialHandler> materialHandler(const Rtid& rtId) const;
+    [[nodiscard]] std::shared_ptr<ContextOpsHandler> contextOpsHandler(const Rtid& rtId) const;
+    [[nodiscard]] std::shared_ptr<UIInfoHandler> uiInfoHandler(const Rtid& rtId) const;
+    [[nodiscard]] std::shared_ptr<CameraHandler> cameraHandler(const Rtid& rtId) const;
+    [[nodiscard]] std::shared_ptr<LightHandler> lightHandler(const Rtid& rtId) const;
+    [[nodiscard]] std::shared_ptr<PathMappingHandler> pathMappingHandler(const Rtid& rtId) const;
+    [[nodiscard]] std::shared_ptr<NodeDefHandler> nodeDefHandler(const Rtid& rtId) const;
+    [[nodiscard]] std::shared_ptr<SceneSegmentHandler> sceneSegmentHandler(const Rtid& rtId) const;
+    [[nodiscard]] std::shared_ptr<BatchOpsHandler> batchOpsHandler(const Rtid& rtId) const;
+
+    /// The hierarchy handler without a share of it: good until it is replaced or unregistered.
+    /// Throws `InvalidRunTimeId` when the run-time has none.
+    [[nodiscard]] HierarchyHandler& hierarchyHandlerRef(const Rtid& rtId) const;
+
+private:
+    RunTimeMgr() = default;
+};
+
+/// A run-time id that nothing is registered under. The message is the id in decimal.
+class KIV_EXPORT InvalidRunTimeId : public std::out_of_range
+{
+public:
+    explicit InvalidRunTimeId(const Rtid& rtId);
+    InvalidRunTimeId(const InvalidRunTimeId&) = default;
+    ~InvalidRunTimeId() override;
+};
+
+/// A run-time name that is registered already, or not registered. The message is the name.
+class KIV_EXPORT InvalidRunTimeName : public std::runtime_error
+{
+public:
+    explicit InvalidRunTimeName(const std::string& name);
+    InvalidRunTimeName(const InvalidRunTimeName&) = default;
+    ~InvalidRunTimeName() override;
+};
+
+} // namespace Kiv_v4

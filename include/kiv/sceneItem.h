@@ -1,0 +1,59 @@
+#pragma once
+
+#include <list>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "kiv/export.h"
+#include "kiv/path.h"
+#include "kiv/rtid.h"
+
+namespace Kiv_v4 {
+
+/// The library's handle on one object of some run-time's data model. Run-times derive their item
+/// class from it and hand instances out by shared pointer; the library makes none of its own.
+///
+/// **Invariants.** The path is fixed for the item's lifetime: after a rename or a reparent the
+/// run-time hands out a new item, and this one still bears the old path. Code that must follow an
+/// object through such changes uses a path subject. Two items are equal when their paths are,
+/// whatever their classes.
+class KIV_EXPORT SceneItem
+{
+public:
+    using Ptr = std::shared_ptr<SceneItem>;
+
+    explicit SceneItem(Path const& path);
+    SceneItem(const SceneItem&) = delete;
+    SceneItem& operator=(const SceneItem&) = delete;
+    virtual ~SceneItem();
+
+    /// The type name that the run-time gives to this kind of item.
+    [[nodiscard]] virtual std::string nodeType() const = 0;
+
+    /// The item's type and the types that it derives from, most derived first. By default
+    /// `nodeType()` alone.
+    [[nodiscard]] virtual std::vector<std::string> ancestorNodeTypes() const;
+
+    /// Whether the item stands for a property of an object rather than an object. By default false.
+    [[nodiscard]] virtual bool isProperty() const;
+
+    [[nodiscard]] Path const& path() const noexcept { return _path; }
+
+    /// The run-time of the path's last segment.
+    [[nodiscard]] Rtid runTimeId() const noexcept { return _path.runTimeId(); }
+
+    /// The last component of the path. Throws `InvalidOperationOnPath` when the path is empty.
+    [[nodiscard]] std::string nodeName() const;
+
+    bool operator==(SceneItem const& other) const noexcept { return _path == other._path; }
+    bool operator!=(SceneItem const& other) const noexcept { return !(*this == other); }
+
+private:
+    const Path _path;
+};
+
+/// Items in an order that matters, such as children.
+using SceneItemList = std::list<SceneItem::Ptr>;
+
+} // namespace Kiv_v4

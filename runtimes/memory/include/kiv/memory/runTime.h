@@ -1,0 +1,36 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "kiv/export.h"
+#include "kiv/memory/dataModel.h"
+#include "kiv/rtid.h"
+
+namespace Kiv_v4::memory {
+
+/// The in-memory data model as a run-time: the constructor registers name, handlers and component
+/// separator, the destructor takes all of it back. Any number may live at a time, each under a name
+/// of its own and with a scene of its own.
+///
+/// **Lifetime.** Items and interface objects obtained through it may be kept longer; they answer as
+/// for a removed item.
+class KIV_EXPORT RunTime
+{
+public:
+    /// Throws `InvalidRunTimeName` when the name is registered already, `std::invalid_argument`
+    /// when `rootName` is no valid item name; nothing is registered then.
+    explicit RunTime(const std::string& name = "memory", const std::string& rootName = "world");
+    RunTime(const RunTime&) = delete;
+    RunTime& operator=(const RunTime&) = delete;
+    ~RunTime();
+
+    [[nodiscard]] Rtid id() const noexcept;
+    [[nodiscard]] DataModel& model() const noexcept;
+
+private:
+    const Rtid _id;
+    const std::shared_ptr<DataModel> _model;
+};
+
+} // namespace Kiv_v4::memory

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <exception>
+#include <memory>
+#include <string>
+
+#include "kiv/log.h"
+#include "kiv/runTimeMgr.h"
+#include "kiv/sceneItem.h"
+
+namespace Kiv_v4::detail {
+
+/// Runs `work`; a standard exception that escapes it is written to the log, under the name and file
+/// of the operation that the client called, and goes on to the caller unchanged.
+template <class Work>
+auto logged(const char* function, const char* file, Work work) -> decltype(work())
+{
+    try {
+        return work();
+    } catch (const std::exception& caught) {
+        log(function, file, __LINE__, std::string("caught exception ") + caught.what() + "\n");
+        throw;
+    }
+}
+
+/// What every entry point that takes an item does: null for a null item, an item without a path, or
+/// a run-time without a handler of that kind; otherwise what `make` gets from the handler.
+template <class Handler, class Make>
+auto dispatch(const char* function, const char* file, const SceneItem::Ptr& item,
+              std::shared_ptr<Handler> (RunTimeMgr::*handlerOf)(const Rtid&) const, Make make)
+    -> decltype(make(std::declval<Handler&>()))
+{
+    return logged(function, file, [&]() -> decltype(make(std::declval<Handler&>())) {
+        if (!item || item->path().empty()) {
+            return nullptr;
+        }
+        const auto handler = (RunTimeMgr::instance().*handlerOf)(item->runTimeId());
+        if (!handler) {
+            return nullptr;
+        }
+        return make(*handler);
+    });
+}
+
+} // namespace Kiv_v4::detail

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "kiv/rtid.h"
+
+namespace Kiv_v4::detail {
+
+/// The handlers of one kind by run-time. There are few run-times and their ids ascend, so a sorted
+/// array answers faster than a hash map and appends at its end.
+template <class Handler>
+class HandlerTable
+{
+public:
+    using Ptr = std::shared_ptr<Handler>;
+    using Entry = std::pair<Rtid, Ptr>;
+
+    void set(Rtid rtId, const Ptr& handler)
+    {
+        const auto at = position(*this, rtId);
+        if (at != _entries.end() && at->first == rtId) {
+            // The handler replaced may use the registry in its destructor.
+            const auto replaced = std::exchange(at->second, handler);
+        } else {
+            _entries.emplace(at, rtId, handler);
+        }
+    }
+
+    /// The entry's handler (which may be null), or null when there is no entry.
+    [[nodiscard]] const Ptr& get(Rtid rtId) const noexcept
+    {
+        static const Ptr none;
+        const auto at = position(*this, rtId);
+        return at != _entries.end() && at->first == rtId ? at->second : none;
+    }
+
+    /// Whether there was an entry to erase.
+    bool erase(Rtid rtId)
+    {
+        const auto at = position(*this, rtId);
+        if (at == _entries.end() || at->first != rtId) {
+            return false;
+        }
+        // The handler may use the registry in its destructor: it dies after the table has settled.
+        const auto released = std::move(at->second);
+        _entries.erase(at);
+        return true;
+    }
+
+    [[nodiscard]] const std::vector<Entry>& entries() const noexcept { return _entries; }
+
+private:
+    template <class Table>
+    [[nodiscard]] static auto position(Table& table, Rtid rtId) noexcept
+    {
+        return std::lower_bound(table._entries.begin(), table._entries.end(), rtId,
+                                [](const Entry& entry, Rtid id) { return entry.first < id; });
+    }
+
+    std::vector<Entry> _entries;
+};
+
+} // namespace Kiv_v4::detail

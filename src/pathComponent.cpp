@@ -1,0 +1,60 @@
+#include "kiv/pathComponent.h"
+
+#include "internTable.h"
+
+namespace Kiv_v4 {
+
+namespace {
+
+// Never destroyed: components held by other static objects outlive every order of destruction.
+detail::InternTable& internTable()
+{
+    static auto& table = *new detail::InternTable;
+    return table;
+}
+
+std::uint64_t nextId = 0;
+
+} // namespace
+
+PathComponent PathComponent::intern(std::string_view name)
+{
+    auto& table = internTable();
+    const auto hash = detail::InternTable::hashOf(name);
+    if (auto* known = table.find(name, hash)) {
+        return PathComponent(known->self.lock());
+    }
+    auto data = std::make_shared<Data>(Data{std::string(name), nextId, hash, {}});
+    data->self = data;
+    table.insert(*data);
+    ++nextId;
+    return PathComponent(std::move(data));
+}
+
+std::vector<PathComponent> PathComponent::toComponents(const std::vector<std::string>& names)
+{
+    return {names.begin(), names.end()};
+}
+
+bool PathComponent::exists(const std::string& name)
+{
+    return internTable().find(name, detail::InternTable::hashOf(name)) != nullptr;
+}
+
+std::size_t PathComponent::tableSize()
+{
+    return internTable().size();
+}
+
+const std::string& PathComponent::emptyName() noexcept
+{
+    static const auto& empty = *new std::string;
+    return empty;
+}
+
+void PathComponent::forget(const Data& data) noexcept
+{
+    internTable().erase(data);
+}
+
+} // namespace Kiv_v4

@@ -1,0 +1,226 @@
+#include "kiv/pathString.h"
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+#include "kiv/hierarchy.h"
+#include "kiv/runTimeMgr.h"
+#include "kiv/stringUtils.h"
+
+#include "pathText.h"
+
+namespace Kiv_v4 {
+
+namespace {
+
+/// A component separator and one run-time that registered it.
+using SeparatorEntry = std::pair<char, Rtid>;
+
+struct Settings
+{
+    std::string segmentSeparator = ",";
+    std::vector<SeparatorEntry> separators; // in the order of registration
+    std::map<Rtid, PathString::CreateSingleSegmentPathFn> createSingleSegmentPathFns;
+    PathString::CreatePathFn createPathFn = [](const std::vector<PathSegment>& segments) {
+        return Path(segments);
+    };
+    PathString::StringFn stringFn = [](const Path& path) {
+        return path.empty()
+                   ? std::string()
+                   : detail::joinedText(path.getSegments(), PathString::pathSegmentSeparator());
+    };
+};
+
+// Never destroyed: run-times in other shared objects may unregister after this one's statics died.
+Settings& settings()
+{
+    static auto& instance = *new Settings;
+    return instance;
+}
+
+void requireRunTime(Rtid rtId)
+{
+    if (!RunTimeMgr::instance().hasId(rtId)) {
+        throw InvalidRunTimeId(rtId);
+    }
+}
+
+template <class Argument>
+void requireUsable(const Argument& argument, const char* complaint)
+{
+    if (!argument) {
+        throw std::invalid_argument(complaint);
+    }
+}
+
+/// A path in some run-time's own notation.
+Path singleSegmentPath(const std::string& text)
+{
+    const auto creators = settings().createSingleSegmentPathFns;
+    for (const auto& [rtId, create] : creators) {
+        auto path = create(text);
+        if (!path.empty()) {
+            return path;
+        }
+    }
+    throw InvalidPath(text);
+}
+
+/// The segment of the first of several candidates under which the scene has an item.
+PathSegment existingSegment(const std::string& text, const std::vector<PathSegment>& before,
+                            const std::string& segmentText, const std::list<Rtid>& candidates)
+{
+    for (const auto candidate : candidates) {
+        auto trial = before;
+        trial.emplace_back(segmentText, candidate, segmentText.front());
+        if (Hierarchy::createItem(PathString::createPathFn()(trial))) {
+            return std::move(trial.back());
+        }
+    }
+    throw InvalidPath(text);
+}
+
+PathSegment parsedSegment(const std::string& text, const std::vector<PathSegment>& before,
+                          const std::string& segmentText)
+{
+    if (segmentText.empty()) {
+        throw EmptyPathSegment(text);
+    }
+    const auto separator = segmentText.front();
+    const auto runTimes = PathString::pathComponentSeparatorRunTimeIds(separator);
+    if (runTimes.empty()) {
+        throw InvalidPathComponentSeparator(segmentText);
+    }
+    if (segmentText.size() == 1) {
+        throw EmptyPathSegment(text);
+    }
+    if (runTimes.size() == 1) {
+        return {segmentText, runTimes.front(), separator};
+    }
+    return existingSegment(text, before, segmentText, runTimes);
+}
+
+} // namespace
+
+void PathString::registerPathComponentSeparator(const Rtid& rtId, char separator)
+{
+    requireRunTime(rtId);
+    settings().separators.emplace_back(separator, rtId);
+}
+
+void PathString::unregisterPathComponentSeparator(const Rtid& rtId, char separator)
+{
+    auto& entries = settings().separators;
+    if (std::none_of(entries.begin(), entries.end(),
+                     [separator](const auto& entry) { return entry.first == separator; })) {
+        throw std::out_of_range(std::to_string(static_cast<signed char>(separator)));
+    }
+    const auto found = std::find(entries.begin(), entries.end(), SeparatorEntry(separator, rtId));
+    if (found != entries.end()) {
+        entries.erase(found);
+    }
+}
+
+std::list<Rtid> PathString::pathComponentSeparatorRunTimeIds(char separator)
+{
+    std::list<Rtid> runTimes;
+    for (const auto& entry : settings().separators) {
+        if (entry.first == separator) {
+            runTimes.push_back(entry.second);
+        }
+    }
+    return runTimes;
+}
+
+std::string PathString::pathSegmentSeparator()
+{
+    return settings().segmentSeparator;
+}
+
+void PathString::setPathSegmentSeparator(const std::string& separator)
+{
+    requireUsable(!separator.empty(), "Path segment separator cannot be empty.");
+    settings().segmentSeparator = separator;
+}
+
+PathString::CreatePathFn PathString::createPathFn()
+{
+    return settings().createPathFn;
+}
+
+void PathString::setCreatePathFn(const CreatePathFn& fn)
+{
+    requireUsable(fn, "Path creator function cannot be empty.");
+    settings().createPathFn = fn;
+}
+
+PathString::CreateSingleSegmentPathFn PathString::createSingleSegmentPathFn(const Rtid& rtId)
+{
+    const auto& creators = settings().createSingleSegmentPathFns;
+    const auto found = creators.find(rtId);
+    return found == creators.end() ? nullptr : found->second;
+}
+
+void PathString::setCreateSingleSegmentPathFn(const Rtid& rtId, const CreateSingleSegmentPathFn& fn)
+{
+    requireRunTime(rtId);
+    settings().createSingleSegmentPathFns[rtId] = fn;
+}
+
+PathString::StringFn PathString::stringFn()
+{
+    return settings().stringFn;
+}
+
+void PathString::setStringFn(const StringFn& fn)
+{
+    requireUsable(fn, "String creator function cannot be empty.");
+    settings().stringFn = fn;
+}
+
+std::string PathString::string(const Path& path)
+{
+    return stringFn()(path);
+}
+
+Path PathString::path(const std::string& text)
+{
+    if (text.empty()) {
+        return {};
+    }
+    const auto& separator = settings().segmentSeparator;
+    if (endsWith(text, separator)) {
+        throw EmptyPathSegment(text);
+    }
+    const auto segmentTexts = split(text, separator);
+    if (segmentTexts.size() == 1 && pathComponentSeparatorRunTimeIds(text.front()).empty()) {
+        return singleSegmentPath(text);
+    }
+    std::vector<PathSegment> segments;
+    segments.reserve(segmentTexts.size());
+    for (const auto& segmentText : segmentTexts) {
+        segments.push_back(parsedSegment(text, segments, segmentText));
+    }
+    return createPathFn()(segments);
+}
+
+EmptyPathSegment::EmptyPathSegment(const std::string& pathText)
+    : std::runtime_error(pathText), _pathText(pathText)
+{}
+
+EmptyPathSegment::~EmptyPathSegment() = default;
+
+InvalidPath::InvalidPath(const std::string& pathText)
+    : std::runtime_error(pathText), _pathText(pathText)
+{}
+
+InvalidPath::~InvalidPath() = default;
+
+InvalidPathComponentSeparator::InvalidPathComponentSeparator(const std::string& segmentText)
+    : std::logic_error(segmentText), _segmentText(segmentText)
+{}
+
+InvalidPathComponentSeparator::~InvalidPathComponentSeparator() = default;
+
+} // namespace Kiv_v4

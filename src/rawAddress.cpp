@@ -1,0 +1,65 @@
+#include "kiv/rawAddress.h"
+
+#include "ownerOrdered.h"
+
+namespace Kiv_v4 {
+
+namespace {
+
+template <class T>
+detail::OwnerOrderedSet<T>& remembered()
+{
+    static auto& set = *new detail::OwnerOrderedSet<T>;
+    return set;
+}
+
+template <class T>
+unsigned long long addressOf(const std::shared_ptr<T>& object)
+{
+    return reinterpret_cast<unsigned long long>(object.get());
+}
+
+template <class T>
+unsigned long long remember(const std::shared_ptr<T>& object)
+{
+    auto& set = remembered<T>();
+    detail::eraseExpired(set);
+    set.insert(object);
+    return addressOf(object);
+}
+
+template <class T>
+std::shared_ptr<T> recall(unsigned long long address)
+{
+    for (const auto& entry : remembered<T>()) {
+        auto object = entry.lock();
+        if (object && addressOf(object) == address) {
+            return object;
+        }
+    }
+    return nullptr;
+}
+
+} // namespace
+
+unsigned long long getRawAddress(std::shared_ptr<SceneItem> const& item)
+{
+    return remember(item);
+}
+
+unsigned long long getRawAddress(std::shared_ptr<Attributes> const& attrs)
+{
+    return remember(attrs);
+}
+
+std::shared_ptr<SceneItem> getSceneItemFromRaw(unsigned long long address)
+{
+    return recall<SceneItem>(address);
+}
+
+std::shared_ptr<Attributes> getAttributesFromRaw(unsigned long long address)
+{
+    return recall<Attributes>(address);
+}
+
+} // namespace Kiv_v4

@@ -1,0 +1,190 @@
+#include "kiv/runTimeMgr.h"
+
+#include <algorithm>
+#include <tuple>
+#include <type_traits>
+#include <unordered_map>
+
+#include "handlerTable.h"
+
+namespace Kiv_v4 {
+
+namespace {
+
+/// One table per kind, in the order in which `unregister` empties them before it erases the name.
+/// The last kind, batchOps, goes after the name.
+using HandlerTables =
+    std::tuple<detail::HandlerTable<HierarchyHandler>, detail::HandlerTable<Transform3dHandler>,
+               detail::HandlerTable<SceneItemOpsHandler>, detail::HandlerTable<AttributesHandler>,
+               detail::HandlerTable<ConnectionHandler>,
+               detail::HandlerTable<UINodeGraphNodeHandler>, detail::HandlerTable<Object3dHandler>,
+               detail::HandlerTable<MaterialHandler>, detail::HandlerTable<ContextOpsHandler>,
+               detail::HandlerTable<UIInfoHandler>, detail::HandlerTable<CameraHandler>,
+               detail::HandlerTable<LightHandler>, detail::HandlerTable<PathMappingHandler>,
+               detail::HandlerTable<NodeDefHandler>, detail::HandlerTable<SceneSegmentHandler>>;
+
+struct Registry
+{
+    Rtid nextRtid = 1;
+    std::unordered_map<std::string, Rtid> nameToId;
+    HandlerTables tables;
+    detail::HandlerTable<BatchOpsHandler> batchOpsTable;
+
+    [[nodiscard]] auto findName(Rtid rtId) const
+    {
+        return std::find_if(nameToId.begin(), nameToId.end(),
+                            [rtId](const auto& entry) { return entry.second == rtId; });
+    }
+};
+
+// Never destroyed: run-times in other shared objects may unregister after this one's statics died.
+Registry& registry()
+{
+    static auto& instance = *new Registry;
+    return instance;
+}
+
+template <class Handler>
+detail::HandlerTable<Handler>& table()
+{
+    if constexpr (std::is_same_v<Handler, BatchOpsHandler>) {
+        return registry().batchOpsTable;
+    } else {
+        return std::get<detail::HandlerTable<Handler>>(registry().tables);
+    }
+}
+
+template <class... Handler>
+void storeAll(Rtid rtId, const std::shared_ptr<Handler>&... handlers)
+{
+    (table<Handler>().set(rtId, handlers), ...);
+}
+
+/// Erases kind after kind and stops at the first that has nothing to erase.
+bool eraseHandlers(Rtid rtId)
+{
+    return std::apply([rtId](auto&... tables) { return (tables.erase(rtId) && ...); },
+                      registry().tables);
+}
+
+bool eraseName(Rtid rtId)
+{
+    const auto name = registry().findName(rtId);
+    if (name == registry().nameToId.end()) {
+        return false;
+    }
+    registry().nameToId.erase(name);
+    return true;
+}
+
+} // namespace
+
+RunTimeMgr& RunTimeMgr::instance()
+{
+    static RunTimeMgr manager;
+    return manager;
+}
+
+Rtid RunTimeMgr::register_(const std::string& name, const Handlers& handlers)
+{
+    auto& names = registry().nameToId;
+    if (names.count(name) != 0) {
+        throw InvalidRunTimeName(name);
+    }
+    const auto rtId = registry().nextRtid++;
+    storeAll(rtId, handlers.hierarchyHandler, handlers.transform3dHandler,
+             handlers.sceneItemOpsHandler, handlers.attributesHandler, handlers.connectionHandler,
+             handlers.uiNodeGraphNodeHandler, handlers.object3dHandler, handlers.materialHandler,
+             handlers.contextOpsHandler, handlers.uiInfoHandler, handlers.cameraHandler,
+             handlers.lightHandler, handlers.pathMappingHandler, handlers.nodeDefHandler,
+             handlers.sceneSegmentHandler, handlers.batchOpsHandler);
+    names.emplace(name, rtId);
+    return rtId;
+}
+
+bool RunTimeMgr::unregister(const Rtid& rtId)
+{
+    const auto id = rtId; // the reference may lead into what is erased
+    return hasId(id) && eraseHandlers(id) && eraseName(id) && registry().batchOpsTable.erase(id);
+}
+
+std::string RunTimeMgr::getName(const Rtid& rtId) const
+{
+    const auto found = registry().findName(rtId);
+    if (found == registry().nameToId.end()) {
+        throw InvalidRunTimeId(rtId);
+    }
+    return found->first;
+}
+
+Rtid RunTimeMgr::getId(const std::string& name) const
+{
+    const auto found = registry().nameToId.find(name);
+    if (found == registry().nameToId.end()) {
+        throw InvalidRunTimeName(name);
+    }
+    return found->second;
+}
+
+bool RunTimeMgr::hasId(const Rtid& rtId) const
+{
+    return registry().findName(rtId) != registry().nameToId.end();
+}
+
+std::list<Rtid> RunTimeMgr::getIds() const
+{
+    std::list<Rtid> ids;
+    for (const auto& entry : table<HierarchyHandler>().entries()) {
+        ids.push_back(entry.first);
+    }
+    return ids;
+}
+
+HierarchyHandler& RunTimeMgr::hierarchyHandlerRef(const Rtid& rtId) const
+{
+    const auto& handler = table<HierarchyHandler>().get(rtId);
+    if (!handler) {
+        throw InvalidRunTimeId(rtId);
+    }
+    return *handler;
+}
+
+// The setter and the getter of one kind.
+#define KIV_HANDLER_KIND(Handler, setter, getter)                                                  \
+    void RunTimeMgr::setter(const Rtid& rtId, const std::shared_ptr<Handler>& handler)             \
+    {                                                                                              \
+        table<Handler>().set(rtId, handler);                                                       \
+    }                                                                                              \
+    std::shared_ptr<Handler> RunTimeMgr::getter(const Rtid& rtId) const                            \
+    {                                                                                              \
+        return table<Handler>().get(rtId);                                                         \
+    }
+
+KIV_HANDLER_KIND(HierarchyHandler, setHierarchyHandler, hierarchyHandler)
+KIV_HANDLER_KIND(Transform3dHandler, setTransform3dHandler, transform3dHandler)
+KIV_HANDLER_KIND(SceneItemOpsHandler, setSceneItemOpsHandler, sceneItemOpsHandler)
+KIV_HANDLER_KIND(AttributesHandler, setAttributesHandler, attributesHandler)
+KIV_HANDLER_KIND(ConnectionHandler, setConnectionHandler, connectionHandler)
+KIV_HANDLER_KIND(UINodeGraphNodeHandler, setUINodeGraphNodeHandler, uiNodeGraphNodeHandler)
+KIV_HANDLER_KIND(Object3dHandler, setObject3dHandler, object3dHandler)
+KIV_HANDLER_KIND(MaterialHandler, setMaterialHandler, materialHandler)
+KIV_HANDLER_KIND(ContextOpsHandler, setContextOpsHandler, contextOpsHandler)
+KIV_HANDLER_KIND(UIInfoHandler, setUIInfoHandler, uiInfoHandler)
+KIV_HANDLER_KIND(CameraHandler, setCameraHandler, cameraHandler)
+KIV_HANDLER_KIND(LightHandler, setLightHandler, lightHandler)
+KIV_HANDLER_KIND(PathMappingHandler, setPathMappingHandler, pathMappingHandler)
+KIV_HANDLER_KIND(NodeDefHandler, setNodeDefHandler, nodeDefHandler)
+KIV_HANDLER_KIND(SceneSegmentHandler, setSceneSegmentHandler, sceneSegmentHandler)
+KIV_HANDLER_KIND(BatchOpsHandler, setBatchOpsHandler, batchOpsHandler)
+
+#undef KIV_HANDLER_KIND
+
+InvalidRunTimeId::InvalidRunTimeId(const Rtid& rtId) : std::out_of_range(std::to_string(rtId)) {}
+
+InvalidRunTimeId::~InvalidRunTimeId() = default;
+
+InvalidRunTimeName::InvalidRunTimeName(const std::string& name) : std::runtime_error(name) {}
+
+InvalidRunTimeName::~InvalidRunTimeName() = default;
+
+} // namespace Kiv_v4
