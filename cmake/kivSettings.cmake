@@ -33,6 +33,10 @@ function(kiv_settings target)
         VISIBILITY_INLINES_HIDDEN ON
         POSITION_INDEPENDENT_CODE ON)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+        # Wrong about strings put together with + (GCC bug 105651).
+        target_compile_options(${target} PRIVATE -Wno-restrict)
+    endif()
     if(KIV_WERROR)
         target_compile_options(${target} PRIVATE -Werror)
     endif()

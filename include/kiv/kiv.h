@@ -16,9 +16,11 @@
 #include "kiv/resultCommands.h"
 #include "kiv/rtid.h"
 #include "kiv/runTimeMgr.h"
+#include "kiv/runTimeRegistration.h"
 #include "kiv/sceneItem.h"
 #include "kiv/stringUtils.h"
 #include "kiv/undoableCommand.h"
+#include "kiv/uniqueName.h"
 #include "kiv/versionInfo.h"
 
 /// The library's name without its version.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 
@@ -31,7 +32,8 @@ public:
     /// The character that components are written with.
     static constexpr char kSeparator = '/';
 
-    DataModel(Rtid runTimeId, const std::string& rootName);
+    /// For `RunTime`, which makes the one model of its registration.
+    explicit DataModel(std::shared_ptr<Tree> tree);
     DataModel(const DataModel&) = delete;
     DataModel& operator=(const DataModel&) = delete;
     ~DataModel();
@@ -42,7 +44,7 @@ public:
     /// The item at `path`, or null.
     [[nodiscard]] SceneItem::Ptr item(const Path& path) const;
 
-    /// The number of items, the root included.
+    /// The number of items, the root included. Linear in it.
     [[nodiscard]] std::size_t size() const noexcept;
 
     /// Makes a last child. A name is not empty, has no control character, no `/` and no path
@@ -70,7 +72,7 @@ public:
     [[nodiscard]] Rtid gateway(const Path& item) const;
 
 private:
-    std::unique_ptr<Tree> _tree;
+    const std::shared_ptr<Tree> _tree;
 };
 
 } // namespace Kiv_v4::memory

@@ -6,6 +6,7 @@
 #include "kiv/export.h"
 #include "kiv/memory/dataModel.h"
 #include "kiv/rtid.h"
+#include "kiv/runTimeRegistration.h"
 
 namespace Kiv_v4::memory {
 
@@ -29,8 +30,9 @@ public:
     [[nodiscard]] DataModel& model() const noexcept;
 
 private:
-    const Rtid _id;
-    const std::shared_ptr<DataModel> _model;
+    const RunTimeRegistration _registration;
+    const std::shared_ptr<Tree> _tree;
+    const std::unique_ptr<DataModel> _model;
 };
 
 } // namespace Kiv_v4::memory

@@ -1,0 +1,40 @@
+#include "kiv/memory/runTime.h"
+
+#include "hierarchy.h"
+#include "itemNames.h"
+#include "tree.h"
+
+namespace Kiv_v4::memory {
+
+namespace {
+
+const std::string& valid(const std::string& name)
+{
+    requireValidName(name);
+    return name;
+}
+
+} // namespace
+
+RunTime::RunTime(const std::string& name, const std::string& rootName)
+    : _registration(name, DataModel::kSeparator),
+      _tree(std::make_shared<Tree>(_registration.id(), valid(rootName))),
+      _model(std::make_unique<DataModel>(_tree))
+{
+    auto& manager = RunTimeMgr::instance();
+    manager.setHierarchyHandler(id(), std::make_shared<MemoryHierarchyHandler>(_tree));
+}
+
+RunTime::~RunTime() = default;
+
+Rtid RunTime::id() const noexcept
+{
+    return _registration.id();
+}
+
+DataModel& RunTime::model() const noexcept
+{
+    return *_model;
+}
+
+} // namespace Kiv_v4::memory

@@ -1,0 +1,172 @@
+#include "tree.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <functional>
+#include <utility>
+#include <vector>
+
+#include "kiv/memory/dataModel.h"
+
+namespace Kiv_v4::memory {
+
+Node* nextInSubtree(const Node* top, Node* node) noexcept
+{
+    if (node->firstChild) {
+        return node->firstChild;
+    }
+    while (node != top && !node->next) {
+        node = node->parent;
+    }
+    return node == top ? nullptr : node->next;
+}
+
+Detached::Detached(std::shared_ptr<Tree> tree, Node* top) noexcept
+    : _tree(std::move(tree)), _top(top)
+{}
+
+Detached::Detached(Detached&& other) noexcept
+    : _tree(std::move(other._tree)), _top(std::exchange(other._top, nullptr))
+{}
+
+Detached& Detached::operator=(Detached&& other) noexcept
+{
+    std::swap(_tree, other._tree);
+    std::swap(_top, other._top);
+    return *this;
+}
+
+Detached::~Detached()
+{
+    if (_top) {
+        _tree->destroy(_top);
+    }
+}
+
+Node* Detached::release() noexcept
+{
+    return std::exchange(_top, nullptr);
+}
+
+Tree::Tree(Rtid runTimeId, const PathComponent& rootName)
+    : _rootPath(PathSegment(rootName, runTimeId, DataModel::kSeparator))
+{
+    _root.name = rootName;
+    _root.type = "root";
+}
+
+Tree::~Tree()
+{
+    while (_root.firstChild) {
+        destroy(unlink(*_root.firstChild));
+    }
+}
+
+Node* Tree::find(const Path& path) noexcept
+{
+    if (path.nbSegments() != 1 || path.empty() || path.runTimeId() != runTimeId() ||
+        path.getSegments().front().separator() != DataModel::kSeparator ||
+        *path.begin() != _root.name) {
+        return nullptr;
+    }
+    auto* node = &_root;
+    for (auto name = path.begin() + 1; node && name != path.end(); ++name) {
+        node = child(*node, *name);
+    }
+    return node;
+}
+
+Node* Tree::child(const Node& parent, const PathComponent& name) noexcept
+{
+    const auto found = _index.find({&parent, name});
+    return found == _index.end() ? nullptr : found->second;
+}
+
+Path Tree::pathOf(const Node& node) const
+{
+    PathSegment::Components names;
+    for (const auto* step = &node; step; step = step->parent) {
+        names.push_back(step->name);
+    }
+    std::reverse(names.begin(), names.end());
+    return PathSegment(std::move(names), runTimeId(), DataModel::kSeparator);
+}
+
+Detached Tree::make(const std::string& type, const PathComponent& name)
+{
+    auto node = std::make_unique<Node>();
+    node->name = name;
+    node->type = type;
+    return {shared_from_this(), node.release()};
+}
+
+Node& Tree::attach(Detached&& subtree, Node& parent, Node* before)
+{
+    auto& node = *subtree.get();
+    node.parent = &parent;
+    enter(node);
+    subtree.release();
+
+    node.next = before;
+    node.previous = before ? before->previous : parent.lastChild;
+    (node.previous ? node.previous->next : parent.firstChild) = &node;
+    (before ? before->previous : parent.lastChild) = &node;
+    return node;
+}
+
+Detached Tree::detach(Node& node)
+{
+    return {shared_from_this(), unlink(node)};
+}
+
+Node* Tree::unlink(Node& node) noexcept
+{
+    (node.previous ? node.previous->next : node.parent->firstChild) = node.next;
+    (node.next ? node.next->previous : node.parent->lastChild) = node.previous;
+    leave(node);
+    node.parent = node.previous = node.next = nullptr;
+    return &node;
+}
+
+void Tree::rename(Node& node, const PathComponent& name)
+{
+    auto entry = _index.extract({node.parent, node.name});
+    entry.key().name = name;
+    _index.insert(std::move(entry));
+    node.name = name;
+}
+
+void Tree::destroy(Node* top) noexcept
+{
+    // Each node goes when its last child has gone, without recursion.
+    for (auto* node = top; node;) {
+        if (auto* child = node->firstChild) {
+            node->firstChild = child->next;
+            leave(*child);
+            node = child;
+        } else {
+            auto* parent = node == top ? nullptr : node->parent;
+            delete node;
+            node = parent;
+        }
+    }
+}
+
+std::size_t Tree::ChildKeyHash::operator()(const ChildKey& key) const noexcept
+{
+    // Ids are consecutive and nodes are aligned: mix both into all bits.
+    const auto parent = reinterpret_cast<std::uintptr_t>(key.parent);
+    return (parent ^ (key.name.id() * 0x9E3779B97F4A7C15U)) * 0xC2B2AE3D27D4EB4FU >> 17;
+}
+
+void Tree::enter(Node& node)
+{
+    _index.emplace(ChildKey{node.parent, node.name}, &node);
+}
+
+void Tree::leave(const Node& node) noexcept
+{
+    _index.erase({node.parent, node.name});
+}
+
+} // namespace Kiv_v4::memory
