@@ -1,0 +1,22 @@
+// A scene in memory, browsed without knowing which data model its items belong to.
+#include <iostream>
+
+#include "kiv/kiv.h"
+#include "kiv/memory/runTime.h"
+
+int main()
+{
+    // A data model registers under a name for as long as this object lives.
+    Kiv::memory::RunTime runTime;
+    auto& model = runTime.model();
+    const auto props = model.make(model.root(), "group", "props");
+    model.make(props->path(), "mesh", "cube");
+    model.make(props->path(), "camera", "closeUp");
+
+    // From here on, any data model will do: text becomes a path, a path an item, an item a view of
+    // it.
+    const auto item = Kiv::Hierarchy::createItem(Kiv::PathString::path("/world/props"));
+    for (const auto& child : Kiv::Hierarchy::hierarchy(item)->children()) {
+        std::cout << Kiv::PathString::string(child->path()) << "  " << child->nodeType() << '\n';
+    }
+}
