@@ -196,7 +196,8 @@ Path Path::reparent(const Path& oldParent, const Path& newParent) const
     Segments result;
     result.reserve(newParent.nbSegments() + static_cast<std::size_t>(segments.end() - cut));
     result = newParent.getSegments();
-    if (cut != segments.end() && rest < cut->size()) {
+    // Without an old parent the whole path follows, an empty first segment included.
+    if (cut != segments.end() && (rest < cut->size() || oldParent.empty())) {
         const auto remaining = tail(*cut, rest);
         if (!result.empty() && continues(result.back(), remaining)) {
             result.back() = joined(result.back(), remaining);
