@@ -1,0 +1,304 @@
+#include <algorithm>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "kiv/pathString.h"
+#include "kiv/runTimeMgr.h"
+#include "kiv/stringUtils.h"
+
+#include "random.h"
+#include "stubs.h"
+
+using namespace Kiv_v4;
+using testing::ElementsAre;
+
+namespace {
+
+/// What a text is parsed to: run-time, separator and names of each segment, or the error.
+std::string parsed(const std::string& text)
+{
+    try {
+        std::string outcome;
+        const auto path = PathString::path(text);
+        for (const auto& segment : path.getSegments()) {
+            outcome += std::to_string(segment.runTimeId()) + segment.separator();
+            for (const auto& component : segment) {
+                outcome += '[' + component.string() + ']';
+            }
+        }
+        return outcome;
+    } catch (const EmptyPathSegment& error) {
+        EXPECT_EQ(error.pathText(), error.what());
+        return std::string("empty: ") + error.what();
+    } catch (const InvalidPathComponentSeparator& error) {
+        EXPECT_EQ(error.segmentText(), error.what());
+        return std::string("separator: ") + error.what();
+    } catch (const InvalidPath& error) {
+        EXPECT_EQ(error.pathText(), error.what());
+        return std::string("invalid: ") + error.what();
+    }
+}
+
+/// Expects that `operation` throws exactly an `Error` with that message.
+template <class Error, class Operation>
+void expectError(Operation operation, const std::string& message)
+{
+    EXPECT_THAT(operation, testing::Throws<Error>(
+                               testing::Property(&std::exception::what, testing::StrEq(message))));
+}
+
+/// Run-time 1 writes `/`, run-time 2 writes `:`; no hierarchy is there to be asked.
+class PathStrings : public testing::Test
+{
+protected:
+    PathStrings()
+    {
+        PathString::registerPathComponentSeparator(slash, '/');
+        PathString::registerPathComponentSeparator(colon, ':');
+    }
+
+    Rtid slash = test::registered("slash", nullptr);
+    Rtid colon = test::registered("colon", nullptr);
+};
+
+} // namespace
+
+TEST_F(PathStrings, EachSegmentIsReadByItsFirstCharacter)
+{
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {"", ""},
+        {"/world/a", "1/[world][a]"},
+        {"/world/a,:b:c,/d", "1/[world][a]2:[b][c]1/[d]"},
+        {"/a:b,:c/d", "1/[a:b]2:[c/d]"},
+        {"/a//b", "1/[a][][b]"},
+        {"/a/", "1/[a]"},
+        {"//", "1/"},
+        {"/ü/方", "1/[ü][方]"},
+        {",", "empty: ,"},
+        {"/world/a,", "empty: /world/a,"},
+        {",/a", "empty: ,/a"},
+        {"/a,,/b", "empty: /a,,/b"},
+        {"/", "empty: /"},
+        {"/world/a,/", "empty: /world/a,/"},
+        {"/a,>b", "separator: >b"},
+        {"/a,>", "separator: >"},
+        {"a,/b", "separator: a"},
+        {"/a,b,,", "empty: /a,b,,"},
+        {"abc", "invalid: abc"},
+        {">", "invalid: >"},
+    };
+    for (const auto& [text, outcome] : cases) {
+        EXPECT_EQ(parsed(text), outcome) << text;
+    }
+}
+
+TEST_F(PathStrings, TextJoinsTheSegmentsAndIsEmptyWithoutComponents)
+{
+    const PathSegment none("", slash, '/');
+    EXPECT_EQ(PathString::string(Path()), "");
+    EXPECT_EQ(PathString::string(Path({none, none})), "");
+    EXPECT_EQ(PathString::string(PathSegment("/a/b", slash, '/')), "/a/b");
+    EXPECT_EQ(PathString::string(Path({none, PathSegment(":b", colon, ':'), none})), ",:b,");
+}
+
+TEST_F(PathStrings, WritingAndParsingGivesThePathBack)
+{
+    test::Random random;
+    using namespace std::string_literals;
+    const std::vector names = {"a"s, "\0"s, "x\0y"s, "ü方"s, "\xff"s, ";"s, "a b\n"s, "."s};
+    const std::vector<std::string> segmentSeparators = {",", "::", "->", "abc"};
+    for (int round = 0; round < 2'000; ++round) {
+        PathString::setPathSegmentSeparator(random.of(segmentSeparators));
+        std::vector<PathSegment> segments;
+        for (auto left = random.below(5); left > 0; --left) {
+            PathSegment::Components components;
+            for (auto count = 1 + random.below(4); count > 0; --count) {
+                components.emplace_back(random.of(names) + std::to_string(random.below(100)));
+            }
+            const auto first = random.below(2) == 0;
+            segments.emplace_back(std::move(components), first ? slash : colon, first ? '/' : ':');
+        }
+        const Path path(segments);
+        ASSERT_EQ(PathString::path(PathString::string(path)), path) << PathString::string(path);
+    }
+}
+
+TEST_F(PathStrings, RunTimesThatShareASeparatorAreAskedInTurnPrefixByPrefix)
+{
+    std::vector<std::string> asked;
+    std::vector<Rtid> shared;
+    std::set<std::string> scene;
+    for (const auto* name : {"one", "two"}) {
+        auto handler = std::make_shared<test::HierarchyStub>();
+        handler->onCreateItem = [&, name](const Path& path) {
+            asked.push_back(name + path.string());
+            return scene.count(asked.back()) != 0 ? std::make_shared<test::Item>(path) : nullptr;
+        };
+        shared.push_back(test::registered(name, handler)); // 3 and 4
+    }
+    PathString::registerPathComponentSeparator(shared[1], '|');
+    PathString::registerPathComponentSeparator(shared[0], '|');
+    EXPECT_THAT(PathString::pathComponentSeparatorRunTimeIds('|'),
+                ElementsAre(shared[1], shared[0]));
+
+    scene = {"one/a|b", "two/a|b|c:d|e", "one/a|b|c:d|e"};
+    EXPECT_EQ(parsed("/a,|b|c"), "invalid: /a,|b|c");
+    EXPECT_EQ(parsed("/a,|b,|c,:d,|e"), "invalid: /a,|b,|c,:d,|e");
+    scene.insert("two/a|b|c");
+    asked.clear();
+    EXPECT_EQ(parsed("/a,|b,|c,:d,|e"), "1/[a]3|[b]4|[c]2:[d]4|[e]");
+    EXPECT_THAT(asked, ElementsAre("two/a|b", "one/a|b", "two/a|b|c", "two/a|b|c:d|e"));
+
+    // Registered a second time, a separator is shared with itself; each taking back counts one.
+    PathString::unregisterPathComponentSeparator(shared[1], '|');
+    PathString::unregisterPathComponentSeparator(shared[1], '|');
+    EXPECT_EQ(parsed("|nowhere"), "3|[nowhere]");
+    PathString::registerPathComponentSeparator(shared[0], '|');
+    EXPECT_EQ(parsed("|nowhere"), "invalid: |nowhere");
+
+    // Without a hierarchy to ask, the question itself fails.
+    PathString::registerPathComponentSeparator(colon, '/');
+    testing::internal::CaptureStderr();
+    expectError<InvalidRunTimeId>([] { (void)PathString::path("/a"); }, "1");
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), testing::StartsWith("caught exception 1"));
+}
+
+TEST_F(PathStrings, TextInAnUnknownNotationGoesToTheCreatorsUntilOneMakesAPath)
+{
+    std::vector<std::string> asked;
+    const PathSegment made("made", colon, ':');
+    PathString::setCreateSingleSegmentPathFn(colon, [&](const std::string& text) {
+        asked.push_back("colon " + text);
+        return text == "own.notation" ? Path(made) : Path();
+    });
+    PathString::setCreateSingleSegmentPathFn(slash, [&](const std::string& text) {
+        asked.push_back("slash " + text);
+        return Path(PathSegment("", slash, '/')); // without components, so not an answer
+    });
+    EXPECT_EQ(parsed("own.notation"), "2:[made]");
+    EXPECT_EQ(parsed("other"), "invalid: other");
+    EXPECT_THAT(asked, ElementsAre("slash own.notation", "colon own.notation", "slash other",
+                                   "colon other"));
+    EXPECT_EQ(parsed("own,/a"), "separator: own");
+    EXPECT_EQ(PathString::createSingleSegmentPathFn(colon)("own.notation"), Path(made));
+    EXPECT_FALSE(PathString::createSingleSegmentPathFn(99));
+
+    PathString::setCreateSingleSegmentPathFn(slash, {});
+    EXPECT_THROW((void)PathString::path("own.notation"), std::bad_function_call);
+    expectError<InvalidRunTimeId>([] { PathString::setCreateSingleSegmentPathFn(99, {}); }, "99");
+}
+
+TEST_F(PathStrings, SettingsThatMakeNoSenseAreRefusedAndChangeNothing)
+{
+    const auto unregister = [](Rtid id, char c) {
+        return [=] { PathString::unregisterPathComponentSeparator(id, c); };
+    };
+    expectError<InvalidRunTimeId>([] { PathString::registerPathComponentSeparator(99, '>'); },
+                                  "99");
+    EXPECT_TRUE(PathString::pathComponentSeparatorRunTimeIds('>').empty());
+    expectError<std::out_of_range>(unregister(slash, 'x'), "120");
+    expectError<std::out_of_range>(unregister(slash, '\xff'), "-1");
+    unregister(colon, '/')(); // registered, but by another run-time
+    EXPECT_THAT(PathString::pathComponentSeparatorRunTimeIds('/'), ElementsAre(slash));
+    unregister(slash, '/')();
+    expectError<std::out_of_range>(unregister(slash, '/'), "47");
+
+    expectError<std::invalid_argument>([] { PathString::setPathSegmentSeparator(""); },
+                                       "Path segment separator cannot be empty.");
+    expectError<std::invalid_argument>([] { PathString::setCreatePathFn({}); },
+                                       "Path creator function cannot be empty.");
+    expectError<std::invalid_argument>([] { PathString::setStringFn({}); },
+                                       "String creator function cannot be empty.");
+    EXPECT_EQ(PathString::pathSegmentSeparator(), ",");
+    EXPECT_EQ(parsed(":a,:b"), "2:[a]2:[b]");
+    EXPECT_EQ(PathString::stringFn()(PathString::createPathFn()({{":a", colon, ':'}})), ":a");
+}
+
+TEST_F(PathStrings, SeparatorAndMakersCanBeReplaced)
+{
+    PathString::setPathSegmentSeparator("::");
+    EXPECT_EQ(parsed("/a:::b"), "1/[a]2:[b]");
+    EXPECT_EQ(parsed("/a,/b"), "1/[a,][b]");
+    EXPECT_EQ(parsed("/a::"), "empty: /a::");
+    EXPECT_EQ(PathString::string(PathString::path("/a:::b")), "/a:::b");
+
+    PathString::setCreatePathFn(
+        [](const std::vector<PathSegment>& segments) { return Path(segments.front()); });
+    EXPECT_EQ(parsed("/a:::b"), "1/[a]");
+    PathString::setStringFn([](const Path& path) { return "text of " + path.string(); });
+    EXPECT_EQ(PathString::string(Path()), "text of ");
+    PathString::setCreatePathFn([](const auto&) -> Path { throw std::domain_error("no"); });
+    EXPECT_THROW((void)PathString::path("/a"), std::domain_error);
+}
+
+TEST_F(PathStrings, TwoHundredThousandComponentsGoAllTheWay)
+{
+    constexpr std::size_t kSize = 200'000;
+    PathSegment::Components components;
+    std::string text;
+    for (std::size_t i = 0; i < kSize; ++i) {
+        components.emplace_back("name" + std::to_string(i));
+        text += "/name" + std::to_string(i);
+    }
+    const auto before = PathComponent::tableSize();
+    const Path path(PathSegment(std::move(components), slash, '/'));
+    const auto copy = path;
+    EXPECT_EQ(copy, path);
+    EXPECT_EQ(path.string(), text);
+    {
+        const auto again = PathString::path(text);
+        EXPECT_EQ(again, path);
+        EXPECT_EQ(again.hash(), path.hash());
+        const auto head = path.head(static_cast<int>(kSize) / 2);
+        EXPECT_TRUE(again.startsWith(head));
+        EXPECT_EQ(again.reparent(head, head), path);
+        EXPECT_NE(path.pop(), path);
+    }
+    EXPECT_EQ(PathComponent::tableSize(), before);
+
+    // As many segments, each of its own.
+    std::replace(text.begin(), text.end(), 'n', ':');
+    std::replace(text.begin(), text.end(), '/', ',');
+    const auto segmented = PathString::path(text.substr(1));
+    EXPECT_EQ(segmented.nbSegments(), kSize);
+    EXPECT_EQ(PathString::string(segmented), text.substr(1));
+    EXPECT_EQ(segmented.popHead().size(), kSize - 1);
+}
+
+TEST(StringUtils, SplitKeepsInnerEmptyPiecesAndDropsTheTrailingOne)
+{
+    struct Case
+    {
+        std::string text, separator;
+        std::vector<std::string> pieces;
+    };
+    const std::vector<Case> cases = {
+        {"a/b", "/", {"a", "b"}},
+        {"a//b", "/", {"a", "", "b"}},
+        {"/a", "/", {"", "a"}},
+        {"a/", "/", {"a"}},
+        {"a//", "/", {"a", ""}},
+        {"/", "/", {""}},
+        {"", "/", {}},
+        {"a->b->", "->", {"a", "b"}},
+        {"a->->b>-c", "->", {"a", "", "b>-c"}},
+        {"---a", "--", {"", "-a"}},
+        {"ab", "", {"ab"}},
+    };
+    for (const auto& [text, separator, pieces] : cases) {
+        EXPECT_EQ(split(text, separator), pieces) << text << " at " << separator;
+        if (separator.size() == 1) {
+            EXPECT_EQ(split(text, separator.front()), pieces) << text;
+        }
+    }
+    EXPECT_THAT(split("", '\0'), ElementsAre(""));
+    EXPECT_THAT(split(std::string("a\0b", 3), '\0'), ElementsAre(std::string("a\0b", 3)));
+    EXPECT_EQ(lstrip("//a/", '/'), "a/");
+    EXPECT_EQ(lstrip("///", '/'), "");
+    EXPECT_EQ(lstrip(std::string("\0a", 2), '\0'), std::string("\0a", 2));
+    EXPECT_TRUE(endsWith("a,", ",") && endsWith("a", "") && endsWith("ab", "ab"));
+    EXPECT_FALSE(endsWith("b", "ab") || endsWith("a,b", ",") || endsWith("", "a"));
+}

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "kiv/hierarchyHandler.h"
+#include "kiv/runTimeMgr.h"
+
+namespace test {
+
+/// An item that is nothing but its path.
+class Item : public Kiv_v4::SceneItem
+{
+public:
+    using SceneItem::SceneItem;
+
+    [[nodiscard]] std::string nodeType() const override { return "item"; }
+};
+
+/// A hierarchy handler that does what its functions do, and makes nothing while they are empty.
+class HierarchyStub : public Kiv_v4::HierarchyHandler
+{
+public:
+    std::function<Kiv_v4::Hierarchy::Ptr(const Kiv_v4::SceneItem::Ptr&)> onHierarchy;
+    std::function<Kiv_v4::SceneItem::Ptr(const Kiv_v4::Path&)> onCreateItem;
+
+    Kiv_v4::Hierarchy::Ptr hierarchy(Kiv_v4::SceneItem::Ptr const& item) override
+    {
+        return onHierarchy ? onHierarchy(item) : nullptr;
+    }
+
+    Kiv_v4::SceneItem::Ptr createItem(Kiv_v4::Path const& path) override
+    {
+        return onCreateItem ? onCreateItem(path) : nullptr;
+    }
+
+    Kiv_v4::SceneItemList rootItems(Kiv_v4::Path const&) override { return {}; }
+};
+
+/// Registers a run-time with that hierarchy handler only.
+inline Kiv_v4::Rtid registered(const std::string& name,
+                               std::shared_ptr<Kiv_v4::HierarchyHandler> handler)
+{
+    Kiv_v4::RunTimeMgr::Handlers handlers;
+    handlers.hierarchyHandler = std::move(handler);
+    return Kiv_v4::RunTimeMgr::instance().register_(name, handlers);
+}
+
+} // namespace test
