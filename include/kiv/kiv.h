@@ -21,6 +21,7 @@
 #include "kiv/stringUtils.h"
 #include "kiv/undoableCommand.h"
 #include "kiv/uniqueName.h"
+#include "kiv/value.h"
 #include "kiv/versionInfo.h"
 
 /// The library's name without its version.

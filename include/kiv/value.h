@@ -1,0 +1,184 @@
+#pragma once
+
+#include <cstddef>
+#include <stdexcept>
+#include <string>
+#include <type_traits>
+#include <typeinfo>
+#include <utility>
+
+#include "kiv/export.h"
+
+namespace Kiv_v4 {
+
+/// A loosely typed datum, such as attribute or item metadata: a `bool`, an `int`, a `float`, a
+/// `double` or a `std::string`, remembered as text together with its type.
+///
+/// A value behaves like a text stream: what goes in is appended, and reading a number consumes it.
+///
+/// - The text is what the stream insertion of the classic locale writes by default, whatever the
+///   global locale: `bool` as "1" or "0", floating point with six significant digits. So a `double`
+///   does not survive exactly.
+/// - Equality and emptiness look at the text only: `Value(1) == Value(true)`.
+/// - Assignment appends: assigning `Value(7)` to `Value(5)` gives the text "57". To replace a
+/// value,
+///   move the new one in: `value = Value(7)` is a move; for a named one, `value = Value(other)`.
+///
+/// **Reentrancy.** Reading a number moves the read position, so a value is not read from two
+/// threads at once, although reading is const. Copy it first.
+///
+/// **Cost.** Making and reading a finite number takes no allocation. Infinities, and text that
+/// holds more than one number, go through a stream and cost an allocation or two.
+class KIV_EXPORT Value
+{
+    template <class T>
+    static constexpr bool isSupported =
+        std::is_same_v<T, bool> || std::is_same_v<T, int> || std::is_same_v<T, float> ||
+        std::is_same_v<T, double> || std::is_same_v<T, std::string>;
+
+public:
+    /// A value without type, with an empty text.
+    Value() = default;
+
+    /// A value of type `T`, one of the five. Deliberately implicit.
+    template <class T, class = std::enable_if_t<isSupported<T>>>
+    Value(const T& v) : _type(&typeid(T))
+    {
+        write(v);
+    }
+
+    /// The same as from a `std::string`, so that a literal does not become a `bool`.
+    Value(const char* text) : Value(std::string(text)) {}
+    Value(std::nullptr_t) = delete;
+
+    /// The text and type of `other`, read from the beginning.
+    Value(const Value& other) : _text(other._text), _type(other._type) {}
+
+    /// `other` may then only be destroyed or assigned to.
+    Value(Value&& other) noexcept
+        : _text(std::move(other._text)), _type(std::exchange(other._type, nullptr)),
+          _readPosition(std::exchange(other._readPosition, 0))
+    {
+        other._text.clear();
+    }
+
+    ~Value() = default;
+
+    /// Appends `other`'s text and takes over its type. Assigned to itself, a value doubles its
+    /// text.
+    ///
+    /// Like a stream that met its end, a value whose number was read to the end of the text takes
+    /// no more text, only the type.
+    Value& operator=(const Value& other);
+
+    /// Replaces this value by `other`, which may then only be destroyed or assigned to.
+    Value& operator=(Value&& other) noexcept
+    {
+        if (this != &other) {
+            _text = std::move(other._text);
+            other._text.clear();
+            _type = std::exchange(other._type, nullptr);
+            _readPosition = std::exchange(other._readPosition, 0);
+        }
+        return *this;
+    }
+
+    /// Whether the value was made from, or last assigned, a `T`. False without type.
+    template <class T>
+    [[nodiscard]] bool isType() const noexcept
+    {
+        requireSupported<T>();
+        return _type && *_type == typeid(T);
+    }
+
+    /// For a number or `bool`: extracts the next `T` from the text, as the stream extraction of the
+    /// classic locale does; throws `InvalidValueGet`, and reads nothing, when the type is not `T`.
+    /// Once the text was read to its end, or held no `T`, every further read gives 0 or false.
+    ///
+    /// For `std::string`: the whole text, whatever the type and however much of it was read.
+    template <class T>
+    T get() const;
+
+    /// As `get`, but `defaultValue` when the type is not `T`.
+    template <class T>
+    T safeGet(T defaultValue) const;
+
+    /// The type's `std::type_info::name()`; an empty text without type. For diagnostics only: the
+    /// text differs between platforms.
+    [[nodiscard]] std::string typeName() const;
+
+    /// Whether the text is empty: true for `Value(std::string())`, although it has a type.
+    [[nodiscard]] bool empty() const noexcept { return _text.empty(); }
+
+    bool operator==(const Value& other) const noexcept { return _text == other._text; }
+    bool operator!=(const Value& other) const noexcept { return !(*this == other); }
+
+private:
+    static constexpr auto kExhausted = std::string::npos;
+
+    template <class T>
+    static constexpr void requireSupported()
+    {
+        static_assert(isSupported<T>, "a Value holds a bool, int, float, double or std::string");
+    }
+
+    void write(bool v);
+    void write(int v);
+    void write(float v);
+    void write(double v);
+    void write(const std::string& v);
+
+    template <class T>
+    T read() const;
+
+    template <class T>
+    T readByStream() const;
+
+    [[noreturn]] void refuse() const;
+
+    std::string _text;
+    const std::type_info* _type = nullptr;
+    mutable std::size_t _readPosition =
+        0; // kExhausted once the stream would be at its end or failed
+};
+
+/// A value was asked for a type that it does not have. The message is the value's `typeName()`.
+class KIV_EXPORT InvalidValueGet : public std::invalid_argument
+{
+public:
+    explicit InvalidValueGet(const Value& value);
+    InvalidValueGet(const InvalidValueGet&) = default;
+    ~InvalidValueGet() override;
+};
+
+template <class T>
+T Value::get() const
+{
+    requireSupported<T>();
+    if constexpr (std::is_same_v<T, std::string>) {
+        return _text;
+    } else {
+        if (!isType<T>()) {
+            refuse();
+        }
+        return read<T>();
+    }
+}
+
+template <class T>
+T Value::safeGet(T defaultValue) const
+{
+    requireSupported<T>();
+    if constexpr (std::is_same_v<T, std::string>) {
+        return _text;
+    } else {
+        return isType<T>() ? read<T>() : defaultValue;
+    }
+}
+
+extern template bool Value::read<bool>() const;
+extern template int Value::read<int>() const;
+extern template float Value::read<float>() const;
+extern template double Value::read<double>() const;
+
+} // namespace Kiv_v4
