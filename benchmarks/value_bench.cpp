@@ -1,0 +1,162 @@
+// A loosely typed value made from a number, and read back, beside other ways of holding one.
+
+#include <array>
+#include <benchmark/benchmark.h>
+#include <cstddef>
+#include <string>
+#include <variant>
+
+#include "kiv/value.h"
+
+#if __has_include(<boost/lexical_cast.hpp>)
+#define KIV_BENCH_BOOST
+#include <boost/lexical_cast.hpp>
+#endif
+#ifdef KIV_BENCH_QT
+#include <QString>
+#include <QVariant>
+#endif
+
+namespace {
+
+// Each peer is a pair: what holds the number, and how to make and read it.
+
+struct Ours
+{
+    template <class T>
+    static auto make(T v)
+    {
+        return Kiv_v4::Value(v);
+    }
+    template <class T>
+    static T read(const Kiv_v4::Value& value)
+    {
+        return value.get<T>();
+    }
+};
+
+struct Variant // the limit: nothing is kept as text
+{
+    using Held = std::variant<std::monostate, bool, int, float, double, std::string>;
+
+    template <class T>
+    static auto make(T v)
+    {
+        return Held(v);
+    }
+    template <class T>
+    static T read(const Held& value)
+    {
+        return std::get<T>(value);
+    }
+};
+
+#ifdef KIV_BENCH_BOOST
+struct LexicalCast
+{
+    template <class T>
+    static auto make(T v)
+    {
+        return boost::lexical_cast<std::string>(v);
+    }
+    template <class T>
+    static T read(const std::string& text)
+    {
+        return boost::lexical_cast<T>(text);
+    }
+};
+#endif
+
+#ifdef KIV_BENCH_QT
+struct QtNative
+{
+    template <class T>
+    static auto make(T v)
+    {
+        return QVariant(v);
+    }
+    template <class T>
+    static T read(const QVariant& value)
+    {
+        return value.value<T>();
+    }
+};
+
+struct QtText
+{
+    template <class T>
+    static auto make(T v)
+    {
+        return QVariant(QString::number(v));
+    }
+    template <class T>
+    static T read(const QVariant& value)
+    {
+        return value.value<T>();
+    }
+};
+#endif
+
+template <class T>
+std::array<T, 64> numbers()
+{
+    std::array<T, 64> result;
+    for (std::size_t i = 0; i < result.size(); ++i) {
+        const auto n = static_cast<double>(i);
+        result[i] = static_cast<T>(n * n * n * 37.21 - 1e6 / (n + 1));
+    }
+    return result;
+}
+
+template <class Peer, class T>
+void make(benchmark::State& state)
+{
+    const auto samples = numbers<T>();
+    std::size_t i = 0;
+    for (auto _ : state) {
+        auto value = Peer::make(samples[i++ % samples.size()]);
+        benchmark::DoNotOptimize(value);
+    }
+}
+
+template <class Peer, class T>
+void makeAndRead(benchmark::State& state)
+{
+    const auto samples = numbers<T>();
+    std::size_t i = 0;
+    for (auto _ : state) {
+        auto value = Peer::make(samples[i++ % samples.size()]);
+        benchmark::DoNotOptimize(value);
+        benchmark::DoNotOptimize(Peer::template read<T>(value));
+    }
+}
+
+template <class Peer>
+void addRows(const std::string& name)
+{
+    using benchmark::RegisterBenchmark;
+    RegisterBenchmark(("value from an int/" + name).c_str(), make<Peer, int>);
+    RegisterBenchmark(("value from an int and back/" + name).c_str(), makeAndRead<Peer, int>);
+    RegisterBenchmark(("value from a double/" + name).c_str(), make<Peer, double>);
+    RegisterBenchmark(("value from a double and back/" + name).c_str(), makeAndRead<Peer, double>);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    addRows<Ours>("kiv");
+    addRows<Variant>("std::variant");
+#ifdef KIV_BENCH_BOOST
+    addRows<LexicalCast>("lexical_cast");
+#endif
+#ifdef KIV_BENCH_QT
+    addRows<QtNative>("QVariant");
+    addRows<QtText>("QVariant of a text");
+#endif
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
+        return 1;
+    }
+    benchmark::RunSpecifiedBenchmarks();
+}
