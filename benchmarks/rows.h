@@ -1,0 +1,98 @@
+#pragma once
+
+#include <benchmark/benchmark.h>
+#include <cstddef>
+#include <cstdint>
+#include <numeric>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace kivBench {
+
+/// How many items a row works on, and what the table calls it.
+struct Size
+{
+    const char* name;
+    std::size_t count;
+};
+
+inline constexpr Size kHot{"2 k hot", 2'000};
+inline constexpr Size kSizes[] = {kHot, {"100 k", 100'000}, {"1 M", 1'000'000}};
+
+/// A small generator whose numbers are the same everywhere.
+class Random
+{
+public:
+    explicit Random(std::uint64_t seed) : _state(seed) {}
+
+    /// A number from 0 up to `end`, without it.
+    std::size_t below(std::size_t end)
+    {
+        _state = _state * 6364136223846793005U + 1442695040888963407U;
+        return static_cast<std::size_t>((_state >> 33U) % end);
+    }
+
+private:
+    std::uint64_t _state;
+};
+
+/// The numbers up to `count` in random order.
+inline std::vector<std::uint32_t> shuffledOrder(std::size_t count, std::uint64_t seed = 1)
+{
+    std::vector<std::uint32_t> order(count);
+    std::iota(order.begin(), order.end(), 0U);
+    Random random(seed);
+    for (auto left = count; left > 1; --left) {
+        std::swap(order[left - 1], order[random.below(left)]);
+    }
+    return order;
+}
+
+/// Goes round and round through items in random order.
+template <class Item>
+class RandomWalk
+{
+public:
+    explicit RandomWalk(const std::vector<Item>& items)
+        : _items(items), _order(shuffledOrder(items.size()))
+    {}
+
+    const Item& next()
+    {
+        const auto& item = _items[_order[_position]];
+        _position = _position + 1 == _order.size() ? 0 : _position + 1;
+        return item;
+    }
+
+private:
+    const std::vector<Item>& _items;
+    std::vector<std::uint32_t> _order;
+    std::size_t _position = 0;
+};
+
+/// One cell of the table; see CMakeLists.txt for its name.
+template <class Benchmark>
+benchmark::internal::Benchmark* addRow(const std::string& operation, const std::string& size,
+                                       const std::string& who, Benchmark run)
+{
+    const auto name = operation + '|' + size + '|' + who;
+    return benchmark::RegisterBenchmark(name.c_str(), std::move(run));
+}
+
+/// A cell that measures `work` on one item after another, in random order, out of what
+/// `items(size.count)` refers to, which is made when the cell is first run. What `work` returns is
+/// destroyed within the time measured.
+template <class Items, class Work>
+void addWalk(const std::string& operation, Size size, const std::string& who, Items items,
+             Work work)
+{
+    addRow(operation, size.name, who, [=](benchmark::State& state) {
+        RandomWalk walk(items(size.count));
+        for (auto _ : state) {
+            benchmark::DoNotOptimize(work(walk.next()));
+        }
+    });
+}
+
+} // namespace kivBench
