@@ -41,15 +41,25 @@ const std::vector<std::pair<Item, Item>>& twins(std::size_t count)
     return pairs;
 }
 
+/// `texts(count)` while the scene is open, that is, while all its paths and so their names exist.
+template <class Texts>
+auto ofOpenScene(Texts texts)
+{
+    return [texts](std::size_t count) -> decltype(auto) {
+        scene<Path>(count);
+        return texts(count);
+    };
+}
+
 void addMaking()
 {
     for (const auto& size : kSizes) {
-        addWalk("path from text", size, "kiv", sceneTexts, PathString::path);
+        addWalk("path from text", size, "kiv", ofOpenScene(sceneTexts), PathString::path);
         addWalk("path from text", size, kFilePath, scene<std::string>,
                 [](const std::string& text) { return FilePath(text); });
     }
     for (const auto& size : kSizes) {
-        addWalk("one segment from text", size, "kiv", scene<std::string>,
+        addWalk("one segment from text", size, "kiv", ofOpenScene(scene<std::string>),
                 [](const std::string& text) { return PathSegment(text, 1, '/'); });
         addWalk("one segment from text", size, kFilePath, scene<std::string>,
                 [](const std::string& text) { return FilePath(text); });
