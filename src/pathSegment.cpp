@@ -8,26 +8,21 @@
 
 namespace Kiv_v4 {
 
-namespace {
-
-PathSegment::Components componentsOf(std::string_view text, char separator)
+PathSegment::Components detail::componentsOf(std::string_view text, char separator)
 {
-    text = detail::lstripped(text, separator);
+    text = lstripped(text, separator);
     PathSegment::Components components;
     if (separator != 0) {
         components.reserve(
             static_cast<std::size_t>(std::count(text.begin(), text.end(), separator)) + 1);
     }
-    detail::forEachPiece(text, separator, [&](std::string_view name) {
-        components.push_back(PathComponent::intern(name));
-    });
+    forEachPiece(text, separator,
+                 [&](std::string_view name) { components.push_back(PathComponent::intern(name)); });
     return components;
 }
 
-} // namespace
-
 PathSegment::PathSegment(const std::string& text, Rtid runTimeId, char separator)
-    : PathSegment(componentsOf(text, separator), runTimeId, separator)
+    : PathSegment(detail::componentsOf(text, separator), runTimeId, separator)
 {}
 
 PathSegment::PathSegment(const Components& components, Rtid runTimeId, char separator)
@@ -70,9 +65,8 @@ PathSegment PathSegment::head(int n) const
 
 std::string PathSegment::string() const
 {
-    std::string text;
-    text.reserve(detail::textSize(*this));
-    detail::appendText(text, *this);
+    std::string text(detail::textSize(*this), '\0');
+    detail::writeText(text.data(), *this);
     return text;
 }
 

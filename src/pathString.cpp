@@ -9,6 +9,7 @@
 #include "kiv/stringUtils.h"
 
 #include "pathText.h"
+#include "splitting.h"
 
 namespace Kiv_v4 {
 
@@ -17,19 +18,24 @@ namespace {
 /// A component separator and one run-time that registered it.
 using SeparatorEntry = std::pair<char, Rtid>;
 
+/// The path creator at first; a type of its own, so that the parser can tell it from others.
+struct DefaultCreatePath
+{
+    Path operator()(const std::vector<PathSegment>& segments) const { return segments; }
+};
+
+struct DefaultString
+{
+    std::string operator()(const Path& path) const;
+};
+
 struct Settings
 {
     std::string segmentSeparator = ",";
     std::vector<SeparatorEntry> separators; // in the order of registration
     std::map<Rtid, PathString::CreateSingleSegmentPathFn> createSingleSegmentPathFns;
-    PathString::CreatePathFn createPathFn = [](const std::vector<PathSegment>& segments) {
-        return Path(segments);
-    };
-    PathString::StringFn stringFn = [](const Path& path) {
-        return path.empty()
-                   ? std::string()
-                   : detail::joinedText(path.getSegments(), PathString::pathSegmentSeparator());
-    };
+    PathString::CreatePathFn createPathFn = DefaultCreatePath();
+    PathString::StringFn stringFn = DefaultString();
 };
 
 // Never destroyed: run-times in other shared objects may unregister after this one's statics died.
@@ -37,6 +43,12 @@ Settings& settings()
 {
     static auto& instance = *new Settings;
     return instance;
+}
+
+std::string DefaultString::operator()(const Path& path) const
+{
+    return path.empty() ? std::string()
+                        : detail::joinedText(path.getSegments(), settings().segmentSeparator);
 }
 
 void requireRunTime(Rtid rtId)
@@ -54,6 +66,17 @@ void requireUsable(const Argument& argument, const char* complaint)
     }
 }
 
+auto isOf(char separator)
+{
+    return [separator](const SeparatorEntry& entry) { return entry.first == separator; };
+}
+
+bool isRegistered(char separator)
+{
+    const auto& entries = settings().separators;
+    return std::any_of(entries.begin(), entries.end(), isOf(separator));
+}
+
 /// A path in some run-time's own notation.
 Path singleSegmentPath(const std::string& text)
 {
@@ -67,13 +90,23 @@ Path singleSegmentPath(const std::string& text)
     throw InvalidPath(text);
 }
 
-/// The segment of the first of several candidates under which the scene has an item.
-PathSegment existingSegment(const std::string& text, const std::vector<PathSegment>& before,
-                            const std::string& segmentText, const std::list<Rtid>& candidates)
+/// What the path creator makes of the segments, which the default one may as well keep.
+Path createdPath(std::vector<PathSegment>&& segments)
 {
-    for (const auto candidate : candidates) {
+    if (settings().createPathFn.target<DefaultCreatePath>()) {
+        return std::move(segments);
+    }
+    return PathString::createPathFn()(segments);
+}
+
+/// The segment for the first of the run-times sharing its separator under which the scene has an
+/// item.
+PathSegment existingSegment(const std::string& text, const std::vector<PathSegment>& before,
+                            const PathSegment::Components& components, char separator)
+{
+    for (const auto candidate : PathString::pathComponentSeparatorRunTimeIds(separator)) {
         auto trial = before;
-        trial.emplace_back(segmentText, candidate, segmentText.front());
+        trial.emplace_back(components, candidate, separator);
         if (Hierarchy::createItem(PathString::createPathFn()(trial))) {
             return std::move(trial.back());
         }
@@ -82,23 +115,25 @@ PathSegment existingSegment(const std::string& text, const std::vector<PathSegme
 }
 
 PathSegment parsedSegment(const std::string& text, const std::vector<PathSegment>& before,
-                          const std::string& segmentText)
+                          std::string_view segmentText)
 {
     if (segmentText.empty()) {
         throw EmptyPathSegment(text);
     }
     const auto separator = segmentText.front();
-    const auto runTimes = PathString::pathComponentSeparatorRunTimeIds(separator);
-    if (runTimes.empty()) {
-        throw InvalidPathComponentSeparator(segmentText);
+    const auto& entries = settings().separators;
+    const auto first = std::find_if(entries.begin(), entries.end(), isOf(separator));
+    if (first == entries.end()) {
+        throw InvalidPathComponentSeparator(std::string(segmentText));
     }
     if (segmentText.size() == 1) {
         throw EmptyPathSegment(text);
     }
-    if (runTimes.size() == 1) {
-        return {segmentText, runTimes.front(), separator};
+    auto components = detail::componentsOf(segmentText, separator);
+    if (std::none_of(first + 1, entries.end(), isOf(separator))) {
+        return {std::move(components), first->second, separator};
     }
-    return existingSegment(text, before, segmentText, runTimes);
+    return existingSegment(text, before, components, separator);
 }
 
 } // namespace
@@ -112,8 +147,7 @@ void PathString::registerPathComponentSeparator(const Rtid& rtId, char separator
 void PathString::unregisterPathComponentSeparator(const Rtid& rtId, char separator)
 {
     auto& entries = settings().separators;
-    if (std::none_of(entries.begin(), entries.end(),
-                     [separator](const auto& entry) { return entry.first == separator; })) {
+    if (!isRegistered(separator)) {
         throw std::out_of_range(std::to_string(static_cast<signed char>(separator)));
     }
     const auto found = std::find(entries.begin(), entries.end(), SeparatorEntry(separator, rtId));
@@ -189,20 +223,20 @@ Path PathString::path(const std::string& text)
     if (text.empty()) {
         return {};
     }
-    const auto& separator = settings().segmentSeparator;
+    const auto separator = settings().segmentSeparator; // stays, whatever is done to the scene
     if (endsWith(text, separator)) {
         throw EmptyPathSegment(text);
     }
-    const auto segmentTexts = split(text, separator);
-    if (segmentTexts.size() == 1 && pathComponentSeparatorRunTimeIds(text.front()).empty()) {
+    const auto count = detail::pieceCount(text, separator);
+    if (count == 1 && !isRegistered(text.front())) {
         return singleSegmentPath(text);
     }
     std::vector<PathSegment> segments;
-    segments.reserve(segmentTexts.size());
-    for (const auto& segmentText : segmentTexts) {
+    segments.reserve(count);
+    detail::forEachPiece(text, std::string_view(separator), [&](std::string_view segmentText) {
         segments.push_back(parsedSegment(text, segments, segmentText));
-    }
-    return createPathFn()(segments);
+    });
+    return createdPath(std::move(segments));
 }
 
 EmptyPathSegment::EmptyPathSegment(const std::string& pathText)

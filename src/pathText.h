@@ -1,12 +1,18 @@
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
 #include <string>
+#include <string_view>
 
 #include "kiv/pathSegment.h"
 
 namespace Kiv_v4::detail {
 
-/// The length of the text that `appendText` adds.
+/// The components that `text` writes; see the constructor of `PathSegment` from a text.
+[[nodiscard]] PathSegment::Components componentsOf(std::string_view text, char separator);
+
+/// The length of the text of `segment`.
 [[nodiscard]] inline std::size_t textSize(const PathSegment& segment) noexcept
 {
     auto size = segment.separator() == 0 ? std::size_t{0} : segment.size();
@@ -16,32 +22,34 @@ namespace Kiv_v4::detail {
     return size;
 }
 
-/// Adds each component to `text`, preceded by the separator unless that is 0.
-inline void appendText(std::string& text, const PathSegment& segment)
+/// Writes each component to `out`, preceded by the separator unless that is 0, and returns the end
+/// of what it wrote, `textSize(segment)` characters.
+inline char* writeText(char* out, const PathSegment& segment) noexcept
 {
     for (const auto& component : segment) {
         if (segment.separator() != 0) {
-            text += segment.separator();
+            *out++ = segment.separator();
         }
-        text += component.string();
+        out = std::copy(component.string().begin(), component.string().end(), out);
     }
+    return out;
 }
 
 /// The texts of all segments with `between` between each two.
 template <class Segments>
-[[nodiscard]] std::string joinedText(const Segments& segments, const std::string& between = {})
+[[nodiscard]] std::string joinedText(const Segments& segments, std::string_view between = {})
 {
     std::size_t size = 0;
     for (const auto& segment : segments) {
-        size += textSize(segment) + between.size();
+        size += textSize(segment) + (&segment == &*segments.begin() ? 0 : between.size());
     }
-    std::string text;
-    text.reserve(size);
+    std::string text(size, '\0');
+    auto* out = text.data();
     for (const auto& segment : segments) {
         if (&segment != &*segments.begin()) {
-            text += between;
+            out = std::copy(between.begin(), between.end(), out);
         }
-        appendText(text, segment);
+        out = writeText(out, segment);
     }
     return text;
 }
