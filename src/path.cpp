@@ -37,6 +37,27 @@ PathSegment joined(const PathSegment& first, const PathSegment& second)
     return {std::move(components), first.runTimeId(), first.separator()};
 }
 
+/// Goes through a path's components without its flat view being made.
+class ComponentCursor
+{
+public:
+    explicit ComponentCursor(const Path& path) : _segment(path.getSegments().begin()) {}
+
+    /// The next component, of which there must be one.
+    const PathComponent& next() noexcept
+    {
+        while (_offset == _segment->size()) {
+            ++_segment;
+            _offset = 0;
+        }
+        return _segment->components()[_offset++];
+    }
+
+private:
+    Path::Segments::const_iterator _segment;
+    std::size_t _offset = 0;
+};
+
 bool continues(const PathSegment& first, const PathSegment& second)
 {
     return first.runTimeId() == second.runTimeId() && first.separator() == second.separator();
@@ -44,19 +65,33 @@ bool continues(const PathSegment& first, const PathSegment& second)
 
 } // namespace
 
-Path::Body::Body(Segments&& pathSegments) : segments(std::move(pathSegments))
+Path::Body::Body(Segments&& pathSegments) noexcept : segments(std::move(pathSegments))
 {
-    if (segments.size() == 1) {
-        return;
-    }
-    std::size_t size = 0;
     for (const auto& segment : segments) {
         size += segment.size();
     }
-    flat.reserve(size);
-    for (const auto& segment : segments) {
-        flat.insert(flat.end(), segment.begin(), segment.end());
+}
+
+Path::Body::~Body()
+{
+    delete flat.load(std::memory_order_acquire);
+}
+
+const Path::Components& Path::Body::flatView() const
+{
+    const auto* made = flat.load(std::memory_order_acquire);
+    if (!made) {
+        auto all = std::make_unique<Components>();
+        all->reserve(size);
+        for (const auto& segment : segments) {
+            all->insert(all->end(), segment.begin(), segment.end());
+        }
+        // Of several threads that came here, the first one's view is kept and given to all.
+        if (flat.compare_exchange_strong(made, all.get(), std::memory_order_acq_rel)) {
+            made = all.release();
+        }
     }
+    return *made;
 }
 
 Path::Path(const PathSegment& segment) : Path(PathSegment(segment)) {}
@@ -80,7 +115,11 @@ Path::Path(Segments&& segments)
 PathComponent Path::back() const
 {
     requireComponents();
-    return components().back();
+    auto last = getSegments().rbegin();
+    while (last->empty()) {
+        ++last;
+    }
+    return last->components().back();
 }
 
 Path Path::operator+(const PathComponent& component) const
@@ -213,7 +252,17 @@ Path Path::reparent(const Path& oldParent, const Path& newParent) const
 
 bool Path::startsWith(const Path& prefix) const noexcept
 {
-    return prefix.size() <= size() && std::equal(prefix.begin(), prefix.end(), begin());
+    if (prefix.size() > size()) {
+        return false;
+    }
+    ComponentCursor mine(*this);
+    ComponentCursor theirs(prefix);
+    for (auto left = prefix.size(); left > 0; --left) {
+        if (mine.next() != theirs.next()) {
+            return false;
+        }
+    }
+    return true;
 }
 
 std::string Path::string() const
@@ -246,8 +295,10 @@ void Path::requireComponents() const
 std::uint32_t Path::computeHash() const noexcept
 {
     std::uint32_t hash = 0x345678;
-    for (const auto& component : components()) {
-        hash = (hash * 1000003U) ^ static_cast<std::uint32_t>(component.id());
+    for (const auto& segment : getSegments()) {
+        for (const auto& component : segment) {
+            hash = (hash * 1000003U) ^ static_cast<std::uint32_t>(component.id());
+        }
     }
     hash ^= static_cast<std::uint32_t>(size());
     if (hash == kNoHash) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -35,7 +36,8 @@ namespace Kiv_v4 {
 /// its hash computed before it is shared.
 ///
 /// **Cost.** Copying and moving are constant; the operations that give a new path are linear in the
-/// number of its components.
+/// number of its components. The flat view of a path of several segments is made, once for all
+/// copies, when `begin` or `end` is first called; a loop over the segments does without.
 ///
 /// **Errors.** An operation that the path does not allow throws `InvalidOperationOnPath` with the
 /// path's text as its message.
@@ -66,10 +68,10 @@ public:
     Path& operator=(Path&&) noexcept = default;
 
     /// The number of components over all segments.
-    [[nodiscard]] std::size_t size() const noexcept { return components().size(); }
+    [[nodiscard]] std::size_t size() const noexcept { return _body ? _body->size : 0; }
 
     /// Whether there are no components.
-    [[nodiscard]] bool empty() const noexcept { return components().empty(); }
+    [[nodiscard]] bool empty() const noexcept { return size() == 0; }
 
     [[nodiscard]] std::size_t nbSegments() const noexcept { return getSegments().size(); }
 
@@ -79,10 +81,10 @@ public:
         return _body ? _body->segments : noSegments();
     }
 
-    [[nodiscard]] const_iterator begin() const noexcept { return components().begin(); }
-    [[nodiscard]] const_iterator end() const noexcept { return components().end(); }
-    [[nodiscard]] const_iterator cbegin() const noexcept { return begin(); }
-    [[nodiscard]] const_iterator cend() const noexcept { return end(); }
+    [[nodiscard]] const_iterator begin() const { return components().begin(); }
+    [[nodiscard]] const_iterator end() const { return components().end(); }
+    [[nodiscard]] const_iterator cbegin() const { return begin(); }
+    [[nodiscard]] const_iterator cend() const { return end(); }
 
     /// The run-time of the last segment; 0 without segments.
     [[nodiscard]] Rtid runTimeId() const noexcept
@@ -158,22 +160,28 @@ public:
 private:
     static constexpr std::uint32_t kNoHash = 0xFFFFFFFF;
 
-    /// What copies share; never changed after it is built, but for the cached hash.
+    /// What copies share. Nothing in it changes once it is there.
     struct Body
     {
-        explicit Body(Segments&& pathSegments);
+        explicit Body(Segments&& pathSegments) noexcept;
+        Body(const Body&) = delete;
+        ~Body();
+        Body& operator=(const Body&) = delete;
 
-        [[nodiscard]] const Components& components() const noexcept
+        [[nodiscard]] const Components& components() const
         {
-            return segments.size() == 1 ? segments.front().components() : flat;
+            return segments.size() == 1 ? segments.front().components() : flatView();
         }
 
+        [[nodiscard]] const Components& flatView() const;
+
         Segments segments;
-        Components flat; ///< Left empty for one segment, which is its own flat view.
+        std::size_t size = 0; ///< The number of components.
+        mutable std::atomic<const Components*> flat = nullptr;
         mutable std::uint32_t hash = kNoHash;
     };
 
-    [[nodiscard]] const Components& components() const noexcept
+    [[nodiscard]] const Components& components() const
     {
         return _body ? _body->components() : noComponents();
     }
