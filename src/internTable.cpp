@@ -1,12 +1,48 @@
 #include "internTable.h"
 
-#include <functional>
+#include <cstdint>
+#include <cstring>
 
 namespace Kiv_v4::detail {
 
+namespace {
+
+template <class Word>
+std::uint64_t wordAt(const char* from) noexcept
+{
+    Word word;
+    std::memcpy(&word, from, sizeof(word));
+    return word;
+}
+
+/// Takes `word` into `hash`: the product carries each bit upwards, the shift brings it back down.
+std::uint64_t mixed(std::uint64_t hash, std::uint64_t word) noexcept
+{
+    hash = (hash ^ word) * 0x9E3779B97F4A7C15U;
+    return hash ^ hash >> 32U;
+}
+
+} // namespace
+
+// Most names are short: whole words are read, and the last one may overlap the one before.
 std::size_t InternTable::hashOf(std::string_view name) noexcept
 {
-    return std::hash<std::string_view>()(name);
+    const auto* begin = name.data();
+    const auto* end = begin + name.size();
+    std::uint64_t hash = 0;
+    if (name.size() >= 8) {
+        for (; end - begin > 8; begin += 8) {
+            hash = mixed(hash, wordAt<std::uint64_t>(begin));
+        }
+        hash = mixed(hash, wordAt<std::uint64_t>(end - 8));
+    } else if (name.size() >= 4) {
+        hash = mixed(hash, wordAt<std::uint32_t>(begin) << 32U | wordAt<std::uint32_t>(end - 4));
+    } else if (!name.empty()) {
+        hash = mixed(hash, wordAt<std::uint8_t>(begin) << 16U |
+                               wordAt<std::uint8_t>(begin + name.size() / 2) << 8U |
+                               wordAt<std::uint8_t>(end - 1));
+    }
+    return static_cast<std::size_t>(mixed(hash, name.size()));
 }
 
 InternTable::Data* InternTable::find(std::string_view name, std::size_t hash) const noexcept

@@ -24,7 +24,7 @@ PathComponent PathComponent::intern(std::string_view name)
     if (auto* known = table.find(name, hash)) {
         return PathComponent(known->self.lock());
     }
-    auto data = std::make_shared<Data>(Data{std::string(name), nextId, hash, {}});
+    auto data = std::make_shared<Data>(Data{{}, std::string(name), nextId, hash});
     data->self = data;
     table.insert(*data);
     ++nextId;

@@ -31,11 +31,10 @@ public:
     /// The record that all components of one name share.
     struct Data
     {
+        std::weak_ptr<Data> self; ///< What the table hands out; beside the name, as read with it.
         std::string name;
-        std::uint64_t id; ///< Given when the name was interned, never given again.
-
-        std::size_t nameHash;     ///< Kept so that the table never hashes a name twice.
-        std::weak_ptr<Data> self; ///< What the table hands out; cheaper than a lookup by owner.
+        std::uint64_t id;     ///< Given when the name was interned, never given again.
+        std::size_t nameHash; ///< Kept so that the table never hashes a name twice.
     };
 
     /// The null component: no name, the id that no name has, false.
