@@ -1,0 +1,274 @@
+#include <algorithm>
+#include <cstdlib>
+#include <gtest/gtest.h>
+#include <new>
+#include <random>
+#include <stdexcept>
+#include <utility>
+#include <vector>
+
+#include "kiv/notificationGuard.h"
+#include "kiv/subject.h"
+
+#include "callback.h"
+
+using namespace Kiv_v4;
+
+namespace {
+
+std::size_t allocations = 0;
+
+} // namespace
+
+[[gnu::noinline]] void* operator new(std::size_t size)
+{
+    ++allocations;
+    if (auto* memory = std::malloc(size)) {
+        return memory;
+    }
+    throw std::bad_alloc();
+}
+
+[[gnu::noinline]] void operator delete(void* memory) noexcept
+{
+    std::free(memory);
+}
+
+[[gnu::noinline]] void operator delete(void* memory, std::size_t /*size*/) noexcept
+{
+    std::free(memory);
+}
+
+namespace {
+
+Observer::Ptr counter(int& calls)
+{
+    return Callback::make([&calls](const Notification&) { ++calls; });
+}
+
+/// Tells what guards and gathers nothing.
+class Gathering : public Subject
+{
+public:
+    bool inCompositeNotification() const override { return open; }
+    void beginNotificationGuard() override
+    {
+        open = true;
+        ++begun;
+    }
+    void endNotificationGuard() override
+    {
+        open = false;
+        ++ended;
+    }
+
+    bool open = false;
+    int begun = 0;
+    int ended = 0;
+};
+
+} // namespace
+
+TEST(Subject, KnowsAnObserverOnceUntilItIsRemoved)
+{
+    Subject subject;
+    int calls = 0;
+    const auto observer = counter(calls);
+    EXPECT_FALSE(subject.removeObserver(observer));
+    EXPECT_TRUE(subject.addObserver(observer));
+    EXPECT_FALSE(subject.addObserver(observer));
+    EXPECT_EQ(subject.nbObservers(), 1u);
+    subject.notify(Notification());
+    EXPECT_TRUE(subject.removeObserver(observer));
+    EXPECT_FALSE(subject.hasObserver(observer));
+    subject.notify(Notification());
+    EXPECT_EQ(calls, 1);
+}
+
+TEST(Subject, ForgetsObserversThatDiedWhenItNotifiesOrCounts)
+{
+    Subject subject;
+    int calls = 0;
+    const auto living = counter(calls);
+    subject.addObserver(living);
+    subject.addObserver(counter(calls));
+    subject.addObserver(nullptr); // an entry that can be asked for after its death
+    EXPECT_EQ(subject.nbObservers(), 1u);
+    EXPECT_FALSE(subject.hasObserver(nullptr));
+    subject.addObserver(counter(calls));
+    subject.addObserver(nullptr);
+    subject.notify(Notification());
+    EXPECT_FALSE(subject.hasObserver(nullptr));
+    EXPECT_EQ(calls, 1);
+}
+
+TEST(Subject, KeepsItsOwnObserversWhenCopiedMovedAndAssigned)
+{
+    const auto observer = std::make_shared<Observer>();
+    Subject subject;
+    subject.addObserver(observer);
+    Subject copy(subject);
+    EXPECT_EQ(copy.nbObservers(), 0u);
+    EXPECT_EQ(Subject(std::move(subject)).nbObservers(), 0u);
+    subject = copy;
+    subject = Subject();
+    EXPECT_TRUE(subject.hasObserver(observer));
+}
+
+TEST(Subject, CallsObserversInTheOrderOfTheirOwnershipRecords)
+{
+    Subject subject;
+    std::vector<Observer::Ptr> observers;
+    std::vector<std::size_t> called;
+    for (std::size_t i = 0; i != 20; ++i) {
+        observers.push_back(
+            Callback::make([&called, i](const Notification&) { called.push_back(i); }));
+    }
+    std::shuffle(observers.begin(), observers.end(), std::mt19937(1));
+    for (const auto& observer : observers) {
+        subject.addObserver(observer);
+    }
+    subject.notify(Notification());
+    const auto inOrderOfCall = called;
+    std::sort(observers.begin(), observers.end(), std::owner_less<Observer::Ptr>());
+    called.clear();
+    for (const auto& observer : observers) {
+        (*observer)(Notification());
+    }
+    EXPECT_EQ(inOrderOfCall, called);
+}
+
+TEST(Subject, LogsAStandardExceptionOfAnObserverAndGoesOn)
+{
+    Subject subject;
+    int calls = 0;
+    const auto thrower =
+        Callback::make([](const Notification&) { throw std::runtime_error("no such row"); });
+    const std::vector<Observer::Ptr> observers{counter(calls), thrower, counter(calls)};
+    for (const auto& observer : observers) {
+        subject.addObserver(observer);
+    }
+    subject.addObserver(nullptr);
+    testing::internal::CaptureStderr();
+    subject.notify(Notification());
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "Subject notification caught and silenced exception no such row\n\n"
+              "\tFile: src/subject\n\tLine: 82\n\tFunction: notify\n");
+    EXPECT_EQ(calls, 2);
+    EXPECT_FALSE(subject.hasObserver(nullptr));
+}
+
+TEST(Subject, LetsAnyOtherExceptionEndTheNotification)
+{
+    Subject subject;
+    int calls = 0;
+    const auto thrower = Callback::make([](const Notification&) { throw 42; });
+    std::vector<Observer::Ptr> observers{counter(calls), thrower, counter(calls)};
+    for (const auto& observer : observers) {
+        subject.addObserver(observer);
+    }
+    subject.addObserver(nullptr); // sorts first
+    std::sort(observers.begin(), observers.end(), std::owner_less<Observer::Ptr>());
+    EXPECT_THROW(subject.notify(Notification()), int);
+    EXPECT_EQ(calls, std::find(observers.begin(), observers.end(), thrower) - observers.begin());
+    EXPECT_TRUE(subject.hasObserver(nullptr));
+}
+
+TEST(Subject, RefusesToNotifyInsideACompositeNotification)
+{
+    Gathering subject;
+    int calls = 0;
+    const auto observer = counter(calls);
+    subject.addObserver(observer);
+    const NotificationGuard guard(subject);
+    try {
+        subject.notify(Notification());
+        FAIL();
+    } catch (const std::logic_error& error) {
+        EXPECT_STREQ(error.what(),
+                     "Illegal call to Subject::notify() inside a composite notification.");
+    }
+    EXPECT_EQ(calls, 0);
+    EXPECT_TRUE(subject.hasObserver(observer));
+}
+
+TEST(Subject, IsGuardedByTheOutermostGuardAlone)
+{
+    Gathering subject;
+    {
+        const NotificationGuard outer(subject);
+        {
+            const NotificationGuard inner(subject);
+        }
+        EXPECT_TRUE(subject.open);
+        EXPECT_EQ(subject.begun, 1);
+        EXPECT_EQ(subject.ended, 0);
+    }
+    EXPECT_EQ(subject.ended, 1);
+}
+
+TEST(Subject, NotifiesWithoutAllocatingWhileAllObserversLive)
+{
+    Subject subject;
+    int calls = 0;
+    std::vector<Observer::Ptr> observers;
+    for (int i = 0; i != 100; ++i) {
+        observers.push_back(counter(calls));
+        subject.addObserver(observers.back());
+    }
+    const auto before = allocations;
+    subject.notify(Notification());
+    EXPECT_EQ(allocations, before);
+    EXPECT_EQ(calls, 100);
+}
+
+// Observers at random throw, die, release others, add new ones, count and notify again, all from
+// inside notifications; meant to be run under the address sanitizer.
+TEST(Subject, SurvivesWhatItsObserversDoWhileTheyAreNotified)
+{
+    const auto seed = std::random_device()();
+    SCOPED_TRACE(seed);
+    std::mt19937 random(seed);
+    Subject subject;
+    std::vector<Observer::Ptr> owners;
+    bool nested = false;
+    const auto release = [&] { // maybe the observer that is running
+        std::swap(owners[random() % owners.size()], owners.back());
+        owners.pop_back();
+    };
+    Callback::Function act;
+    const auto add = [&] {
+        owners.push_back(Callback::make([&](const Notification& n) { act(n); }));
+        EXPECT_TRUE(subject.addObserver(owners.back()));
+    };
+    act = [&](const Notification& notification) {
+        switch (random() % 6) {
+        case 0:
+            throw std::runtime_error("thrown by an observer");
+        case 1:
+        case 2:
+            return owners.size() < 40 ? add() : release();
+        case 3:
+            EXPECT_GE(subject.nbObservers(), owners.size());
+            return;
+        case 4:
+            if (!std::exchange(nested, true)) {
+                subject.notify(notification);
+                nested = false;
+            }
+            return;
+        default:
+            return;
+        }
+    };
+    testing::internal::CaptureStderr();
+    for (int i = 0; i != 300; ++i) {
+        while (owners.size() < 20) {
+            add();
+        }
+        subject.notify(Notification());
+        release();
+        EXPECT_EQ(subject.nbObservers(), owners.size());
+    }
+    testing::internal::GetCapturedStderr();
+}
