@@ -54,6 +54,8 @@ function(kiv_library name exported_as includes)
     add_library(${name} SHARED ${ARGN})
     add_library(kiv::${exported_as} ALIAS ${name})
     kiv_settings(${name})
+    # The library's calls of its own functions are not up for replacement, so they may be inlined.
+    target_compile_options(${name} PRIVATE -fno-semantic-interposition)
     target_compile_features(${name} INTERFACE cxx_std_17)
     target_include_directories(${name}
         PUBLIC $<BUILD_INTERFACE:${includes}> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
