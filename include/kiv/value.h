@@ -20,9 +20,8 @@ namespace Kiv_v4 {
 ///   global locale: `bool` as "1" or "0", floating point with six significant digits. So a `double`
 ///   does not survive exactly.
 /// - Equality and emptiness look at the text only: `Value(1) == Value(true)`.
-/// - Assignment appends: assigning `Value(7)` to `Value(5)` gives the text "57". To replace a
-/// value,
-///   move the new one in: `value = Value(7)` is a move; for a named one, `value = Value(other)`.
+/// - Assigning a named value appends: "5", assigned `seven`, becomes "57". Moving one in replaces,
+///   so `value = Value(7)` gives "7", and `value = Value(seven)` too.
 ///
 /// **Reentrancy.** Reading a number moves the read position, so a value is not read from two
 /// threads at once, although reading is const. Copy it first.
@@ -64,8 +63,7 @@ public:
 
     ~Value() = default;
 
-    /// Appends `other`'s text and takes over its type. Assigned to itself, a value doubles its
-    /// text.
+    /// Appends `other`'s text and takes over its type; a value assigned to itself doubles its text.
     ///
     /// Like a stream that met its end, a value whose number was read to the end of the text takes
     /// no more text, only the type.
