@@ -6,16 +6,21 @@
 
 #include "kiv/typedSquareMatrixN.h"
 
+#include "rows.h"
+
 #if __has_include(<Imath/ImathMatrix.h>)
 #define KIV_BENCH_IMATH
 #include <Imath/ImathMatrix.h>
 #endif
 #if __has_include(<glm/mat4x4.hpp>)
 #define KIV_BENCH_GLM
+#include <glm/mat3x3.hpp>
 #include <glm/mat4x4.hpp>
 #endif
 
 namespace {
+
+using namespace kivBench;
 
 template <std::size_t N>
 using Matrix = Kiv_v4::TypedSquareMatrixN<double, N>;
@@ -58,52 +63,18 @@ struct TextbookMatrix
     }
 };
 
-template <class M>
-void multiply(benchmark::State& state, M left, M right)
-{
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(left);
-        benchmark::DoNotOptimize(right);
-        auto product = left * right;
-        benchmark::DoNotOptimize(product);
-    }
-}
-
-const auto four = sample<4>();
-const auto three = sample<3>();
-
-BENCHMARK_CAPTURE(multiply, ours4, four, four)->Name("4x4 product/kiv");
-BENCHMARK_CAPTURE(multiply, loop4, TextbookMatrix<4>{four.matrix}, TextbookMatrix<4>{four.matrix})
-    ->Name("4x4 product/textbook loop");
-BENCHMARK_CAPTURE(multiply, ours3, three, three)->Name("3x3 product/kiv");
-BENCHMARK_CAPTURE(multiply, loop3, TextbookMatrix<3>{three.matrix}, TextbookMatrix<3>{three.matrix})
-    ->Name("3x3 product/textbook loop");
-
 #ifdef KIV_BENCH_IMATH
-Imath::M44d imath4()
+template <class M>
+M imathSample()
 {
-    Imath::M44d m;
-    for (int i = 0; i < 4; ++i) {
-        for (int j = 0; j < 4; ++j) {
-            m[i][j] = element(static_cast<std::size_t>(i), static_cast<std::size_t>(j));
+    M m;
+    for (unsigned i = 0; i < M::dimensions(); ++i) {
+        for (unsigned j = 0; j < M::dimensions(); ++j) {
+            m[static_cast<int>(i)][static_cast<int>(j)] = element(i, j);
         }
     }
     return m;
 }
-
-Imath::M33d imath3()
-{
-    Imath::M33d m;
-    for (int i = 0; i < 3; ++i) {
-        for (int j = 0; j < 3; ++j) {
-            m[i][j] = element(static_cast<std::size_t>(i), static_cast<std::size_t>(j));
-        }
-    }
-    return m;
-}
-
-BENCHMARK_CAPTURE(multiply, imath4, imath4(), imath4())->Name("4x4 product/Imath");
-BENCHMARK_CAPTURE(multiply, imath3, imath3(), imath3())->Name("3x3 product/Imath");
 #endif
 
 #ifdef KIV_BENCH_GLM
@@ -118,13 +89,39 @@ M glmSample()
     }
     return m;
 }
-
-BENCHMARK_CAPTURE(multiply, glm4, glmSample<glm::dmat4>(), glmSample<glm::dmat4>())
-    ->Name("4x4 product/glm");
-BENCHMARK_CAPTURE(multiply, glm3, glmSample<glm::dmat3>(), glmSample<glm::dmat3>())
-    ->Name("3x3 product/glm");
 #endif
 
-} // namespace
+template <class M>
+void addProduct(const char* operation, const char* who, M sampleMatrix)
+{
+    addRow(operation, "hot", who, [=](benchmark::State& state) {
+        auto left = sampleMatrix;
+        auto right = sampleMatrix;
+        for (auto _ : state) {
+            benchmark::DoNotOptimize(left);
+            benchmark::DoNotOptimize(right);
+            auto product = left * right;
+            benchmark::DoNotOptimize(product);
+        }
+    });
+}
 
-BENCHMARK_MAIN();
+[[maybe_unused]] const bool registered = [] {
+    const auto three = "3x3 product";
+    const auto four = "4x4 product";
+    addProduct(three, "kiv", sample<3>());
+    addProduct(four, "kiv", sample<4>());
+    addProduct(three, "textbook loop", TextbookMatrix<3>{sample<3>().matrix});
+    addProduct(four, "textbook loop", TextbookMatrix<4>{sample<4>().matrix});
+#ifdef KIV_BENCH_IMATH
+    addProduct(three, "Imath", imathSample<Imath::M33d>());
+    addProduct(four, "Imath", imathSample<Imath::M44d>());
+#endif
+#ifdef KIV_BENCH_GLM
+    addProduct(three, "glm", glmSample<glm::dmat3>());
+    addProduct(four, "glm", glmSample<glm::dmat4>());
+#endif
+    return true;
+}();
+
+} // namespace

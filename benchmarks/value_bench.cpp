@@ -8,8 +8,9 @@
 
 #include "kiv/value.h"
 
-#if __has_include(<boost/lexical_cast.hpp>)
-#define KIV_BENCH_BOOST
+#include "rows.h"
+
+#ifdef KIV_BENCH_BOOST
 #include <boost/lexical_cast.hpp>
 #endif
 #ifdef KIV_BENCH_QT
@@ -18,6 +19,8 @@
 #endif
 
 namespace {
+
+using namespace kivBench;
 
 // Each peer is a pair: what holds the number, and how to make and read it.
 
@@ -132,19 +135,16 @@ void makeAndRead(benchmark::State& state)
 }
 
 template <class Peer>
-void addRows(const std::string& name)
+void addRows(const char* who)
 {
-    using benchmark::RegisterBenchmark;
-    RegisterBenchmark(("value from an int/" + name).c_str(), make<Peer, int>);
-    RegisterBenchmark(("value from an int and back/" + name).c_str(), makeAndRead<Peer, int>);
-    RegisterBenchmark(("value from a double/" + name).c_str(), make<Peer, double>);
-    RegisterBenchmark(("value from a double and back/" + name).c_str(), makeAndRead<Peer, double>);
+    const auto size = "hot";
+    addRow("value from an int", size, who, make<Peer, int>);
+    addRow("value from an int, and back", size, who, makeAndRead<Peer, int>);
+    addRow("value from a double", size, who, make<Peer, double>);
+    addRow("value from a double, and back", size, who, makeAndRead<Peer, double>);
 }
 
-} // namespace
-
-int main(int argc, char** argv)
-{
+[[maybe_unused]] const bool registered = [] {
     addRows<Ours>("kiv");
     addRows<Variant>("std::variant");
 #ifdef KIV_BENCH_BOOST
@@ -154,9 +154,7 @@ int main(int argc, char** argv)
     addRows<QtNative>("QVariant");
     addRows<QtText>("QVariant of a text");
 #endif
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
-        return 1;
-    }
-    benchmark::RunSpecifiedBenchmarks();
-}
+    return true;
+}();
+
+} // namespace
