@@ -21,19 +21,20 @@ PathSegment withLast(const PathSegment& from, PathSegment::const_iterator end,
     return {std::move(components), from.runTimeId(), from.separator()};
 }
 
-PathSegment tail(const PathSegment& from, std::size_t skipped)
+/// The components of `from` from `begin` on.
+PathSegment tail(const PathSegment& from, PathSegment::const_iterator begin)
 {
-    return {
-        PathSegment::Components(from.begin() + static_cast<std::ptrdiff_t>(skipped), from.end()),
-        from.runTimeId(), from.separator()};
+    return {PathSegment::Components(begin, from.end()), from.runTimeId(), from.separator()};
 }
 
-PathSegment joined(const PathSegment& first, const PathSegment& second)
+/// The components of `first`, followed by those of `second` from `begin` on.
+PathSegment joined(const PathSegment& first, const PathSegment& second,
+                   PathSegment::const_iterator begin)
 {
     PathSegment::Components components;
-    components.reserve(first.size() + second.size());
+    components.reserve(first.size() + static_cast<std::size_t>(second.end() - begin));
     components.assign(first.begin(), first.end());
-    components.insert(components.end(), second.begin(), second.end());
+    components.insert(components.end(), begin, second.end());
     return {std::move(components), first.runTimeId(), first.separator()};
 }
 
@@ -180,6 +181,7 @@ Path Path::head(int n) const
         throw InvalidOperationOnPath(*this);
     }
     Segments result;
+    result.reserve(nbSegments());
     for (const auto& segment : getSegments()) {
         if (segment.size() > count) {
             if (count > 0) {
@@ -231,22 +233,25 @@ Path Path::reparent(const Path& oldParent, const Path& newParent) const
     for (; cut != segments.end() && rest > cut->size(); ++cut) {
         rest -= cut->size();
     }
+    if (cut == segments.end()) {
+        return newParent;
+    }
 
+    const auto& ahead = newParent.getSegments();
     Segments result;
-    result.reserve(newParent.nbSegments() + static_cast<std::size_t>(segments.end() - cut));
-    result = newParent.getSegments();
+    result.reserve(ahead.size() + static_cast<std::size_t>(segments.end() - cut));
     // Without an old parent the whole path follows, an empty first segment included.
-    if (cut != segments.end() && (rest < cut->size() || oldParent.empty())) {
-        const auto remaining = tail(*cut, rest);
-        if (!result.empty() && continues(result.back(), remaining)) {
-            result.back() = joined(result.back(), remaining);
-        } else {
-            result.push_back(remaining);
-        }
+    const auto begin = cut->begin() + static_cast<std::ptrdiff_t>(rest);
+    if (begin == cut->end() && !oldParent.empty()) {
+        result = ahead;
+    } else if (!ahead.empty() && continues(ahead.back(), *cut)) {
+        result.assign(ahead.begin(), ahead.end() - 1);
+        result.push_back(joined(ahead.back(), *cut, begin));
+    } else {
+        result = ahead;
+        result.push_back(tail(*cut, begin));
     }
-    if (cut != segments.end()) {
-        result.insert(result.end(), cut + 1, segments.end());
-    }
+    result.insert(result.end(), cut + 1, segments.end());
     return result;
 }
 
