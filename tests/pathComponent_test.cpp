@@ -52,6 +52,20 @@ TEST(PathComponent, AnyBytesAreANameInternedOnce)
     EXPECT_EQ(PathComponent::tableSize(), before + names.size());
 }
 
+TEST(PathComponent, NamesOfAnyLengthThatDifferInOneByteAreToldApart)
+{
+    for (std::size_t length = 1; length < 40; ++length) {
+        const PathComponent plain(std::string(length, 'x'));
+        for (std::size_t i = 0; i < length; ++i) {
+            auto name = std::string(length, 'x');
+            name[i] = 'y';
+            const PathComponent other(name);
+            EXPECT_NE(other, plain);
+            EXPECT_EQ(PathComponent(name), other);
+        }
+    }
+}
+
 TEST(PathComponent, TheNullComponentHasNoNameAndEqualsOnlyItself)
 {
     const PathComponent null;
