@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 
@@ -7,6 +8,7 @@
 #include "kiv/export.h"
 #include "kiv/path.h"
 #include "kiv/rtid.h"
+#include "kiv/runTimeRegistration.h"
 #include "kiv/sceneItem.h"
 
 namespace Kiv_v4::assimp {
@@ -44,14 +46,15 @@ public:
     [[nodiscard]] Rtid id() const noexcept;
 
     /// Shows `file` under the gateway and gives its root item. Throws `std::invalid_argument`, with
-    /// the gateway's path in the message, for an empty path and when a file is mounted there
-    /// already.
+    /// the gateway's path in the message, for a null file, an empty path and when a file is mounted
+    /// there already.
     SceneItem::Ptr mount(const std::shared_ptr<const SceneFile>& file, const Path& gateway);
 
     /// Takes the file under the gateway away; false when there is none.
     bool unmount(const Path& gateway);
 
     /// Follows a gateway that was renamed or moved; false when no file is mounted at `gateway`.
+    /// Throws as `mount` does when the file cannot be mounted at `newGateway`.
     bool moveMount(const Path& gateway, const Path& newGateway);
 
     /// The number of items of the file under the gateway; 0 when there is none.
@@ -62,7 +65,7 @@ public:
     [[nodiscard]] std::string originalName(const Path& item) const;
 
 private:
-    const Rtid _id;
+    const RunTimeRegistration _registration;
     const std::shared_ptr<Mounts> _mounts;
 };
 

@@ -9,8 +9,9 @@
 
 namespace Kiv_v4::assimp {
 
-/// Told how far reading has come, from 0 to 1; reading is given up when it returns false. It must
-/// not throw.
+/// Told how far reading has come, from 0 to 1 and never backwards; reading is given up, at the next
+/// step of the importer, when it returns false. It is called on the thread that reads. What it
+/// throws ends the reading and reaches the caller.
 using Progress = std::function<bool(float fraction)>;
 
 /// A scene file as it was read: an immutable tree of named nodes, which any number of mounts share.
@@ -18,12 +19,19 @@ class SceneFile;
 
 /// Reads a scene file of any format that the importer knows. Throws `ImportError`.
 ///
+/// Names are made fit for path strings as they are configured now: when the path segment separator
+/// is changed (`PathString::setPathSegmentSeparator`), a file is read after that.
+///
+/// **Reentrancy.** Called on the host's main thread, since it makes path components. The importer
+/// itself runs on a thread with a stack of its own, large enough for scenes of a hundred thousand
+/// levels, while the caller waits; what it writes to the standard C++ streams is dropped.
+///
 /// Cost: the file is read and converted as a whole; nothing is read later.
 [[nodiscard]] KIV_EXPORT std::shared_ptr<const SceneFile> read(const std::string& file,
                                                                const Progress& progress = {});
 
-/// A file that could not be read. The message is the file, a colon and the importer's reason, in
-/// one line.
+/// A file that could not be read, or was given up. The message is the file, a colon and the reason,
+/// in one line.
 class KIV_EXPORT ImportError : public std::runtime_error
 {
 public:
@@ -31,7 +39,10 @@ public:
     ImportError(const ImportError&) = default;
     ~ImportError() override;
 
+    /// The file as it was given to `read`.
     [[nodiscard]] const std::string& file() const noexcept { return _file; }
+
+    /// One line; "cancelled" when the progress function gave up.
     [[nodiscard]] const std::string& reason() const noexcept { return _reason; }
 
 private:

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+
+namespace Kiv_v4::assimp {
+
+/// Throws `ImportError` unless `file` is a regular file that can be opened.
+void requireReadable(const std::string& file);
+
+/// Throws `ImportError` when the header of a file (OFF, PLY) counts more elements than the file has
+/// bytes. The importer would make room for all of them before it looks for the first.
+void requirePlausibleCounts(const std::string& file);
+
+} // namespace Kiv_v4::assimp

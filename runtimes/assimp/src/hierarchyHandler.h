@@ -1,0 +1,25 @@
+#pragma once
+
+#include <memory>
+#include <utility>
+
+#include "kiv/hierarchyHandler.h"
+
+#include "mounts.h"
+
+namespace Kiv_v4::assimp {
+
+class AssimpHierarchyHandler : public HierarchyHandler
+{
+public:
+    explicit AssimpHierarchyHandler(std::shared_ptr<const Mounts> mounts);
+
+    [[nodiscard]] Hierarchy::Ptr hierarchy(SceneItem::Ptr const& item) override;
+    [[nodiscard]] SceneItem::Ptr createItem(Path const& path) override;
+    [[nodiscard]] SceneItemList rootItems(Path const& gateway) override;
+
+private:
+    const std::shared_ptr<const Mounts> _mounts;
+};
+
+} // namespace Kiv_v4::assimp

@@ -1,0 +1,106 @@
+#include "importing.h"
+
+#include <algorithm>
+#include <assimp/Importer.hpp>
+#include <assimp/ProgressHandler.hpp>
+#include <assimp/postprocess.h>
+#include <assimp/scene.h>
+#include <iostream>
+
+#include "quietStreams.h"
+#include "sceneNodes.h"
+
+namespace Kiv_v4::assimp {
+
+namespace {
+
+constexpr auto kChecks = aiProcess_ValidateDataStructure;
+
+/// A scene whose meshes and materials are all unusable is refused.
+constexpr auto kClean = aiProcess_FindInvalidData | aiProcess_RemoveRedundantMaterials;
+
+/// Tells the reader's progress, never backwards, and remembers that reading was given up.
+class ProgressBridge : public Assimp::ProgressHandler
+{
+public:
+    explicit ProgressBridge(const Progress& progress) : _progress(progress) {}
+
+    bool Update(float fraction) override
+    {
+        if (fraction > _fraction) { // unknown progress is negative
+            _fraction = std::min(fraction, 1.0F);
+        }
+        _isCancelled = _isCancelled || !_progress(_fraction);
+        return !_isCancelled;
+    }
+
+    void advance(const std::string& file, float fraction)
+    {
+        if (!Update(fraction)) {
+            throw ImportError(file, "cancelled");
+        }
+    }
+
+private:
+    const Progress& _progress;
+    float _fraction = 0;
+    bool _isCancelled = false;
+};
+
+void replaceAll(std::string& text, const std::string& what, const std::string& by)
+{
+    for (auto at = text.find(what); at != std::string::npos; at = text.find(what, at + by.size())) {
+        text.replace(at, what.size(), by);
+    }
+}
+
+/// The importer's message, for an `ImportError`, which names the file itself.
+std::string reason(const std::string& file, std::string message)
+{
+    if (message.starts_with("No suitable reader found")) {
+        return "the file format is not known";
+    }
+    replaceAll(message, file + ":", "line ");
+    for (const auto& mention : {" \"" + file + "\"", " " + file, file}) {
+        replaceAll(message, mention, "");
+    }
+    return message.empty() ? "the importer gives no reason" : message;
+}
+
+std::shared_ptr<const SceneFile> imported(const std::string& file, const Progress& progress)
+{
+    const QuietStream quietOut(std::cout);
+    const QuietStream quietErr(std::cerr);
+    const QuietStream quietLog(std::clog);
+    Assimp::Importer importer;
+    auto* bridge = new ProgressBridge(progress);
+    importer.SetProgressHandler(bridge); // the importer owns it now
+
+    // The importer itself looks at what the bridge returns here and there only.
+    bridge->advance(file, 0);
+    importer.ReadFile(file, kChecks);
+    bridge->advance(file, 0.5F);
+    const auto* scene = importer.GetScene() ? importer.ApplyPostProcessing(kClean) : nullptr;
+    bridge->advance(file, scene ? 1.0F : 0.5F);
+    if (!scene || !scene->mRootNode) {
+        throw ImportError(file, reason(file, importer.GetErrorString()));
+    }
+    return std::make_shared<const SceneFile>(*scene);
+}
+
+} // namespace
+
+std::shared_ptr<const SceneFile> importedFile(const std::string& file, const Progress& progress)
+{
+    try {
+        return imported(file, progress);
+    } catch (const ImportError&) {
+        throw;
+    } catch (const std::exception& thrown) {
+        throw ImportError(file, reason(file, thrown.what()));
+    } catch (...) {
+        throw ImportError(file, reason(file, {}));
+    }
+}
+
+} // namespace Kiv_v4::assimp

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <memory>
+#include <unordered_map>
+
+#include "kiv/path.h"
+#include "kiv/rtid.h"
+
+#include "item.h"
+
+namespace Kiv_v4::assimp {
+
+/// Which file is shown under which gateway, and the items that this makes.
+class Mounts
+{
+public:
+    explicit Mounts(Rtid runTimeId) : _runTimeId(runTimeId) {}
+
+    /// Throws `std::invalid_argument` for a null file, an empty gateway and a gateway that is in
+    /// use.
+    void add(const std::shared_ptr<const SceneFile>& file, const Path& gateway);
+    bool remove(const Path& gateway);
+
+    /// Throws `std::invalid_argument` when `newGateway` is empty or in use.
+    bool move(const Path& gateway, const Path& newGateway);
+
+    /// The file under `gateway`, or null.
+    [[nodiscard]] std::shared_ptr<const SceneFile> file(const Path& gateway) const;
+
+    /// The root item under `gateway`, or null.
+    [[nodiscard]] std::shared_ptr<Item> rootItem(const Path& gateway) const;
+
+    /// The item at `path`, or null.
+    [[nodiscard]] std::shared_ptr<Item> item(const Path& path) const;
+
+private:
+    void requireFree(const Path& gateway) const;
+
+    const Rtid _runTimeId;
+    std::unordered_map<Path, std::shared_ptr<const SceneFile>> _files;
+};
+
+} // namespace Kiv_v4::assimp

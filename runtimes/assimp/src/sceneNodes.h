@@ -1,0 +1,70 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "kiv/assimp/sceneFile.h"
+#include "kiv/pathComponent.h"
+#include "kiv/pathSegment.h"
+
+struct aiNode;
+struct aiScene;
+
+namespace Kiv_v4::assimp {
+
+class ComponentNames;
+
+using NodeIndex = std::uint32_t;
+
+enum class NodeType : std::uint8_t { transform, mesh, camera, light };
+
+[[nodiscard]] const char* nodeTypeName(NodeType type) noexcept;
+
+struct Node
+{
+    PathComponent component;
+    NodeIndex parent = 0;     ///< The root is its own.
+    NodeIndex firstChild = 0; ///< The children follow one another from here.
+    NodeIndex nbChildren = 0;
+    NodeType type = NodeType::transform;
+    bool isHelper = false; ///< Made by the importer to hold a part of a node's transform.
+};
+
+/// Invariants: node 0 is the root; the array holds the levels of the tree one after another, so
+/// siblings lie side by side in the file's order.
+class SceneFile
+{
+public:
+    static constexpr NodeIndex kRoot = 0;
+
+    /// The nodes of `scene`, which has a root.
+    explicit SceneFile(const aiScene& scene);
+
+    [[nodiscard]] std::size_t size() const noexcept { return _nodes.size(); }
+    [[nodiscard]] const Node& node(NodeIndex index) const noexcept { return _nodes[index]; }
+
+    /// The node that `segment` names, its first component being the root's.
+    [[nodiscard]] std::optional<NodeIndex> find(const PathSegment& segment) const;
+
+    /// The name that the node has in the file.
+    [[nodiscard]] std::string originalName(NodeIndex index) const;
+
+private:
+    [[nodiscard]] std::optional<NodeIndex> child(const Node& parent,
+                                                 const PathComponent& component) const;
+    void connect();
+    void nameSiblings(const ComponentNames& names, const aiNode* const* sources, NodeIndex first,
+                      NodeIndex count);
+    void sortForFinding();
+
+    std::vector<Node> _nodes;
+    std::vector<NodeIndex> _byComponent; ///< Each run of siblings in the order of component ids.
+    std::unordered_map<NodeIndex, std::string> _originalNames; ///< Those that were changed.
+};
+
+} // namespace Kiv_v4::assimp

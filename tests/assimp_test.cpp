@@ -1,0 +1,408 @@
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <iostream>
+#include <stdexcept>
+#include <thread>
+#include <unistd.h>
+
+#include "kiv/assimp/runTime.h"
+#include "kiv/hierarchy.h"
+#include "kiv/memory/runTime.h"
+#include "kiv/pathString.h"
+
+// The importer leaks on some broken files.
+extern "C" KIV_EXPORT const char* __lsan_default_suppressions();
+extern "C" const char* __lsan_default_suppressions()
+{
+    return "leak:libassimp";
+}
+
+using namespace Kiv_v4;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// A node of a glTF file: its name as JSON writes it, its children, and what hangs at it.
+struct GltfNode
+{
+    std::string name;
+    std::vector<std::size_t> children = {};
+    std::string rest = {};
+};
+
+/// A glTF file of the nodes, the first being the root, with one triangle, camera and light to use.
+std::string gltf(const std::vector<GltfNode>& nodes)
+{
+    std::string text = R"({"asset":{"version":"2.0"},"scene":0,"scenes":[{"nodes":[0]}],"nodes":[)";
+    for (const auto& node : nodes) {
+        text += (&node == nodes.data() ? "" : ",") + (R"({"name":")" + node.name + '"') + node.rest;
+        for (const auto child : node.children) {
+            text +=
+                (child == node.children.front() ? R"(,"children":[)" : ",") + std::to_string(child);
+        }
+        text += node.children.empty() ? "}" : "]}";
+    }
+    return text + R"(],"meshes":[{"primitives":[{"attributes":{"POSITION":0}}]}],
+        "cameras":[{"type":"perspective","perspective":{"yfov":1,"znear":1}}],
+        "extensionsUsed":["KHR_lights_punctual"],
+        "extensions":{"KHR_lights_punctual":{"lights":[{"type":"point"}]}},
+        "accessors":[{"bufferView":0,"componentType":5126,"count":3,"type":"VEC3"}],
+        "bufferViews":[{"buffer":0,"byteLength":36}],"buffers":[{"byteLength":36,
+        "uri":"data:application/octet-stream;base64,AAAAAAAAAAAAAAAAAACAPwAAAAAAAAAAAAAAAAAAgD8AAAAA"}]})";
+}
+
+const std::string kMesh = R"(,"mesh":0)";
+
+std::vector<std::string> nodeNames(const SceneItemList& items)
+{
+    std::vector<std::string> names;
+    for (const auto& item : items) {
+        names.push_back(item->nodeName());
+    }
+    return names;
+}
+
+/// Collects what the process prints.
+class Printed
+{
+public:
+    Printed() : _file(std::tmpfile()), _out(dup(1)), _err(dup(2))
+    {
+        redirect(fileno(_file), fileno(_file));
+    }
+    ~Printed() { std::fclose(_file); }
+
+    std::string stop()
+    {
+        redirect(_out, _err);
+        std::fseek(_file, 0, SEEK_END);
+        std::string text(static_cast<std::size_t>(std::ftell(_file)), '\0');
+        std::rewind(_file);
+        text.resize(std::fread(text.data(), 1, text.size(), _file));
+        return text;
+    }
+
+private:
+    static void redirect(int out, int err)
+    {
+        std::fflush(nullptr);
+        std::cout.flush();
+        dup2(out, 1);
+        dup2(err, 2);
+    }
+
+    std::FILE* _file;
+    int _out;
+    int _err;
+};
+
+struct AssimpScene : testing::Test
+{
+    AssimpScene() { model.setGateway(gateway->path(), files.id()); }
+    ~AssimpScene() override
+    {
+        PathString::setPathSegmentSeparator(",");
+        fs::remove_all(folder);
+    }
+
+    std::string write(const std::string& name, const std::string& text) const
+    {
+        fs::create_directory(folder);
+        std::ofstream(folder / name, std::ios::binary) << text;
+        return (folder / name).string();
+    }
+
+    SceneItem::Ptr mount(const std::vector<GltfNode>& nodes)
+    {
+        return files.mount(assimp::read(write("scene.gltf", gltf(nodes))), gateway->path());
+    }
+
+    static std::string refusal(const std::string& file, const assimp::Progress& progress = {})
+    {
+        try {
+            (void)assimp::read(file, progress);
+        } catch (const assimp::ImportError& error) {
+            EXPECT_EQ(error.file(), file);
+            EXPECT_EQ(error.what(), file + ": " + error.reason());
+            EXPECT_THAT(error.what(), Not(HasSubstr("\n")));
+            return error.reason();
+        }
+        return "it was read";
+    }
+
+    fs::path folder = fs::temp_directory_path() / ("kiv_assimp_test_" + std::to_string(getpid()));
+    memory::RunTime memoryRunTime;
+    assimp::RunTime files;
+    memory::DataModel& model = memoryRunTime.model();
+    SceneItem::Ptr gateway = model.make(model.root(), "gateway", "in");
+};
+
+/// Every item at and under `root`, parents first.
+std::vector<SceneItem::Ptr> subtree(const SceneItem::Ptr& root)
+{
+    std::vector<SceneItem::Ptr> items{root};
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        const auto children = Hierarchy::hierarchy(items[i])->children();
+        items.insert(items.end(), children.begin(), children.end());
+    }
+    return items;
+}
+
+/// Expects each path to survive the way to text and back, and to name an equal item.
+void expectReachable(const std::vector<SceneItem::Ptr>& items)
+{
+    for (const auto& item : items) {
+        const auto text = PathString::string(item->path());
+        ASSERT_EQ(PathString::path(text), item->path()) << text;
+        const auto again = Hierarchy::createItem(item->path());
+        ASSERT_TRUE(again) << text;
+        ASSERT_EQ(*again, *item);
+        ASSERT_EQ(again->nodeType(), item->nodeType());
+    }
+}
+
+} // namespace
+
+TEST_F(AssimpScene, IsBrowsedUnderItsGateway)
+{
+    const auto root = mount({{"Scene", {1, 2, 3, 4}},
+                             {"Cube", {5}, kMesh},
+                             {"Eye", {}, R"(,"camera":0)"},
+                             {"Lamp", {}, R"(,"extensions":{"KHR_lights_punctual":{"light":0}})"},
+                             {"Empty", {}},
+                             {"Inner", {}, kMesh}});
+
+    EXPECT_EQ(PathString::string(root->path()), "/world/in,:Scene");
+    EXPECT_THAT(nodeNames(Hierarchy::hierarchy(gateway)->children()), ElementsAre("Scene"));
+    EXPECT_EQ(*Hierarchy::hierarchy(root)->parent(), *gateway);
+    const auto items = subtree(root);
+    EXPECT_EQ(files.nbItems(gateway->path()), items.size());
+    EXPECT_THAT(nodeNames({items.begin(), items.end()}),
+                ElementsAre("Scene", "Cube", "Eye", "Lamp", "Empty", "Inner"));
+    std::vector<std::string> types;
+    for (const auto& item : items) {
+        types.push_back(item->nodeType());
+    }
+    EXPECT_THAT(types, ElementsAre("transform", "mesh", "camera", "light", "transform", "mesh"));
+    EXPECT_EQ(*Hierarchy::hierarchy(items.back())->parent(), *items[1]);
+    expectReachable(items);
+
+    const auto hierarchy = Hierarchy::hierarchy(root);
+    EXPECT_FALSE(hierarchy->defaultParent());
+    EXPECT_FALSE(hierarchy->createChildCmd("mesh", std::string("new")));
+    EXPECT_FALSE(hierarchy->reorder(hierarchy->children()));
+    for (const auto* nothing :
+         {":Cube", "/world,:Scene", "/world/in,:Cube", "/world/in,:Scene:no"}) {
+        EXPECT_FALSE(Hierarchy::createItem(PathString::path(nothing))) << nothing;
+        EXPECT_THROW((void)files.originalName(PathString::path(nothing)), std::invalid_argument);
+    }
+    const auto slashes = gateway->path() + PathSegment("/Scene", files.id(), '/');
+    EXPECT_FALSE(Hierarchy::createItem(slashes));
+}
+
+TEST_F(AssimpScene, GivesEveryNameASafeAndUniqueComponent)
+{
+    const std::vector<std::pair<std::string, std::string>> names{
+        {"a:b", "a_b1"},
+        {"a,b", "a_b2"},
+        {"a_b", "a_b"}, // fit already, so it keeps its name
+        {"x", "x"},
+        {"x", "x2"},
+        {"x1", "x1"},
+        {",", "_"},
+        {"a/b \x7F", "a/b _"},
+        {"\xC2\x85", "_1"}, // a C1 control character
+        {"\xFF\xC0\xAF\xE7\xAB", "_____"},
+        {"\xED\xA0\x80", "___"}, // half of a surrogate pair
+        {"Würfel 立方 🎲", "Würfel 立方 🎲"}};
+    std::vector<GltfNode> nodes{{"r:oot,"}};
+    for (const auto& name : names) {
+        nodes.front().children.push_back(nodes.size());
+        nodes.push_back({name.first, {}, kMesh});
+    }
+    const auto items = subtree(mount(nodes));
+    ASSERT_EQ(items.size(), nodes.size());
+    EXPECT_EQ(items.front()->nodeName(), "r_oot_");
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        EXPECT_EQ(items[i + 1]->nodeName(), names[i].second);
+        EXPECT_EQ(files.originalName(items[i + 1]->path()), names[i].first);
+    }
+    expectReachable(items);
+    files.unmount(gateway->path());
+
+    const std::string mesh = "Frame { Mesh { 3; 0;0;0;, 1;0;0;, 0;1;0;; 1; 3;0,1,2;; } } ";
+    const auto unnamed = write("a.x", "xof 0303txt 0032\nFrame Root { " + mesh + mesh + "}");
+    const auto root = files.mount(assimp::read(unnamed), gateway->path());
+    const auto children = Hierarchy::hierarchy(root)->children();
+    EXPECT_THAT(nodeNames(children), ElementsAre("mesh", "mesh1"));
+    EXPECT_EQ(files.originalName(children.front()->path()), "");
+}
+
+TEST_F(AssimpScene, KeepsComponentsFreeOfAnySegmentSeparator)
+{
+    const std::vector<GltfNode> nodes{
+        {"a, b->_", {1, 2, 3}}, {"→ 1", {}, kMesh}, {"€_->", {}, kMesh}, {"€_->", {}, kMesh}};
+    for (const auto* separator : {"->", "_", "→", "1", ", ", "_-", "\x86"}) {
+        PathString::setPathSegmentSeparator(separator);
+        const auto items = subtree(mount(nodes));
+        EXPECT_EQ(items.size(), 4U);
+        expectReachable(items);
+        files.unmount(gateway->path());
+    }
+}
+
+TEST_F(AssimpScene, LeavesOutHelperNodesOnDemand)
+{
+    const auto root = mount({{"root", {1, 2, 6}},
+                             {"before", {}, kMesh},
+                             {"arm_$AssimpFbx$_Translation", {3}},
+                             {"arm_$AssimpFbx$_Rotation", {4, 5}},
+                             {"arm", {}, kMesh},
+                             {"hand", {}, kMesh},
+                             {"after_$AssimpFbx$_Scaling", {}}});
+    const auto hierarchy = Hierarchy::hierarchy(root);
+    auto filter = hierarchy->defaultChildFilter();
+    ASSERT_EQ(filter.size(), 1U);
+    EXPECT_EQ(nodeNames(hierarchy->filteredChildren(filter)), nodeNames(hierarchy->children()));
+
+    filter.front().value = false;
+    const auto authored = hierarchy->filteredChildren(filter);
+    EXPECT_THAT(nodeNames(authored), ElementsAre("before", "arm", "hand"));
+    expectReachable({authored.begin(), authored.end()});
+    EXPECT_TRUE(hierarchy->hasFilteredChildren(filter));
+    const auto last = Hierarchy::hierarchy(hierarchy->children().back());
+    EXPECT_FALSE(last->hasFilteredChildren(filter));
+}
+
+TEST_F(AssimpScene, FollowsItsGatewayAndIsTakenAway)
+{
+    const auto file = assimp::read(write("a.gltf", gltf({{"Scene", {}, kMesh}})));
+    const auto root = files.mount(file, gateway->path());
+    EXPECT_THROW(files.mount(file, gateway->path()), std::invalid_argument);
+    EXPECT_THROW(files.mount(file, {}), std::invalid_argument);
+    EXPECT_THROW(files.mount(nullptr, model.root()), std::invalid_argument);
+    files.mount(file, model.root());
+    EXPECT_THROW(files.moveMount(gateway->path(), model.root()), std::invalid_argument);
+
+    const auto renamed = model.rename(gateway->path(), "there");
+    EXPECT_TRUE(files.moveMount(gateway->path(), renamed->path()));
+    EXPECT_FALSE(files.moveMount(gateway->path(), renamed->path()));
+    EXPECT_FALSE(Hierarchy::createItem(root->path()));
+    EXPECT_TRUE(Hierarchy::createItem(PathString::path("/world/there,:Scene")));
+    EXPECT_TRUE(files.unmount(renamed->path()));
+    EXPECT_FALSE(files.unmount(renamed->path()));
+    EXPECT_EQ(files.nbItems(renamed->path()), 0U);
+    EXPECT_THAT(Hierarchy::hierarchy(renamed)->children(), testing::IsEmpty());
+    EXPECT_EQ(root->nodeType(), "mesh") << "an item keeps its file";
+}
+
+TEST_F(AssimpScene, IsRegisteredOnlyWhileItsRunTimeLives)
+{
+    EXPECT_THROW(assimp::RunTime(), InvalidRunTimeName);
+    const auto file = assimp::read(write("a.gltf", gltf({{"Scene", {}, kMesh}})));
+    for (auto i = 0; i < 3; ++i) {
+        assimp::RunTime other("other");
+        const auto root = other.mount(file, gateway->path());
+        EXPECT_EQ(PathString::path("/world/in,:Scene"), root->path()) << "asked for by item";
+    }
+    EXPECT_THAT(PathString::pathComponentSeparatorRunTimeIds(':'), ElementsAre(files.id()));
+}
+
+TEST_F(AssimpScene, RefusesWhatItCannotReadWithOneLine)
+{
+    EXPECT_EQ(refusal("/no/such.obj"), "no such file");
+    EXPECT_EQ(refusal(""), "no such file");
+    EXPECT_EQ(refusal(fs::temp_directory_path().string()), "is a directory");
+    EXPECT_EQ(refusal("/dev/zero"), "is not a regular file");
+    EXPECT_EQ(refusal(write("a.txt", "plain words")), "the file format is not known");
+    EXPECT_THAT(refusal(write("a.gltf", "{\n\n")), Not(HasSubstr("a.gltf")));
+    // Counts that the importer would make room for before it looks for the elements.
+    EXPECT_THAT(refusal(write("a.off", "OFF\n#\n353535235358 6 0\n0 0 0\n")),
+                HasSubstr("353535235358"));
+    EXPECT_THAT(refusal(write("b.OFF", "8 999999999999999999999 0\n")), HasSubstr("counts"));
+    EXPECT_THAT(refusal(write("a.ply", "ply\nformat ascii 1.0\ncomment element 99999999\n"
+                                       "element vertex 3000000000\nend_header\n")),
+                HasSubstr("3000000000"));
+}
+
+TEST_F(AssimpScene, ReportsProgressUntilItIsGivenUp)
+{
+    const auto file = write("a.gltf", gltf({{"Scene", {}, kMesh}}));
+    std::vector<float> told;
+    const auto thread = std::this_thread::get_id();
+    EXPECT_TRUE(assimp::read(file, [&](float fraction) {
+        EXPECT_EQ(std::this_thread::get_id(), thread);
+        told.push_back(fraction);
+        return true;
+    }));
+    EXPECT_TRUE(std::is_sorted(told.begin(), told.end()));
+    EXPECT_EQ(told.front(), 0);
+    EXPECT_EQ(told.back(), 1);
+    for (const auto end : {0.F, 0.5F, 1.F}) {
+        EXPECT_EQ(refusal(file, [end](float fraction) { return fraction < end; }), "cancelled");
+    }
+    EXPECT_THROW((void)assimp::read(file, [](float) -> bool { throw std::domain_error("x"); }),
+                 std::domain_error);
+}
+
+TEST_F(AssimpScene, HoldsDeepAndWideFiles)
+{
+    constexpr std::size_t kSize = 50'000;
+    std::vector<GltfNode> deep(kSize, {"n", {}});
+    for (std::size_t i = 1; i < kSize; ++i) {
+        deep[i - 1].children.push_back(i);
+    }
+    deep.back().rest = kMesh;
+    mount(deep);
+    EXPECT_EQ(files.nbItems(gateway->path()), kSize);
+    const PathSegment::Components way(kSize, std::string("n"));
+    const auto leaf = Hierarchy::createItem(gateway->path() + PathSegment(way, files.id(), ':'));
+    ASSERT_TRUE(leaf);
+    EXPECT_EQ(leaf->nodeType(), "mesh");
+    files.unmount(gateway->path());
+
+    std::vector<GltfNode> wide(kSize, {"n", {}, kMesh});
+    for (std::size_t i = 1; i < kSize; ++i) {
+        wide.front().children.push_back(i);
+    }
+    const auto items = subtree(mount(wide));
+    EXPECT_EQ(items.back()->nodeName(), "n" + std::to_string(kSize - 2));
+    expectReachable(items);
+}
+
+TEST_F(AssimpScene, MountsEveryModelOrSaysWhyNotAndPrintsNothing)
+{
+    const fs::path models = "/usr/share/assimp/models";
+    if (!fs::exists(models)) {
+        GTEST_SKIP() << "the importer's test models are not installed";
+    }
+    Printed printed;
+    std::size_t nbRead = 0;
+    for (const auto& entry : fs::recursive_directory_iterator(models)) {
+        if (!entry.is_regular_file()) {
+            continue;
+        }
+        const auto name = entry.path().string();
+        try {
+            const auto root = files.mount(assimp::read(name), gateway->path());
+            const auto items = subtree(root);
+            EXPECT_EQ(items.size(), files.nbItems(gateway->path())) << name;
+            expectReachable(items);
+            files.unmount(gateway->path());
+            ++nbRead;
+        } catch (const assimp::ImportError& error) {
+            EXPECT_EQ(error.what(), name + ": " + error.reason());
+            EXPECT_THAT(error.reason(), Not(testing::AnyOf("", HasSubstr("\n"), HasSubstr(name))));
+        }
+    }
+    EXPECT_EQ(printed.stop(), "");
+    EXPECT_GT(nbRead, 0U);
+}
