@@ -1,0 +1,50 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "kiv/path.h"
+#include "kiv/rtid.h"
+#include "kiv/sceneItem.h"
+
+namespace app {
+
+/// Told how far reading has come, from 0 to 1.
+using Progress = std::function<void(float)>;
+
+/// Scene files as a run-time, for as long as the object lives; or, in a build without one, the
+/// answer that there is none. Which of the two it is, is chosen when the program is built.
+class SceneFiles
+{
+public:
+    /// A file that was read and is not mounted yet.
+    struct File;
+
+    SceneFiles();
+    SceneFiles(const SceneFiles&) = delete;
+    SceneFiles& operator=(const SceneFiles&) = delete;
+    ~SceneFiles();
+
+    /// Throws `std::runtime_error` with the reason, not the file, as its message.
+    [[nodiscard]] std::shared_ptr<const File> read(const std::string& file,
+                                                   const Progress& progress) const;
+
+    /// The run-time whose items begin under the gateways of files.
+    [[nodiscard]] Kiv_v4::Rtid id() const;
+
+    void mount(const File& file, const Kiv_v4::Path& gateway);
+
+    /// The name of the item in its file, if it comes from a file.
+    [[nodiscard]] std::optional<std::string> originalName(const Kiv_v4::SceneItem& item) const;
+
+    /// The character that components of files are written with.
+    [[nodiscard]] static char separator();
+
+private:
+    struct RunTime;
+    std::unique_ptr<RunTime> _runTime;
+};
+
+} // namespace app

@@ -1,0 +1,39 @@
+#include <stdexcept>
+
+#include "sceneFiles.h"
+
+namespace app {
+
+struct SceneFiles::File
+{};
+
+struct SceneFiles::RunTime
+{};
+
+SceneFiles::SceneFiles() = default;
+
+SceneFiles::~SceneFiles() = default;
+
+std::shared_ptr<const SceneFiles::File> SceneFiles::read(const std::string&, const Progress&) const
+{
+    throw std::runtime_error("this build of kiv reads no scene files");
+}
+
+Kiv_v4::Rtid SceneFiles::id() const
+{
+    return 0;
+}
+
+void SceneFiles::mount(const File&, const Kiv_v4::Path&) {}
+
+std::optional<std::string> SceneFiles::originalName(const Kiv_v4::SceneItem&) const
+{
+    return {};
+}
+
+char SceneFiles::separator()
+{
+    return ':';
+}
+
+} // namespace app

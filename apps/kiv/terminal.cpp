@@ -1,0 +1,112 @@
+#include "terminal.h"
+
+#include <cstdint>
+#include <cstdlib>
+#include <unistd.h>
+
+namespace app {
+
+namespace {
+
+bool isSet(const char* variable)
+{
+    const auto* value = std::getenv(variable);
+    return value && *value;
+}
+
+bool isDumb()
+{
+    const auto* terminal = std::getenv("TERM");
+    return !terminal || std::string_view(terminal) == "dumb";
+}
+
+struct Character
+{
+    char32_t code;
+    std::size_t length; ///< In bytes; 0 for what is no UTF-8.
+};
+
+/// The first character of `text`, which is not empty.
+Character firstCharacter(std::string_view text)
+{
+    const auto byte = [&](std::size_t i) { return static_cast<std::uint8_t>(text[i]); };
+    const auto lead = byte(0);
+    if (lead < 0x80) {
+        return {lead, 1};
+    }
+    const std::size_t length = lead < 0xC2   ? 0
+                               : lead < 0xE0 ? 2
+                               : lead < 0xF0 ? 3
+                               : lead < 0xF5 ? 4
+                                             : 0;
+    if (length == 0 || text.size() < length) {
+        return {0, 0};
+    }
+    char32_t code = lead & (0xFFu >> (length + 1));
+    for (std::size_t i = 1; i < length; ++i) {
+        if ((byte(i) & 0xC0) != 0x80) {
+            return {0, 0};
+        }
+        code = (code << 6) | (byte(i) & 0x3Fu);
+    }
+    const auto overlong = (length == 3 && code < 0x800) || (length == 4 && code < 0x10000);
+    const auto surrogate = code >= 0xD800 && code <= 0xDFFF;
+    return overlong || surrogate || code > 0x10FFFF ? Character{0, 0} : Character{code, length};
+}
+
+bool steersTerminal(char32_t code)
+{
+    const auto within = [code](char32_t first, char32_t last) {
+        return code >= first && code <= last;
+    };
+    return within(0, 0x1F) || within(0x7F, 0x9F) || within(0x200E, 0x200F) ||
+           within(0x2028, 0x202E) || within(0x2066, 0x2069);
+}
+
+void appendEscaped(std::string& result, std::string_view bytes)
+{
+    constexpr auto digits = "0123456789abcdef";
+    for (const char c : bytes) {
+        const auto byte = static_cast<std::uint8_t>(c);
+        result += {'\\', 'x', digits[byte >> 4], digits[byte & 15]};
+    }
+}
+
+} // namespace
+
+bool isTerminal(int descriptor)
+{
+    return ::isatty(descriptor) == 1;
+}
+
+bool wantsColour(int descriptor)
+{
+    return isTerminal(descriptor) && !isSet("NO_COLOR") && !isDumb();
+}
+
+std::string printable(std::string_view text)
+{
+    std::string result;
+    result.reserve(text.size());
+    while (!text.empty()) {
+        const auto character = firstCharacter(text);
+        const auto bytes = text.substr(0, character.length == 0 ? 1 : character.length);
+        if (character.length == 0 || steersTerminal(character.code)) {
+            appendEscaped(result, bytes);
+        } else {
+            result += bytes;
+        }
+        text.remove_prefix(bytes.size());
+    }
+    return result;
+}
+
+std::string Paint::painted(const char* code, std::string_view text) const
+{
+    if (!_coloured || text.empty()) {
+        return std::string(text);
+    }
+    return std::string("\x1b[") + code + "m" + std::string(text) + "\x1b[0m";
+}
+
+} // namespace app

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "outline.h"
+#include "output.h"
+
+namespace app {
+
+/// `kiv tree`: what the user asked for.
+struct TreeOptions
+{
+    enum class Form { drawing, paths, json };
+
+    std::vector<std::string> files;
+    std::vector<std::string> itemsToMake; ///< As `TYPE:PATH`.
+    OutlineFilter filter;
+    Form form = Form::drawing;
+};
+
+/// Makes the items, mounts the files and writes the outliner tree of the whole scene. What cannot
+/// be made or read gets a complaint, and the rest is shown. Gives the exit status.
+[[nodiscard]] int treeCommand(const TreeOptions& options, Output& output);
+
+} // namespace app
