@@ -1,0 +1,306 @@
+// Runs the host program like a user does: by command line, through a shell.
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+#include <sstream>
+#include <string>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+using testing::ContainsRegex;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
+namespace fs = std::filesystem;
+
+struct Result
+{
+    int status;
+    std::string out;
+    std::string err;
+};
+
+std::string contentOf(const fs::path& file)
+{
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+std::vector<std::string> linesOf(const std::string& text)
+{
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) {
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+class Kiv : public testing::Test
+{
+protected:
+    Kiv() { fs::create_directories(folder); }
+    ~Kiv() override { fs::remove_all(folder); }
+
+    /// Runs a shell command in which `kiv` is the program.
+    Result shell(const std::string& command) const
+    {
+        const auto errors = folder / "errors";
+        const auto whole =
+            "kiv() { '" KIV_PROGRAM "' \"$@\"; }\n{ " + command + "\n} 2>'" + errors.string() + "'";
+        std::string out;
+        auto* pipe = ::popen(whole.c_str(), "r");
+        std::array<char, 4096> piece;
+        while (const auto size = std::fread(piece.data(), 1, piece.size(), pipe)) {
+            out.append(piece.data(), size);
+        }
+        const auto status = ::pclose(pipe);
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, out, contentOf(errors)};
+    }
+
+    Result kiv(const std::string& arguments) const { return shell("kiv " + arguments); }
+
+    /// The workshop with the siblings Top and Vice renamed; the names are given as JSON text.
+    std::string workshopWith(const std::string& top, const std::string& vice) const
+    {
+        auto text = contentOf(KIV_EXAMPLES "/workshop.gltf");
+        text.replace(text.find(R"("Top")"), 5, top);
+        text.replace(text.find(R"("Vice")"), 6, vice);
+        const auto file = folder / "renamed.gltf";
+        std::ofstream(file, std::ios::binary) << text;
+        return "'" + file.string() + "'";
+    }
+
+    /// The command run in a terminal of its own.
+    Result onTerminal(const std::string& environment, const std::string& arguments) const
+    {
+        return shell("env " + environment + " TERM=xterm script -qec \"'" KIV_PROGRAM "' " +
+                     arguments + "\" /dev/null");
+    }
+
+    const fs::path folder =
+        fs::path(testing::TempDir()) / ("kiv_app_test_" + std::to_string(::getpid()));
+    const std::string workshop = "'" KIV_EXAMPLES "/workshop.gltf'";
+};
+
+TEST_F(Kiv, TreeCrossesRunTimesAndCounts)
+{
+    const auto tree =
+        kiv("tree --make group:/world/props --make mesh:/world/props/crate " + workshop);
+    EXPECT_EQ(tree.status, 0);
+    EXPECT_EQ(tree.err, "");
+    EXPECT_EQ(tree.out, R"(world  root  [memory]
+├── props  group
+│   └── crate  mesh
+└── workshop  gateway
+    └── Workshop  transform  [assimp]
+        ├── Floor  mesh
+        ├── Bench  transform
+        │   ├── Top  mesh
+        │   ├── Leg front left  mesh
+        │   ├── Leg front right  mesh
+        │   ├── Leg back left  mesh
+        │   ├── Leg back right  mesh
+        │   └── Vice  mesh
+        ├── Tools  transform
+        │   ├── Hammer  transform
+        │   │   ├── Handle  mesh
+        │   │   └── Head  mesh
+        │   └── Toolbox  mesh
+        ├── Lamp  transform
+        │   └── Bulb  light
+        └── View  camera
+
+21 items
+run-times: 4 memory, 17 assimp
+node types: 1 camera, 1 gateway, 1 group, 1 light, 11 mesh, 1 root, 5 transform
+)");
+}
+
+TEST_F(Kiv, DepthAndTypeNarrowTheTreeInEveryForm)
+{
+    EXPECT_EQ(kiv("tree --depth 2 " + workshop).out, R"(world  root  [memory]
+└── workshop  gateway
+    └── Workshop  transform  [assimp]
+
+3 items
+run-times: 2 memory, 1 assimp
+node types: 1 gateway, 1 root, 1 transform
+)");
+    EXPECT_EQ(kiv("tree --type light " + workshop).out, R"(world  root  [memory]
+└── workshop  gateway
+    └── Workshop  transform  [assimp]
+        └── Lamp  transform
+            └── Bulb  light
+
+1 item
+run-times: 1 assimp
+node types: 1 light
+)");
+    EXPECT_EQ(kiv("tree --type light --depth 3 " + workshop).out, "0 items\n");
+    EXPECT_THAT(linesOf(kiv("tree --paths --type transform --depth 3 " + workshop).out),
+                ElementsAre("/world/workshop,:Workshop", "/world/workshop,:Workshop:Bench",
+                            "/world/workshop,:Workshop:Tools", "/world/workshop,:Workshop:Lamp"));
+}
+
+TEST_F(Kiv, EveryPathOfATreeLeadsToItsItem)
+{
+    const auto file = workshopWith(R"("a:b,c/d")", R"("a:b,c/d")");
+    const auto paths = linesOf(kiv("tree --paths " + file).out);
+    ASSERT_EQ(paths.size(), 19u);
+    for (const auto& path : paths) {
+        const auto item = kiv("show --json " + file + " '" + path + "'");
+        ASSERT_EQ(item.status, 0) << path;
+        EXPECT_EQ(nlohmann::json::parse(item.out)["path"], path);
+    }
+}
+
+TEST_F(Kiv, TheTreeAsJsonIsTheTreeAsPaths)
+{
+    const auto items = nlohmann::json::parse(kiv("tree --json " + workshop).out);
+    std::string paths;
+    std::vector<std::string> seen;
+    for (const auto& item : items) {
+        const auto& parent = item["parent"];
+        EXPECT_TRUE(item["depth"] == 0 ? parent.is_null()
+                                       : std::find(seen.begin(), seen.end(), parent) != seen.end());
+        seen.push_back(item["path"]);
+        paths += seen.back() + "\n";
+    }
+    EXPECT_EQ(paths, kiv("tree --paths " + workshop).out);
+    EXPECT_EQ(items.back(), (nlohmann::json{{"path", "/world/workshop,:Workshop:View"},
+                                            {"parent", "/world/workshop,:Workshop"},
+                                            {"name", "View"},
+                                            {"type", "camera"},
+                                            {"runTime", "assimp"},
+                                            {"depth", 3}}));
+}
+
+TEST_F(Kiv, ShowFindsAnItemByFullPathAndByItsPartInTheFile)
+{
+    const auto expected = kiv("show " + workshop + " /world/workshop,:Workshop:Lamp");
+    EXPECT_EQ(expected.status, 0);
+    EXPECT_THAT(expected.out, ContainsRegex("node type +transform\n"));
+    EXPECT_THAT(expected.out, ContainsRegex("parent +/world/workshop,:Workshop\n"));
+    EXPECT_THAT(expected.out, ContainsRegex("children +1\n"));
+    EXPECT_EQ(kiv("show " + workshop + " :Workshop:Lamp").out, expected.out);
+    EXPECT_EQ(kiv("show " + workshop + " Workshop:Lamp").out, expected.out);
+    EXPECT_THAT(kiv("show " + workshop + " /world/workshop").out, ContainsRegex("gateway +yes\n"));
+}
+
+TEST_F(Kiv, ShowTellsTheOriginalName)
+{
+    const auto item =
+        kiv("show --json " + workshopWith(R"("left:arm")", R"("b")") + " Workshop:Bench:left_arm");
+    ASSERT_EQ(item.status, 0) << item.err;
+    EXPECT_EQ(nlohmann::json::parse(item.out)["originalName"], "left:arm");
+}
+
+TEST_F(Kiv, AnUnknownItemIsOneLineAndAFailure)
+{
+    for (const std::string path : {"nope", ":", ",", "/", "/world,", "/nope", "/world/workshop,/x",
+                                   "Workshop,:Workshop", ";x", ""}) {
+        const auto item = kiv("show " + workshop + " '" + path + "'");
+        EXPECT_EQ(item.status, 1) << path;
+        EXPECT_EQ(item.out, "");
+        EXPECT_EQ(item.err, "kiv: " + path + ": no such item\n");
+    }
+}
+
+TEST_F(Kiv, AFileThatCannotBeReadLeavesTheOthersShown)
+{
+    const auto tree = kiv("tree --paths --depth 1 missing.gltf " + workshop + " / " + workshop);
+    EXPECT_EQ(tree.status, 1);
+    EXPECT_THAT(linesOf(tree.out), ElementsAre("/world", "/world/workshop", "/world/workshop1"));
+    EXPECT_THAT(linesOf(tree.err),
+                ElementsAre(StartsWith("kiv: missing.gltf: "), StartsWith("kiv: /: ")));
+
+    const auto nothing = kiv("tree missing.gltf");
+    EXPECT_EQ(nothing.status, 1);
+    EXPECT_EQ(nothing.out, "");
+}
+
+TEST_F(Kiv, AnItemThatCannotBeMadeIsOneLineAndAFailure)
+{
+    for (const std::string item : {"mesh", "mesh:", ":/world/a", "mesh:/world", "mesh:world/a",
+                                   "mesh:/nowhere/a", "mesh:/world/props"}) {
+        const auto tree = kiv("tree --paths --make group:/world/props --make '" + item + "'");
+        EXPECT_EQ(tree.status, 1);
+        EXPECT_EQ(tree.out, "/world\n/world/props\n");
+        EXPECT_THAT(linesOf(tree.err), ElementsAre(StartsWith("kiv: " + item + ": ")));
+    }
+}
+
+TEST_F(Kiv, WrongUsageIsOneLineAndStatus2)
+{
+    for (const auto* arguments :
+         {"", "tree", "grow", "tree --depth", "tree --depth x a", "tree --depth -1 a",
+          "tree --paths --json a", "tree --bogus a", "show a", "show a b c"}) {
+        const auto result = kiv(arguments);
+        EXPECT_EQ(result.status, 2) << arguments;
+        EXPECT_EQ(result.out, "");
+        EXPECT_THAT(linesOf(result.err), ElementsAre(StartsWith("kiv: "))) << arguments;
+    }
+}
+
+TEST_F(Kiv, HelpAndVersionGoToTheStandardOutput)
+{
+    EXPECT_THAT(kiv("--version").out, StartsWith("kiv 4.2.0 ("));
+    EXPECT_EQ(linesOf(kiv("--version").out).size(), 1u);
+    for (const auto* arguments : {"--help", "tree --help", "show --help"}) {
+        const auto help = kiv(arguments);
+        EXPECT_EQ(help.status, 0);
+        EXPECT_THAT(help.out, HasSubstr("Usage: kiv"));
+        EXPECT_EQ(help.err, "");
+    }
+}
+
+TEST_F(Kiv, NamesCannotSteerTheTerminal)
+{
+    const auto file = workshopWith(R"("\u001b[2J\u0007\r\nred")", R"("\u009b2J\u202egnp")");
+    for (const auto* form : {"", "--paths ", "--json "}) {
+        const auto tree = onTerminal("NO_COLOR=1", std::string("tree ") + form + file).out;
+        EXPECT_THAT(tree, HasSubstr("red"));
+        EXPECT_THAT(tree, Not(ContainsRegex("[\x1b\x07]")));
+        EXPECT_THAT(tree, Not(HasSubstr("\u009b")));
+        EXPECT_THAT(tree, Not(HasSubstr("\u202e")));
+    }
+    EXPECT_EQ(linesOf(kiv("tree --paths " + file).out).size(), 19u);
+    EXPECT_EQ(nlohmann::json::parse(kiv("tree --json " + file).out).size(), 19u);
+    EXPECT_THAT(kiv("tree \"$(printf 'a\\033[2J\\nb')\"").err,
+                StartsWith("kiv: a\\x1b[2J\\x0ab: "));
+}
+
+TEST_F(Kiv, ColourIsForTerminalsAndForThoseWhoWantIt)
+{
+    EXPECT_THAT(onTerminal("-u NO_COLOR", "tree " + workshop).out, HasSubstr("\x1b["));
+    EXPECT_THAT(onTerminal("NO_COLOR=1", "tree " + workshop).out, Not(HasSubstr("\x1b[")));
+    EXPECT_THAT(shell("env -u NO_COLOR TERM=xterm '" KIV_PROGRAM "' tree " + workshop).out,
+                Not(HasSubstr("\x1b[")));
+}
+
+TEST_F(Kiv, AReaderWhoGoesAwayIsNoError)
+{
+    const auto cut = shell("{ kiv tree " + workshop + "; echo status $? >&2; } | true");
+    EXPECT_EQ(cut.err, "status 0\n");
+}
+
+TEST_F(Kiv, OutputThatCannotBeWrittenIsAFailure)
+{
+    const auto full = kiv("tree " + workshop + " >/dev/full");
+    EXPECT_EQ(full.status, 1);
+    EXPECT_THAT(linesOf(full.err), ElementsAre(StartsWith("kiv: standard output: ")));
+}
+
+} // namespace
