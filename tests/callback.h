@@ -7,6 +7,8 @@
 #include "kiv/notification.h"
 #include "kiv/observer.h"
 
+namespace test {
+
 /// An observer that calls a function.
 class Callback : public Kiv_v4::Observer
 {
@@ -22,3 +24,5 @@ public:
 private:
     Function _function;
 };
+
+} // namespace test

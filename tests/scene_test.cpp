@@ -11,31 +11,18 @@
 #include "kiv/sceneNotification.h"
 
 #include "callback.h"
+#include "paths.h"
+#include "stubs.h"
 
 using namespace Kiv_v4;
+using test::Callback;
+using test::itemAt;
+using test::path;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
 namespace {
-
-class Item : public SceneItem
-{
-public:
-    using SceneItem::SceneItem;
-
-    std::string nodeType() const override { return "item"; }
-};
-
-Path pathOf(const std::string& text)
-{
-    return Path(PathSegment(text, 1, '/'));
-}
-
-SceneItem::Ptr itemAt(const std::string& text)
-{
-    return std::make_shared<Item>(pathOf(text));
-}
 
 /// Writes down what its observer and its hooks see.
 class RecordingScene : public Scene
@@ -119,7 +106,7 @@ TEST_F(SceneTest, IsInstalledOnceUntilItIsCleared)
 TEST(SceneNotification, TellsAlikeItselfAndAsAnOpOfAComposite)
 {
     const auto item = itemAt("/a/b");
-    const auto old = pathOf("/a/old");
+    const auto old = path("/a/old");
     const auto expect = [](const SceneChanged& change, int opType, int subOpType,
                            const SceneItem::Ptr& changedItem, const Path& changedPath) {
         SCOPED_TRACE(testing::Message() << opType << '.' << subOpType);
@@ -155,7 +142,7 @@ TEST_F(SceneTest, DeliversEachChangeAndThenRunsItsHook)
 {
     scene->notify(ObjectAdd(itemAt("/a")));
     scene->notify(ObjectPreDelete(itemAt("/b")));
-    scene->notify(ObjectRename(itemAt("/c"), pathOf("/d")));
+    scene->notify(ObjectRename(itemAt("/c"), path("/d")));
     scene->notify(SubtreeInvalidate(itemAt("/e")));
     scene->notify(SceneCompositeNotification());
     EXPECT_THAT(scene->events, ElementsAre("observer /a", "add hook /a",         //
@@ -172,11 +159,11 @@ TEST_F(SceneTest, GathersUnderAGuardAndFlattensComposites)
         scene->notify(ObjectAdd(itemAt("/a")));
         {
             const NotificationGuard inner(*scene);
-            scene->notify(ObjectRename(itemAt("/new"), pathOf("/old")));
+            scene->notify(ObjectRename(itemAt("/new"), path("/old")));
         }
         SceneCompositeNotification composite;
-        composite.appendSceneChanged(ObjectDestroyed(pathOf("/b")));
-        composite.appendSceneChanged(ObjectPathRemove(pathOf("/c")));
+        composite.appendSceneChanged(ObjectDestroyed(path("/b")));
+        composite.appendSceneChanged(ObjectPathRemove(path("/c")));
         scene->notify(composite);
         EXPECT_THAT(scene->events, IsEmpty());
     }

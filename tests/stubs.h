@@ -7,6 +7,8 @@
 #include "kiv/hierarchyHandler.h"
 #include "kiv/runTimeMgr.h"
 
+#include "paths.h"
+
 namespace test {
 
 /// An item that is nothing but its path.
@@ -17,6 +19,12 @@ public:
 
     [[nodiscard]] std::string nodeType() const override { return "item"; }
 };
+
+/// An item at the path that the notation of paths.h writes.
+inline Kiv_v4::SceneItem::Ptr itemAt(const std::string& notation)
+{
+    return std::make_shared<Item>(path(notation));
+}
 
 /// A hierarchy handler that does what its functions do, and makes nothing while they are empty.
 class HierarchyStub : public Kiv_v4::HierarchyHandler

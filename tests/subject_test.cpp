@@ -11,8 +11,10 @@
 #include "kiv/subject.h"
 
 #include "callback.h"
+#include "random.h"
 
 using namespace Kiv_v4;
+using test::Callback;
 
 namespace {
 
@@ -226,14 +228,12 @@ TEST(Subject, NotifiesWithoutAllocatingWhileAllObserversLive)
 // inside notifications; meant to be run under the address sanitizer.
 TEST(Subject, SurvivesWhatItsObserversDoWhileTheyAreNotified)
 {
-    const auto seed = std::random_device()();
-    SCOPED_TRACE(seed);
-    std::mt19937 random(seed);
+    test::Random random;
     Subject subject;
     std::vector<Observer::Ptr> owners;
     bool nested = false;
     const auto release = [&] { // maybe the observer that is running
-        std::swap(owners[random() % owners.size()], owners.back());
+        std::swap(random.of(owners), owners.back());
         owners.pop_back();
     };
     Callback::Function act;
@@ -242,7 +242,7 @@ TEST(Subject, SurvivesWhatItsObserversDoWhileTheyAreNotified)
         EXPECT_TRUE(subject.addObserver(owners.back()));
     };
     act = [&](const Notification& notification) {
-        switch (random() % 6) {
+        switch (random.below(6)) {
         case 0:
             throw std::runtime_error("thrown by an observer");
         case 1:
