@@ -1,8 +1,6 @@
 #include <algorithm>
-#include <cstdlib>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <new>
-#include <random>
 #include <stdexcept>
 #include <utility>
 #include <vector>
@@ -18,53 +16,26 @@ using test::Callback;
 
 namespace {
 
-std::size_t allocations = 0;
-
-} // namespace
-
-[[gnu::noinline]] void* operator new(std::size_t size)
-{
-    ++allocations;
-    if (auto* memory = std::malloc(size)) {
-        return memory;
-    }
-    throw std::bad_alloc();
-}
-
-[[gnu::noinline]] void operator delete(void* memory) noexcept
-{
-    std::free(memory);
-}
-
-[[gnu::noinline]] void operator delete(void* memory, std::size_t /*size*/) noexcept
-{
-    std::free(memory);
-}
-
-namespace {
-
 Observer::Ptr counter(int& calls)
 {
     return Callback::make([&calls](const Notification&) { ++calls; });
 }
 
-/// Tells what guards and gathers nothing.
+void addAll(Subject& subject, const std::vector<Observer::Ptr>& observers)
+{
+    for (const auto& observer : observers) {
+        subject.addObserver(observer);
+    }
+}
+
+/// Counts what guards do, and gathers nothing.
 class Gathering : public Subject
 {
 public:
-    bool inCompositeNotification() const override { return open; }
-    void beginNotificationGuard() override
-    {
-        open = true;
-        ++begun;
-    }
-    void endNotificationGuard() override
-    {
-        open = false;
-        ++ended;
-    }
+    bool inCompositeNotification() const override { return begun != ended; }
+    void beginNotificationGuard() override { ++begun; }
+    void endNotificationGuard() override { ++ended; }
 
-    bool open = false;
     int begun = 0;
     int ended = 0;
 };
@@ -117,58 +88,30 @@ TEST(Subject, KeepsItsOwnObserversWhenCopiedMovedAndAssigned)
     EXPECT_TRUE(subject.hasObserver(observer));
 }
 
-TEST(Subject, CallsObserversInTheOrderOfTheirOwnershipRecords)
-{
-    Subject subject;
-    std::vector<Observer::Ptr> observers;
-    std::vector<std::size_t> called;
-    for (std::size_t i = 0; i != 20; ++i) {
-        observers.push_back(
-            Callback::make([&called, i](const Notification&) { called.push_back(i); }));
-    }
-    std::shuffle(observers.begin(), observers.end(), std::mt19937(1));
-    for (const auto& observer : observers) {
-        subject.addObserver(observer);
-    }
-    subject.notify(Notification());
-    const auto inOrderOfCall = called;
-    std::sort(observers.begin(), observers.end(), std::owner_less<Observer::Ptr>());
-    called.clear();
-    for (const auto& observer : observers) {
-        (*observer)(Notification());
-    }
-    EXPECT_EQ(inOrderOfCall, called);
-}
-
 TEST(Subject, LogsAStandardExceptionOfAnObserverAndGoesOn)
 {
     Subject subject;
     int calls = 0;
-    const auto thrower =
-        Callback::make([](const Notification&) { throw std::runtime_error("no such row"); });
-    const std::vector<Observer::Ptr> observers{counter(calls), thrower, counter(calls)};
-    for (const auto& observer : observers) {
-        subject.addObserver(observer);
-    }
-    subject.addObserver(nullptr);
+    const std::vector<Observer::Ptr> observers{
+        counter(calls),
+        Callback::make([](const Notification&) { throw std::runtime_error("no such row"); }),
+        counter(calls)};
+    addAll(subject, observers);
     testing::internal::CaptureStderr();
     subject.notify(Notification());
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
               "Subject notification caught and silenced exception no such row\n\n"
               "\tFile: src/subject\n\tLine: 82\n\tFunction: notify\n");
     EXPECT_EQ(calls, 2);
-    EXPECT_FALSE(subject.hasObserver(nullptr));
 }
 
-TEST(Subject, LetsAnyOtherExceptionEndTheNotification)
+TEST(Subject, LetsAnyOtherExceptionEndItsWalkInOwnerOrder)
 {
     Subject subject;
     int calls = 0;
     const auto thrower = Callback::make([](const Notification&) { throw 42; });
     std::vector<Observer::Ptr> observers{counter(calls), thrower, counter(calls)};
-    for (const auto& observer : observers) {
-        subject.addObserver(observer);
-    }
+    addAll(subject, observers);
     subject.addObserver(nullptr); // sorts first
     std::sort(observers.begin(), observers.end(), std::owner_less<Observer::Ptr>());
     EXPECT_THROW(subject.notify(Notification()), int);
@@ -176,52 +119,27 @@ TEST(Subject, LetsAnyOtherExceptionEndTheNotification)
     EXPECT_TRUE(subject.hasObserver(nullptr));
 }
 
-TEST(Subject, RefusesToNotifyInsideACompositeNotification)
+TEST(Subject, RefusesToNotifyUntilTheOutermostGuardEnds)
 {
     Gathering subject;
     int calls = 0;
     const auto observer = counter(calls);
     subject.addObserver(observer);
-    const NotificationGuard guard(subject);
-    try {
-        subject.notify(Notification());
-        FAIL();
-    } catch (const std::logic_error& error) {
-        EXPECT_STREQ(error.what(),
-                     "Illegal call to Subject::notify() inside a composite notification.");
-    }
-    EXPECT_EQ(calls, 0);
-    EXPECT_TRUE(subject.hasObserver(observer));
-}
-
-TEST(Subject, IsGuardedByTheOutermostGuardAlone)
-{
-    Gathering subject;
     {
         const NotificationGuard outer(subject);
         {
             const NotificationGuard inner(subject);
         }
-        EXPECT_TRUE(subject.open);
-        EXPECT_EQ(subject.begun, 1);
+        EXPECT_THAT([&] { subject.notify(Notification()); },
+                    testing::ThrowsMessage<std::logic_error>(testing::StrEq(
+                        "Illegal call to Subject::notify() inside a composite notification.")));
         EXPECT_EQ(subject.ended, 0);
     }
+    EXPECT_EQ(subject.begun, 1);
     EXPECT_EQ(subject.ended, 1);
-}
-
-TEST(Subject, NotifiesWithoutAllocatingWhileAllObserversLive)
-{
-    Subject subject;
-    int calls = 0;
-    std::vector<Observer::Ptr> observers;
-    for (int i = 0; i != 100; ++i) {
-        observers.push_back(counter(calls));
-        subject.addObserver(observers.back());
-    }
-    const auto before = allocations;
+    EXPECT_EQ(calls, 0);
     subject.notify(Notification());
-    EXPECT_EQ(allocations, before);
-    EXPECT_EQ(calls, 100);
+    EXPECT_EQ(calls, 1);
 }
 
 // Observers at random throw, die, release others, add new ones, count and notify again, all from
@@ -242,22 +160,19 @@ TEST(Subject, SurvivesWhatItsObserversDoWhileTheyAreNotified)
         EXPECT_TRUE(subject.addObserver(owners.back()));
     };
     act = [&](const Notification& notification) {
-        switch (random.below(6)) {
+        switch (random.below(5)) {
         case 0:
             throw std::runtime_error("thrown by an observer");
         case 1:
-        case 2:
             return owners.size() < 40 ? add() : release();
-        case 3:
+        case 2:
             EXPECT_GE(subject.nbObservers(), owners.size());
             return;
-        case 4:
+        case 3:
             if (!std::exchange(nested, true)) {
                 subject.notify(notification);
                 nested = false;
             }
-            return;
-        default:
             return;
         }
     };

@@ -1,0 +1,143 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <list>
+
+#include "kiv/export.h"
+#include "kiv/notification.h"
+#include "kiv/sceneItem.h"
+
+namespace Kiv_v4 {
+
+// What an observable selection tells its observers. Items are shared with the notification.
+
+/// A change of a selection.
+///
+/// Each operation belongs to one class below (`Append` to `SelectionItemAppended`, and so on) and
+/// is carried by it alone.
+class KIV_EXPORT SelectionChanged : public Notification
+{
+public:
+    enum OpType : std::uint32_t {
+        Append = 0,
+        Remove = 1,
+        Insert = 2,
+        Clear = 3,
+        ReplaceWith = 4,
+        Composite = 5
+    };
+
+    explicit SelectionChanged(OpType opType);
+    ~SelectionChanged() override;
+
+    [[nodiscard]] OpType opType() const noexcept { return _opType; }
+
+private:
+    OpType _opType;
+};
+
+/// `item` is now the last one.
+class KIV_EXPORT SelectionItemAppended : public SelectionChanged
+{
+public:
+    explicit SelectionItemAppended(const SceneItem::Ptr& item);
+    ~SelectionItemAppended() override;
+
+    [[nodiscard]] SceneItem::Ptr item() const { return _item; }
+
+private:
+    SceneItem::Ptr _item;
+};
+
+/// The item of the path of `item` is no longer selected.
+class KIV_EXPORT SelectionItemRemoved : public SelectionChanged
+{
+public:
+    explicit SelectionItemRemoved(const SceneItem::Ptr& item);
+    ~SelectionItemRemoved() override;
+
+    [[nodiscard]] SceneItem::Ptr item() const { return _item; }
+
+private:
+    SceneItem::Ptr _item;
+};
+
+/// `item` is now the one before `position`.
+class KIV_EXPORT SelectionItemInserted : public SelectionChanged
+{
+public:
+    SelectionItemInserted(const SceneItem::Ptr& position, const SceneItem::Ptr& item);
+    ~SelectionItemInserted() override;
+
+    [[nodiscard]] SceneItem::Ptr position() const { return _position; }
+    [[nodiscard]] SceneItem::Ptr item() const { return _item; }
+
+private:
+    SceneItem::Ptr _position;
+    SceneItem::Ptr _item;
+};
+
+/// Nothing is selected, as perhaps before.
+class KIV_EXPORT SelectionCleared : public SelectionChanged
+{
+public:
+    SelectionCleared();
+    ~SelectionCleared() override;
+};
+
+/// The items are others, perhaps; the selection itself tells which.
+class KIV_EXPORT SelectionReplaced : public SelectionChanged
+{
+public:
+    SelectionReplaced();
+    ~SelectionReplaced() override;
+};
+
+/// The changes gathered under a notification guard, in the order in which they happened. Holds none
+/// when nothing changed under the guard.
+class KIV_EXPORT SelectionCompositeNotification : public SelectionChanged
+{
+public:
+    /// One change.
+    struct Op
+    {
+        /// What `change` says.
+        explicit Op(const SelectionChanged& change);
+
+        explicit Op(OpType type, SceneItem::Ptr changedItem = nullptr,
+                    SceneItem::Ptr insertPosition = nullptr);
+
+        OpType opType;
+        SceneItem::Ptr item; ///< Null for a clear and a replacement.
+        SceneItem::Ptr pos;  ///< The position of an insertion, null for all else.
+    };
+
+    using Ops = std::list<Op>;
+    using iterator = Ops::iterator;
+    using const_iterator = Ops::const_iterator;
+
+    SelectionCompositeNotification();
+    ~SelectionCompositeNotification() override;
+
+    [[nodiscard]] std::size_t size() const noexcept { return _ops.size(); }
+    [[nodiscard]] bool empty() const noexcept { return _ops.empty(); }
+
+    [[nodiscard]] iterator begin() noexcept { return _ops.begin(); }
+    [[nodiscard]] iterator end() noexcept { return _ops.end(); }
+    [[nodiscard]] const_iterator begin() const noexcept { return _ops.begin(); }
+    [[nodiscard]] const_iterator end() const noexcept { return _ops.end(); }
+    [[nodiscard]] const_iterator cbegin() const noexcept { return _ops.cbegin(); }
+    [[nodiscard]] const_iterator cend() const noexcept { return _ops.cend(); }
+
+    void appendAppendOp(const SceneItem::Ptr& item);
+    void appendRemoveOp(const SceneItem::Ptr& item);
+    void appendInsertOp(const SceneItem::Ptr& pos, const SceneItem::Ptr& item);
+    void appendClearOp();
+    void appendReplaceWithOp();
+
+private:
+    Ops _ops;
+};
+
+} // namespace Kiv_v4
