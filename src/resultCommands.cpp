@@ -6,4 +6,10 @@ SceneItemResultUndoableCommand::~SceneItemResultUndoableCommand() = default;
 
 InsertChildCommand::~InsertChildCommand() = default;
 
+AttributeResultUndoableCommand::~AttributeResultUndoableCommand() = default;
+
+ConnectionResultUndoableCommand::~ConnectionResultUndoableCommand() = default;
+
+SelectionUndoableCommand::~SelectionUndoableCommand() = default;
+
 } // namespace Kiv_v4

@@ -29,6 +29,7 @@ struct Registry
     std::unordered_map<std::string, Rtid> nameToId;
     HandlerTables tables;
     detail::HandlerTable<BatchOpsHandler> batchOpsTable;
+    detail::HandlerTable<CodeWrapperHandler> codeWrapperTable;
 
     [[nodiscard]] auto findName(Rtid rtId) const
     {
@@ -49,6 +50,8 @@ detail::HandlerTable<Handler>& table()
 {
     if constexpr (std::is_same_v<Handler, BatchOpsHandler>) {
         return registry().batchOpsTable;
+    } else if constexpr (std::is_same_v<Handler, CodeWrapperHandler>) {
+        return registry().codeWrapperTable;
     } else {
         return std::get<detail::HandlerTable<Handler>>(registry().tables);
     }
@@ -74,6 +77,7 @@ bool eraseName(Rtid rtId)
         return false;
     }
     registry().nameToId.erase(name);
+    registry().codeWrapperTable.erase(rtId); // optional: nothing to erase is no failure
     return true;
 }
 
@@ -176,6 +180,7 @@ KIV_HANDLER_KIND(PathMappingHandler, setPathMappingHandler, pathMappingHandler)
 KIV_HANDLER_KIND(NodeDefHandler, setNodeDefHandler, nodeDefHandler)
 KIV_HANDLER_KIND(SceneSegmentHandler, setSceneSegmentHandler, sceneSegmentHandler)
 KIV_HANDLER_KIND(BatchOpsHandler, setBatchOpsHandler, batchOpsHandler)
+KIV_HANDLER_KIND(CodeWrapperHandler, setCodeWrapperHandler, codeWrapperHandler)
 
 #undef KIV_HANDLER_KIND
 

@@ -8,6 +8,10 @@
 
 namespace Kiv_v4 {
 
+class Attribute;
+class Connection;
+class Path;
+
 // Commands that tell what they made. The result is there once the command has run.
 
 /// Makes or changes one item.
@@ -32,6 +36,43 @@ public:
 
     /// The child at its new path; null before the command has run.
     [[nodiscard]] virtual SceneItem::Ptr insertedChild() const = 0;
+};
+
+/// Adds or renames an attribute.
+class KIV_EXPORT AttributeResultUndoableCommand : public UndoableCommand
+{
+public:
+    using Ptr = std::shared_ptr<AttributeResultUndoableCommand>;
+
+    ~AttributeResultUndoableCommand() override;
+
+    /// The attribute added or renamed; null before the command has run.
+    [[nodiscard]] virtual std::shared_ptr<Attribute> attribute() const = 0;
+};
+
+/// Connects two attributes.
+class KIV_EXPORT ConnectionResultUndoableCommand : public UndoableCommand
+{
+public:
+    using Ptr = std::shared_ptr<ConnectionResultUndoableCommand>;
+
+    ~ConnectionResultUndoableCommand() override;
+
+    /// The connection made; null before the command has run.
+    [[nodiscard]] virtual std::shared_ptr<Connection> connection() const = 0;
+};
+
+/// Does something to each item of a selection that gives another item for it, such as a duplicate.
+class KIV_EXPORT SelectionUndoableCommand : public UndoableCommand
+{
+public:
+    using Ptr = std::shared_ptr<SelectionUndoableCommand>;
+
+    ~SelectionUndoableCommand() override;
+
+    /// What the command made of the selected item at `sourcePath`; null when that was not selected,
+    /// or before the command has run.
+    [[nodiscard]] virtual SceneItem::Ptr targetItem(Path const& sourcePath) const = 0;
 };
 
 } // namespace Kiv_v4

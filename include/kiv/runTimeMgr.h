@@ -13,6 +13,7 @@ namespace Kiv_v4 {
 class AttributesHandler;
 class BatchOpsHandler;
 class CameraHandler;
+class CodeWrapperHandler;
 class ConnectionHandler;
 class ContextOpsHandler;
 class HierarchyHandler;
@@ -122,6 +123,10 @@ public:
                                 const std::shared_ptr<SceneSegmentHandler>& handler);
     void setBatchOpsHandler(const Rtid& rtId, const std::shared_ptr<BatchOpsHandler>& handler);
 
+    /// The optional kind that `Handlers` does not have. `unregister` takes it along with the name.
+    void setCodeWrapperHandler(const Rtid& rtId,
+                               const std::shared_ptr<CodeWrapperHandler>& handler);
+
     [[nodiscard]] std::shared_ptr<HierarchyHandler> hierarchyHandler(const Rtid& rtId) const;
     [[nodiscard]] std::shared_ptr<Transform3dHandler> transform3dHandler(const Rtid& rtId) const;
     [[nodiscard]] std::shared_ptr<SceneItemOpsHandler> sceneItemOpsHandler(const Rtid& rtId) const;
@@ -139,6 +144,7 @@ public:
     [[nodiscard]] std::shared_ptr<NodeDefHandler> nodeDefHandler(const Rtid& rtId) const;
     [[nodiscard]] std::shared_ptr<SceneSegmentHandler> sceneSegmentHandler(const Rtid& rtId) const;
     [[nodiscard]] std::shared_ptr<BatchOpsHandler> batchOpsHandler(const Rtid& rtId) const;
+    [[nodiscard]] std::shared_ptr<CodeWrapperHandler> codeWrapperHandler(const Rtid& rtId) const;
 
     /// The hierarchy handler without a share of it: good until it is replaced or unregistered.
     /// Throws `InvalidRunTimeId` when the run-time has none.

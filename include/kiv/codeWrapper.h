@@ -1,0 +1,103 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "kiv/export.h"
+#include "kiv/rtid.h"
+
+namespace Kiv_v4 {
+
+class Selection;
+
+/// What a run-time does around a batch of edits: `prelude` before it, `cleanup` after it. It may
+/// hold state from one to the other, such as a suspended evaluation.
+class KIV_EXPORT CodeWrapper
+{
+public:
+    using Ptr = std::shared_ptr<CodeWrapper>;
+
+    CodeWrapper();
+    CodeWrapper(const CodeWrapper&) = delete;
+    CodeWrapper& operator=(const CodeWrapper&) = delete;
+    virtual ~CodeWrapper();
+
+    /// `subOperation` tells what follows: "execute", "undo" or "redo" for a batch command.
+    virtual void prelude(std::string const& subOperation) = 0;
+
+    /// Called once for each prelude that returned, also when the batch threw.
+    virtual void cleanup(std::string const& subOperation) = 0;
+};
+
+/// Makes a run-time's code wrappers. A run-time installs its handler with
+/// `RunTimeMgr::setCodeWrapperHandler`; it goes when the run-time unregisters.
+class KIV_EXPORT CodeWrapperHandler
+{
+public:
+    using Ptr = std::shared_ptr<CodeWrapperHandler>;
+
+    CodeWrapperHandler();
+    CodeWrapperHandler(const CodeWrapperHandler&) = delete;
+    CodeWrapperHandler& operator=(const CodeWrapperHandler&) = delete;
+    virtual ~CodeWrapperHandler();
+
+    /// Whether the run-time wants to wrap operations of that name; `createCodeWrapper` is not asked
+    /// otherwise.
+    [[nodiscard]] virtual bool wraps(std::string const& operationName) const = 0;
+
+    /// A wrapper for the operation `name` on `selection`, which holds items of this run-time and
+    /// may hold others. By default null: none.
+    [[nodiscard]] virtual CodeWrapper::Ptr createCodeWrapper(Selection const& selection,
+                                                             std::string const& name);
+};
+
+/// The wrappers of one operation on a selection: one from each run-time that the selection touches
+/// and that supplies one, in the order in which the selection reaches the run-times.
+class KIV_EXPORT CodeWrapperContainer
+{
+public:
+    CodeWrapperContainer(Selection const& selection, std::string const& operationName);
+
+    [[nodiscard]] const std::vector<CodeWrapper::Ptr>& wrappers() const noexcept
+    {
+        return _wrappers;
+    }
+
+private:
+    std::vector<CodeWrapper::Ptr> _wrappers;
+};
+
+/// Brackets one run of an operation with the preludes and clean-ups of a container.
+///
+///     CodeWrapperContext context(container, "undo");
+///     context.prelude();
+///     // the work
+///     context.cleanup(); // or left to the destructor, when the work throws
+class KIV_EXPORT CodeWrapperContext
+{
+public:
+    /// The container must outlive the context. Runs nothing yet.
+    CodeWrapperContext(CodeWrapperContainer const& container, std::string const& subOperation);
+    CodeWrapperContext(const CodeWrapperContext&) = delete;
+    CodeWrapperContext& operator=(const CodeWrapperContext&) = delete;
+
+    /// Cleans up what `cleanup` has not. Exceptions from clean-ups are logged and dropped.
+    ~CodeWrapperContext();
+
+    /// Runs the prelude of each wrapper. When one throws, those that ran are left to be cleaned up
+    /// and the exception goes on.
+    void prelude();
+
+    /// Runs the clean-up of each wrapper whose prelude ran, in reverse order, all of them even when
+    /// one throws; the first exception goes on at the end.
+    void cleanup();
+
+private:
+    const std::vector<CodeWrapper::Ptr>& _wrappers;
+    const std::string _subOperation;
+    std::size_t _nbOpen = 0;
+};
+
+} // namespace Kiv_v4

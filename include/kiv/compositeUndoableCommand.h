@@ -1,0 +1,43 @@
+#pragma once
+
+#include <initializer_list>
+#include <list>
+#include <memory>
+
+#include "kiv/export.h"
+#include "kiv/undoableCommand.h"
+
+namespace Kiv_v4 {
+
+/// Several commands as one: executed and redone front to back, undone back to front. Null entries
+/// are skipped.
+///
+/// An exception from a command ends the walk and reaches the caller; the commands that ran stay as
+/// they are, the others are not run.
+class KIV_EXPORT CompositeUndoableCommand : public UndoableCommand
+{
+public:
+    using Ptr = std::shared_ptr<CompositeUndoableCommand>;
+    using Commands = std::list<UndoableCommand::Ptr>;
+
+    CompositeUndoableCommand();
+    CompositeUndoableCommand(std::initializer_list<UndoableCommand::Ptr> commands);
+    explicit CompositeUndoableCommand(const Commands& commands);
+    ~CompositeUndoableCommand() override;
+
+    [[nodiscard]] static Ptr create(std::initializer_list<UndoableCommand::Ptr> commands);
+
+    /// Adds `command`, null or not, at the end. It is not executed.
+    void append(const UndoableCommand::Ptr& command);
+
+    [[nodiscard]] const Commands& cmdsList() const noexcept { return _commands; }
+
+    void execute() override;
+    void undo() override;
+    void redo() override;
+
+private:
+    Commands _commands;
+};
+
+} // namespace Kiv_v4

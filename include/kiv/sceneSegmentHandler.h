@@ -1,0 +1,49 @@
+#pragma once
+
+#include <memory>
+
+#include "kiv/export.h"
+#include "kiv/rtid.h"
+
+namespace Kiv_v4 {
+
+class Path;
+class Selection;
+
+/// Tells where other run-times' segments begin in a run-time's scene. A gateway is an item under
+/// which the items of another run-time begin.
+class KIV_EXPORT SceneSegmentHandler
+{
+public:
+    using Ptr = std::shared_ptr<SceneSegmentHandler>;
+
+    /// The handler of a run-time, or null.
+    [[nodiscard]] static Ptr sceneSegmentHandler(Rtid runTimeId);
+
+    /// Whether the item at `path` is a gateway; false when its run-time has no such handler.
+    [[nodiscard]] static bool isGateway(Path const& path);
+
+    /// The gateways at or under `path` within the run-time of `path`; none when it has no such
+    /// handler.
+    [[nodiscard]] static Selection findGatewayItems(Path const& path);
+
+    /// Those of them that lead into the run-time `nestedRuntimeId`.
+    [[nodiscard]] static Selection findGatewayItems(Path const& path, Rtid nestedRuntimeId);
+
+    SceneSegmentHandler();
+    SceneSegmentHandler(const SceneSegmentHandler&) = delete;
+    SceneSegmentHandler& operator=(const SceneSegmentHandler&) = delete;
+    virtual ~SceneSegmentHandler();
+
+    /// Whether the item at `path`, a path of this run-time, is a gateway.
+    [[nodiscard]] virtual bool isGatewayItem(Path const& path) = 0;
+
+    /// The gateways at or under `path`, a path of this run-time, in the order of the hierarchy.
+    /// What lies behind them is not searched.
+    [[nodiscard]] virtual Selection gatewayItems(Path const& path) = 0;
+
+    /// Those of them that lead into the run-time `nestedRuntimeId`.
+    [[nodiscard]] virtual Selection gatewayItems(Path const& path, Rtid nestedRuntimeId) = 0;
+};
+
+} // namespace Kiv_v4

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <memory>
+
+#include "kiv/export.h"
+#include "kiv/undoableCommand.h"
+
+namespace Kiv_v4 {
+
+/// Through which client code executes commands, so that the host can route them into its undo
+/// system: a host installs a subclass that runs each command and pushes it on its undo queue.
+///
+///     UndoableCommandMgr::initializeInstance(std::make_shared<MyUndoQueue>());
+///     UndoableCommandMgr::instance().executeCmd(hierarchy->createChildCmd("mesh", name));
+class KIV_EXPORT UndoableCommandMgr
+{
+public:
+    using Ptr = std::shared_ptr<UndoableCommandMgr>;
+
+    UndoableCommandMgr();
+    UndoableCommandMgr(const UndoableCommandMgr&) = delete;
+    UndoableCommandMgr& operator=(const UndoableCommandMgr&) = delete;
+    virtual ~UndoableCommandMgr();
+
+    /// Installs the process-wide manager; null clears it. Throws `std::invalid_argument`, with the
+    /// installed one left in place, when there is one already and `manager` is not null.
+    static void initializeInstance(const Ptr& manager);
+
+    /// The installed manager. There must be one: this is not checked.
+    [[nodiscard]] static UndoableCommandMgr& instance();
+
+    /// Executes `command`, which must not be null. By default does nothing else.
+    virtual void executeCmd(const UndoableCommand::Ptr& command) const;
+
+    /// Takes note of a command that was executed already. By default does nothing.
+    virtual void registerCmd(const UndoableCommand::Ptr& command) const;
+
+private:
+    friend class UndoableCommandGuard;
+
+    static Ptr& installed();
+};
+
+} // namespace Kiv_v4

@@ -1,0 +1,61 @@
+#include "kiv/batchOpsHandler.h"
+
+#include "kiv/compositeUndoableCommand.h"
+#include "kiv/path.h"
+#include "kiv/runTimeMgr.h"
+#include "kiv/selection.h"
+
+namespace Kiv_v4 {
+
+namespace {
+
+/// The run-times' commands for one selection.
+class BatchedSelectionUndoableCommand : public SelectionUndoableCommand
+{
+public:
+    void append(const UndoableCommand::Ptr& command) { _composite.append(command); }
+
+    void execute() override { _composite.execute(); }
+    void undo() override { _composite.undo(); }
+    void redo() override { _composite.redo(); }
+
+    [[nodiscard]] SceneItem::Ptr targetItem(Path const& sourcePath) const override
+    {
+        for (const auto& command : _composite.cmdsList()) {
+            const auto* batch = dynamic_cast<const SelectionUndoableCommand*>(command.get());
+            if (auto target = batch ? batch->targetItem(sourcePath) : nullptr) {
+                return target;
+            }
+        }
+        return nullptr;
+    }
+
+private:
+    CompositeUndoableCommand _composite;
+};
+
+} // namespace
+
+BatchOpsHandler::BatchOpsHandler() = default;
+
+BatchOpsHandler::~BatchOpsHandler() = default;
+
+UndoableCommand::Ptr BatchOpsHandler::duplicateSelectionCmd(Selection const& selection,
+                                                            DuplicateOptions const& options)
+{
+    std::shared_ptr<BatchedSelectionUndoableCommand> batch;
+    for (const auto runTimeId : RunTimeMgr::instance().getIds()) {
+        const auto handler = RunTimeMgr::instance().batchOpsHandler(runTimeId);
+        const auto command = handler ? handler->duplicateItemsCmd(selection, options) : nullptr;
+        if (!command) {
+            continue;
+        }
+        if (!batch) {
+            batch = std::make_shared<BatchedSelectionUndoableCommand>();
+        }
+        batch->append(command);
+    }
+    return batch;
+}
+
+} // namespace Kiv_v4

@@ -1,0 +1,27 @@
+#include "kiv/contextOps.h"
+
+#include "dispatch.h"
+#include "executed.h"
+
+namespace Kiv_v4 {
+
+ContextOps::ContextOps() = default;
+
+ContextOps::~ContextOps() = default;
+
+ContextOps::Ptr ContextOps::contextOps(SceneItem::Ptr const& item)
+{
+    return detail::dispatch("contextOps", "src/contextOps", item, &RunTimeMgr::contextOpsHandler,
+                            [&](auto& handler) { return handler.contextOps(item); });
+}
+
+void ContextOps::doOp(ItemPath const& itemPath)
+{
+    detail::executed(doOpCmd(itemPath));
+}
+
+ContextOpsHandler::ContextOpsHandler() = default;
+
+ContextOpsHandler::~ContextOpsHandler() = default;
+
+} // namespace Kiv_v4
