@@ -1,60 +1,19 @@
 #include "kiv/memory/dataModel.h"
 
-#include <stdexcept>
 #include <utility>
 
-#include "kiv/pathString.h"
-#include "kiv/uniqueName.h"
-
+#include "announcements.h"
 #include "item.h"
-#include "itemNames.h"
+#include "steps.h"
 #include "tree.h"
 
 namespace Kiv_v4::memory {
 
 namespace {
 
-[[noreturn]] void refuse(const Path& path, const std::string& reason)
+SceneItem::Ptr itemAt(Tree& tree, const Path& path)
 {
-    throw std::invalid_argument("'" + PathString::string(path) + "' " + reason);
-}
-
-Node& existing(Tree& tree, const Path& path)
-{
-    auto* node = tree.find(path);
-    if (!node) {
-        refuse(path, "names no item.");
-    }
-    return *node;
-}
-
-/// An item that is not the root.
-Node& editable(Tree& tree, const Path& path)
-{
-    auto& node = existing(tree, path);
-    if (!node.parent) {
-        refuse(path, "is the root item, which stays as it is.");
-    }
-    return node;
-}
-
-void requireFree(Tree& tree, const Node& parent, const PathComponent& name)
-{
-    if (tree.child(parent, name)) {
-        refuse(tree.pathOf(parent), "has a child '" + name.string() + "' already.");
-    }
-}
-
-PathComponent freeName(Tree& tree, const Node& parent, const std::string& name)
-{
-    requireValidName(name);
-    requireFree(tree, parent, name);
-    return name;
-}
-
-SceneItem::Ptr itemOf(const Tree& tree, const Node& node)
-{
-    return makeItem(tree.pathOf(node), node);
+    return makeItem(path, existing(tree, path));
 }
 
 } // namespace
@@ -86,49 +45,43 @@ std::size_t DataModel::size() const noexcept
 SceneItem::Ptr DataModel::make(const Path& parent, const std::string& nodeType,
                                const std::string& name)
 {
-    auto& parentNode = existing(*_tree, parent);
-    auto made = _tree->make(nodeType, freeName(*_tree, parentNode, name));
-    return itemOf(*_tree, _tree->attach(std::move(made), parentNode, nullptr));
+    const Place place{parent, requireFreeName(*_tree, existing(*_tree, parent), name), {}};
+    insertion(_tree, _tree->make(nodeType, place.name), place)->apply();
+    return itemAt(*_tree, place.path());
 }
 
 SceneItem::Ptr DataModel::rename(const Path& item, const std::string& name)
 {
-    auto& node = editable(*_tree, item);
-    if (node.name.string() != name) {
-        _tree->rename(node, freeName(*_tree, *node.parent, name));
+    auto to = placeOf(*_tree, item);
+    if (to.name.string() != name) {
+        to.name = requireFreeName(*_tree, existing(*_tree, to.parent), name);
+        relocation(_tree, item, to)->apply();
     }
-    return itemOf(*_tree, node);
+    return itemAt(*_tree, to.path());
 }
 
 SceneItem::Ptr DataModel::move(const Path& item, const Path& parent)
 {
-    auto& node = editable(*_tree, item);
-    auto& newParent = existing(*_tree, parent);
-    if (parent.startsWith(item)) {
-        refuse(item, "cannot move under itself.");
-    }
-    if (node.parent != &newParent) {
-        requireFree(*_tree, newParent, node.name);
-    }
-    return itemOf(*_tree, _tree->attach(_tree->detach(node), newParent, nullptr));
+    const Place to{parent, placeOf(*_tree, item).name, {}};
+    relocation(_tree, item, to)->apply();
+    return itemAt(*_tree, to.path());
 }
 
 void DataModel::remove(const Path& item)
 {
-    const auto removed = _tree->detach(editable(*_tree, item));
+    removal(_tree, item)->apply();
 }
 
 std::string DataModel::uniqueName(const Path& parent, const std::string& name) const
 {
-    const auto& node = existing(*_tree, parent);
-    return Kiv_v4::uniqueName(validName(name), [&](const std::string& candidate) {
-        return _tree->child(node, candidate) != nullptr;
-    });
+    return freeName(*_tree, existing(*_tree, parent), name).string();
 }
 
 void DataModel::setGateway(const Path& item, Rtid nestedRunTimeId)
 {
-    existing(*_tree, item).gateway = nestedRunTimeId;
+    auto& node = existing(*_tree, item);
+    node.gateway = nestedRunTimeId;
+    announceInvalidate(makeItem(item, node));
 }
 
 Rtid DataModel::gateway(const Path& item) const

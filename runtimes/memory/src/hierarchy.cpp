@@ -5,6 +5,7 @@
 
 #include "kiv/runTimeMgr.h"
 
+#include "editCommands.h"
 #include "item.h"
 
 namespace Kiv_v4::memory {
@@ -71,32 +72,32 @@ SceneItem::Ptr MemoryHierarchy::defaultParent() const
     return node() ? _item : nullptr;
 }
 
-SceneItemResultUndoableCommand::Ptr MemoryHierarchy::createChildCmd(std::string const&,
-                                                                    PathComponent const&)
+SceneItemResultUndoableCommand::Ptr MemoryHierarchy::createChildCmd(std::string const& nodeType,
+                                                                    PathComponent const& name)
 {
-    return nullptr;
+    return memory::createChildCmd(_tree, _item->path(), nodeType, name);
 }
 
-InsertChildCommand::Ptr MemoryHierarchy::insertChildCmd(SceneItem::Ptr const&,
-                                                        SceneItem::Ptr const&)
+InsertChildCommand::Ptr MemoryHierarchy::insertChildCmd(SceneItem::Ptr const& child,
+                                                        SceneItem::Ptr const& before)
 {
-    return nullptr;
+    return memory::insertChildCmd(_tree, _item->path(), child, before);
 }
 
-SceneItemResultUndoableCommand::Ptr MemoryHierarchy::createGroupCmd(SceneItemList const&,
-                                                                    PathComponent const&)
+SceneItemResultUndoableCommand::Ptr MemoryHierarchy::createGroupCmd(SceneItemList const& members,
+                                                                    PathComponent const& name)
 {
-    return nullptr;
+    return memory::createGroupCmd(_tree, _item->path(), members, name);
 }
 
-UndoableCommand::Ptr MemoryHierarchy::reorderCmd(SceneItemList const&)
+UndoableCommand::Ptr MemoryHierarchy::reorderCmd(SceneItemList const& orderedList)
 {
-    return nullptr;
+    return memory::reorderCmd(_tree, _item->path(), orderedList);
 }
 
 UndoableCommand::Ptr MemoryHierarchy::ungroupCmd()
 {
-    return nullptr;
+    return memory::ungroupCmd(_tree, _item->path());
 }
 
 Node* MemoryHierarchy::node() const noexcept

@@ -1,7 +1,11 @@
 #include "kiv/memory/runTime.h"
 
+#include "batchOps.h"
+#include "contextOps.h"
 #include "hierarchy.h"
 #include "itemNames.h"
+#include "sceneItemOps.h"
+#include "sceneSegment.h"
 #include "tree.h"
 
 namespace Kiv_v4::memory {
@@ -23,6 +27,10 @@ RunTime::RunTime(const std::string& name, const std::string& rootName)
 {
     auto& manager = RunTimeMgr::instance();
     manager.setHierarchyHandler(id(), std::make_shared<MemoryHierarchyHandler>(_tree));
+    manager.setSceneItemOpsHandler(id(), std::make_shared<MemorySceneItemOpsHandler>(_tree));
+    manager.setContextOpsHandler(id(), std::make_shared<MemoryContextOpsHandler>(_tree));
+    manager.setSceneSegmentHandler(id(), std::make_shared<MemorySceneSegmentHandler>(_tree));
+    manager.setBatchOpsHandler(id(), std::make_shared<MemoryBatchOpsHandler>(_tree));
 }
 
 RunTime::~RunTime() = default;

@@ -10,6 +10,26 @@
 
 namespace Kiv_v4::memory {
 
+namespace {
+
+void link(Node& node, Node& parent, Node* before) noexcept
+{
+    node.parent = &parent;
+    node.next = before;
+    node.previous = before ? before->previous : parent.lastChild;
+    (node.previous ? node.previous->next : parent.firstChild) = &node;
+    (before ? before->previous : parent.lastChild) = &node;
+}
+
+void unlink(Node& node) noexcept
+{
+    (node.previous ? node.previous->next : node.parent->firstChild) = node.next;
+    (node.next ? node.next->previous : node.parent->lastChild) = node.previous;
+    node.parent = node.previous = node.next = nullptr;
+}
+
+} // namespace
+
 Node* nextInSubtree(const Node* top, Node* node) noexcept
 {
     if (node->firstChild) {
@@ -58,7 +78,10 @@ Tree::Tree(Rtid runTimeId, const PathComponent& rootName)
 Tree::~Tree()
 {
     while (_root.firstChild) {
-        destroy(unlink(*_root.firstChild));
+        auto& child = *_root.firstChild;
+        leave(child);
+        unlink(child);
+        destroy(&child);
     }
 }
 
@@ -106,34 +129,56 @@ Node& Tree::attach(Detached&& subtree, Node& parent, Node* before)
     node.parent = &parent;
     enter(node);
     subtree.release();
-
-    node.next = before;
-    node.previous = before ? before->previous : parent.lastChild;
-    (node.previous ? node.previous->next : parent.firstChild) = &node;
-    (before ? before->previous : parent.lastChild) = &node;
+    link(node, parent, before);
     return node;
 }
 
 Detached Tree::detach(Node& node)
 {
-    return {shared_from_this(), unlink(node)};
-}
-
-Node* Tree::unlink(Node& node) noexcept
-{
-    (node.previous ? node.previous->next : node.parent->firstChild) = node.next;
-    (node.next ? node.next->previous : node.parent->lastChild) = node.previous;
+    auto tree = shared_from_this();
     leave(node);
-    node.parent = node.previous = node.next = nullptr;
-    return &node;
+    unlink(node);
+    return {std::move(tree), &node};
 }
 
-void Tree::rename(Node& node, const PathComponent& name)
+void Tree::move(Node& node, Node& parent, Node* before, const PathComponent& name) noexcept
 {
     auto entry = _index.extract({node.parent, node.name});
-    entry.key().name = name;
-    _index.insert(std::move(entry));
+    unlink(node);
     node.name = name;
+    link(node, parent, before);
+    entry.key() = {&parent, name};
+    _index.insert(std::move(entry));
+}
+
+void Tree::reorder(Node& parent, const std::vector<Node*>& children) noexcept
+{
+    parent.firstChild = parent.lastChild = nullptr;
+    for (auto* child : children) {
+        link(*child, parent, nullptr);
+    }
+}
+
+Detached Tree::copy(const Node& top)
+{
+    auto copied = make(top.type, top.name);
+    auto* target = copied.get();
+    for (const auto* source = &top; source;) {
+        if (source->firstChild) {
+            source = source->firstChild;
+        } else {
+            for (; source != &top && !source->next; source = source->parent) {
+                target = target->parent;
+            }
+            if (source == &top) {
+                break;
+            }
+            source = source->next;
+            target = target->parent;
+        }
+        target = &attach(make(source->type, source->name), *target, nullptr);
+    }
+    return copied;
 }
 
 void Tree::destroy(Node* top) noexcept

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "kiv/path.h"
 #include "kiv/pathComponent.h"
@@ -79,7 +80,15 @@ public:
     Node& attach(Detached&& subtree, Node& parent, Node* before);
     [[nodiscard]] Detached detach(Node& node);
 
-    void rename(Node& node, const PathComponent& name);
+    /// Gives the node another place and name; never fails.
+    void move(Node& node, Node& parent, Node* before, const PathComponent& name) noexcept;
+
+    /// Gives the children, all of them in `children`, that order.
+    void reorder(Node& parent, const std::vector<Node*>& children) noexcept;
+
+    /// A copy of the subtree that is in no scene yet. Gateways become ordinary items: what is
+    /// mounted under them is not theirs to copy.
+    [[nodiscard]] Detached copy(const Node& top);
 
     /// Destroys a detached subtree.
     void destroy(Node* top) noexcept;
@@ -96,7 +105,6 @@ private:
         std::size_t operator()(const ChildKey& key) const noexcept;
     };
 
-    Node* unlink(Node& node) noexcept;
     void enter(Node& node);
     void leave(const Node& node) noexcept;
 

@@ -1,0 +1,57 @@
+#include "announcements.h"
+
+#include "kiv/scene.h"
+#include "kiv/sceneNotification.h"
+
+namespace Kiv_v4::memory {
+
+namespace {
+
+template <class Change, class... Arguments>
+void announce(const Arguments&... arguments)
+{
+    if (Scene::hasInstance()) {
+        Scene::instance().notify(Change(arguments...));
+    }
+}
+
+} // namespace
+
+void announceAdd(const SceneItem::Ptr& item)
+{
+    announce<ObjectAdd>(item);
+}
+
+void announcePreDelete(const SceneItem::Ptr& item)
+{
+    announce<ObjectPreDelete>(item);
+}
+
+void announcePostDelete(const SceneItem::Ptr& item)
+{
+    announce<ObjectPostDelete>(item);
+}
+
+void announceRename(const SceneItem::Ptr& item, const Path& previousPath)
+{
+    announce<ObjectRename>(item, previousPath);
+}
+
+void announceReparent(const SceneItem::Ptr& item, const Path& previousPath)
+{
+    announce<ObjectReparent>(item, previousPath);
+}
+
+void announceInvalidate(const SceneItem::Ptr& root)
+{
+    announce<SubtreeInvalidate>(root);
+}
+
+AnnouncementBatch::AnnouncementBatch(bool gather)
+{
+    if (gather && Scene::hasInstance()) {
+        _guard.emplace(Scene::instance());
+    }
+}
+
+} // namespace Kiv_v4::memory

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <memory>
+
+#include "kiv/batchOpsHandler.h"
+
+#include "tree.h"
+
+namespace Kiv_v4::memory {
+
+class MemoryBatchOpsHandler : public BatchOpsHandler
+{
+public:
+    explicit MemoryBatchOpsHandler(std::shared_ptr<Tree> tree);
+
+    /// Duplicates the topmost selected items; what is selected under them is duplicated with them.
+    [[nodiscard]] UndoableCommand::Ptr duplicateItemsCmd(Selection const& selection,
+                                                         DuplicateOptions const& options) override;
+
+private:
+    const std::shared_ptr<Tree> _tree;
+};
+
+} // namespace Kiv_v4::memory

@@ -1,0 +1,49 @@
+#include "sceneSegment.h"
+
+#include <utility>
+
+#include "kiv/selection.h"
+
+#include "item.h"
+
+namespace Kiv_v4::memory {
+
+namespace {
+
+/// The items under `path` whose gateway `wanted` accepts, in the order of the hierarchy.
+template <class Wanted>
+Selection gateways(Tree& tree, const Path& path, Wanted wanted)
+{
+    Selection found;
+    auto* top = tree.find(path);
+    for (auto* node = top; node; node = nextInSubtree(top, node)) {
+        if (node != top && node->gateway != 0 && wanted(node->gateway)) {
+            found.append(makeItem(tree.pathOf(*node), *node));
+        }
+    }
+    return found;
+}
+
+} // namespace
+
+MemorySceneSegmentHandler::MemorySceneSegmentHandler(std::shared_ptr<Tree> tree)
+    : _tree(std::move(tree))
+{}
+
+bool MemorySceneSegmentHandler::isGatewayItem(Path const& path)
+{
+    const auto* node = _tree->find(path);
+    return node && node->gateway != 0;
+}
+
+Selection MemorySceneSegmentHandler::gatewayItems(Path const& path)
+{
+    return gateways(*_tree, path, [](Rtid) { return true; });
+}
+
+Selection MemorySceneSegmentHandler::gatewayItems(Path const& path, Rtid nestedRuntimeId)
+{
+    return gateways(*_tree, path, [=](Rtid nested) { return nested == nestedRuntimeId; });
+}
+
+} // namespace Kiv_v4::memory

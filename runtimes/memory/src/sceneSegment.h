@@ -1,0 +1,24 @@
+#pragma once
+
+#include <memory>
+
+#include "kiv/sceneSegmentHandler.h"
+
+#include "tree.h"
+
+namespace Kiv_v4::memory {
+
+class MemorySceneSegmentHandler : public SceneSegmentHandler
+{
+public:
+    explicit MemorySceneSegmentHandler(std::shared_ptr<Tree> tree);
+
+    [[nodiscard]] bool isGatewayItem(Path const& path) override;
+    [[nodiscard]] Selection gatewayItems(Path const& path) override;
+    [[nodiscard]] Selection gatewayItems(Path const& path, Rtid nestedRuntimeId) override;
+
+private:
+    const std::shared_ptr<Tree> _tree;
+};
+
+} // namespace Kiv_v4::memory

@@ -1,0 +1,293 @@
+#include "steps.h"
+
+#include <stdexcept>
+#include <unordered_set>
+#include <utility>
+
+#include "kiv/pathString.h"
+#include "kiv/uniqueName.h"
+
+#include "announcements.h"
+#include "item.h"
+#include "itemNames.h"
+
+namespace Kiv_v4::memory {
+
+namespace {
+
+[[noreturn]] void refuse(const Path& path, const std::string& reason)
+{
+    throw std::invalid_argument("'" + PathString::string(path) + "' " + reason);
+}
+
+void requireFree(Tree& tree, const Node& parent, const PathComponent& name)
+{
+    if (tree.child(parent, name)) {
+        refuse(tree.pathOf(parent), "has a child '" + name.string() + "' already.");
+    }
+}
+
+/// The sibling to insert before; null for the null component, which means last.
+Node* sibling(Tree& tree, const Path& parentPath, const Node& parent, const PathComponent& name)
+{
+    auto* found = name ? tree.child(parent, name) : nullptr;
+    if (name && !found) {
+        refuse(parentPath, "has no child '" + name.string() + "'.");
+    }
+    return found;
+}
+
+/// Puts a subtree into the scene and takes it out again; which of the two comes first is up to the
+/// step.
+class Presence
+{
+public:
+    Presence(std::shared_ptr<Tree> tree, Detached&& outside, Place place)
+        : _tree(std::move(tree)), _outside(std::move(outside)), _place(std::move(place))
+    {}
+
+    void enter()
+    {
+        auto& parent = existing(*_tree, _place.parent);
+        requireFree(*_tree, parent, _place.name);
+        auto* before = sibling(*_tree, _place.parent, parent, _place.before);
+        _outside.get()->name = _place.name;
+        const auto& node = _tree->attach(std::move(_outside), parent, before);
+        announceAdd(makeItem(_place.path(), node));
+    }
+
+    void leave()
+    {
+        auto& node = editable(*_tree, _place.path());
+        const auto item = makeItem(_place.path(), node);
+        announcePreDelete(item);
+        _outside = _tree->detach(node);
+        announcePostDelete(item);
+    }
+
+private:
+    std::shared_ptr<Tree> _tree;
+    Detached _outside;
+    Place _place;
+};
+
+class Insertion : public Step
+{
+public:
+    explicit Insertion(Presence&& presence) : _presence(std::move(presence)) {}
+
+    void apply() override { _presence.enter(); }
+    void revert() override { _presence.leave(); }
+
+private:
+    Presence _presence;
+};
+
+class Removal : public Step
+{
+public:
+    explicit Removal(Presence&& presence) : _presence(std::move(presence)) {}
+
+    void apply() override { _presence.leave(); }
+    void revert() override { _presence.enter(); }
+
+private:
+    Presence _presence;
+};
+
+class Relocation : public Step
+{
+public:
+    Relocation(std::shared_ptr<Tree> tree, Place from, Place to)
+        : _tree(std::move(tree)), _from(std::move(from)), _to(std::move(to))
+    {}
+
+    void apply() override { relocate(_from, _to); }
+    void revert() override { relocate(_to, _from); }
+
+private:
+    void relocate(const Place& from, const Place& to)
+    {
+        const auto path = from.path();
+        auto& node = editable(*_tree, path);
+        auto& parent = existing(*_tree, to.parent);
+        if (to.parent.startsWith(path)) {
+            refuse(path, "cannot move under itself.");
+        }
+        const auto sameParent = &parent == node.parent;
+        if (!sameParent || from.name != to.name) {
+            requireFree(*_tree, parent, to.name);
+        }
+        auto* before = sibling(*_tree, to.parent, parent, to.before);
+        _tree->move(node, parent, before == &node ? node.next : before, to.name);
+        announce(from, to, node);
+    }
+
+    static void announce(const Place& from, const Place& to, const Node& node)
+    {
+        const auto item = makeItem(to.path(), node);
+        if (from.parent != to.parent) {
+            announceReparent(item, from.path());
+        } else if (from.name != to.name) {
+            announceRename(item, from.path());
+        } else {
+            announceInvalidate(makeItem(to.parent, *node.parent));
+        }
+    }
+
+    const std::shared_ptr<Tree> _tree;
+    const Place _from;
+    const Place _to;
+};
+
+class Reordering : public Step
+{
+public:
+    Reordering(std::shared_ptr<Tree> tree, Path parent, std::vector<PathComponent> before,
+               std::vector<PathComponent> after)
+        : _tree(std::move(tree)), _parent(std::move(parent)), _before(std::move(before)),
+          _after(std::move(after))
+    {}
+
+    void apply() override { order(_after); }
+    void revert() override { order(_before); }
+
+private:
+    void order(const std::vector<PathComponent>& names)
+    {
+        auto& parent = existing(*_tree, _parent);
+        if (!isOrderOf(parent, names)) {
+            refuse(_parent, "has other children than those to put in order.");
+        }
+        std::vector<Node*> children;
+        for (const auto& name : names) {
+            children.push_back(_tree->child(parent, name));
+        }
+        _tree->reorder(parent, children);
+        announceInvalidate(makeItem(_parent, parent));
+    }
+
+    const std::shared_ptr<Tree> _tree;
+    const Path _parent;
+    const std::vector<PathComponent> _before;
+    const std::vector<PathComponent> _after;
+};
+
+} // namespace
+
+StepPtr insertion(const std::shared_ptr<Tree>& tree, Detached&& subtree, const Place& place)
+{
+    return std::make_unique<Insertion>(Presence(tree, std::move(subtree), place));
+}
+
+StepPtr removal(const std::shared_ptr<Tree>& tree, const Path& path)
+{
+    return std::make_unique<Removal>(Presence(tree, {}, placeOf(*tree, path)));
+}
+
+StepPtr relocation(const std::shared_ptr<Tree>& tree, const Path& from, const Place& to)
+{
+    return std::make_unique<Relocation>(tree, placeOf(*tree, from), to);
+}
+
+StepPtr reordering(const std::shared_ptr<Tree>& tree, const Path& parent,
+                   std::vector<PathComponent> names)
+{
+    return std::make_unique<Reordering>(tree, parent, childNames(existing(*tree, parent)),
+                                        std::move(names));
+}
+
+void Plan::carryOut(StepPtr step)
+{
+    _steps.reserve(_steps.size() + 1);
+    step->apply();
+    _steps.push_back(std::move(step));
+}
+
+void Plan::apply()
+{
+    std::size_t done = 0;
+    try {
+        for (; done < _steps.size(); ++done) {
+            _steps[done]->apply();
+        }
+    } catch (...) {
+        while (done > 0) {
+            _steps[--done]->revert();
+        }
+        throw;
+    }
+}
+
+void Plan::revert()
+{
+    auto left = _steps.size();
+    try {
+        for (; left > 0; --left) {
+            _steps[left - 1]->revert();
+        }
+    } catch (...) {
+        for (; left < _steps.size(); ++left) {
+            _steps[left]->apply();
+        }
+        throw;
+    }
+}
+
+Node& existing(Tree& tree, const Path& path)
+{
+    auto* node = tree.find(path);
+    if (!node) {
+        refuse(path, "names no item.");
+    }
+    return *node;
+}
+
+Node& editable(Tree& tree, const Path& path)
+{
+    auto& node = existing(tree, path);
+    if (!node.parent) {
+        refuse(path, "is the root item, which stays as it is.");
+    }
+    return node;
+}
+
+Place placeOf(Tree& tree, const Path& path)
+{
+    const auto& node = editable(tree, path);
+    return {path.pop(), node.name, node.next ? node.next->name : PathComponent()};
+}
+
+std::vector<PathComponent> childNames(const Node& parent)
+{
+    std::vector<PathComponent> names;
+    for (const auto* child = parent.firstChild; child; child = child->next) {
+        names.push_back(child->name);
+    }
+    return names;
+}
+
+bool isOrderOf(const Node& parent, const std::vector<PathComponent>& names)
+{
+    const auto children = childNames(parent);
+    const std::unordered_set<PathComponent> known(children.begin(), children.end());
+    const std::unordered_set<PathComponent> given(names.begin(), names.end());
+    return names.size() == children.size() && given == known;
+}
+
+PathComponent freeName(Tree& tree, const Node& parent, const std::string& name,
+                       const PathComponent& allowed)
+{
+    return uniqueName(validName(name), [&](const std::string& candidate) {
+        return candidate != allowed.string() && tree.child(parent, candidate);
+    });
+}
+
+PathComponent requireFreeName(Tree& tree, const Node& parent, const std::string& name)
+{
+    requireValidName(name);
+    requireFree(tree, parent, name);
+    return name;
+}
+
+} // namespace Kiv_v4::memory

@@ -1,0 +1,100 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "kiv/path.h"
+#include "kiv/pathComponent.h"
+
+#include "tree.h"
+
+namespace Kiv_v4::memory {
+
+/// Where an item is: among the children of `parent` as `name`, before the sibling `before`, or last
+/// when that is the null component.
+struct Place
+{
+    Path parent;
+    PathComponent name;
+    PathComponent before;
+
+    [[nodiscard]] Path path() const { return parent + name; }
+};
+
+/// One change of the scene that can be taken back and done again. Steps remember paths and names,
+/// and announce what they do on the installed scene.
+///
+/// Applying or reverting a step in a scene that it does not fit throws `std::invalid_argument` and
+/// changes nothing.
+class Step
+{
+public:
+    Step() = default;
+    Step(const Step&) = delete;
+    Step& operator=(const Step&) = delete;
+    virtual ~Step() = default;
+
+    virtual void apply() = 0;
+    virtual void revert() = 0;
+};
+
+using StepPtr = std::unique_ptr<Step>;
+
+/// Puts a subtree that is in no scene into the place; its top takes the place's name.
+[[nodiscard]] StepPtr insertion(const std::shared_ptr<Tree>& tree, Detached&& subtree,
+                                const Place& place);
+
+/// Takes the item at `path`, with all that is under it, out of the scene.
+[[nodiscard]] StepPtr removal(const std::shared_ptr<Tree>& tree, const Path& path);
+
+/// Moves the item at `from` to another place: under another parent, name, or position.
+[[nodiscard]] StepPtr relocation(const std::shared_ptr<Tree>& tree, const Path& from,
+                                 const Place& to);
+
+/// Gives the children of the item at `parent` the order of `names`, which holds each once.
+[[nodiscard]] StepPtr reordering(const std::shared_ptr<Tree>& tree, const Path& parent,
+                                 std::vector<PathComponent> names);
+
+/// Several steps as one: all of them or, when one throws, none.
+class Plan
+{
+public:
+    [[nodiscard]] std::size_t size() const noexcept { return _steps.size(); }
+
+    /// Applies `step` and adds it. When it throws, it is not added.
+    void carryOut(StepPtr step);
+
+    /// Applies all steps again.
+    void apply();
+    void revert();
+
+private:
+    std::vector<StepPtr> _steps;
+};
+
+/// The node at `path`; throws `std::invalid_argument` when there is none.
+[[nodiscard]] Node& existing(Tree& tree, const Path& path);
+
+/// The same for an item other than the root, which stays as it is.
+[[nodiscard]] Node& editable(Tree& tree, const Path& path);
+
+/// Where the item at `path` is now.
+[[nodiscard]] Place placeOf(Tree& tree, const Path& path);
+
+/// The names of the children, in order.
+[[nodiscard]] std::vector<PathComponent> childNames(const Node& parent);
+
+/// Whether `names` holds the name of each child once.
+[[nodiscard]] bool isOrderOf(const Node& parent, const std::vector<PathComponent>& names);
+
+/// `name`, made fit for an item and free among the children of `parent`; a child of `parent` called
+/// `allowed` does not count.
+[[nodiscard]] PathComponent freeName(Tree& tree, const Node& parent, const std::string& name,
+                                     const PathComponent& allowed = {});
+
+/// `name` itself. Throws `std::invalid_argument` unless it is fit and free.
+[[nodiscard]] PathComponent requireFreeName(Tree& tree, const Node& parent,
+                                            const std::string& name);
+
+} // namespace Kiv_v4::memory
