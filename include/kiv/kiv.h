@@ -2,12 +2,20 @@
 
 // The whole of the library's public interface.
 
+#include "kiv/attribute.h"
+#include "kiv/attributeDef.h"
+#include "kiv/attributeInfo.h"
+#include "kiv/attributeNotification.h"
+#include "kiv/attributes.h"
 #include "kiv/baseUndoableCommand.h"
 #include "kiv/batchCompositeCommand.h"
 #include "kiv/batchOpsHandler.h"
 #include "kiv/childFilter.h"
 #include "kiv/codeWrapper.h"
 #include "kiv/compositeUndoableCommand.h"
+#include "kiv/connection.h"
+#include "kiv/connectionHandler.h"
+#include "kiv/connections.h"
 #include "kiv/contextOps.h"
 #include "kiv/export.h"
 #include "kiv/globalSelection.h"
@@ -24,6 +32,7 @@
 #include "kiv/pathComponent.h"
 #include "kiv/pathSegment.h"
 #include "kiv/pathString.h"
+#include "kiv/pathSubject.h"
 #include "kiv/rawAddress.h"
 #include "kiv/resultCommands.h"
 #include "kiv/rtid.h"

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "kiv/export.h"
+#include "kiv/path.h"
+
+namespace Kiv_v4 {
+
+class Attribute;
+
+/// Names an attribute for longer than attribute objects live: the path of its item and its name. It
+/// holds neither item nor attribute, so it survives that the item is deleted and made again.
+class KIV_EXPORT AttributeInfo
+{
+public:
+    AttributeInfo(Path const& path, std::string const& name);
+
+    /// The handle of `attribute`, which must not be null.
+    explicit AttributeInfo(std::shared_ptr<Attribute> const& attribute);
+
+    [[nodiscard]] Path const& path() const noexcept { return _path; }
+    [[nodiscard]] std::string const& name() const noexcept { return _name; }
+
+    /// The attribute as it is now, on a fresh item; null when the item has none of that name. Throws
+    /// `std::runtime_error` when the path names no item, or one without attributes.
+    [[nodiscard]] std::shared_ptr<Attribute> attribute() const;
+
+    bool operator==(AttributeInfo const& other) const
+    {
+        return _path == other._path && _name == other._name;
+    }
+    bool operator!=(AttributeInfo const& other) const { return !(*this == other); }
+
+private:
+    Path _path;
+    std::string _name;
+};
+
+} // namespace Kiv_v4

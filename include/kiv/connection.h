@@ -1,0 +1,27 @@
+#pragma once
+
+#include <memory>
+
+#include "kiv/attributeInfo.h"
+#include "kiv/export.h"
+
+namespace Kiv_v4 {
+
+/// The value of one attribute, the source, feeds another, the destination.
+class KIV_EXPORT Connection
+{
+public:
+    using Ptr = std::shared_ptr<Connection>;
+
+    Connection(AttributeInfo const& src, AttributeInfo const& dst);
+    virtual ~Connection();
+
+    [[nodiscard]] AttributeInfo const& src() const noexcept { return _src; }
+    [[nodiscard]] AttributeInfo const& dst() const noexcept { return _dst; }
+
+private:
+    const AttributeInfo _src;
+    const AttributeInfo _dst;
+};
+
+} // namespace Kiv_v4

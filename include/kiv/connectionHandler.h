@@ -1,0 +1,52 @@
+#pragma once
+
+#include <memory>
+
+#include "kiv/attribute.h"
+#include "kiv/attributeInfo.h"
+#include "kiv/connections.h"
+#include "kiv/export.h"
+#include "kiv/resultCommands.h"
+#include "kiv/rtid.h"
+#include "kiv/sceneItem.h"
+
+namespace Kiv_v4 {
+
+/// Makes, breaks and lists the connections between attributes of a run-time.
+///
+/// The command makers change nothing and give null when the run-time refuses, for instance because types
+/// do not agree. The conveniences execute the command and drop it; hosts that want undo execute the
+/// command through their undo system. Those that take handles resolve them first and pass on what
+/// `AttributeInfo::attribute` throws.
+class KIV_EXPORT ConnectionHandler
+{
+public:
+    using Ptr = std::shared_ptr<ConnectionHandler>;
+
+    /// The handler of a run-time, or null.
+    [[nodiscard]] static Ptr connectionHandler(Rtid runTimeId);
+
+    ConnectionHandler();
+    ConnectionHandler(const ConnectionHandler&) = delete;
+    ConnectionHandler& operator=(const ConnectionHandler&) = delete;
+    virtual ~ConnectionHandler();
+
+    /// The connections of `item`; null when it has no attributes to connect.
+    [[nodiscard]] virtual Connections::Ptr connections(SceneItem::Ptr const& item) const = 0;
+
+    [[nodiscard]] virtual ConnectionResultUndoableCommand::Ptr
+    connectCmd(Attribute::Ptr const& src, Attribute::Ptr const& dst) const = 0;
+
+    [[nodiscard]] virtual UndoableCommand::Ptr disconnectCmd(Attribute::Ptr const& src,
+                                                             Attribute::Ptr const& dst) const = 0;
+
+    /// The new connection, or null when the run-time refuses.
+    Connection::Ptr connect(Attribute::Ptr const& src, Attribute::Ptr const& dst) const;
+    Connection::Ptr connect(AttributeInfo const& src, AttributeInfo const& dst) const;
+
+    /// Does nothing when the run-time refuses.
+    void disconnect(Attribute::Ptr const& src, Attribute::Ptr const& dst) const;
+    void disconnect(AttributeInfo const& src, AttributeInfo const& dst) const;
+};
+
+} // namespace Kiv_v4

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "kiv/attribute.h"
+#include "kiv/connection.h"
+#include "kiv/export.h"
+
+namespace Kiv_v4 {
+
+/// The connections of one scene item: those that have one of its attributes at either end.
+class KIV_EXPORT Connections
+{
+public:
+    using Ptr = std::shared_ptr<Connections>;
+
+    /// Which end of a connection an attribute is looked for at: a set of flags.
+    enum AttributeType : std::uint8_t {
+        Source = 1,
+        Destination = 2,
+        SourceOrDestination = Source | Destination
+    };
+
+    Connections();
+    Connections(const Connections&) = delete;
+    Connections& operator=(const Connections&) = delete;
+    virtual ~Connections();
+
+    /// All connections of the item, each once.
+    [[nodiscard]] virtual std::vector<Connection::Ptr> allConnections() const = 0;
+
+    /// Whether `connections(attribute, type)` is not empty.
+    [[nodiscard]] virtual bool hasConnection(Attribute::Ptr const& attribute,
+                                             AttributeType type) const;
+
+    /// The connections of the item that have `attribute` at one of the ends that `type` names. An
+    /// attribute is at an end when the path of its item and its name are those of the end. None for a
+    /// null attribute. Linear in the number of the item's connections.
+    [[nodiscard]] virtual std::vector<Connection::Ptr> connections(Attribute::Ptr const& attribute,
+                                                                   AttributeType type) const;
+};
+
+} // namespace Kiv_v4

@@ -1,0 +1,106 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <unordered_map>
+
+#include "kiv/path.h"
+#include "kiv/sceneItem.h"
+#include "kiv/subject.h"
+
+namespace Kiv_v4::detail {
+
+/// The observers of single items: one subject per observed path, made by the first observer and erased
+/// with the last, and a count of observers per run-time.
+///
+/// A template so that each kind of change has a registry of its own, found by its notification.
+template <class Changed> class ItemSubjects
+{
+public:
+    /// What the observers of one item are registered on.
+    struct ItemSubject : Subject
+    {
+        explicit ItemSubject(SceneItem::Ptr observed) : item(std::move(observed)) {}
+
+        const SceneItem::Ptr item; ///< The one given to the first observer.
+    };
+    using ItemSubjectPtr = std::shared_ptr<ItemSubject>;
+
+    static ItemSubjects& instance()
+    {
+        static auto& subjects = *new ItemSubjects; // observers may outlive other statics
+        return subjects;
+    }
+
+    bool add(const SceneItem::Ptr& item, const Observer::Ptr& observer)
+    {
+        if (!item) {
+            return false;
+        }
+        auto& subject = _subjects[item->path()];
+        if (!subject) {
+            subject = std::make_shared<ItemSubject>(item);
+        }
+        const auto added = subject->addObserver(observer);
+        if (added) {
+            ++_counts[item->runTimeId()];
+        }
+        return added;
+    }
+
+    bool remove(const Path& path, const Observer::Ptr& observer)
+    {
+        const auto subject = find(path);
+        if (!subject || !subject->removeObserver(observer)) {
+            return false;
+        }
+        --_counts[path.runTimeId()];
+        if (subject->nbObservers() == 0) {
+            _subjects.erase(path);
+        }
+        return true;
+    }
+
+    bool remove(const SceneItem::Ptr& item, const Observer::Ptr& observer)
+    {
+        return item && remove(item->path(), observer);
+    }
+
+    [[nodiscard]] std::size_t count(const SceneItem::Ptr& item) const
+    {
+        const auto subject = item ? find(item->path()) : nullptr;
+        return subject ? subject->nbObservers() : 0;
+    }
+
+    [[nodiscard]] bool has(const SceneItem::Ptr& item, const Observer::Ptr& observer) const
+    {
+        const auto subject = item ? find(item->path()) : nullptr;
+        return subject && subject->hasObserver(observer);
+    }
+
+    [[nodiscard]] bool hasAny(const Path& path) const { return _subjects.count(path) != 0; }
+
+    /// Whether the run-time was ever observed: its count is kept when it is back to 0.
+    [[nodiscard]] bool hasAny(Rtid runTimeId) const { return _counts.count(runTimeId) != 0; }
+
+    /// The subject of the path, or null. The share keeps it alive while its observers are notified.
+    [[nodiscard]] ItemSubjectPtr find(const Path& path) const
+    {
+        const auto found = _subjects.find(path);
+        return found == _subjects.end() ? nullptr : found->second;
+    }
+
+    /// Tells the observers of the item at `path` with a notification that carries the item.
+    void notify(const Path& path) const
+    {
+        if (const auto subject = find(path)) {
+            subject->notify(Changed(subject->item));
+        }
+    }
+
+private:
+    std::unordered_map<Path, ItemSubjectPtr> _subjects;
+    std::unordered_map<Rtid, std::ptrdiff_t> _counts;
+};
+
+} // namespace Kiv_v4::detail

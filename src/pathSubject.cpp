@@ -1,0 +1,135 @@
+#include "kiv/pathSubject.h"
+
+#include <utility>
+
+#include "dispatch.h"
+#include "kiv/hierarchy.h"
+#include "kiv/scene.h"
+#include "kiv/sceneNotification.h"
+
+namespace Kiv_v4 {
+
+namespace {
+
+/// Hands what an item or an ancestor announces to the observers of the path subject.
+class Forwarder : public Observer
+{
+public:
+    explicit Forwarder(PathSubject& subject) : _subject(subject) {}
+
+    void operator()(const Notification& notification) override { _subject.notify(notification); }
+
+private:
+    PathSubject& _subject;
+};
+
+} // namespace
+
+class PathSubject::SceneChangedObserver : public Observer
+{
+public:
+    explicit SceneChangedObserver(PathSubject& subject) : _subject(subject) {}
+
+    void operator()(const Notification& notification) override
+    {
+        if (const auto* all = dynamic_cast<const SceneCompositeNotification*>(&notification)) {
+            for (const auto& op : *all) {
+                apply(op);
+            }
+        } else if (const auto* one = dynamic_cast<const SceneChanged*>(&notification)) {
+            apply(SceneCompositeNotification::Op(*one));
+        }
+    }
+
+private:
+    void apply(const SceneCompositeNotification::Op& op)
+    {
+        if (op.opType == SceneChanged::Deleted) {
+            _subject.objectDelete(op.path);
+        } else if (op.opType == SceneChanged::PathChanged && op.item) {
+            if (op.subOpType == ObjectPathChange::Renamed) {
+                _subject.rename(op.path, op.item->path());
+            } else if (op.subOpType == ObjectPathChange::Reparented) {
+                _subject.reparent(op.path, op.item->path());
+            }
+        }
+    }
+
+    PathSubject& _subject;
+};
+
+PathSubject::PathSubject(const Path& path, AddObserverFn addObserverFn,
+                         RemoveObserverFn removeObserverFn)
+    : _path(path), _addObserverFn(std::move(addObserverFn)),
+      _removeObserverFn(std::move(removeObserverFn)),
+      _forwarder(std::make_shared<Forwarder>(*this)),
+      _sceneObserver(std::make_shared<SceneChangedObserver>(*this))
+{
+    Scene::instance().addObserver(_sceneObserver);
+    addObservers(_path, Path());
+}
+
+PathSubject::~PathSubject()
+{
+    try {
+        detail::logged("~PathSubject", "src/pathSubject",
+                       [this] { removeObservers(_path, Path()); });
+    } catch (...) {
+        // Logged; a destructor has nobody to tell.
+    }
+}
+
+void PathSubject::addObserver(const Path& p)
+{
+    if (const auto item = Hierarchy::createItem(p)) {
+        _addObserverFn(item, _forwarder);
+    }
+}
+
+void PathSubject::removeObserver(const Path& p) { _removeObserverFn(p, _forwarder); }
+
+void PathSubject::addObservers(const Path& from, const Path& stop)
+{
+    for (auto path = from; !path.empty() && path != stop; path = path.pop()) {
+        addObserver(path);
+    }
+}
+
+void PathSubject::removeObservers(const Path& from, const Path& stop)
+{
+    for (auto path = from; !path.empty() && path != stop; path = path.pop()) {
+        removeObserver(path);
+    }
+}
+
+void PathSubject::rename(const Path& oldPath, const Path& newPath)
+{
+    if (_path.empty() || !_path.startsWith(oldPath)) {
+        return;
+    }
+    const auto parent = newPath.pop(); // above it nothing has changed
+    removeObservers(_path, parent);
+    _path = _path.replaceComponent(static_cast<int>(oldPath.size()) - 1, newPath.back());
+    addObservers(_path, parent);
+}
+
+void PathSubject::reparent(const Path& oldPath, const Path& newPath)
+{
+    if (_path.empty() || !_path.startsWith(oldPath)) {
+        return;
+    }
+    removeObservers(_path, Path());
+    _path = _path.reparent(oldPath, newPath);
+    addObservers(_path, Path());
+}
+
+void PathSubject::objectDelete(const Path& deletedPath)
+{
+    if (!_path.startsWith(deletedPath)) {
+        return;
+    }
+    removeObservers(_path, Path());
+    _path = Path();
+}
+
+} // namespace Kiv_v4
