@@ -1,0 +1,115 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+#include "kiv/export.h"
+#include "kiv/observer.h"
+#include "kiv/rtid.h"
+#include "kiv/sceneItem.h"
+#include "kiv/undoableCommand.h"
+
+namespace Kiv_v4 {
+
+/// The camera properties of one scene item, supplied by its run-time. The camera stands at the origin of
+/// the item's space, looks along -z and has +y upward.
+///
+/// Each property has a command maker, which changes nothing and gives null when the run-time refuses, a
+/// setter, which executes that command and drops it, and a getter.
+///
+/// Run-times announce changes with `notify`. Observers of an item are found by its path and held by weak
+/// reference; a null item is answered with false or 0.
+class KIV_EXPORT Camera
+{
+public:
+    using Ptr = std::shared_ptr<Camera>;
+
+    enum Projection : std::uint32_t { Perspective = 0, Orthographic = 1 };
+
+    /// The camera at `item`; null for a null item, an empty path, a run-time that offers none, and an item
+    /// that is no camera. Exceptions of the run-time are logged and pass through.
+    [[nodiscard]] static Ptr camera(SceneItem::Ptr const& item);
+
+    Camera();
+    Camera(const Camera&) = delete;
+    Camera& operator=(const Camera&) = delete;
+    virtual ~Camera();
+
+    /// The path of the item.
+    [[nodiscard]] virtual Path const& path() const = 0;
+
+    /// The item.
+    [[nodiscard]] virtual SceneItem::Ptr sceneItem() const = 0;
+
+    /// The width of the film back, in millimetres.
+    [[nodiscard]] virtual UndoableCommand::Ptr horizontalApertureCmd(float value) = 0;
+    virtual void horizontalAperture(float value);
+    [[nodiscard]] virtual float horizontalAperture() const = 0;
+
+    /// The height of the film back, in millimetres.
+    [[nodiscard]] virtual UndoableCommand::Ptr verticalApertureCmd(float value) = 0;
+    virtual void verticalAperture(float value);
+    [[nodiscard]] virtual float verticalAperture() const = 0;
+
+    /// How far the film back is shifted to the right, in millimetres.
+    [[nodiscard]] virtual UndoableCommand::Ptr horizontalApertureOffsetCmd(float value) = 0;
+    virtual void horizontalApertureOffset(float value);
+    [[nodiscard]] virtual float horizontalApertureOffset() const = 0;
+
+    /// How far the film back is shifted upward, in millimetres.
+    [[nodiscard]] virtual UndoableCommand::Ptr verticalApertureOffsetCmd(float value) = 0;
+    virtual void verticalApertureOffset(float value);
+    [[nodiscard]] virtual float verticalApertureOffset() const = 0;
+
+    /// The ratio of focal length to the diameter of the entrance pupil; 0 for a pinhole without depth of
+    /// field.
+    [[nodiscard]] virtual UndoableCommand::Ptr fStopCmd(float value) = 0;
+    virtual void fStop(float value);
+    [[nodiscard]] virtual float fStop() const = 0;
+
+    /// In millimetres. The horizontal field of view of a perspective camera is
+    /// 2 atan(horizontalAperture / (2 focalLength)).
+    [[nodiscard]] virtual UndoableCommand::Ptr focalLengthCmd(float value) = 0;
+    virtual void focalLength(float value);
+    [[nodiscard]] virtual float focalLength() const = 0;
+
+    /// The distance to the plane in focus, in scene units.
+    [[nodiscard]] virtual UndoableCommand::Ptr focusDistanceCmd(float value) = 0;
+    virtual void focusDistance(float value);
+    [[nodiscard]] virtual float focusDistance() const = 0;
+
+    /// The distance to the near clipping plane, in scene units.
+    [[nodiscard]] virtual UndoableCommand::Ptr nearClipPlaneCmd(float value) = 0;
+    virtual void nearClipPlane(float value);
+    [[nodiscard]] virtual float nearClipPlane() const = 0;
+
+    /// The distance to the far clipping plane, in scene units.
+    [[nodiscard]] virtual UndoableCommand::Ptr farClipPlaneCmd(float value) = 0;
+    virtual void farClipPlane(float value);
+    [[nodiscard]] virtual float farClipPlane() const = 0;
+
+    /// An orthographic camera sees a rectangle of horizontalAperture by verticalAperture, with a millimetre
+    /// of aperture taken for a scene unit.
+    [[nodiscard]] virtual UndoableCommand::Ptr projectionCmd(Projection value) = 0;
+    virtual void projection(Projection value);
+    [[nodiscard]] virtual Projection projection() const = 0;
+
+    /// False when `observer` observes the item already.
+    static bool addObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer);
+    /// False when `observer` does not observe the item.
+    static bool removeObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer);
+    static bool removeObserver(Path const& path, Observer::Ptr const& observer);
+    [[nodiscard]] static std::size_t nbObservers(SceneItem::Ptr const& item);
+    [[nodiscard]] static bool hasObserver(SceneItem::Ptr const& item,
+                                          Observer::Ptr const& observer);
+    [[nodiscard]] static bool hasObservers(Path const& path);
+    /// Whether an item of the run-time was ever observed; stays true when the last observer has gone.
+    [[nodiscard]] static bool hasObservers(Rtid runTimeId);
+
+    /// Tells the observers of the item at `path`, with a `CameraChanged` that carries the item given to
+    /// the first of them.
+    static void notify(Path const& path);
+};
+
+} // namespace Kiv_v4

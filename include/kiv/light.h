@@ -1,0 +1,218 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+#include "kiv/export.h"
+#include "kiv/observer.h"
+#include "kiv/rtid.h"
+#include "kiv/sceneItem.h"
+#include "kiv/typedColorN.h"
+#include "kiv/undoableCommand.h"
+
+namespace Kiv_v4 {
+
+/// Red, green and blue, linear.
+using Color3f = TypedColorN<float, 3>;
+
+/// The light properties of one scene item, supplied by its run-time. A light with a direction shines along
+/// -z of the item's space. What only some kinds have is in interfaces of their own.
+///
+/// Each property has a command maker, which changes nothing and gives null when the run-time refuses, a
+/// setter, which executes that command and drops it, and a getter.
+///
+/// Run-times announce changes with `notify`. Observers of an item are found by its path and held by weak
+/// reference; a null item is answered with false or 0.
+class KIV_EXPORT Light
+{
+public:
+    using Ptr = std::shared_ptr<Light>;
+
+    /// The kind of light. Others have no interface of their own.
+    enum Type : std::uint32_t {
+        Other = 0,
+        Directional = 1,
+        Point = 2, ///< Has sphere properties.
+        Spot = 3,  ///< Has sphere and cone properties.
+        Area = 4
+    };
+
+    struct SphereProps
+    {
+        float radius = 0;     ///< Of the sphere that shines, in scene units.
+        bool asPoint = false; ///< Shines from its centre whatever the radius.
+
+        bool operator==(const SphereProps& other) const
+        {
+            return radius == other.radius && asPoint == other.asPoint;
+        }
+        bool operator!=(const SphereProps& other) const { return !(*this == other); }
+    };
+
+    struct ConeProps
+    {
+        float coneAngle = 0;     ///< The full angle of the cone of full intensity, in degrees.
+        float penumbraAngle = 0; ///< How far beyond the cone's edge the light reaches, in degrees.
+        float dropoff = 0;       ///< The exponent with which it fades from the axis to the edge.
+
+        bool operator==(const ConeProps& other) const
+        {
+            return coneAngle == other.coneAngle && penumbraAngle == other.penumbraAngle &&
+                   dropoff == other.dropoff;
+        }
+        bool operator!=(const ConeProps& other) const { return !(*this == other); }
+    };
+
+    class DirectionalInterface;
+    class SphereInterface;
+    class ConeInterface;
+    class AreaInterface;
+
+    /// The light at `item`; null for a null item, an empty path, a run-time that offers none, and an item
+    /// that is no light. Exceptions of the run-time are logged and pass through.
+    [[nodiscard]] static Ptr light(SceneItem::Ptr const& item);
+
+    Light();
+    Light(const Light&) = delete;
+    Light& operator=(const Light&) = delete;
+    virtual ~Light();
+
+    /// The path of the item.
+    [[nodiscard]] virtual Path const& path() const = 0;
+
+    /// The item.
+    [[nodiscard]] virtual SceneItem::Ptr sceneItem() const = 0;
+
+    [[nodiscard]] virtual Type type() const = 0;
+
+    /// The brightness factor on the colour; no unit of its own.
+    [[nodiscard]] virtual UndoableCommand::Ptr intensityCmd(float value) = 0;
+    virtual void intensity(float value);
+    [[nodiscard]] virtual float intensity() const = 0;
+
+    /// Red, green and blue, linear, usually from 0 to 1.
+    [[nodiscard]] virtual UndoableCommand::Ptr colorCmd(float r, float g, float b) = 0;
+    virtual void color(float r, float g, float b);
+    [[nodiscard]] virtual Color3f color() const = 0;
+
+    /// Whether the light casts shadows.
+    [[nodiscard]] virtual UndoableCommand::Ptr shadowEnableCmd(bool value) = 0;
+    virtual void shadowEnable(bool value);
+    [[nodiscard]] virtual bool shadowEnable() const = 0;
+
+    /// The colour of the shadows: red, green and blue, linear.
+    [[nodiscard]] virtual UndoableCommand::Ptr shadowColorCmd(float r, float g, float b) = 0;
+    virtual void shadowColor(float r, float g, float b);
+    [[nodiscard]] virtual Color3f shadowColor() const = 0;
+
+    /// The factor on the light's diffuse contribution.
+    [[nodiscard]] virtual UndoableCommand::Ptr diffuseCmd(float value) = 0;
+    virtual void diffuse(float value);
+    [[nodiscard]] virtual float diffuse() const = 0;
+
+    /// The factor on the light's specular contribution.
+    [[nodiscard]] virtual UndoableCommand::Ptr specularCmd(float value) = 0;
+    virtual void specular(float value);
+    [[nodiscard]] virtual float specular() const = 0;
+
+    // The interface of a kind; null for a light of another kind.
+
+    [[nodiscard]] std::shared_ptr<DirectionalInterface> directionalInterface();
+    [[nodiscard]] std::shared_ptr<SphereInterface> sphereInterface();
+    [[nodiscard]] std::shared_ptr<ConeInterface> coneInterface();
+    [[nodiscard]] std::shared_ptr<AreaInterface> areaInterface();
+
+    /// False when `observer` observes the item already.
+    static bool addObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer);
+    /// False when `observer` does not observe the item.
+    static bool removeObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer);
+    [[nodiscard]] static std::size_t nbObservers(SceneItem::Ptr const& item);
+    [[nodiscard]] static bool hasObserver(SceneItem::Ptr const& item,
+                                          Observer::Ptr const& observer);
+    [[nodiscard]] static bool hasObservers(Path const& path);
+    /// Whether an item of the run-time was ever observed; stays true when the last observer has gone.
+    [[nodiscard]] static bool hasObservers(Rtid runTimeId);
+
+    /// Tells the observers of the item at `path`, with a `LightChanged` that carries the item given to
+    /// the first of them.
+    static void notify(Path const& path);
+
+protected:
+    // Asked only of a light of the kind.
+
+    [[nodiscard]] virtual std::shared_ptr<DirectionalInterface> directionalInterfaceImpl() = 0;
+    [[nodiscard]] virtual std::shared_ptr<SphereInterface> sphereInterfaceImpl() = 0;
+    [[nodiscard]] virtual std::shared_ptr<ConeInterface> coneInterfaceImpl() = 0;
+    [[nodiscard]] virtual std::shared_ptr<AreaInterface> areaInterfaceImpl() = 0;
+};
+
+/// What a directional light has.
+class KIV_EXPORT Light::DirectionalInterface
+{
+public:
+    using Ptr = std::shared_ptr<DirectionalInterface>;
+
+    DirectionalInterface();
+    DirectionalInterface(const DirectionalInterface&) = delete;
+    DirectionalInterface& operator=(const DirectionalInterface&) = delete;
+    virtual ~DirectionalInterface();
+
+    /// The angular size of the source, in degrees; 0 for parallel rays.
+    [[nodiscard]] virtual UndoableCommand::Ptr angleCmd(float value) = 0;
+    virtual void angle(float value);
+    [[nodiscard]] virtual float angle() const = 0;
+};
+
+/// What a light that shines from a sphere has: a point light or a spot light.
+class KIV_EXPORT Light::SphereInterface
+{
+public:
+    using Ptr = std::shared_ptr<SphereInterface>;
+
+    SphereInterface();
+    SphereInterface(const SphereInterface&) = delete;
+    SphereInterface& operator=(const SphereInterface&) = delete;
+    virtual ~SphereInterface();
+
+    /// As the fields of `SphereProps`.
+    [[nodiscard]] virtual UndoableCommand::Ptr spherePropsCmd(float radius, bool asPoint) = 0;
+    virtual void sphereProps(float radius, bool asPoint);
+    [[nodiscard]] virtual SphereProps sphereProps() const = 0;
+};
+
+/// What a spot light has.
+class KIV_EXPORT Light::ConeInterface
+{
+public:
+    using Ptr = std::shared_ptr<ConeInterface>;
+
+    ConeInterface();
+    ConeInterface(const ConeInterface&) = delete;
+    ConeInterface& operator=(const ConeInterface&) = delete;
+    virtual ~ConeInterface();
+
+    /// As the fields of `ConeProps`.
+    [[nodiscard]] virtual UndoableCommand::Ptr conePropsCmd(float coneAngle, float penumbraAngle, float dropoff) = 0;
+    virtual void coneProps(float coneAngle, float penumbraAngle, float dropoff);
+    [[nodiscard]] virtual ConeProps coneProps() const = 0;
+};
+
+/// What an area light has.
+class KIV_EXPORT Light::AreaInterface
+{
+public:
+    using Ptr = std::shared_ptr<AreaInterface>;
+
+    AreaInterface();
+    AreaInterface(const AreaInterface&) = delete;
+    AreaInterface& operator=(const AreaInterface&) = delete;
+    virtual ~AreaInterface();
+
+    /// Whether the power stays the same whatever the size of the area.
+    [[nodiscard]] virtual UndoableCommand::Ptr normalizeCmd(bool value) = 0;
+    virtual void normalize(bool value);
+    [[nodiscard]] virtual bool normalize() const = 0;
+};
+
+} // namespace Kiv_v4

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <memory>
+
+#include "kiv/export.h"
+#include "kiv/light.h"
+#include "kiv/sceneItem.h"
+
+namespace Kiv_v4 {
+
+/// What a run-time installs to make its items' lights.
+class KIV_EXPORT LightHandler
+{
+public:
+    using Ptr = std::shared_ptr<LightHandler>;
+
+    LightHandler();
+    LightHandler(const LightHandler&) = delete;
+    LightHandler& operator=(const LightHandler&) = delete;
+    virtual ~LightHandler();
+
+    /// The light at `item`; null when it is no light.
+    [[nodiscard]] virtual Light::Ptr light(SceneItem::Ptr const& item) = 0;
+};
+
+} // namespace Kiv_v4

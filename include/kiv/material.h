@@ -1,0 +1,44 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "kiv/export.h"
+#include "kiv/sceneItem.h"
+
+namespace Kiv_v4 {
+
+/// The materials of one scene item.
+class KIV_EXPORT Material
+{
+public:
+    using Ptr = std::shared_ptr<Material>;
+
+    /// The materials of `item`; null for a null item, an empty path, or a run-time that offers none.
+    /// Exceptions of the run-time are logged and pass through.
+    [[nodiscard]] static Ptr material(SceneItem::Ptr const& item);
+
+    Material();
+    Material(const Material&) = delete;
+    Material& operator=(const Material&) = delete;
+    virtual ~Material();
+
+    /// The items that stand for the materials bound to the item, each once, in the order of its parts.
+    [[nodiscard]] virtual std::vector<SceneItem::Ptr> materials() const = 0;
+};
+
+/// What a run-time installs to make its items' `Material`.
+class KIV_EXPORT MaterialHandler
+{
+public:
+    using Ptr = std::shared_ptr<MaterialHandler>;
+
+    MaterialHandler();
+    MaterialHandler(const MaterialHandler&) = delete;
+    MaterialHandler& operator=(const MaterialHandler&) = delete;
+    virtual ~MaterialHandler();
+
+    [[nodiscard]] virtual Material::Ptr material(SceneItem::Ptr const& item) = 0;
+};
+
+} // namespace Kiv_v4

@@ -1,0 +1,91 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "kiv/attributeDef.h"
+#include "kiv/export.h"
+#include "kiv/resultCommands.h"
+#include "kiv/rtid.h"
+#include "kiv/sceneItem.h"
+#include "kiv/value.h"
+
+namespace Kiv_v4 {
+
+/// Describes a node type of a run-time: what a "create node" menu and a node editor need to know before
+/// there is a node.
+class KIV_EXPORT NodeDef
+{
+public:
+    using Ptr = std::shared_ptr<NodeDef>;
+
+    /// The definition of a node type of a run-time; null when it has none, or no handler for them.
+    /// Exceptions of the run-time are logged and pass through.
+    [[nodiscard]] static Ptr definition(Rtid const& runTimeId, std::string const& type);
+
+    NodeDef();
+    NodeDef(const NodeDef&) = delete;
+    NodeDef& operator=(const NodeDef&) = delete;
+    virtual ~NodeDef();
+
+    /// The type's name, as `SceneItem::nodeType` gives it.
+    [[nodiscard]] virtual std::string type() const = 0;
+
+    /// The name as a user interface shows it.
+    [[nodiscard]] virtual std::string displayName() const = 0;
+
+    /// What the type is for, in a sentence; may be empty.
+    [[nodiscard]] virtual std::string description() const = 0;
+
+    /// The menu entries that lead to the type, from the most general down.
+    [[nodiscard]] virtual std::vector<std::string> classifications() const = 0;
+
+    // The attributes that a new node has: inputs can be set and connected to, outputs only connected from.
+
+    [[nodiscard]] virtual std::vector<std::string> inputNames() const = 0;
+    [[nodiscard]] virtual bool hasInput(std::string const& name) const = 0;
+    /// Null when there is none of that name.
+    [[nodiscard]] virtual AttributeDef::Ptr input(std::string const& name) const = 0;
+    [[nodiscard]] virtual std::vector<AttributeDef::Ptr> inputs() const = 0;
+
+    [[nodiscard]] virtual std::vector<std::string> outputNames() const = 0;
+    [[nodiscard]] virtual bool hasOutput(std::string const& name) const = 0;
+    /// Null when there is none of that name.
+    [[nodiscard]] virtual AttributeDef::Ptr output(std::string const& name) const = 0;
+    [[nodiscard]] virtual std::vector<AttributeDef::Ptr> outputs() const = 0;
+
+    /// The metadata under `key`; a value without a type when there is none.
+    [[nodiscard]] virtual Value metadata(std::string const& key) const = 0;
+    [[nodiscard]] virtual bool hasMetadata(std::string const& key) const = 0;
+
+    /// Makes a node of this type as the last child of `parent`, with the attributes of the definition.
+    /// Changes nothing yet; null when the run-time refuses.
+    [[nodiscard]] virtual SceneItemResultUndoableCommand::Ptr
+    createNodeCmd(SceneItem::Ptr const& parent, PathComponent const& name) const = 0;
+};
+
+/// What a run-time installs to describe its node types.
+class KIV_EXPORT NodeDefHandler
+{
+public:
+    using Ptr = std::shared_ptr<NodeDefHandler>;
+
+    NodeDefHandler();
+    NodeDefHandler(const NodeDefHandler&) = delete;
+    NodeDefHandler& operator=(const NodeDefHandler&) = delete;
+    virtual ~NodeDefHandler();
+
+    /// The definition of the item's node type, or null.
+    [[nodiscard]] virtual NodeDef::Ptr definition(SceneItem::Ptr const& item) const = 0;
+
+    /// The definition of a node type, or null.
+    [[nodiscard]] virtual NodeDef::Ptr definition(std::string const& type) const = 0;
+
+    /// All definitions with that classification, or all there are for an empty one, in the order of a
+    /// menu.
+    [[nodiscard]] virtual std::vector<NodeDef::Ptr>
+    definitions(std::string const& classification) const = 0;
+};
+
+} // namespace Kiv_v4

@@ -1,0 +1,86 @@
+#pragma once
+
+#include "kiv/baseUndoableCommand.h"
+#include "kiv/export.h"
+#include "kiv/light.h"
+#include "kiv/typedColorN.h"
+#include "kiv/typedSquareMatrixN.h"
+
+namespace Kiv_v4 {
+
+// Commands that set a value of an item and can be given another value after they were executed, as an
+// interactive manipulation does: it executes one command, sets it again and again while the user drags,
+// and leaves one entry in the undo history. `set` changes the item at once and is what `redo` does again;
+// it returns false when the run-time refuses.
+
+/// Sets one value.
+template <class T> class KIV_EXPORT SetValueUndoableCommand : public BaseUndoableCommand
+{
+public:
+    explicit SetValueUndoableCommand(const Path& path);
+    ~SetValueUndoableCommand() override;
+
+    virtual bool set(T value) = 0;
+};
+
+/// Sets two values.
+template <class T> class KIV_EXPORT SetValue2UndoableCommand : public BaseUndoableCommand
+{
+public:
+    explicit SetValue2UndoableCommand(const Path& path);
+    ~SetValue2UndoableCommand() override;
+
+    virtual bool set(T first, T second) = 0;
+};
+
+/// Sets three values.
+template <class T> class KIV_EXPORT SetValue3UndoableCommand : public BaseUndoableCommand
+{
+public:
+    explicit SetValue3UndoableCommand(const Path& path);
+    ~SetValue3UndoableCommand() override;
+
+    virtual bool set(T first, T second, T third) = 0;
+};
+
+/// Sets four values.
+template <class T> class KIV_EXPORT SetValue4UndoableCommand : public BaseUndoableCommand
+{
+public:
+    explicit SetValue4UndoableCommand(const Path& path);
+    ~SetValue4UndoableCommand() override;
+
+    virtual bool set(T first, T second, T third, T fourth) = 0;
+};
+
+extern template class SetValueUndoableCommand<bool>;
+extern template class SetValueUndoableCommand<int>;
+extern template class SetValueUndoableCommand<float>;
+extern template class SetValueUndoableCommand<double>;
+extern template class SetValueUndoableCommand<const TypedColorN<float, 3>&>;
+extern template class SetValueUndoableCommand<const TypedColorN<float, 4>&>;
+extern template class SetValueUndoableCommand<const TypedSquareMatrixN<double, 3>&>;
+extern template class SetValueUndoableCommand<const TypedSquareMatrixN<double, 4>&>;
+extern template class SetValueUndoableCommand<const Light::ConeProps&>;
+extern template class SetValueUndoableCommand<const Light::SphereProps&>;
+extern template class SetValue2UndoableCommand<float>;
+extern template class SetValue3UndoableCommand<float>;
+extern template class SetValue3UndoableCommand<double>;
+extern template class SetValue4UndoableCommand<float>;
+
+using SetBoolUndoableCommand = SetValueUndoableCommand<bool>;
+using SetIntUndoableCommand = SetValueUndoableCommand<int>;
+using SetFloatUndoableCommand = SetValueUndoableCommand<float>;
+using SetDoubleUndoableCommand = SetValueUndoableCommand<double>;
+using SetColor3fUndoableCommand = SetValueUndoableCommand<const TypedColorN<float, 3>&>;
+using SetColor4fUndoableCommand = SetValueUndoableCommand<const TypedColorN<float, 4>&>;
+using SetMatrix3dUndoableCommand = SetValueUndoableCommand<const TypedSquareMatrixN<double, 3>&>;
+using SetMatrix4dUndoableCommand = SetValueUndoableCommand<const TypedSquareMatrixN<double, 4>&>;
+using SetConePropsUndoableCommand = SetValueUndoableCommand<const Light::ConeProps&>;
+using SetSpherePropsUndoableCommand = SetValueUndoableCommand<const Light::SphereProps&>;
+using SetFloat2UndoableCommand = SetValue2UndoableCommand<float>;
+using SetFloat3UndoableCommand = SetValue3UndoableCommand<float>;
+using SetDouble3UndoableCommand = SetValue3UndoableCommand<double>;
+using SetFloat4UndoableCommand = SetValue4UndoableCommand<float>;
+
+} // namespace Kiv_v4

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <memory>
+
+#include "kiv/export.h"
+#include "kiv/sceneItem.h"
+#include "kiv/transform3d.h"
+
+namespace Kiv_v4 {
+
+/// What a run-time installs to make its items' transforms.
+class KIV_EXPORT Transform3dHandler
+{
+public:
+    using Ptr = std::shared_ptr<Transform3dHandler>;
+
+    Transform3dHandler();
+    Transform3dHandler(const Transform3dHandler&) = delete;
+    Transform3dHandler& operator=(const Transform3dHandler&) = delete;
+    virtual ~Transform3dHandler();
+
+    /// By default `transform3d(item)`; overridden by a run-time that has a cheaper object for reading.
+    [[nodiscard]] virtual Transform3dRead::Ptr transform3dRead(SceneItem::Ptr const& item) const;
+
+    [[nodiscard]] virtual Transform3d::Ptr transform3d(SceneItem::Ptr const& item) const = 0;
+
+    /// By default `transform3d(item)`; overridden by a run-time that has editors to choose from.
+    [[nodiscard]] virtual Transform3d::Ptr editTransform3d(SceneItem::Ptr const& item,
+                                                           EditTransform3dHint const& hint) const;
+};
+
+} // namespace Kiv_v4

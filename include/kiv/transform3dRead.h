@@ -1,0 +1,63 @@
+#pragma once
+
+#include <memory>
+
+#include "kiv/export.h"
+#include "kiv/path.h"
+#include "kiv/sceneItem.h"
+#include "kiv/typedSquareMatrixN.h"
+#include "kiv/typedVectorN.h"
+
+namespace Kiv_v4 {
+
+/// Three numbers, such as a translation in scene units.
+using Vector3d = TypedVectorN<double, 3>;
+
+/// A transform; `Transform3dRead` tells the convention.
+using Matrix4d = TypedSquareMatrixN<double, 4>;
+
+/// Reads the 3D transform of one scene item.
+///
+/// Matrices take row vectors: a point of the item's space goes to `point * matrix`, the translation is in
+/// the last row, and the item's own matrix stands to the left of its parent's in a product. Lengths are
+/// in scene units.
+class KIV_EXPORT Transform3dRead
+{
+public:
+    using Ptr = std::shared_ptr<Transform3dRead>;
+
+    /// The transform of `item`; null for a null item, an empty path, or a run-time that offers none.
+    /// Exceptions of the run-time are logged and pass through.
+    [[nodiscard]] static Ptr transform3dRead(SceneItem::Ptr const& item);
+
+    Transform3dRead();
+    Transform3dRead(const Transform3dRead&) = delete;
+    Transform3dRead& operator=(const Transform3dRead&) = delete;
+    virtual ~Transform3dRead();
+
+    /// The path of the item.
+    [[nodiscard]] virtual Path const& path() const = 0;
+
+    /// The item.
+    [[nodiscard]] virtual SceneItem::Ptr sceneItem() const = 0;
+
+    /// The item's own matrix: from its space to its parent's.
+    [[nodiscard]] virtual Matrix4d matrix() const = 0;
+
+    /// From the item's space to that of its run-time's segment: its own matrix and those of its
+    /// ancestors in the segment.
+    [[nodiscard]] virtual Matrix4d segmentInclusiveMatrix() const = 0;
+
+    /// The same without the item's own matrix: from its parent's space.
+    [[nodiscard]] virtual Matrix4d segmentExclusiveMatrix() const = 0;
+
+    /// From the item's space to world space, across run-times: the segment's matrix times the inclusive
+    /// matrix of the gateway item, and so on up to the first run-time. Every gateway item must have a
+    /// transform. Exceptions of a run-time are logged and pass through.
+    [[nodiscard]] Matrix4d inclusiveMatrix() const;
+
+    /// The same without the item's own matrix: from its parent's space to world space.
+    [[nodiscard]] Matrix4d exclusiveMatrix() const;
+};
+
+} // namespace Kiv_v4

@@ -1,0 +1,80 @@
+#include "kiv/camera.h"
+
+#include "dispatch.h"
+#include "executed.h"
+#include "itemSubjects.h"
+#include "kiv/cameraHandler.h"
+#include "kiv/cameraNotification.h"
+
+namespace Kiv_v4 {
+
+namespace {
+using ObservedItems = detail::ItemSubjects<CameraChanged>;
+} // namespace
+
+Camera::Camera() = default;
+
+Camera::~Camera() = default;
+
+Camera::Ptr Camera::camera(SceneItem::Ptr const& item)
+{
+    return detail::dispatch("camera", "src/camera", item, &RunTimeMgr::cameraHandler,
+                            [&](auto& handler) { return handler.camera(item); });
+}
+
+void Camera::horizontalAperture(float value) { detail::executed(horizontalApertureCmd(value)); }
+
+void Camera::verticalAperture(float value) { detail::executed(verticalApertureCmd(value)); }
+
+void Camera::horizontalApertureOffset(float value) { detail::executed(horizontalApertureOffsetCmd(value)); }
+
+void Camera::verticalApertureOffset(float value) { detail::executed(verticalApertureOffsetCmd(value)); }
+
+void Camera::fStop(float value) { detail::executed(fStopCmd(value)); }
+
+void Camera::focalLength(float value) { detail::executed(focalLengthCmd(value)); }
+
+void Camera::focusDistance(float value) { detail::executed(focusDistanceCmd(value)); }
+
+void Camera::nearClipPlane(float value) { detail::executed(nearClipPlaneCmd(value)); }
+
+void Camera::farClipPlane(float value) { detail::executed(farClipPlaneCmd(value)); }
+
+void Camera::projection(Projection value) { detail::executed(projectionCmd(value)); }
+
+bool Camera::addObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer)
+{
+    return ObservedItems::instance().add(item, observer);
+}
+
+bool Camera::removeObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer)
+{
+    return ObservedItems::instance().remove(item, observer);
+}
+
+bool Camera::removeObserver(Path const& path, Observer::Ptr const& observer)
+{
+    return ObservedItems::instance().remove(path, observer);
+}
+
+std::size_t Camera::nbObservers(SceneItem::Ptr const& item)
+{
+    return ObservedItems::instance().count(item);
+}
+
+bool Camera::hasObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer)
+{
+    return ObservedItems::instance().has(item, observer);
+}
+
+bool Camera::hasObservers(Path const& path) { return ObservedItems::instance().hasAny(path); }
+
+bool Camera::hasObservers(Rtid runTimeId) { return ObservedItems::instance().hasAny(runTimeId); }
+
+void Camera::notify(Path const& path) { ObservedItems::instance().notify(path); }
+
+CameraChanged::CameraChanged(const SceneItem::Ptr& item) : _item(item) {}
+
+CameraChanged::~CameraChanged() = default;
+
+} // namespace Kiv_v4

@@ -1,0 +1,112 @@
+#include "kiv/light.h"
+
+#include "dispatch.h"
+#include "executed.h"
+#include "itemSubjects.h"
+#include "kiv/lightHandler.h"
+#include "kiv/lightNotification.h"
+
+namespace Kiv_v4 {
+
+namespace {
+using ObservedItems = detail::ItemSubjects<LightChanged>;
+} // namespace
+
+Light::Light() = default;
+
+Light::~Light() = default;
+
+Light::Ptr Light::light(SceneItem::Ptr const& item)
+{
+    return detail::dispatch("light", "src/light", item, &RunTimeMgr::lightHandler,
+                            [&](auto& handler) { return handler.light(item); });
+}
+
+std::shared_ptr<Light::DirectionalInterface> Light::directionalInterface()
+{
+    return type() == Directional ? directionalInterfaceImpl() : nullptr;
+}
+
+std::shared_ptr<Light::SphereInterface> Light::sphereInterface()
+{
+    const auto kind = type();
+    return kind == Point || kind == Spot ? sphereInterfaceImpl() : nullptr;
+}
+
+std::shared_ptr<Light::ConeInterface> Light::coneInterface()
+{
+    return type() == Spot ? coneInterfaceImpl() : nullptr;
+}
+
+std::shared_ptr<Light::AreaInterface> Light::areaInterface()
+{
+    return type() == Area ? areaInterfaceImpl() : nullptr;
+}
+
+void Light::intensity(float value) { detail::executed(intensityCmd(value)); }
+
+void Light::color(float r, float g, float b) { detail::executed(colorCmd(r, g, b)); }
+
+void Light::shadowEnable(bool value) { detail::executed(shadowEnableCmd(value)); }
+
+void Light::shadowColor(float r, float g, float b) { detail::executed(shadowColorCmd(r, g, b)); }
+
+void Light::diffuse(float value) { detail::executed(diffuseCmd(value)); }
+
+void Light::specular(float value) { detail::executed(specularCmd(value)); }
+
+Light::DirectionalInterface::DirectionalInterface() = default;
+
+Light::DirectionalInterface::~DirectionalInterface() = default;
+
+void Light::DirectionalInterface::angle(float value) { detail::executed(angleCmd(value)); }
+
+Light::SphereInterface::SphereInterface() = default;
+
+Light::SphereInterface::~SphereInterface() = default;
+
+void Light::SphereInterface::sphereProps(float radius, bool asPoint) { detail::executed(spherePropsCmd(radius, asPoint)); }
+
+Light::ConeInterface::ConeInterface() = default;
+
+Light::ConeInterface::~ConeInterface() = default;
+
+void Light::ConeInterface::coneProps(float coneAngle, float penumbraAngle, float dropoff) { detail::executed(conePropsCmd(coneAngle, penumbraAngle, dropoff)); }
+
+Light::AreaInterface::AreaInterface() = default;
+
+Light::AreaInterface::~AreaInterface() = default;
+
+void Light::AreaInterface::normalize(bool value) { detail::executed(normalizeCmd(value)); }
+
+bool Light::addObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer)
+{
+    return ObservedItems::instance().add(item, observer);
+}
+
+bool Light::removeObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer)
+{
+    return ObservedItems::instance().remove(item, observer);
+}
+
+std::size_t Light::nbObservers(SceneItem::Ptr const& item)
+{
+    return ObservedItems::instance().count(item);
+}
+
+bool Light::hasObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer)
+{
+    return ObservedItems::instance().has(item, observer);
+}
+
+bool Light::hasObservers(Path const& path) { return ObservedItems::instance().hasAny(path); }
+
+bool Light::hasObservers(Rtid runTimeId) { return ObservedItems::instance().hasAny(runTimeId); }
+
+void Light::notify(Path const& path) { ObservedItems::instance().notify(path); }
+
+LightChanged::LightChanged(const SceneItem::Ptr& item) : _item(item) {}
+
+LightChanged::~LightChanged() = default;
+
+} // namespace Kiv_v4

@@ -1,0 +1,21 @@
+#include "kiv/material.h"
+
+#include "dispatch.h"
+
+namespace Kiv_v4 {
+
+Material::Material() = default;
+
+Material::~Material() = default;
+
+Material::Ptr Material::material(SceneItem::Ptr const& item)
+{
+    return detail::dispatch("material", "src/material", item, &RunTimeMgr::materialHandler,
+                            [&](auto& handler) { return handler.material(item); });
+}
+
+MaterialHandler::MaterialHandler() = default;
+
+MaterialHandler::~MaterialHandler() = default;
+
+} // namespace Kiv_v4

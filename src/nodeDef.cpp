@@ -1,0 +1,23 @@
+#include "kiv/nodeDef.h"
+
+#include "dispatch.h"
+
+namespace Kiv_v4 {
+
+NodeDef::NodeDef() = default;
+
+NodeDef::~NodeDef() = default;
+
+NodeDef::Ptr NodeDef::definition(Rtid const& runTimeId, std::string const& type)
+{
+    return detail::logged("definition", "src/nodeDef", [&]() -> Ptr {
+        const auto handler = RunTimeMgr::instance().nodeDefHandler(runTimeId);
+        return handler ? handler->definition(type) : nullptr;
+    });
+}
+
+NodeDefHandler::NodeDefHandler() = default;
+
+NodeDefHandler::~NodeDefHandler() = default;
+
+} // namespace Kiv_v4

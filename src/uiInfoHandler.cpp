@@ -1,0 +1,20 @@
+#include "kiv/uiInfoHandler.h"
+
+#include "kiv/runTimeMgr.h"
+
+namespace Kiv_v4 {
+
+UIInfoHandler::UIInfoHandler() = default;
+
+UIInfoHandler::~UIInfoHandler() = default;
+
+UIInfoHandler::Ptr UIInfoHandler::uiInfoHandler(Rtid runTimeId)
+{
+    return RunTimeMgr::instance().uiInfoHandler(runTimeId);
+}
+
+UIInfoHandler::Icon UIInfoHandler::treeViewIcon(SceneItem::Ptr const&) const { return {}; }
+
+std::string UIInfoHandler::treeViewTooltip(SceneItem::Ptr const&) const { return {}; }
+
+} // namespace Kiv_v4
