@@ -13,6 +13,11 @@
 #include "kiv/hierarchy.h"
 #include "kiv/memory/runTime.h"
 #include "kiv/pathString.h"
+#include "kiv/scene.h"
+#include "kiv/sceneItemOps.h"
+#include "kiv/sceneNotification.h"
+
+#include "callback.h"
 
 // The importer leaks on some broken files.
 extern "C" KIV_EXPORT const char* __lsan_default_suppressions();
@@ -302,6 +307,39 @@ TEST_F(AssimpScene, FollowsItsGatewayAndIsTakenAway)
     EXPECT_EQ(files.nbItems(renamed->path()), 0U);
     EXPECT_THAT(Hierarchy::hierarchy(renamed)->children(), testing::IsEmpty());
     EXPECT_EQ(root->nodeType(), "mesh") << "an item keeps its file";
+}
+
+TEST_F(AssimpScene, FollowsAndAnnouncesItsGatewayThroughTheScene)
+{
+    Scene::initializeInstance(std::make_shared<Scene>());
+    std::vector<std::string> invalidated;
+    const auto observer = test::Callback::make([&](const Notification& notification) {
+        if (const auto* change = dynamic_cast<const SubtreeInvalidate*>(&notification)) {
+            invalidated.push_back(PathString::string(change->root()->path()));
+        }
+    });
+    Scene::instance().addObserver(observer);
+    mount({{"Scene", {}, kMesh}});
+    EXPECT_THAT(invalidated, ElementsAre("/world/in"));
+
+    const auto group = Hierarchy::hierarchy(model.item(model.root()))
+                           ->createGroupCmd({gateway}, std::string("group"));
+    group->execute();
+    EXPECT_TRUE(Hierarchy::createItem(PathString::path("/world/group/in,:Scene")));
+    model.rename(group->sceneItem()->path(), "g");
+    EXPECT_TRUE(Hierarchy::createItem(PathString::path("/world/g/in,:Scene")));
+    model.rename(PathString::path("/world/g"), "group");
+    group->undo();
+    EXPECT_TRUE(Hierarchy::createItem(PathString::path("/world/in,:Scene")));
+    const auto removal = SceneItemOps::sceneItemOps(gateway)->deleteItemCmd();
+    removal->execute();
+    removal->undo();
+    EXPECT_THAT(nodeNames(Hierarchy::hierarchy(gateway)->children()), ElementsAre("Scene"));
+
+    invalidated.clear();
+    files.unmount(gateway->path());
+    EXPECT_THAT(invalidated, ElementsAre("/world/in"));
+    Scene::initializeInstance(nullptr);
 }
 
 TEST_F(AssimpScene, IsRegisteredOnlyWhileItsRunTimeLives)

@@ -1,7 +1,9 @@
 #include "mounts.h"
 
+#include <iterator>
 #include <stdexcept>
 #include <utility>
+#include <vector>
 
 #include "kiv/assimp/runTime.h"
 #include "kiv/pathString.h"
@@ -36,6 +38,19 @@ bool Mounts::move(const Path& gateway, const Path& newGateway)
         _files.insert(std::move(mount));
     }
     return true;
+}
+
+void Mounts::moveAll(const Path& oldPath, const Path& newPath)
+{
+    std::vector<std::pair<Path, std::shared_ptr<const SceneFile>>> moved;
+    for (auto mount = _files.begin(); mount != _files.end();) {
+        const auto moves = mount->first.startsWith(oldPath);
+        if (moves) {
+            moved.emplace_back(mount->first.reparent(oldPath, newPath), mount->second);
+        }
+        mount = moves ? _files.erase(mount) : std::next(mount);
+    }
+    _files.insert(moved.begin(), moved.end());
 }
 
 std::shared_ptr<const SceneFile> Mounts::file(const Path& gateway) const

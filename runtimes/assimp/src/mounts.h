@@ -24,6 +24,10 @@ public:
     /// Throws `std::invalid_argument` when `newGateway` is empty or in use.
     bool move(const Path& gateway, const Path& newGateway);
 
+    /// Moves the mounts of the gateways at and under `oldPath` along with it. A mount that
+    /// is in the way of another is kept, the other dropped.
+    void moveAll(const Path& oldPath, const Path& newPath);
+
     /// The file under `gateway`, or null.
     [[nodiscard]] std::shared_ptr<const SceneFile> file(const Path& gateway) const;
 

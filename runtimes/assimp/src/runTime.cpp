@@ -4,14 +4,17 @@
 
 #include "kiv/pathString.h"
 #include "kiv/runTimeMgr.h"
+#include "kiv/scene.h"
 
+#include "gatewayObserver.h"
 #include "hierarchyHandler.h"
 #include "mounts.h"
 
 namespace Kiv_v4::assimp {
 
 RunTime::RunTime(const std::string& name)
-    : _registration(name, kSeparator), _mounts(std::make_shared<Mounts>(_registration.id()))
+    : _registration(name, kSeparator), _mounts(std::make_shared<Mounts>(_registration.id())),
+      _gatewayObserver(std::make_shared<GatewayObserver>(_mounts))
 {
     RunTimeMgr::instance().setHierarchyHandler(id(),
                                                std::make_shared<AssimpHierarchyHandler>(_mounts));
@@ -27,12 +30,20 @@ Rtid RunTime::id() const noexcept
 SceneItem::Ptr RunTime::mount(const std::shared_ptr<const SceneFile>& file, const Path& gateway)
 {
     _mounts->add(file, gateway);
+    if (Scene::hasInstance()) {
+        Scene::instance().addObserver(_gatewayObserver);
+    }
+    announceInvalidated(gateway);
     return _mounts->rootItem(gateway);
 }
 
 bool RunTime::unmount(const Path& gateway)
 {
-    return _mounts->remove(gateway);
+    const auto removed = _mounts->remove(gateway);
+    if (removed) {
+        announceInvalidated(gateway);
+    }
+    return removed;
 }
 
 bool RunTime::moveMount(const Path& gateway, const Path& newGateway)

@@ -13,6 +13,7 @@
 
 namespace Kiv_v4::assimp {
 
+class GatewayObserver;
 class Mounts;
 
 /// Scene files as a run-time: the constructor registers name, handlers and component separator, the
@@ -28,6 +29,12 @@ class Mounts;
 /// The component of an item is the node's name in the file, changed where it must be to be unique
 /// among its siblings and free of separators and control characters; `originalName` gives the
 /// file's own.
+///
+/// With a scene installed (`Scene::initializeInstance`), mounting and unmounting are announced as
+/// one `SubtreeInvalidate` of the gateway, and mounts follow gateways that the scene reports as
+/// renamed or reparented, from the scene that was installed when the file was mounted. A gateway
+/// that is deleted keeps its mount, so that undoing the deletion brings everything back; `unmount`
+/// lets go of it.
 ///
 /// **Node types.** `mesh`, `camera` or `light` for what hangs at the node (in this order when there
 /// are several), otherwise `transform`.
@@ -53,8 +60,9 @@ public:
     /// Takes the file under the gateway away; false when there is none.
     bool unmount(const Path& gateway);
 
-    /// Follows a gateway that was renamed or moved; false when no file is mounted at `gateway`.
-    /// Throws as `mount` does when the file cannot be mounted at `newGateway`.
+    /// Follows a gateway that was renamed or moved while no scene was installed; false when no file
+    /// is mounted at `gateway`. Throws as `mount` does when the file cannot be mounted at
+    /// `newGateway`.
     bool moveMount(const Path& gateway, const Path& newGateway);
 
     /// The number of items of the file under the gateway; 0 when there is none.
@@ -67,6 +75,7 @@ public:
 private:
     const RunTimeRegistration _registration;
     const std::shared_ptr<Mounts> _mounts;
+    const std::shared_ptr<GatewayObserver> _gatewayObserver;
 };
 
 } // namespace Kiv_v4::assimp
