@@ -1,0 +1,338 @@
+#include <algorithm>
+#include <gmock/gmock.h>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "kiv/selection.h"
+
+#include "paths.h"
+#include "random.h"
+#include "stubs.h"
+
+using namespace Kiv_v4;
+using test::path;
+using testing::ElementsAre;
+
+namespace {
+
+SceneItem::Ptr item(const std::string& notation)
+{
+    return std::make_shared<test::Item>(path(notation));
+}
+
+std::vector<SceneItem::Ptr> items(const Selection& selection)
+{
+    return {selection.begin(), selection.end()};
+}
+
+std::vector<std::string> paths(const Selection& selection)
+{
+    std::vector<std::string> result;
+    for (const auto& selected : selection) {
+        result.push_back(test::notation(selected->path()));
+    }
+    return result;
+}
+
+/// Writes down which hooks ran.
+class Recorder : public Selection
+{
+public:
+    using Selection::operator=;
+
+    explicit Recorder(std::vector<std::string>& log) : _log(log) {}
+    Recorder(Recorder&&) = default;
+
+    void postAppend(const SceneItem::Ptr& appended) override { record("append", appended); }
+    void postRemove(const SceneItem::Ptr& removed) override { record("remove", removed); }
+    void postInsert(const SceneItem::Ptr& position, const SceneItem::Ptr& inserted) override
+    {
+        record("insert before " + test::notation(position->path()), inserted);
+    }
+    void postClear() override { _log.push_back("clear, left " + std::to_string(size())); }
+    void postReplaceWith() override { _log.push_back("replace, now " + std::to_string(size())); }
+
+private:
+    void record(const std::string& what, const SceneItem::Ptr& subject)
+    {
+        _log.push_back(what + ": " + test::notation(subject->path()));
+    }
+
+    std::vector<std::string>& _log;
+};
+
+template <class Function>
+std::string messageOf(Function function)
+{
+    try {
+        function();
+    } catch (const std::invalid_argument& error) {
+        return error.what();
+    }
+    return "nothing thrown";
+}
+
+/// A selection made by searching a vector.
+struct Model
+{
+    using Items = std::vector<SceneItem::Ptr>;
+
+    Items::iterator find(const Path& wanted)
+    {
+        return std::find_if(items.begin(), items.end(), [&](const SceneItem::Ptr& candidate) {
+            return candidate->path().size() == wanted.size() &&
+                   candidate->path().startsWith(wanted);
+        });
+    }
+
+    bool contains(const Path& wanted) { return find(wanted) != items.end(); }
+
+    bool related(const Path& wanted, bool above)
+    {
+        return std::any_of(items.begin(), items.end(), [&](const SceneItem::Ptr& candidate) {
+            const auto& selected = candidate->path();
+            return selected.size() != wanted.size() &&
+                   (above ? wanted.startsWith(selected) : selected.startsWith(wanted));
+        });
+    }
+
+    Items items;
+};
+
+/// An item of one of some hundred paths, some of which differ in their segments only.
+SceneItem::Ptr randomItem(test::Random& random)
+{
+    std::string notation = "/" + std::to_string(random.below(30));
+    for (auto depth = random.below(3); depth > 0; --depth) {
+        notation += random.below(2) == 0 ? "|:" : "/";
+        notation += std::to_string(random.below(3));
+        if (notation.find('|') != std::string::npos) {
+            break;
+        }
+    }
+    return item(notation);
+}
+
+} // namespace
+
+TEST(Selection, RandomChangesGiveWhatTheyGiveOnAVector)
+{
+    test::Random random;
+    for (int round = 0; round < 4; ++round) {
+        Selection selection;
+        Model model;
+        const auto firstPrefixQuestion = static_cast<int>(random.below(1'500));
+        for (int step = 0; step < 1'500; ++step) {
+            const auto chosen = randomItem(random);
+            const auto known = model.contains(chosen->path());
+            const auto kind = random.below(100);
+            if (kind < 40) {
+                ASSERT_EQ(selection.append(chosen), !known);
+                if (!known) {
+                    model.items.push_back(chosen);
+                }
+            } else if (kind < 75) {
+                ASSERT_EQ(selection.remove(chosen), known);
+                if (known) {
+                    model.items.erase(model.find(chosen->path()));
+                }
+            } else if (kind < 98) {
+                if (!model.items.empty()) {
+                    const auto position = random.of(model.items);
+                    ASSERT_EQ(selection.insert(position, chosen), !known);
+                    if (!known) {
+                        model.items.insert(model.find(position->path()), chosen);
+                    }
+                }
+            } else if (kind == 98) {
+                Selection moved = std::move(selection);
+                selection = std::move(moved);
+            } else if (random.below(4) == 0) {
+                selection.clear();
+                model.items.clear();
+            }
+
+            const auto asked = randomItem(random)->path();
+            ASSERT_EQ(selection.contains(asked), model.contains(asked));
+            ASSERT_EQ(selection.size(), model.items.size());
+            if (step >= firstPrefixQuestion) {
+                ASSERT_EQ(selection.containsAncestor(asked), model.related(asked, true));
+                ASSERT_EQ(selection.containsDescendant(asked), model.related(asked, false));
+                const auto node = selection.trie().find(asked);
+                ASSERT_EQ(node ? *node->data() : nullptr,
+                          model.contains(asked) ? *model.find(asked) : nullptr);
+            }
+            if (step % 25 == 0) {
+                ASSERT_EQ(items(selection), model.items);
+            }
+        }
+    }
+}
+
+TEST(Selection, IsWalkedBothWaysAndItemByItem)
+{
+    const auto a = item("/a");
+    const auto b = item("/b");
+    Selection selection;
+    selection.append(a);
+    selection.append(b);
+    EXPECT_THAT(std::vector(selection.rbegin(), selection.rend()), ElementsAre(b, a));
+    EXPECT_EQ(selection.front(), a);
+    EXPECT_EQ(selection.back(), b);
+    EXPECT_EQ(selection.next(item("/a")), b);
+    EXPECT_EQ(selection.next(b), nullptr);
+}
+
+TEST(Selection, KeepsTheFirstOfTwoItemsOfOnePathWhateverItsSegments)
+{
+    const auto first = item("/a|:b");
+    Selection selection;
+    EXPECT_TRUE(selection.append(first));
+    EXPECT_FALSE(selection.append(item("/a|:b")));
+    EXPECT_FALSE(selection.append(item("/a/b")));
+    EXPECT_TRUE(selection.contains(path("/a/b")));
+    EXPECT_EQ(selection.front(), first);
+}
+
+TEST(Selection, HoldsAnItemWithoutComponentsThatPrefixQuestionsDoNotSee)
+{
+    Selection selection;
+    EXPECT_TRUE(selection.append(item("/")));
+    EXPECT_FALSE(selection.append(std::make_shared<test::Item>(Path())));
+    EXPECT_TRUE(selection.contains(Path()));
+    EXPECT_FALSE(selection.containsAncestor(path("/a")));
+    EXPECT_FALSE(selection.containsDescendantInclusive(Path()));
+    EXPECT_TRUE(selection.remove(item("/")));
+    EXPECT_FALSE(selection.contains(Path()) || selection.trie().contains(Path()));
+}
+
+TEST(Selection, RunsAHookAfterEachChangeAndNoneWithoutAChange)
+{
+    std::vector<std::string> log;
+    Recorder selection(log);
+    selection.append(item("/b"));
+    selection.append(item("/b"));
+    selection.insert(item("/b"), item("/a"));
+    selection.insert(nullptr, item("/c"));
+    selection.remove(item("/x"));
+    EXPECT_EQ(paths(selection), (std::vector<std::string>{"/a", "/b", "/c"}));
+    // The argument is the selection's own pointer.
+    selection.remove(*selection.begin());
+    selection.doAppend(item("/d"));
+    selection.doRemove(item("/d"));
+    selection.replaceWith(Selection());
+    selection.clear();
+    EXPECT_THAT(log, ElementsAre("append: /b", "insert before /b: /a", "append: /c", "remove: /a",
+                                 "replace, now 0", "clear, left 0"));
+}
+
+TEST(Selection, InsertingADuplicateAtAnUnknownPositionIsANoOp)
+{
+    Selection selection;
+    selection.append(item("/a"));
+    EXPECT_FALSE(selection.insert(item("/unknown"), item("/a")));
+    EXPECT_EQ(messageOf([&] { selection.insert(item("/unknown"), item("/b")); }),
+              "Position item pointer not found in selection.");
+    EXPECT_EQ(paths(selection), std::vector<std::string>{"/a"});
+}
+
+TEST(Selection, RefusesNullItemsAndUnknownOnes)
+{
+    Selection selection;
+    const SceneItem::Ptr none;
+    EXPECT_EQ(messageOf([&] { selection.append(none); }),
+              "Cannot append null item pointer to selection.");
+    EXPECT_EQ(messageOf([&] { selection.remove(none); }),
+              "Cannot remove null item pointer from selection.");
+    EXPECT_EQ(messageOf([&] { selection.insert(item("/unknown"), none); }),
+              "Cannot insert null item pointer into selection.");
+    EXPECT_EQ(messageOf([&] { static_cast<void>(selection.next(none)); }),
+              "Illegal null item pointer has no next item in selection.");
+    EXPECT_EQ(messageOf([&] { static_cast<void>(selection.next(item("/a"))); }),
+              "Item pointer not found in selection.");
+    EXPECT_EQ(messageOf([&] { static_cast<void>(selection.closestCommonAncestor()); }),
+              "No common ancestor in empty or invalid selection.");
+}
+
+TEST(Selection, ReplacedWithItselfIsLeftEmpty)
+{
+    std::vector<std::string> log;
+    Recorder selection(log);
+    const Selection& self = selection;
+    selection.append(item("/a"));
+    selection.replaceWith(self);
+    EXPECT_TRUE(selection.empty());
+    selection.append(item("/a"));
+    selection = self;
+    EXPECT_TRUE(selection.empty() && selection.trie().empty());
+    EXPECT_EQ(log.back(), "replace, now 0");
+}
+
+TEST(Selection, CopiesAreIndependent)
+{
+    Selection original;
+    original.append(item("/a/b"));
+    EXPECT_TRUE(original.containsDescendant(path("/a")));
+    Selection copy = original;
+    copy.append(item("/c"));
+    original.remove(item("/a/b"));
+    EXPECT_EQ(paths(copy), (std::vector<std::string>{"/a/b", "/c"}));
+    EXPECT_TRUE(copy.containsDescendant(path("/a")));
+    EXPECT_FALSE(original.containsDescendant(path("/a")));
+}
+
+TEST(Selection, MovedFromIsEmptyUsableAndHasRunItsHook)
+{
+    std::vector<std::string> log;
+    Recorder source(log);
+    source.append(item("/a"));
+    Selection target = std::move(static_cast<Selection&>(source));
+    EXPECT_EQ(log.back(), "clear, left 0");
+    EXPECT_TRUE(target.contains(path("/a")) && !source.contains(path("/a")));
+
+    // The trie that a caller may hold follows the move as well.
+    const auto& trie = target.trie();
+    EXPECT_TRUE(source.append(item("/b/c")));
+    target = std::move(static_cast<Selection&>(source));
+    EXPECT_TRUE(trie.containsDescendant(path("/b")) && !trie.contains(path("/a")));
+    EXPECT_EQ(paths(target), std::vector<std::string>{"/b/c"});
+
+    source = std::move(target);
+    EXPECT_EQ(log.back(), "replace, now 1");
+    EXPECT_TRUE(target.empty() && target.trie().empty());
+    EXPECT_TRUE(target.append(item("/z")) && trie.contains(path("/z")));
+}
+
+TEST(Selection, SurvivesWhateverACallerDoesToItsTrie)
+{
+    Selection selection;
+    selection.append(item("/a"));
+    selection.append(item("/b"));
+    selection.trie().remove(path("/a"));
+    selection.trie().add(path("/c"), {});
+    EXPECT_TRUE(selection.contains(path("/a")) && !selection.contains(path("/c")));
+    EXPECT_TRUE(selection.remove(item("/a")) && selection.append(item("/c")));
+    EXPECT_EQ(paths(selection), (std::vector<std::string>{"/b", "/c"}));
+}
+
+TEST(Selection, AsksTheRunTimeForTheClosestCommonAncestor)
+{
+    const auto handler = std::make_shared<test::HierarchyStub>();
+    handler->onCreateItem = [](const Path& made) { return std::make_shared<test::Item>(made); };
+    const auto runTime = test::registered("common ancestors", handler);
+    const auto at = [&](const std::string& text) {
+        return std::make_shared<test::Item>(Path(PathSegment(text, runTime, '/')));
+    };
+    Selection selection;
+    selection.append(at("/a/b/c"));
+    EXPECT_EQ(*selection.closestCommonAncestor(), *at("/a/b"));
+    selection.append(at("/a/b/d"));
+    EXPECT_EQ(*selection.closestCommonAncestor(), *at("/a/b"));
+    selection.append(at("/a/b"));
+    EXPECT_EQ(*selection.closestCommonAncestor(), *at("/a"));
+    selection.append(at("/x"));
+    EXPECT_EQ(selection.closestCommonAncestor(), nullptr);
+    RunTimeMgr::instance().unregister(runTime);
+}
