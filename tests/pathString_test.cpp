@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <set>
@@ -13,6 +14,7 @@
 #include "stubs.h"
 
 using namespace Kiv_v4;
+using test::expectError;
 using testing::ElementsAre;
 
 namespace {
@@ -21,8 +23,8 @@ namespace {
 std::string parsed(const std::string& text)
 {
     try {
-        std::string outcome;
         const auto path = PathString::path(text);
+        std::string outcome;
         for (const auto& segment : path.getSegments()) {
             outcome += std::to_string(segment.runTimeId()) + segment.separator();
             for (const auto& component : segment) {
@@ -31,37 +33,26 @@ std::string parsed(const std::string& text)
         }
         return outcome;
     } catch (const EmptyPathSegment& error) {
-        EXPECT_EQ(error.pathText(), error.what());
-        return std::string("empty: ") + error.what();
+        return "empty: " + error.pathText() + (error.what() == error.pathText() ? "" : "?");
     } catch (const InvalidPathComponentSeparator& error) {
-        EXPECT_EQ(error.segmentText(), error.what());
-        return std::string("separator: ") + error.what();
+        return "separator: " + error.segmentText() +
+               (error.what() == error.segmentText() ? "" : "?");
     } catch (const InvalidPath& error) {
-        EXPECT_EQ(error.pathText(), error.what());
-        return std::string("invalid: ") + error.what();
+        return "invalid: " + error.pathText() + (error.what() == error.pathText() ? "" : "?");
     }
 }
 
-/// Expects that `operation` throws exactly an `Error` with that message.
-template <class Error, class Operation>
-void expectError(Operation operation, const std::string& message)
-{
-    EXPECT_THAT(operation, testing::Throws<Error>(
-                               testing::Property(&std::exception::what, testing::StrEq(message))));
-}
-
 /// Run-time 1 writes `/`, run-time 2 writes `:`; no hierarchy is there to be asked.
-class PathStrings : public testing::Test
+struct PathStrings : testing::Test
 {
-protected:
     PathStrings()
     {
         PathString::registerPathComponentSeparator(slash, '/');
         PathString::registerPathComponentSeparator(colon, ':');
     }
 
-    Rtid slash = test::registered("slash", nullptr);
-    Rtid colon = test::registered("colon", nullptr);
+    const Rtid slash = test::registered("slash", nullptr);
+    const Rtid colon = test::registered("colon", nullptr);
 };
 
 } // namespace
@@ -70,15 +61,12 @@ TEST_F(PathStrings, EachSegmentIsReadByItsFirstCharacter)
 {
     const std::vector<std::pair<std::string, std::string>> cases = {
         {"", ""},
-        {"/world/a", "1/[world][a]"},
         {"/world/a,:b:c,/d", "1/[world][a]2:[b][c]1/[d]"},
         {"/a:b,:c/d", "1/[a:b]2:[c/d]"},
-        {"/a//b", "1/[a][][b]"},
-        {"/a/", "1/[a]"},
+        {"/a//ü/", "1/[a][][ü]"},
         {"//", "1/"},
-        {"/ü/方", "1/[ü][方]"},
         {",", "empty: ,"},
-        {"/world/a,", "empty: /world/a,"},
+        {"/a,", "empty: /a,"},
         {",/a", "empty: ,/a"},
         {"/a,,/b", "empty: /a,,/b"},
         {"/", "empty: /"},
@@ -87,31 +75,23 @@ TEST_F(PathStrings, EachSegmentIsReadByItsFirstCharacter)
         {"/a,>", "separator: >"},
         {"a,/b", "separator: a"},
         {"/a,b,,", "empty: /a,b,,"},
-        {"abc", "invalid: abc"},
-        {">", "invalid: >"},
-    };
+        {"abc", "invalid: abc"}};
     for (const auto& [text, outcome] : cases) {
         EXPECT_EQ(parsed(text), outcome) << text;
     }
 }
 
-TEST_F(PathStrings, TextJoinsTheSegmentsAndIsEmptyWithoutComponents)
-{
-    const PathSegment none("", slash, '/');
-    EXPECT_EQ(PathString::string(Path()), "");
-    EXPECT_EQ(PathString::string(Path({none, none})), "");
-    EXPECT_EQ(PathString::string(PathSegment("/a/b", slash, '/')), "/a/b");
-    EXPECT_EQ(PathString::string(Path({none, PathSegment(":b", colon, ':'), none})), ",:b,");
-}
-
 TEST_F(PathStrings, WritingAndParsingGivesThePathBack)
 {
+    const PathSegment none("", slash, '/');
+    EXPECT_EQ(PathString::string(Path({none, none})), "");
+    EXPECT_EQ(PathString::string(Path({none, PathSegment(":b", colon, ':'), none})), ",:b,");
+
     test::Random random;
     using namespace std::string_literals;
     const std::vector names = {"a"s, "\0"s, "x\0y"s, "ü方"s, "\xff"s, ";"s, "a b\n"s, "."s};
-    const std::vector<std::string> segmentSeparators = {",", "::", "->", "abc"};
     for (int round = 0; round < 2'000; ++round) {
-        PathString::setPathSegmentSeparator(random.of(segmentSeparators));
+        PathString::setPathSegmentSeparator(std::vector{",", "::", "->"}[random.below(3)]);
         std::vector<PathSegment> segments;
         for (auto left = random.below(5); left > 0; --left) {
             PathSegment::Components components;
@@ -129,79 +109,68 @@ TEST_F(PathStrings, WritingAndParsingGivesThePathBack)
 TEST_F(PathStrings, RunTimesThatShareASeparatorAreAskedInTurnPrefixByPrefix)
 {
     std::vector<std::string> asked;
-    std::vector<Rtid> shared;
-    std::set<std::string> scene;
-    for (const auto* name : {"one", "two"}) {
+    std::set<std::string> scene = {"3/a|b", "4/a|b|c:d|e", "3/a|b|c:d|e"};
+    for (const auto* name : {"3", "4"}) {
         auto handler = std::make_shared<test::HierarchyStub>();
         handler->onCreateItem = [&, name](const Path& path) {
             asked.push_back(name + path.string());
             return scene.count(asked.back()) != 0 ? std::make_shared<test::Item>(path) : nullptr;
         };
-        shared.push_back(test::registered(name, handler)); // 3 and 4
+        test::registered(name, handler);
     }
-    PathString::registerPathComponentSeparator(shared[1], '|');
-    PathString::registerPathComponentSeparator(shared[0], '|');
-    EXPECT_THAT(PathString::pathComponentSeparatorRunTimeIds('|'),
-                ElementsAre(shared[1], shared[0]));
+    PathString::registerPathComponentSeparator(4, '|');
+    PathString::registerPathComponentSeparator(3, '|');
+    EXPECT_THAT(PathString::pathComponentSeparatorRunTimeIds('|'), ElementsAre(4, 3));
 
-    scene = {"one/a|b", "two/a|b|c:d|e", "one/a|b|c:d|e"};
-    EXPECT_EQ(parsed("/a,|b|c"), "invalid: /a,|b|c");
     EXPECT_EQ(parsed("/a,|b,|c,:d,|e"), "invalid: /a,|b,|c,:d,|e");
-    scene.insert("two/a|b|c");
+    scene.insert("4/a|b|c");
     asked.clear();
     EXPECT_EQ(parsed("/a,|b,|c,:d,|e"), "1/[a]3|[b]4|[c]2:[d]4|[e]");
-    EXPECT_THAT(asked, ElementsAre("two/a|b", "one/a|b", "two/a|b|c", "two/a|b|c:d|e"));
+    EXPECT_THAT(asked, ElementsAre("4/a|b", "3/a|b", "4/a|b|c", "4/a|b|c:d|e"));
 
-    // Registered a second time, a separator is shared with itself; each taking back counts one.
-    PathString::unregisterPathComponentSeparator(shared[1], '|');
-    PathString::unregisterPathComponentSeparator(shared[1], '|');
-    EXPECT_EQ(parsed("|nowhere"), "3|[nowhere]");
-    PathString::registerPathComponentSeparator(shared[0], '|');
-    EXPECT_EQ(parsed("|nowhere"), "invalid: |nowhere");
-
-    // Without a hierarchy to ask, the question itself fails.
+    PathString::unregisterPathComponentSeparator(4, '|');
+    EXPECT_EQ(parsed("|nowhere"), "3|[nowhere]") << "alone, nobody is asked";
+    PathString::registerPathComponentSeparator(3, '|');
+    EXPECT_EQ(parsed("|nowhere"), "invalid: |nowhere") << "shared with itself";
     PathString::registerPathComponentSeparator(colon, '/');
-    testing::internal::CaptureStderr();
     expectError<InvalidRunTimeId>([] { (void)PathString::path("/a"); }, "1");
-    EXPECT_THAT(testing::internal::GetCapturedStderr(), testing::StartsWith("caught exception 1"));
 }
 
 TEST_F(PathStrings, TextInAnUnknownNotationGoesToTheCreatorsUntilOneMakesAPath)
 {
     std::vector<std::string> asked;
-    const PathSegment made("made", colon, ':');
     PathString::setCreateSingleSegmentPathFn(colon, [&](const std::string& text) {
         asked.push_back("colon " + text);
-        return text == "own.notation" ? Path(made) : Path();
+        return text == "own" ? Path(PathSegment("made", colon, ':')) : Path();
     });
     PathString::setCreateSingleSegmentPathFn(slash, [&](const std::string& text) {
         asked.push_back("slash " + text);
         return Path(PathSegment("", slash, '/')); // without components, so not an answer
     });
-    EXPECT_EQ(parsed("own.notation"), "2:[made]");
+    EXPECT_EQ(parsed("own"), "2:[made]");
     EXPECT_EQ(parsed("other"), "invalid: other");
-    EXPECT_THAT(asked, ElementsAre("slash own.notation", "colon own.notation", "slash other",
-                                   "colon other"));
     EXPECT_EQ(parsed("own,/a"), "separator: own");
-    EXPECT_EQ(PathString::createSingleSegmentPathFn(colon)("own.notation"), Path(made));
-    EXPECT_FALSE(PathString::createSingleSegmentPathFn(99));
+    EXPECT_THAT(asked, ElementsAre("slash own", "colon own", "slash other", "colon other"));
+    EXPECT_EQ(PathString::createSingleSegmentPathFn(colon)("own").string(), ":made");
 
+    EXPECT_FALSE(PathString::createSingleSegmentPathFn(99));
     PathString::setCreateSingleSegmentPathFn(slash, {});
-    EXPECT_THROW((void)PathString::path("own.notation"), std::bad_function_call);
+    EXPECT_THROW((void)PathString::path("own"), std::bad_function_call);
     expectError<InvalidRunTimeId>([] { PathString::setCreateSingleSegmentPathFn(99, {}); }, "99");
 }
 
 TEST_F(PathStrings, SettingsThatMakeNoSenseAreRefusedAndChangeNothing)
 {
-    const auto unregister = [](Rtid id, char c) {
-        return [=] { PathString::unregisterPathComponentSeparator(id, c); };
+    const auto unregister = [](Rtid id, char separator) {
+        return [=] { PathString::unregisterPathComponentSeparator(id, separator); };
     };
     expectError<InvalidRunTimeId>([] { PathString::registerPathComponentSeparator(99, '>'); },
                                   "99");
-    EXPECT_TRUE(PathString::pathComponentSeparatorRunTimeIds('>').empty());
-    expectError<std::out_of_range>(unregister(slash, 'x'), "120");
+    expectError<std::out_of_range>(unregister(99, '>'), "62");
     expectError<std::out_of_range>(unregister(slash, '\xff'), "-1");
     unregister(colon, '/')(); // registered, but by another run-time
+    PathString::registerPathComponentSeparator(slash, '/');
+    unregister(slash, '/')(); // one of two
     EXPECT_THAT(PathString::pathComponentSeparatorRunTimeIds('/'), ElementsAre(slash));
     unregister(slash, '/')();
     expectError<std::out_of_range>(unregister(slash, '/'), "47");
@@ -212,7 +181,6 @@ TEST_F(PathStrings, SettingsThatMakeNoSenseAreRefusedAndChangeNothing)
                                        "Path creator function cannot be empty.");
     expectError<std::invalid_argument>([] { PathString::setStringFn({}); },
                                        "String creator function cannot be empty.");
-    EXPECT_EQ(PathString::pathSegmentSeparator(), ",");
     EXPECT_EQ(parsed(":a,:b"), "2:[a]2:[b]");
     EXPECT_EQ(PathString::stringFn()(PathString::createPathFn()({{":a", colon, ':'}})), ":a");
 }
@@ -225,8 +193,7 @@ TEST_F(PathStrings, SeparatorAndMakersCanBeReplaced)
     EXPECT_EQ(parsed("/a::"), "empty: /a::");
     EXPECT_EQ(PathString::string(PathString::path("/a:::b")), "/a:::b");
 
-    PathString::setCreatePathFn(
-        [](const std::vector<PathSegment>& segments) { return Path(segments.front()); });
+    PathString::setCreatePathFn([](const auto& segments) { return Path(segments.front()); });
     EXPECT_EQ(parsed("/a:::b"), "1/[a]");
     PathString::setStringFn([](const Path& path) { return "text of " + path.string(); });
     EXPECT_EQ(PathString::string(Path()), "text of ");
@@ -243,10 +210,7 @@ TEST_F(PathStrings, TwoHundredThousandComponentsGoAllTheWay)
         components.emplace_back("name" + std::to_string(i));
         text += "/name" + std::to_string(i);
     }
-    const auto before = PathComponent::tableSize();
     const Path path(PathSegment(std::move(components), slash, '/'));
-    const auto copy = path;
-    EXPECT_EQ(copy, path);
     EXPECT_EQ(path.string(), text);
     {
         const auto again = PathString::path(text);
@@ -257,45 +221,27 @@ TEST_F(PathStrings, TwoHundredThousandComponentsGoAllTheWay)
         EXPECT_EQ(again.reparent(head, head), path);
         EXPECT_NE(path.pop(), path);
     }
-    EXPECT_EQ(PathComponent::tableSize(), before);
+    EXPECT_EQ(PathComponent::tableSize(), kSize);
 
-    // As many segments, each of its own.
+    // As segments of one component each.
     std::replace(text.begin(), text.end(), 'n', ':');
     std::replace(text.begin(), text.end(), '/', ',');
     const auto segmented = PathString::path(text.substr(1));
     EXPECT_EQ(segmented.nbSegments(), kSize);
     EXPECT_EQ(PathString::string(segmented), text.substr(1));
-    EXPECT_EQ(segmented.popHead().size(), kSize - 1);
 }
 
 TEST(StringUtils, SplitKeepsInnerEmptyPiecesAndDropsTheTrailingOne)
 {
-    struct Case
-    {
-        std::string text, separator;
-        std::vector<std::string> pieces;
-    };
-    const std::vector<Case> cases = {
-        {"a/b", "/", {"a", "b"}},
-        {"a//b", "/", {"a", "", "b"}},
-        {"/a", "/", {"", "a"}},
-        {"a/", "/", {"a"}},
-        {"a//", "/", {"a", ""}},
-        {"/", "/", {""}},
-        {"", "/", {}},
-        {"a->b->", "->", {"a", "b"}},
-        {"a->->b>-c", "->", {"a", "", "b>-c"}},
-        {"---a", "--", {"", "-a"}},
-        {"ab", "", {"ab"}},
-    };
-    for (const auto& [text, separator, pieces] : cases) {
-        EXPECT_EQ(split(text, separator), pieces) << text << " at " << separator;
-        if (separator.size() == 1) {
-            EXPECT_EQ(split(text, separator.front()), pieces) << text;
-        }
-    }
+    EXPECT_THAT(split("/a//b/", '/'), ElementsAre("", "a", "", "b"));
+    EXPECT_THAT(split("a//", '/'), ElementsAre("a", ""));
+    EXPECT_THAT(split("/", '/'), ElementsAre(""));
+    EXPECT_THAT(split("", '/'), ElementsAre());
     EXPECT_THAT(split("", '\0'), ElementsAre(""));
     EXPECT_THAT(split(std::string("a\0b", 3), '\0'), ElementsAre(std::string("a\0b", 3)));
+    EXPECT_THAT(split("a->->b>-c->", "->"), ElementsAre("a", "", "b>-c"));
+    EXPECT_THAT(split("---a", "--"), ElementsAre("", "-a"));
+    EXPECT_THAT(split("", "--"), ElementsAre());
     EXPECT_EQ(lstrip("//a/", '/'), "a/");
     EXPECT_EQ(lstrip("///", '/'), "");
     EXPECT_EQ(lstrip(std::string("\0a", 2), '\0'), std::string("\0a", 2));

@@ -15,8 +15,7 @@ public:
     Random()
     {
         const auto* wanted = std::getenv("KIV_TEST_SEED");
-        const auto seed = wanted ? static_cast<unsigned>(std::strtoul(wanted, nullptr, 10))
-                                 : std::random_device()();
+        const auto seed = wanted ? std::strtoul(wanted, nullptr, 10) : std::random_device()();
         std::cout << "KIV_TEST_SEED=" << seed << std::endl;
         _engine.seed(seed);
     }
@@ -34,7 +33,7 @@ public:
     }
 
 private:
-    std::mt19937 _engine;
+    std::mt19937_64 _engine;
 };
 
 } // namespace test

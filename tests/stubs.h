@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <gmock/gmock.h>
 #include <memory>
 #include <string>
 
@@ -45,6 +46,14 @@ public:
 
     Kiv_v4::SceneItemList rootItems(Kiv_v4::Path const&) override { return {}; }
 };
+
+/// Expects that `operation` throws an `Error` with that message.
+template <class Error, class Operation>
+void expectError(Operation operation, const std::string& message)
+{
+    EXPECT_THAT(operation, testing::Throws<Error>(
+                               testing::Property(&std::exception::what, testing::StrEq(message))));
+}
 
 /// Registers a run-time with that hierarchy handler only.
 inline Kiv_v4::Rtid registered(const std::string& name,
