@@ -21,7 +21,7 @@ constexpr std::size_t kSlabAlignment = std::size_t{1} << 16U;
 /// A little less than the alignment: the heap's own header fits between two slabs side by side.
 constexpr std::size_t kSlabSize = kSlabAlignment - 64;
 constexpr std::size_t kGrain = 8;
-constexpr std::size_t kLargestCell = 256;
+[[maybe_unused]] constexpr std::size_t kLargestCell = 256;
 
 struct FreeCell
 {
