@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <benchmark/benchmark.h>
 #include <cstddef>
 #include <cstdint>
@@ -49,14 +50,19 @@ inline std::vector<std::uint32_t> shuffledOrder(std::size_t count, std::uint64_t
     return order;
 }
 
-/// Goes round and round through items in random order.
+/// Gives items in random order, round and round. The round is so long that the branch predictor
+/// does not learn it by heart, as it does with a few thousand.
 template <class Item>
 class RandomWalk
 {
 public:
     explicit RandomWalk(const std::vector<Item>& items)
-        : _items(items), _order(shuffledOrder(items.size()))
-    {}
+        : _items(items), _order(shuffledOrder(std::max(items.size(), kLeastRound)))
+    {
+        for (auto& index : _order) {
+            index %= static_cast<std::uint32_t>(items.size());
+        }
+    }
 
     const Item& next()
     {
@@ -66,6 +72,8 @@ public:
     }
 
 private:
+    static constexpr std::size_t kLeastRound = 200'000;
+
     const std::vector<Item>& _items;
     std::vector<std::uint32_t> _order;
     std::size_t _position = 0;

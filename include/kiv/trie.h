@@ -427,40 +427,41 @@ template <class T>
 typename Trie<T>::Node* Trie<T>::walk(const Path& path) const noexcept
 {
     auto* node = _root.get();
-    for (const auto& component : path) {
-        node = node->child(component);
-        if (!node) {
-            break;
+    for (const auto& segment : path.getSegments()) {
+        for (const auto& component : segment) {
+            node = node->child(component);
+            if (!node) {
+                return nullptr;
+            }
         }
     }
     return node;
 }
 
-/// The path's node, made when there is none.
+/// The path's node, made when there is none. New nodes hang on one another before they hang in the
+/// tree, so that a failure changes nothing.
 template <class T>
 typename Trie<T>::Node* Trie<T>::reach(const Path& path)
 {
     auto* node = _root.get();
-    auto component = path.begin();
-    for (; component != path.end(); ++component) {
-        auto* const child = node->child(*component);
-        if (!child) {
-            break;
+    NodePtr branch;
+    auto* last = node;
+    for (const auto& segment : path.getSegments()) {
+        for (const auto& component : segment) {
+            if (branch) {
+                last->hang(makeNode(component));
+                last = last->child(component);
+            } else if (auto* const child = node->child(component)) {
+                node = last = child;
+            } else {
+                branch = makeNode(component);
+                last = branch.get();
+            }
         }
-        node = child;
     }
-    if (component == path.end()) {
-        return node;
+    if (branch) {
+        node->hang(std::move(branch));
     }
-    // The new nodes hang on one another before they hang in the tree, so that a failure changes
-    // nothing.
-    auto branch = makeNode(*component);
-    auto* last = branch.get();
-    while (++component != path.end()) {
-        last->hang(makeNode(*component));
-        last = last->child(*component);
-    }
-    node->hang(std::move(branch));
     return last;
 }
 
@@ -492,17 +493,16 @@ template <bool Inclusive>
 bool Trie<T>::containsAncestorHelper(const Path& path) const noexcept
 {
     const auto* node = _root.get();
-    auto left = path.size();
-    for (const auto& component : path) {
-        if (!Inclusive && --left == 0) {
-            break;
-        }
-        node = node->child(component);
-        if (!node) {
-            return false;
-        }
-        if (node->hasData()) {
-            return true;
+    auto left = path.size() - (Inclusive || path.empty() ? 0 : 1);
+    for (const auto& segment : path.getSegments()) {
+        for (auto component = segment.begin(); left > 0 && component != segment.end(); --left) {
+            node = node->child(*component++);
+            if (!node) {
+                return false;
+            }
+            if (node->hasData()) {
+                return true;
+            }
         }
     }
     return false;
