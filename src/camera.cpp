@@ -1,10 +1,11 @@
 #include "kiv/camera.h"
 
+#include "kiv/cameraHandler.h"
+#include "kiv/cameraNotification.h"
+
 #include "dispatch.h"
 #include "executed.h"
 #include "itemSubjects.h"
-#include "kiv/cameraHandler.h"
-#include "kiv/cameraNotification.h"
 
 namespace Kiv_v4 {
 
@@ -22,25 +23,55 @@ Camera::Ptr Camera::camera(SceneItem::Ptr const& item)
                             [&](auto& handler) { return handler.camera(item); });
 }
 
-void Camera::horizontalAperture(float value) { detail::executed(horizontalApertureCmd(value)); }
+void Camera::horizontalAperture(float value)
+{
+    detail::executed(horizontalApertureCmd(value));
+}
 
-void Camera::verticalAperture(float value) { detail::executed(verticalApertureCmd(value)); }
+void Camera::verticalAperture(float value)
+{
+    detail::executed(verticalApertureCmd(value));
+}
 
-void Camera::horizontalApertureOffset(float value) { detail::executed(horizontalApertureOffsetCmd(value)); }
+void Camera::horizontalApertureOffset(float value)
+{
+    detail::executed(horizontalApertureOffsetCmd(value));
+}
 
-void Camera::verticalApertureOffset(float value) { detail::executed(verticalApertureOffsetCmd(value)); }
+void Camera::verticalApertureOffset(float value)
+{
+    detail::executed(verticalApertureOffsetCmd(value));
+}
 
-void Camera::fStop(float value) { detail::executed(fStopCmd(value)); }
+void Camera::fStop(float value)
+{
+    detail::executed(fStopCmd(value));
+}
 
-void Camera::focalLength(float value) { detail::executed(focalLengthCmd(value)); }
+void Camera::focalLength(float value)
+{
+    detail::executed(focalLengthCmd(value));
+}
 
-void Camera::focusDistance(float value) { detail::executed(focusDistanceCmd(value)); }
+void Camera::focusDistance(float value)
+{
+    detail::executed(focusDistanceCmd(value));
+}
 
-void Camera::nearClipPlane(float value) { detail::executed(nearClipPlaneCmd(value)); }
+void Camera::nearClipPlane(float value)
+{
+    detail::executed(nearClipPlaneCmd(value));
+}
 
-void Camera::farClipPlane(float value) { detail::executed(farClipPlaneCmd(value)); }
+void Camera::farClipPlane(float value)
+{
+    detail::executed(farClipPlaneCmd(value));
+}
 
-void Camera::projection(Projection value) { detail::executed(projectionCmd(value)); }
+void Camera::projection(Projection value)
+{
+    detail::executed(projectionCmd(value));
+}
 
 bool Camera::addObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer)
 {
@@ -67,11 +98,20 @@ bool Camera::hasObserver(SceneItem::Ptr const& item, Observer::Ptr const& observ
     return ObservedItems::instance().has(item, observer);
 }
 
-bool Camera::hasObservers(Path const& path) { return ObservedItems::instance().hasAny(path); }
+bool Camera::hasObservers(Path const& path)
+{
+    return ObservedItems::instance().hasAny(path);
+}
 
-bool Camera::hasObservers(Rtid runTimeId) { return ObservedItems::instance().hasAny(runTimeId); }
+bool Camera::hasObservers(Rtid runTimeId)
+{
+    return ObservedItems::instance().hasAny(runTimeId);
+}
 
-void Camera::notify(Path const& path) { ObservedItems::instance().notify(path); }
+void Camera::notify(Path const& path)
+{
+    ObservedItems::instance().notify(path);
+}
 
 CameraChanged::CameraChanged(const SceneItem::Ptr& item) : _item(item) {}
 

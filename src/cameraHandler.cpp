@@ -20,6 +20,9 @@ Selection CameraHandler::findAll(Path const& path)
 {
     auto result = find(path);
     for (const auto& gateway : SceneSegmentHandler::findGatewayItems(path)) {
+        if (gateway->path() == path) {
+            continue; // a run-time that counts the path itself: it was searched above
+        }
         for (const auto& camera : findAll(gateway->path())) {
             result.append(camera);
         }

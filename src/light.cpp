@@ -1,10 +1,11 @@
 #include "kiv/light.h"
 
+#include "kiv/lightHandler.h"
+#include "kiv/lightNotification.h"
+
 #include "dispatch.h"
 #include "executed.h"
 #include "itemSubjects.h"
-#include "kiv/lightHandler.h"
-#include "kiv/lightNotification.h"
 
 namespace Kiv_v4 {
 
@@ -43,41 +44,71 @@ std::shared_ptr<Light::AreaInterface> Light::areaInterface()
     return type() == Area ? areaInterfaceImpl() : nullptr;
 }
 
-void Light::intensity(float value) { detail::executed(intensityCmd(value)); }
+void Light::intensity(float value)
+{
+    detail::executed(intensityCmd(value));
+}
 
-void Light::color(float r, float g, float b) { detail::executed(colorCmd(r, g, b)); }
+void Light::color(float r, float g, float b)
+{
+    detail::executed(colorCmd(r, g, b));
+}
 
-void Light::shadowEnable(bool value) { detail::executed(shadowEnableCmd(value)); }
+void Light::shadowEnable(bool value)
+{
+    detail::executed(shadowEnableCmd(value));
+}
 
-void Light::shadowColor(float r, float g, float b) { detail::executed(shadowColorCmd(r, g, b)); }
+void Light::shadowColor(float r, float g, float b)
+{
+    detail::executed(shadowColorCmd(r, g, b));
+}
 
-void Light::diffuse(float value) { detail::executed(diffuseCmd(value)); }
+void Light::diffuse(float value)
+{
+    detail::executed(diffuseCmd(value));
+}
 
-void Light::specular(float value) { detail::executed(specularCmd(value)); }
+void Light::specular(float value)
+{
+    detail::executed(specularCmd(value));
+}
 
 Light::DirectionalInterface::DirectionalInterface() = default;
 
 Light::DirectionalInterface::~DirectionalInterface() = default;
 
-void Light::DirectionalInterface::angle(float value) { detail::executed(angleCmd(value)); }
+void Light::DirectionalInterface::angle(float value)
+{
+    detail::executed(angleCmd(value));
+}
 
 Light::SphereInterface::SphereInterface() = default;
 
 Light::SphereInterface::~SphereInterface() = default;
 
-void Light::SphereInterface::sphereProps(float radius, bool asPoint) { detail::executed(spherePropsCmd(radius, asPoint)); }
+void Light::SphereInterface::sphereProps(float radius, bool asPoint)
+{
+    detail::executed(spherePropsCmd(radius, asPoint));
+}
 
 Light::ConeInterface::ConeInterface() = default;
 
 Light::ConeInterface::~ConeInterface() = default;
 
-void Light::ConeInterface::coneProps(float coneAngle, float penumbraAngle, float dropoff) { detail::executed(conePropsCmd(coneAngle, penumbraAngle, dropoff)); }
+void Light::ConeInterface::coneProps(float coneAngle, float penumbraAngle, float dropoff)
+{
+    detail::executed(conePropsCmd(coneAngle, penumbraAngle, dropoff));
+}
 
 Light::AreaInterface::AreaInterface() = default;
 
 Light::AreaInterface::~AreaInterface() = default;
 
-void Light::AreaInterface::normalize(bool value) { detail::executed(normalizeCmd(value)); }
+void Light::AreaInterface::normalize(bool value)
+{
+    detail::executed(normalizeCmd(value));
+}
 
 bool Light::addObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer)
 {
@@ -99,11 +130,20 @@ bool Light::hasObserver(SceneItem::Ptr const& item, Observer::Ptr const& observe
     return ObservedItems::instance().has(item, observer);
 }
 
-bool Light::hasObservers(Path const& path) { return ObservedItems::instance().hasAny(path); }
+bool Light::hasObservers(Path const& path)
+{
+    return ObservedItems::instance().hasAny(path);
+}
 
-bool Light::hasObservers(Rtid runTimeId) { return ObservedItems::instance().hasAny(runTimeId); }
+bool Light::hasObservers(Rtid runTimeId)
+{
+    return ObservedItems::instance().hasAny(runTimeId);
+}
 
-void Light::notify(Path const& path) { ObservedItems::instance().notify(path); }
+void Light::notify(Path const& path)
+{
+    ObservedItems::instance().notify(path);
+}
 
 LightChanged::LightChanged(const SceneItem::Ptr& item) : _item(item) {}
 

@@ -3,9 +3,10 @@
 #include <algorithm>
 #include <limits>
 
-#include "dispatch.h"
 #include "kiv/object3dNotification.h"
 #include "kiv/subject.h"
+
+#include "dispatch.h"
 
 namespace Kiv_v4 {
 
@@ -24,14 +25,12 @@ Subject& anyObject3d()
 
 BoundingBox3d::BoundingBox3d()
     : min({kInfinity, kInfinity, kInfinity}), max({-kInfinity, -kInfinity, -kInfinity})
-{
-}
+{}
 
 BoundingBox3d::BoundingBox3d(const TypedVectorN<double, 3>& minimum,
                              const TypedVectorN<double, 3>& maximum)
     : min(minimum), max(maximum)
-{
-}
+{}
 
 bool BoundingBox3d::empty() const noexcept
 {
@@ -80,14 +79,20 @@ bool Object3d::removeObserver(Observer::Ptr const& observer)
     return anyObject3d().removeObserver(observer);
 }
 
-std::size_t Object3d::nbObservers() { return anyObject3d().nbObservers(); }
+std::size_t Object3d::nbObservers()
+{
+    return anyObject3d().nbObservers();
+}
 
 bool Object3d::hasObserver(Observer::Ptr const& observer)
 {
     return anyObject3d().hasObserver(observer);
 }
 
-void Object3d::notify(Notification const& notification) { anyObject3d().notify(notification); }
+void Object3d::notify(Notification const& notification)
+{
+    anyObject3d().notify(notification);
+}
 
 Object3dHandler::Object3dHandler() = default;
 

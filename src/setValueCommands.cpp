@@ -4,31 +4,31 @@ namespace Kiv_v4 {
 
 template <class T>
 SetValueUndoableCommand<T>::SetValueUndoableCommand(const Path& path) : BaseUndoableCommand(path)
-{
-}
+{}
 
-template <class T> SetValueUndoableCommand<T>::~SetValueUndoableCommand() = default;
+template <class T>
+SetValueUndoableCommand<T>::~SetValueUndoableCommand() = default;
 
 template <class T>
 SetValue2UndoableCommand<T>::SetValue2UndoableCommand(const Path& path) : BaseUndoableCommand(path)
-{
-}
+{}
 
-template <class T> SetValue2UndoableCommand<T>::~SetValue2UndoableCommand() = default;
+template <class T>
+SetValue2UndoableCommand<T>::~SetValue2UndoableCommand() = default;
 
 template <class T>
 SetValue3UndoableCommand<T>::SetValue3UndoableCommand(const Path& path) : BaseUndoableCommand(path)
-{
-}
+{}
 
-template <class T> SetValue3UndoableCommand<T>::~SetValue3UndoableCommand() = default;
+template <class T>
+SetValue3UndoableCommand<T>::~SetValue3UndoableCommand() = default;
 
 template <class T>
 SetValue4UndoableCommand<T>::SetValue4UndoableCommand(const Path& path) : BaseUndoableCommand(path)
-{
-}
+{}
 
-template <class T> SetValue4UndoableCommand<T>::~SetValue4UndoableCommand() = default;
+template <class T>
+SetValue4UndoableCommand<T>::~SetValue4UndoableCommand() = default;
 
 template class SetValueUndoableCommand<bool>;
 template class SetValueUndoableCommand<int>;

@@ -1,11 +1,12 @@
 #include "kiv/transform3d.h"
 
-#include "dispatch.h"
-#include "executed.h"
-#include "itemSubjects.h"
 #include "kiv/hierarchy.h"
 #include "kiv/transform3dHandler.h"
 #include "kiv/transform3dNotification.h"
+
+#include "dispatch.h"
+#include "executed.h"
+#include "itemSubjects.h"
 
 namespace Kiv_v4 {
 
@@ -71,9 +72,15 @@ void Transform3d::translate(double x, double y, double z)
     detail::executed(translateCmd(x, y, z));
 }
 
-void Transform3d::rotate(double x, double y, double z) { detail::executed(rotateCmd(x, y, z)); }
+void Transform3d::rotate(double x, double y, double z)
+{
+    detail::executed(rotateCmd(x, y, z));
+}
 
-void Transform3d::scale(double x, double y, double z) { detail::executed(scaleCmd(x, y, z)); }
+void Transform3d::scale(double x, double y, double z)
+{
+    detail::executed(scaleCmd(x, y, z));
+}
 
 void Transform3d::rotatePivot(double x, double y, double z)
 {
@@ -95,7 +102,10 @@ void Transform3d::translateRotatePivot(double x, double y, double z)
     detail::executed(translateRotatePivotCmd(x, y, z));
 }
 
-Vector3d Transform3d::rotatePivotTranslation() const { return {}; }
+Vector3d Transform3d::rotatePivotTranslation() const
+{
+    return {};
+}
 
 UndoableCommand::Ptr Transform3d::translateScalePivotCmd(double, double, double)
 {
@@ -107,24 +117,45 @@ void Transform3d::translateScalePivot(double x, double y, double z)
     detail::executed(translateScalePivotCmd(x, y, z));
 }
 
-Vector3d Transform3d::scalePivotTranslation() const { return {}; }
+Vector3d Transform3d::scalePivotTranslation() const
+{
+    return {};
+}
 
-UndoableCommand::Ptr Transform3d::rotateAxisCmd(double, double, double) { return nullptr; }
+UndoableCommand::Ptr Transform3d::rotateAxisCmd(double, double, double)
+{
+    return nullptr;
+}
 
 void Transform3d::rotateAxis(double x, double y, double z)
 {
     detail::executed(rotateAxisCmd(x, y, z));
 }
 
-Vector3d Transform3d::rotateAxis() const { return {}; }
+Vector3d Transform3d::rotateAxis() const
+{
+    return {};
+}
 
-UndoableCommand::Ptr Transform3d::shearCmd(double, double, double) { return nullptr; }
+UndoableCommand::Ptr Transform3d::shearCmd(double, double, double)
+{
+    return nullptr;
+}
 
-void Transform3d::shear(double x, double y, double z) { detail::executed(shearCmd(x, y, z)); }
+void Transform3d::shear(double x, double y, double z)
+{
+    detail::executed(shearCmd(x, y, z));
+}
 
-Vector3d Transform3d::shear() const { return {}; }
+Vector3d Transform3d::shear() const
+{
+    return {};
+}
 
-void Transform3d::setMatrix(Matrix4d const& matrix) { detail::executed(setMatrixCmd(matrix)); }
+void Transform3d::setMatrix(Matrix4d const& matrix)
+{
+    detail::executed(setMatrixCmd(matrix));
+}
 
 bool Transform3d::addObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer)
 {
@@ -151,14 +182,20 @@ bool Transform3d::hasObserver(SceneItem::Ptr const& item, Observer::Ptr const& o
     return ObservedItems::instance().has(item, observer);
 }
 
-bool Transform3d::hasObservers(Path const& path) { return ObservedItems::instance().hasAny(path); }
+bool Transform3d::hasObservers(Path const& path)
+{
+    return ObservedItems::instance().hasAny(path);
+}
 
 bool Transform3d::hasObservers(Rtid runTimeId)
 {
     return ObservedItems::instance().hasAny(runTimeId);
 }
 
-void Transform3d::notify(Path const& path) { ObservedItems::instance().notify(path); }
+void Transform3d::notify(Path const& path)
+{
+    ObservedItems::instance().notify(path);
+}
 
 Transform3dHandler::Transform3dHandler() = default;
 

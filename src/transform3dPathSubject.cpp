@@ -13,8 +13,7 @@ Transform3dPathSubject::Transform3dPathSubject(const Path& path)
           [](const Path& from, const Observer::Ptr& observer) {
               return Transform3d::removeObserver(from, observer);
           })
-{
-}
+{}
 
 Transform3dPathSubject::~Transform3dPathSubject() = default;
 

@@ -13,8 +13,14 @@ UIInfoHandler::Ptr UIInfoHandler::uiInfoHandler(Rtid runTimeId)
     return RunTimeMgr::instance().uiInfoHandler(runTimeId);
 }
 
-UIInfoHandler::Icon UIInfoHandler::treeViewIcon(SceneItem::Ptr const&) const { return {}; }
+UIInfoHandler::Icon UIInfoHandler::treeViewIcon(SceneItem::Ptr const&) const
+{
+    return {};
+}
 
-std::string UIInfoHandler::treeViewTooltip(SceneItem::Ptr const&) const { return {}; }
+std::string UIInfoHandler::treeViewTooltip(SceneItem::Ptr const&) const
+{
+    return {};
+}
 
 } // namespace Kiv_v4

@@ -12,14 +12,14 @@
 
 namespace Kiv_v4 {
 
-/// The camera properties of one scene item, supplied by its run-time. The camera stands at the origin of
-/// the item's space, looks along -z and has +y upward.
+/// The camera properties of one scene item, supplied by its run-time. The camera stands at the
+/// origin of the item's space, looks along -z and has +y upward.
 ///
-/// Each property has a command maker, which changes nothing and gives null when the run-time refuses, a
-/// setter, which executes that command and drops it, and a getter.
+/// Each property has a command maker, which changes nothing and gives null when the run-time
+/// refuses, a setter, which executes that command and drops it, and a getter.
 ///
-/// Run-times announce changes with `notify`. Observers of an item are found by its path and held by weak
-/// reference; a null item is answered with false or 0.
+/// Run-times announce changes with `notify`. Observers of an item are found by its path and held by
+/// weak reference; a null item is answered with false or 0.
 class KIV_EXPORT Camera
 {
 public:
@@ -27,8 +27,8 @@ public:
 
     enum Projection : std::uint32_t { Perspective = 0, Orthographic = 1 };
 
-    /// The camera at `item`; null for a null item, an empty path, a run-time that offers none, and an item
-    /// that is no camera. Exceptions of the run-time are logged and pass through.
+    /// The camera at `item`; null for a null item, an empty path, a run-time that offers none, and
+    /// an item that is no camera. Exceptions of the run-time are logged and pass through.
     [[nodiscard]] static Ptr camera(SceneItem::Ptr const& item);
 
     Camera();
@@ -62,8 +62,8 @@ public:
     virtual void verticalApertureOffset(float value);
     [[nodiscard]] virtual float verticalApertureOffset() const = 0;
 
-    /// The ratio of focal length to the diameter of the entrance pupil; 0 for a pinhole without depth of
-    /// field.
+    /// The ratio of focal length to the diameter of the entrance pupil; 0 for a pinhole without
+    /// depth of field.
     [[nodiscard]] virtual UndoableCommand::Ptr fStopCmd(float value) = 0;
     virtual void fStop(float value);
     [[nodiscard]] virtual float fStop() const = 0;
@@ -89,8 +89,8 @@ public:
     virtual void farClipPlane(float value);
     [[nodiscard]] virtual float farClipPlane() const = 0;
 
-    /// An orthographic camera sees a rectangle of horizontalAperture by verticalAperture, with a millimetre
-    /// of aperture taken for a scene unit.
+    /// An orthographic camera sees a rectangle of horizontalAperture by verticalAperture, with a
+    /// millimetre of aperture taken for a scene unit.
     [[nodiscard]] virtual UndoableCommand::Ptr projectionCmd(Projection value) = 0;
     virtual void projection(Projection value);
     [[nodiscard]] virtual Projection projection() const = 0;
@@ -104,11 +104,12 @@ public:
     [[nodiscard]] static bool hasObserver(SceneItem::Ptr const& item,
                                           Observer::Ptr const& observer);
     [[nodiscard]] static bool hasObservers(Path const& path);
-    /// Whether an item of the run-time was ever observed; stays true when the last observer has gone.
+    /// Whether an item of the run-time was ever observed; stays true when the last observer has
+    /// gone.
     [[nodiscard]] static bool hasObservers(Rtid runTimeId);
 
-    /// Tells the observers of the item at `path`, with a `CameraChanged` that carries the item given to
-    /// the first of them.
+    /// Tells the observers of the item at `path`, with a `CameraChanged` that carries the item
+    /// given to the first of them.
     static void notify(Path const& path);
 };
 

@@ -15,11 +15,12 @@ class KIV_EXPORT CameraHandler
 public:
     using Ptr = std::shared_ptr<CameraHandler>;
 
-    /// The cameras at or under `path` within the run-time of `path`; none when it has no camera handler.
+    /// The cameras at or under `path` within the run-time of `path`; none when it has no camera
+    /// handler.
     [[nodiscard]] static Selection find(Path const& path);
 
-    /// The same across run-times: behind the cameras of the run-time those under each gateway that lies at
-    /// or under `path`, gateway by gateway, each camera once.
+    /// The same across run-times: behind the cameras of the run-time those of each gateway under
+    /// `path`, gateway by gateway, each camera once. Exceptions of the run-times pass through.
     [[nodiscard]] static Selection findAll(Path const& path);
 
     CameraHandler();
@@ -30,8 +31,9 @@ public:
     /// The camera at `item`; null when it is no camera.
     [[nodiscard]] virtual Camera::Ptr camera(SceneItem::Ptr const& item) = 0;
 
-    /// The camera items of this run-time at or under `path`, in the order of the hierarchy. When `path` is
-    /// a gateway, also those that lie behind it, which `findAll` of the items there gives.
+    /// The camera items of this run-time at or under `path`, in the order of the hierarchy. When
+    /// `path` is a gateway, also those that lie behind it: what `findAll` gives for each of the
+    /// items with which the nested run-time begins there.
     [[nodiscard]] virtual Selection findCameras(Path const& path) = 0;
 };
 

@@ -15,8 +15,7 @@ struct CellInfo
         : text(std::move(cellText)), fontPointSize(pointSize), fontBold(isBold),
           fontItalic(isItalic), fontStrikeOut(isStruckOut), textForeground(foreground),
           textBackground(background)
-    {
-    }
+    {}
 
     std::string text;
     double fontPointSize; ///< In points; 0 for the view's own size.

@@ -16,14 +16,14 @@ namespace Kiv_v4 {
 /// Red, green and blue, linear.
 using Color3f = TypedColorN<float, 3>;
 
-/// The light properties of one scene item, supplied by its run-time. A light with a direction shines along
-/// -z of the item's space. What only some kinds have is in interfaces of their own.
+/// The light properties of one scene item, supplied by its run-time. A light with a direction
+/// shines along -z of the item's space. What only some kinds have is in interfaces of their own.
 ///
-/// Each property has a command maker, which changes nothing and gives null when the run-time refuses, a
-/// setter, which executes that command and drops it, and a getter.
+/// Each property has a command maker, which changes nothing and gives null when the run-time
+/// refuses, a setter, which executes that command and drops it, and a getter.
 ///
-/// Run-times announce changes with `notify`. Observers of an item are found by its path and held by weak
-/// reference; a null item is answered with false or 0.
+/// Run-times announce changes with `notify`. Observers of an item are found by its path and held by
+/// weak reference; a null item is answered with false or 0.
 class KIV_EXPORT Light
 {
 public:
@@ -69,8 +69,8 @@ public:
     class ConeInterface;
     class AreaInterface;
 
-    /// The light at `item`; null for a null item, an empty path, a run-time that offers none, and an item
-    /// that is no light. Exceptions of the run-time are logged and pass through.
+    /// The light at `item`; null for a null item, an empty path, a run-time that offers none, and
+    /// an item that is no light. Exceptions of the run-time are logged and pass through.
     [[nodiscard]] static Ptr light(SceneItem::Ptr const& item);
 
     Light();
@@ -131,11 +131,12 @@ public:
     [[nodiscard]] static bool hasObserver(SceneItem::Ptr const& item,
                                           Observer::Ptr const& observer);
     [[nodiscard]] static bool hasObservers(Path const& path);
-    /// Whether an item of the run-time was ever observed; stays true when the last observer has gone.
+    /// Whether an item of the run-time was ever observed; stays true when the last observer has
+    /// gone.
     [[nodiscard]] static bool hasObservers(Rtid runTimeId);
 
-    /// Tells the observers of the item at `path`, with a `LightChanged` that carries the item given to
-    /// the first of them.
+    /// Tells the observers of the item at `path`, with a `LightChanged` that carries the item given
+    /// to the first of them.
     static void notify(Path const& path);
 
 protected:
@@ -193,7 +194,8 @@ public:
     virtual ~ConeInterface();
 
     /// As the fields of `ConeProps`.
-    [[nodiscard]] virtual UndoableCommand::Ptr conePropsCmd(float coneAngle, float penumbraAngle, float dropoff) = 0;
+    [[nodiscard]] virtual UndoableCommand::Ptr conePropsCmd(float coneAngle, float penumbraAngle,
+                                                            float dropoff) = 0;
     virtual void coneProps(float coneAngle, float penumbraAngle, float dropoff);
     [[nodiscard]] virtual ConeProps coneProps() const = 0;
 };

@@ -14,8 +14,8 @@ class KIV_EXPORT Material
 public:
     using Ptr = std::shared_ptr<Material>;
 
-    /// The materials of `item`; null for a null item, an empty path, or a run-time that offers none.
-    /// Exceptions of the run-time are logged and pass through.
+    /// The materials of `item`; null for a null item, an empty path, or a run-time that offers
+    /// none. Exceptions of the run-time are logged and pass through.
     [[nodiscard]] static Ptr material(SceneItem::Ptr const& item);
 
     Material();
@@ -23,7 +23,8 @@ public:
     Material& operator=(const Material&) = delete;
     virtual ~Material();
 
-    /// The items that stand for the materials bound to the item, each once, in the order of its parts.
+    /// The items that stand for the materials bound to the item, each once, in the order of its
+    /// parts.
     [[nodiscard]] virtual std::vector<SceneItem::Ptr> materials() const = 0;
 };
 

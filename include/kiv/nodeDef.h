@@ -6,6 +6,7 @@
 
 #include "kiv/attributeDef.h"
 #include "kiv/export.h"
+#include "kiv/pathComponent.h"
 #include "kiv/resultCommands.h"
 #include "kiv/rtid.h"
 #include "kiv/sceneItem.h"
@@ -13,8 +14,8 @@
 
 namespace Kiv_v4 {
 
-/// Describes a node type of a run-time: what a "create node" menu and a node editor need to know before
-/// there is a node.
+/// Describes a node type of a run-time: what a "create node" menu and a node editor need to know
+/// before there is a node.
 class KIV_EXPORT NodeDef
 {
 public:
@@ -41,7 +42,8 @@ public:
     /// The menu entries that lead to the type, from the most general down.
     [[nodiscard]] virtual std::vector<std::string> classifications() const = 0;
 
-    // The attributes that a new node has: inputs can be set and connected to, outputs only connected from.
+    // The attributes that a new node has: inputs can be set and connected to, outputs only
+    // connected from.
 
     [[nodiscard]] virtual std::vector<std::string> inputNames() const = 0;
     [[nodiscard]] virtual bool hasInput(std::string const& name) const = 0;
@@ -59,8 +61,8 @@ public:
     [[nodiscard]] virtual Value metadata(std::string const& key) const = 0;
     [[nodiscard]] virtual bool hasMetadata(std::string const& key) const = 0;
 
-    /// Makes a node of this type as the last child of `parent`, with the attributes of the definition.
-    /// Changes nothing yet; null when the run-time refuses.
+    /// Makes a node of this type as the last child of `parent`, with the attributes of the
+    /// definition. Changes nothing yet; null when the run-time refuses.
     [[nodiscard]] virtual SceneItemResultUndoableCommand::Ptr
     createNodeCmd(SceneItem::Ptr const& parent, PathComponent const& name) const = 0;
 };
@@ -82,8 +84,8 @@ public:
     /// The definition of a node type, or null.
     [[nodiscard]] virtual NodeDef::Ptr definition(std::string const& type) const = 0;
 
-    /// All definitions with that classification, or all there are for an empty one, in the order of a
-    /// menu.
+    /// All definitions with that classification, or all there are for an empty one, in the order of
+    /// a menu.
     [[nodiscard]] virtual std::vector<NodeDef::Ptr>
     definitions(std::string const& classification) const = 0;
 };

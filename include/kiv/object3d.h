@@ -12,7 +12,8 @@
 
 namespace Kiv_v4 {
 
-/// An axis-aligned box, in scene units. It is empty when a minimum exceeds its maximum, as in a new one.
+/// An axis-aligned box, in scene units. It is empty when a minimum exceeds its maximum, as in a new
+/// one.
 struct KIV_EXPORT BoundingBox3d
 {
     BoundingBox3d();
@@ -33,8 +34,8 @@ struct KIV_EXPORT BoundingBox3d
 
 /// What a scene item is as an object in space: its extent and whether it is shown.
 ///
-/// Run-times announce shown and hidden items with `notify` and a `VisibilityChanged`. Observers hear of
-/// the items of all run-times and are held by weak reference.
+/// Run-times announce shown and hidden items with `notify` and a `VisibilityChanged`. Observers
+/// hear of the items of all run-times and are held by weak reference.
 class KIV_EXPORT Object3d
 {
 public:
@@ -52,8 +53,8 @@ public:
     /// The item.
     [[nodiscard]] virtual SceneItem::Ptr sceneItem() const = 0;
 
-    /// The box around the item and all that is under it in its run-time, in the item's space, shown or
-    /// not; empty when there is nothing in it.
+    /// The box around the item and all that is under it in its run-time, in the item's space, shown
+    /// or not; empty when there is nothing in it.
     [[nodiscard]] virtual BoundingBox3d boundingBox() const = 0;
 
     /// Whether the item itself is set to be shown. It is seen only when its ancestors are, too.

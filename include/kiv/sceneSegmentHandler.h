@@ -23,8 +23,8 @@ public:
     /// Whether the item at `path` is a gateway; false when its run-time has no such handler.
     [[nodiscard]] static bool isGateway(Path const& path);
 
-    /// The gateways at or under `path` within the run-time of `path`; none when it has no such
-    /// handler.
+    /// The gateways under `path`, itself left out, within the run-time of `path`; none when it has
+    /// no such handler.
     [[nodiscard]] static Selection findGatewayItems(Path const& path);
 
     /// Those of them that lead into the run-time `nestedRuntimeId`.
@@ -38,8 +38,9 @@ public:
     /// Whether the item at `path`, a path of this run-time, is a gateway.
     [[nodiscard]] virtual bool isGatewayItem(Path const& path) = 0;
 
-    /// The gateways at or under `path`, a path of this run-time, in the order of the hierarchy.
-    /// What lies behind them is not searched.
+    /// The gateways under `path`, a path of this run-time, in the order of the hierarchy. `path`
+    /// itself is left out, so that a search that goes on from each of them comes to an end; what
+    /// lies behind them is not searched.
     [[nodiscard]] virtual Selection gatewayItems(Path const& path) = 0;
 
     /// Those of them that lead into the run-time `nestedRuntimeId`.

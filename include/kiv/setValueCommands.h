@@ -8,13 +8,14 @@
 
 namespace Kiv_v4 {
 
-// Commands that set a value of an item and can be given another value after they were executed, as an
-// interactive manipulation does: it executes one command, sets it again and again while the user drags,
-// and leaves one entry in the undo history. `set` changes the item at once and is what `redo` does again;
-// it returns false when the run-time refuses.
+// Commands that set a value of an item and can be given another value after they were executed, as
+// an interactive manipulation does: it executes one command, sets it again and again while the user
+// drags, and leaves one entry in the undo history. `set` changes the item at once and is what
+// `redo` does again; it returns false when the run-time refuses.
 
 /// Sets one value.
-template <class T> class KIV_EXPORT SetValueUndoableCommand : public BaseUndoableCommand
+template <class T>
+class KIV_EXPORT SetValueUndoableCommand : public BaseUndoableCommand
 {
 public:
     explicit SetValueUndoableCommand(const Path& path);
@@ -24,7 +25,8 @@ public:
 };
 
 /// Sets two values.
-template <class T> class KIV_EXPORT SetValue2UndoableCommand : public BaseUndoableCommand
+template <class T>
+class KIV_EXPORT SetValue2UndoableCommand : public BaseUndoableCommand
 {
 public:
     explicit SetValue2UndoableCommand(const Path& path);
@@ -34,7 +36,8 @@ public:
 };
 
 /// Sets three values.
-template <class T> class KIV_EXPORT SetValue3UndoableCommand : public BaseUndoableCommand
+template <class T>
+class KIV_EXPORT SetValue3UndoableCommand : public BaseUndoableCommand
 {
 public:
     explicit SetValue3UndoableCommand(const Path& path);
@@ -44,7 +47,8 @@ public:
 };
 
 /// Sets four values.
-template <class T> class KIV_EXPORT SetValue4UndoableCommand : public BaseUndoableCommand
+template <class T>
+class KIV_EXPORT SetValue4UndoableCommand : public BaseUndoableCommand
 {
 public:
     explicit SetValue4UndoableCommand(const Path& path);

@@ -12,8 +12,8 @@
 
 namespace Kiv_v4 {
 
-/// Which edit the caller is about to make, so that a run-time that keeps several transforms for an item
-/// can choose the one to edit.
+/// Which edit the caller is about to make, so that a run-time that keeps several transforms for an
+/// item can choose the one to edit.
 class KIV_EXPORT EditTransform3dHint
 {
 public:
@@ -27,7 +27,7 @@ public:
         Matrix = 6
     };
 
-    explicit EditTransform3dHint(Type type) : _type(type) {}
+    EditTransform3dHint(Type type) : _type(type) {}
     EditTransform3dHint(const EditTransform3dHint&) = default;
     EditTransform3dHint& operator=(const EditTransform3dHint&) = default;
     virtual ~EditTransform3dHint();
@@ -38,25 +38,25 @@ private:
     Type _type;
 };
 
-/// Edits the 3D transform of one scene item, property by property or as a matrix. How a run-time makes
-/// the item's matrix of the properties is its own business; `matrix()` gives the result.
+/// Edits the 3D transform of one scene item, property by property or as a matrix. How a run-time
+/// makes the item's matrix of the properties is its own business; `matrix()` gives the result.
 ///
-/// Translations and pivots are in scene units, rotations in degrees about x, y and z, scale and shear are
-/// factors. The values are absolute: `translate` sets the translation.
+/// Translations and pivots are in scene units, rotations in degrees about x, y and z, scale and
+/// shear are factors. The values are absolute: `translate` sets the translation.
 ///
-/// Each property has a command maker, which changes nothing and gives null when the run-time refuses, a
-/// setter, which executes that command and drops it, and a getter. The last four vector properties are
-/// optional: unless a run-time overrides them, nothing can be set and zero is read.
+/// Each property has a command maker, which changes nothing and gives null when the run-time
+/// refuses, a setter, which executes that command and drops it, and a getter. The last four vector
+/// properties are optional: unless a run-time overrides them, nothing can be set and zero is read.
 ///
-/// Run-times announce changes with `notify`. Observers of an item are found by its path and held by weak
-/// reference; a null item is answered with false or 0.
+/// Run-times announce changes with `notify`. Observers of an item are found by its path and held by
+/// weak reference; a null item is answered with false or 0.
 class KIV_EXPORT Transform3d : public Transform3dRead
 {
 public:
     using Ptr = std::shared_ptr<Transform3d>;
 
-    /// The transform of `item`; null for a null item, an empty path, or a run-time that offers none.
-    /// Exceptions of the run-time are logged and pass through.
+    /// The transform of `item`; null for a null item, an empty path, or a run-time that offers
+    /// none. Exceptions of the run-time are logged and pass through.
     [[nodiscard]] static Ptr transform3d(SceneItem::Ptr const& item);
 
     /// The same, suited to the edit that is to come.
@@ -94,8 +94,7 @@ public:
     [[nodiscard]] virtual Vector3d rotatePivotTranslation() const;
 
     /// Makes up for a scale pivot that was moved.
-    [[nodiscard]] virtual UndoableCommand::Ptr translateScalePivotCmd(double x, double y,
-                                                                      double z);
+    [[nodiscard]] virtual UndoableCommand::Ptr translateScalePivotCmd(double x, double y, double z);
     virtual void translateScalePivot(double x, double y, double z);
     [[nodiscard]] virtual Vector3d scalePivotTranslation() const;
 
@@ -122,11 +121,12 @@ public:
     [[nodiscard]] static bool hasObserver(SceneItem::Ptr const& item,
                                           Observer::Ptr const& observer);
     [[nodiscard]] static bool hasObservers(Path const& path);
-    /// Whether an item of the run-time was ever observed; stays true when the last observer has gone.
+    /// Whether an item of the run-time was ever observed; stays true when the last observer has
+    /// gone.
     [[nodiscard]] static bool hasObservers(Rtid runTimeId);
 
-    /// Tells the observers of the item at `path`, with a `Transform3dChanged` that carries the item given
-    /// to the first of them.
+    /// Tells the observers of the item at `path`, with a `Transform3dChanged` that carries the item
+    /// given to the first of them.
     static void notify(Path const& path);
 };
 

@@ -19,7 +19,8 @@ public:
     Transform3dHandler& operator=(const Transform3dHandler&) = delete;
     virtual ~Transform3dHandler();
 
-    /// By default `transform3d(item)`; overridden by a run-time that has a cheaper object for reading.
+    /// By default `transform3d(item)`; overridden by a run-time that has a cheaper object for
+    /// reading.
     [[nodiscard]] virtual Transform3dRead::Ptr transform3dRead(SceneItem::Ptr const& item) const;
 
     [[nodiscard]] virtual Transform3d::Ptr transform3d(SceneItem::Ptr const& item) const = 0;

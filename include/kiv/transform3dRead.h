@@ -18,16 +18,16 @@ using Matrix4d = TypedSquareMatrixN<double, 4>;
 
 /// Reads the 3D transform of one scene item.
 ///
-/// Matrices take row vectors: a point of the item's space goes to `point * matrix`, the translation is in
-/// the last row, and the item's own matrix stands to the left of its parent's in a product. Lengths are
-/// in scene units.
+/// Matrices take row vectors: a point of the item's space goes to `point * matrix`, the translation
+/// is in the last row, and the item's own matrix stands to the left of its parent's in a product.
+/// Lengths are in scene units.
 class KIV_EXPORT Transform3dRead
 {
 public:
     using Ptr = std::shared_ptr<Transform3dRead>;
 
-    /// The transform of `item`; null for a null item, an empty path, or a run-time that offers none.
-    /// Exceptions of the run-time are logged and pass through.
+    /// The transform of `item`; null for a null item, an empty path, or a run-time that offers
+    /// none. Exceptions of the run-time are logged and pass through.
     [[nodiscard]] static Ptr transform3dRead(SceneItem::Ptr const& item);
 
     Transform3dRead();
@@ -51,9 +51,9 @@ public:
     /// The same without the item's own matrix: from its parent's space.
     [[nodiscard]] virtual Matrix4d segmentExclusiveMatrix() const = 0;
 
-    /// From the item's space to world space, across run-times: the segment's matrix times the inclusive
-    /// matrix of the gateway item, and so on up to the first run-time. Every gateway item must have a
-    /// transform. Exceptions of a run-time are logged and pass through.
+    /// From the item's space to world space, across run-times: the segment's matrix times the
+    /// inclusive matrix of the gateway item, and so on up to the first run-time. Every gateway item
+    /// must have a transform. Exceptions of a run-time are logged and pass through.
     [[nodiscard]] Matrix4d inclusiveMatrix() const;
 
     /// The same without the item's own matrix: from its parent's space to world space.

@@ -26,12 +26,13 @@ public:
         LowerRight = 4
     };
 
-    /// An icon by name, which the host looks up among its own; empty for none of the run-time's own.
+    /// An icon by name, which the host looks up among its own; empty for none of the run-time's
+    /// own.
     struct Icon
     {
-        std::string base;                       ///< The icon itself.
-        std::string badge;                      ///< A smaller one on top of it.
-        BadgePosition badgePosition = NoBadge;  ///< Where the badge sits.
+        std::string base;                      ///< The icon itself.
+        std::string badge;                     ///< A smaller one on top of it.
+        BadgePosition badgePosition = NoBadge; ///< Where the badge sits.
     };
 
     /// The handler of a run-time, or null.
@@ -42,8 +43,8 @@ public:
     UIInfoHandler& operator=(const UIInfoHandler&) = delete;
     virtual ~UIInfoHandler();
 
-    /// The look of the item's cell in a tree view: `hostLook`, which the host would use, with what the
-    /// run-time changes in it.
+    /// The look of the item's cell in a tree view: `hostLook`, which the host would use, with what
+    /// the run-time changes in it.
     [[nodiscard]] virtual CellInfo treeViewCellInfo(SceneItem::Ptr const& item,
                                                     CellInfo const& hostLook) const = 0;
 

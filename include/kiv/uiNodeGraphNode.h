@@ -9,8 +9,8 @@
 
 namespace Kiv_v4 {
 
-/// How a scene item is drawn as a node in a node editor. Lengths are in the editor's own unit, x to the
-/// right and y downward.
+/// How a scene item is drawn as a node in a node editor. Lengths are in the editor's own unit, x to
+/// the right and y downward.
 class KIV_EXPORT UINodeGraphNode
 {
 public:
