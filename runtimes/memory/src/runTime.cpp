@@ -3,6 +3,7 @@
 #include "batchOps.h"
 #include "contextOps.h"
 #include "hierarchy.h"
+#include "itemInterfaces.h"
 #include "itemNames.h"
 #include "sceneItemOps.h"
 #include "sceneSegment.h"
@@ -31,6 +32,7 @@ RunTime::RunTime(const std::string& name, const std::string& rootName)
     manager.setContextOpsHandler(id(), std::make_shared<MemoryContextOpsHandler>(_tree));
     manager.setSceneSegmentHandler(id(), std::make_shared<MemorySceneSegmentHandler>(_tree));
     manager.setBatchOpsHandler(id(), std::make_shared<MemoryBatchOpsHandler>(_tree));
+    installItemInterfaces(_tree);
 }
 
 RunTime::~RunTime() = default;

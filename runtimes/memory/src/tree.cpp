@@ -162,6 +162,7 @@ void Tree::reorder(Node& parent, const std::vector<Node*>& children) noexcept
 Detached Tree::copy(const Node& top)
 {
     auto copied = make(top.type, top.name);
+    copied.get()->properties = top.properties;
     auto* target = copied.get();
     for (const auto* source = &top; source;) {
         if (source->firstChild) {
@@ -177,6 +178,7 @@ Detached Tree::copy(const Node& top)
             target = target->parent;
         }
         target = &attach(make(source->type, source->name), *target, nullptr);
+        target->properties = source->properties;
     }
     return copied;
 }

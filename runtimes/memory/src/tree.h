@@ -11,6 +11,8 @@
 #include "kiv/rtid.h"
 #include "kiv/sceneItem.h"
 
+#include "properties.h"
+
 namespace Kiv_v4::memory {
 
 /// One item of the scene. Siblings form a doubly linked list, so that inserting and removing cost
@@ -20,6 +22,7 @@ struct Node
     PathComponent name;
     std::string type;
     Rtid gateway = 0; ///< The run-time whose items begin under this one; 0 for none.
+    Properties properties;
 
     Node* parent = nullptr;
     Node* previous = nullptr;
