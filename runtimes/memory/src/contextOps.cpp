@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "editCommands.h"
+#include "nodeTypes.h"
 
 namespace Kiv_v4::memory {
 
@@ -30,10 +31,6 @@ const Operation kOperations[] = {
     {"delete", "Delete", &deleteItemCmd},
 };
 
-/// What the submenu "make" offers: node types with their labels.
-constexpr std::pair<const char*, const char*> kNodeTypes[] = {
-    {"group", "Group"}, {"mesh", "Mesh"}, {"camera", "Camera"}, {"light", "Light"}};
-
 } // namespace
 
 MemoryContextOps::MemoryContextOps(std::shared_ptr<Tree> tree, SceneItem::Ptr item)
@@ -57,8 +54,8 @@ std::vector<ContextItem> MemoryContextOps::items(ItemPath const& itemPath) const
                                  allowed);
         }
     } else if (itemPath == ItemPath{kMake}) {
-        for (const auto& [type, label] : kNodeTypes) {
-            entries.emplace_back(type, label, false, false, false, false, true);
+        for (const auto& known : nodeTypes()) {
+            entries.emplace_back(known.type, known.displayName, false, false, false, false, true);
         }
     }
     return entries;
@@ -67,10 +64,8 @@ std::vector<ContextItem> MemoryContextOps::items(ItemPath const& itemPath) const
 UndoableCommand::Ptr MemoryContextOps::doOpCmd(ItemPath const& itemPath)
 {
     if (itemPath.size() == 2 && itemPath.front() == kMake) {
-        const auto known =
-            std::any_of(std::begin(kNodeTypes), std::end(kNodeTypes),
-                        [&](const auto& type) { return itemPath.back() == type.first; });
-        return known ? createChildCmd(_tree, _item->path(), itemPath.back(), {}) : nullptr;
+        const auto* known = findNodeType(itemPath.back());
+        return known ? createChildCmd(_tree, _item->path(), known->type, {}) : nullptr;
     }
     for (const auto& operation : kOperations) {
         if (itemPath == ItemPath{operation.key}) {

@@ -4,14 +4,13 @@
 #include <unordered_set>
 #include <vector>
 
+#include "nodeTypes.h"
 #include "plannedCommand.h"
 #include "steps.h"
 
 namespace Kiv_v4::memory {
 
 namespace {
-
-constexpr auto kGroup = "group";
 
 /// The item's node unless it is the root; null for no item.
 Node* editableNode(Tree& tree, const Path& path)

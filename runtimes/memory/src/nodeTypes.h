@@ -1,0 +1,50 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "kiv/light.h"
+
+namespace Kiv_v4::memory {
+
+// Types that code asks for by name.
+inline constexpr auto kGroup = "group";
+inline constexpr auto kCamera = "camera";
+inline constexpr auto kLight = "light"; ///< The type that the types of all kinds of lights are of.
+inline constexpr auto kMaterial = "material";
+
+/// An attribute that new nodes of a type have.
+struct TypeAttribute
+{
+    using Default = std::variant<bool, int, float, std::string, Color3f>;
+
+    std::string name;
+    std::string displayName;
+    Default defaultValue;
+    std::string description;
+};
+
+/// What there is to know about a node type.
+struct NodeType
+{
+    std::string type;
+    std::string displayName;
+    std::string description;
+    std::vector<std::string> classifications;
+    std::vector<TypeAttribute> inputs = {};
+    std::vector<TypeAttribute> outputs = {};
+    std::optional<Light::Type> light = {}; ///< The kind of the lights of that type.
+};
+
+/// The described types, in the order of a menu. Items may be of any other type.
+[[nodiscard]] const std::vector<NodeType>& nodeTypes();
+
+/// The description of a type, or null.
+[[nodiscard]] const NodeType* findNodeType(const std::string& type);
+
+/// The kind of the lights of a type; none for a type of other items.
+[[nodiscard]] std::optional<Light::Type> lightKind(const std::string& type);
+
+} // namespace Kiv_v4::memory
