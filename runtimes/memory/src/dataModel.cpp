@@ -1,9 +1,12 @@
 #include "kiv/memory/dataModel.h"
 
+#include <stdexcept>
 #include <utility>
 
 #include "announcements.h"
 #include "item.h"
+#include "material.h"
+#include "object3d.h"
 #include "steps.h"
 #include "tree.h"
 
@@ -87,6 +90,38 @@ void DataModel::setGateway(const Path& item, Rtid nestedRunTimeId)
 Rtid DataModel::gateway(const Path& item) const
 {
     return existing(*_tree, item).gateway;
+}
+
+void DataModel::setBoundingBox(const Path& item, const BoundingBox3d& box)
+{
+    setBoundingBoxCmd(item, box)->execute();
+}
+
+UndoableCommand::Ptr DataModel::setBoundingBoxCmd(const Path& item, const BoundingBox3d& box)
+{
+    (void)existing(*_tree, item);
+    auto command = ownBoxCmd(_tree, item, box);
+    if (!command) {
+        throw std::invalid_argument("The bounding box is not finite.");
+    }
+    return command;
+}
+
+BoundingBox3d DataModel::boundingBox(const Path& item) const
+{
+    return ownBoxOf(existing(*_tree, item));
+}
+
+void DataModel::setMaterials(const Path& item, const std::vector<Path>& materials)
+{
+    setMaterialsCmd(item, materials)->execute();
+}
+
+UndoableCommand::Ptr DataModel::setMaterialsCmd(const Path& item,
+                                                const std::vector<Path>& materials)
+{
+    (void)existing(*_tree, item);
+    return materialsCmd(_tree, item, materials);
 }
 
 } // namespace Kiv_v4::memory

@@ -4,7 +4,12 @@
 
 #include "camera.h"
 #include "light.h"
+#include "material.h"
+#include "nodeDef.h"
+#include "nodeGraph.h"
+#include "object3d.h"
 #include "transform.h"
+#include "uiInfo.h"
 
 namespace Kiv_v4::memory {
 
@@ -15,6 +20,11 @@ void installItemInterfaces(const std::shared_ptr<Tree>& tree)
     manager.setTransform3dHandler(id, makeTransform3dHandler(tree));
     manager.setCameraHandler(id, makeCameraHandler(tree));
     manager.setLightHandler(id, makeLightHandler(tree));
+    manager.setObject3dHandler(id, makeObject3dHandler(tree));
+    manager.setMaterialHandler(id, makeMaterialHandler(tree));
+    manager.setNodeDefHandler(id, makeNodeDefHandler(tree));
+    manager.setUINodeGraphNodeHandler(id, makeUINodeGraphNodeHandler(tree));
+    manager.setUIInfoHandler(id, makeUIInfoHandler(tree));
 }
 
 } // namespace Kiv_v4::memory

@@ -3,11 +3,14 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "kiv/export.h"
+#include "kiv/object3d.h"
 #include "kiv/path.h"
 #include "kiv/rtid.h"
 #include "kiv/sceneItem.h"
+#include "kiv/undoableCommand.h"
 
 namespace Kiv_v4::memory {
 
@@ -23,6 +26,29 @@ class Tree;
 ///     const auto cube = model.make(props->path(), "mesh", "cube"); // /world/props/cube
 ///
 /// An item can be a gateway: the items of another run-time begin under it, behind its own children.
+///
+/// **Node types.** Any text; some mean something. Items of type `camera` offer `Camera`. Lights are
+/// of a type for their kind: `directionalLight`, `pointLight`, `spotLight`, `areaLight`, or `light`
+/// for a light of no particular kind; their `ancestorNodeTypes` end with `light`. Items of type
+/// `material` can be bound to others. `NodeDef` describes the types with a meaning.
+///
+/// **Transforms.** Every item has one, the root included. For row vectors its matrix is
+///
+///     M = Sp^-1 * S * Sh * Sp * Spt * Rp^-1 * Ra * R * Rp * Rpt * T
+///
+/// with the translations Sp to the scale pivot, Spt by the scale pivot translation, Rp to the
+/// rotate pivot, Rpt by the rotate pivot translation and T by the translation; with the scale S;
+/// with the shear Sh by (xy, xz, yz), which adds xy y + xz z to x and yz z to y; and with the
+/// rotations Ra by the rotate axis and R by the rotation, each about x, then y, then z.
+/// `Transform3d::setMatrixCmd` takes any affine matrix that is not singular, and sets translation,
+/// rotation, scale and shear to its factors (with a reflection in the scale in x), all else to
+/// zero.
+///
+/// **Edits.** The commands of the library's interfaces set absolute values, remember, while they
+/// are done, what was there, and refuse numbers that are infinite or none. Most are of the set-
+/// value family of `setValueCommands.h`, so they can be set again while a user drags. Each change
+/// is announced to the observers of its kind; what has no observers of its own (bounding boxes,
+/// materials, places in a node editor) with a `SubtreeInvalidate` of the item.
 ///
 /// **Errors.** A path that names no item, and a name or place that is not allowed, throw
 /// `std::invalid_argument` with the path or name in the message; the scene stays as it was.
@@ -70,6 +96,30 @@ public:
 
     /// The run-time whose items begin under the item; 0 for an ordinary item.
     [[nodiscard]] Rtid gateway(const Path& item) const;
+
+    /// Sets the item's own box, in its space; at first it is empty. `Object3d::boundingBox` of an
+    /// item also holds the boxes of all that is under it. Throws for a box that is not empty and
+    /// holds an infinite number or none.
+    void setBoundingBox(const Path& item, const BoundingBox3d& box);
+
+    /// The same as a command; changes nothing yet.
+    [[nodiscard]] UndoableCommand::Ptr setBoundingBoxCmd(const Path& item,
+                                                         const BoundingBox3d& box);
+
+    /// The item's own box, without what is under it.
+    [[nodiscard]] BoundingBox3d boundingBox(const Path& item) const;
+
+    /// Binds materials, which are items of node type `material`, to the item, each once, in place
+    /// of those bound before. `Material::materials` lists them.
+    ///
+    /// The item is bound to the materials, not to their paths: they stay bound while they are
+    /// renamed and moved, are not listed while they are out of the scene, and are listed again when
+    /// their removal is undone. A duplicate of the item is bound to the same materials.
+    void setMaterials(const Path& item, const std::vector<Path>& materials);
+
+    /// The same as a command; changes nothing yet.
+    [[nodiscard]] UndoableCommand::Ptr setMaterialsCmd(const Path& item,
+                                                       const std::vector<Path>& materials);
 
 private:
     const std::shared_ptr<Tree> _tree;

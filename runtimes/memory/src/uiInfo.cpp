@@ -1,0 +1,48 @@
+#include "uiInfo.h"
+
+#include <utility>
+
+#include "kiv/pathString.h"
+
+namespace Kiv_v4::memory {
+
+namespace {
+
+class MemoryUIInfoHandler : public UIInfoHandler
+{
+public:
+    explicit MemoryUIInfoHandler(std::shared_ptr<Tree> tree) : _tree(std::move(tree)) {}
+
+    [[nodiscard]] CellInfo treeViewCellInfo(SceneItem::Ptr const& item,
+                                            CellInfo const& hostLook) const override
+    {
+        auto look = hostLook;
+        const auto* node = _tree->find(item->path());
+        look.fontItalic = look.fontItalic || (node && node->gateway != 0);
+        return look;
+    }
+
+    [[nodiscard]] Icon treeViewIcon(SceneItem::Ptr const& item) const override
+    {
+        return {item->nodeType(), "", NoBadge};
+    }
+
+    [[nodiscard]] std::string treeViewTooltip(SceneItem::Ptr const& item) const override
+    {
+        return PathString::string(item->path());
+    }
+
+    [[nodiscard]] std::string runTimeLabel() const override { return "In memory"; }
+
+private:
+    const std::shared_ptr<Tree> _tree;
+};
+
+} // namespace
+
+UIInfoHandler::Ptr makeUIInfoHandler(const std::shared_ptr<Tree>& tree)
+{
+    return std::make_shared<MemoryUIInfoHandler>(tree);
+}
+
+} // namespace Kiv_v4::memory
