@@ -16,6 +16,7 @@
 #include "nested.h"
 
 using namespace Kiv_v4;
+using test::Callback;
 using testing::ElementsAre;
 using testing::IsEmpty;
 

@@ -20,6 +20,7 @@
 #include "stubs.h"
 
 using namespace Kiv_v4;
+using test::Callback;
 using testing::ElementsAre;
 using testing::IsEmpty;
 

@@ -17,6 +17,7 @@
 #include "random.h"
 
 using namespace Kiv_v4;
+using test::Callback;
 using test::translationOf;
 
 namespace {
