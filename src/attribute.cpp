@@ -1,37 +1,51 @@
 #include "kiv/attribute.h"
 
-#include <type_traits>
 #include <utility>
 
 namespace Kiv_v4 {
 
 namespace {
 
-template <class T> constexpr const char* kTypeName = Attribute::kInvalid;
-template <> constexpr const char* kTypeName<bool> = Attribute::kBool;
-template <> constexpr const char* kTypeName<int> = Attribute::kInt;
-template <> constexpr const char* kTypeName<float> = Attribute::kFloat;
-template <> constexpr const char* kTypeName<double> = Attribute::kDouble;
-template <> constexpr const char* kTypeName<std::string> = Attribute::kString;
-template <> constexpr const char* kTypeName<TypedColorN<float, 3>> = Attribute::kColorFloat3;
-template <> constexpr const char* kTypeName<TypedColorN<float, 4>> = Attribute::kColorFloat4;
-template <> constexpr const char* kTypeName<TypedVectorN<int, 3>> = Attribute::kInt3;
-template <> constexpr const char* kTypeName<TypedVectorN<float, 2>> = Attribute::kFloat2;
-template <> constexpr const char* kTypeName<TypedVectorN<float, 3>> = Attribute::kFloat3;
-template <> constexpr const char* kTypeName<TypedVectorN<float, 4>> = Attribute::kFloat4;
-template <> constexpr const char* kTypeName<TypedVectorN<double, 3>> = Attribute::kDouble3;
-template <> constexpr const char* kTypeName<TypedSquareMatrixN<double, 3>> = Attribute::kMatrix3d;
-template <> constexpr const char* kTypeName<TypedSquareMatrixN<double, 4>> = Attribute::kMatrix4d;
+template <class T>
+constexpr const char* kTypeName = nullptr;
+template <>
+constexpr const char* kTypeName<bool> = Attribute::kBool;
+template <>
+constexpr const char* kTypeName<int> = Attribute::kInt;
+template <>
+constexpr const char* kTypeName<float> = Attribute::kFloat;
+template <>
+constexpr const char* kTypeName<double> = Attribute::kDouble;
+template <>
+constexpr const char* kTypeName<std::string> = Attribute::kString;
+template <>
+constexpr const char* kTypeName<TypedColorN<float, 3>> = Attribute::kColorFloat3;
+template <>
+constexpr const char* kTypeName<TypedColorN<float, 4>> = Attribute::kColorFloat4;
+template <>
+constexpr const char* kTypeName<TypedVectorN<int, 3>> = Attribute::kInt3;
+template <>
+constexpr const char* kTypeName<TypedVectorN<float, 2>> = Attribute::kFloat2;
+template <>
+constexpr const char* kTypeName<TypedVectorN<float, 3>> = Attribute::kFloat3;
+template <>
+constexpr const char* kTypeName<TypedVectorN<float, 4>> = Attribute::kFloat4;
+template <>
+constexpr const char* kTypeName<TypedVectorN<double, 3>> = Attribute::kDouble3;
+template <>
+constexpr const char* kTypeName<TypedSquareMatrixN<double, 3>> = Attribute::kMatrix3d;
+template <>
+constexpr const char* kTypeName<TypedSquareMatrixN<double, 4>> = Attribute::kMatrix4d;
 
 /// Sets an attribute of class `A` to one value or the other.
-template <class T, class A> class SetUndoableCommand : public UndoableCommand
+template <class T, class A>
+class SetUndoableCommand : public UndoableCommand
 {
 public:
     SetUndoableCommand(std::shared_ptr<A> attribute, T oldValue, T newValue)
         : _attribute(std::move(attribute)), _oldValue(std::move(oldValue)),
           _newValue(std::move(newValue))
-    {
-    }
+    {}
 
     void undo() override { _attribute->set(_oldValue); }
     void redo() override { _attribute->set(_newValue); }
@@ -45,8 +59,8 @@ private:
 template <class A, class T>
 UndoableCommand::Ptr commandToSet(A& attribute, const T& value)
 {
-    auto self = std::static_pointer_cast<A>(attribute.shared_from_this());
     auto oldValue = attribute.get();
+    auto self = std::static_pointer_cast<A>(attribute.shared_from_this());
     return std::make_shared<SetUndoableCommand<T, A>>(std::move(self), std::move(oldValue), value);
 }
 
@@ -57,8 +71,7 @@ public:
                                Value oldValue, Value newValue)
         : _attribute(std::move(attribute)), _key(std::move(key)), _hadValue(hadValue),
           _oldValue(std::move(oldValue)), _newValue(std::move(newValue))
-    {
-    }
+    {}
 
     void undo() override
     {
@@ -98,15 +111,21 @@ bool Attribute::operator==(const Attribute& other) const
     return *_item == *other._item && name() == other.name();
 }
 
-template <class T> TypedAttribute<T>::TypedAttribute(const SceneItem::Ptr& item) : Attribute(item)
+template <class T>
+TypedAttribute<T>::TypedAttribute(const SceneItem::Ptr& item) : Attribute(item)
+{}
+
+template <class T>
+TypedAttribute<T>::~TypedAttribute() = default;
+
+template <class T>
+std::string TypedAttribute<T>::type() const
 {
+    return kTypeName<T>;
 }
 
-template <class T> TypedAttribute<T>::~TypedAttribute() = default;
-
-template <class T> std::string TypedAttribute<T>::type() const { return kTypeName<T>; }
-
-template <class T> UndoableCommand::Ptr TypedAttribute<T>::setCmd(const T& value)
+template <class T>
+UndoableCommand::Ptr TypedAttribute<T>::setCmd(const T& value)
 {
     return commandToSet(*this, value);
 }
@@ -130,7 +149,10 @@ AttributeFilename::AttributeFilename(const SceneItem::Ptr& item) : Attribute(ite
 
 AttributeFilename::~AttributeFilename() = default;
 
-std::string AttributeFilename::type() const { return kFilename; }
+std::string AttributeFilename::type() const
+{
+    return kFilename;
+}
 
 UndoableCommand::Ptr AttributeFilename::setCmd(const std::string& value)
 {
@@ -141,7 +163,10 @@ AttributeEnumString::AttributeEnumString(const SceneItem::Ptr& item) : Attribute
 
 AttributeEnumString::~AttributeEnumString() = default;
 
-std::string AttributeEnumString::type() const { return kEnumString; }
+std::string AttributeEnumString::type() const
+{
+    return kEnumString;
+}
 
 UndoableCommand::Ptr AttributeEnumString::setCmd(const std::string& value)
 {
@@ -152,6 +177,9 @@ AttributeGeneric::AttributeGeneric(const SceneItem::Ptr& item) : Attribute(item)
 
 AttributeGeneric::~AttributeGeneric() = default;
 
-std::string AttributeGeneric::type() const { return kGeneric; }
+std::string AttributeGeneric::type() const
+{
+    return kGeneric;
+}
 
 } // namespace Kiv_v4

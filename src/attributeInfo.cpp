@@ -8,13 +8,11 @@
 namespace Kiv_v4 {
 
 AttributeInfo::AttributeInfo(Path const& path, std::string const& name) : _path(path), _name(name)
-{
-}
+{}
 
 AttributeInfo::AttributeInfo(std::shared_ptr<Attribute> const& attribute)
     : AttributeInfo(attribute->sceneItem()->path(), attribute->name())
-{
-}
+{}
 
 std::shared_ptr<Attribute> AttributeInfo::attribute() const
 {

@@ -1,15 +1,22 @@
 #include "kiv/attributes.h"
 
+#include "kiv/attributeNotification.h"
+
 #include "dispatch.h"
 #include "executed.h"
 #include "itemSubjects.h"
-#include "kiv/attributeNotification.h"
 
 namespace Kiv_v4 {
 
 namespace {
 
-using ObservedItems = detail::ItemSubjects<AttributeChanged>;
+/// What the observers of one item's attributes are registered on.
+struct ItemAttributes : Subject
+{
+    explicit ItemAttributes(const SceneItem::Ptr&) {}
+};
+
+using ObservedItems = detail::ItemSubjects<AttributeChanged, ItemAttributes>;
 
 /// The subject for all attributes of all items.
 Subject& allAttributes()
@@ -66,7 +73,10 @@ bool Attributes::hasObserver(const Observer::Ptr& observer)
     return allAttributes().hasObserver(observer);
 }
 
-std::size_t Attributes::nbObservers() { return allAttributes().nbObservers(); }
+std::size_t Attributes::nbObservers()
+{
+    return allAttributes().nbObservers();
+}
 
 bool Attributes::addObserver(const SceneItem::Ptr& item, const Observer::Ptr& observer)
 {
@@ -88,9 +98,15 @@ bool Attributes::hasObserver(const SceneItem::Ptr& item, const Observer::Ptr& ob
     return ObservedItems::instance().has(item, observer);
 }
 
-bool Attributes::hasObservers(const Path& path) { return ObservedItems::instance().hasAny(path); }
+bool Attributes::hasObservers(const Path& path)
+{
+    return ObservedItems::instance().hasAny(path);
+}
 
-bool Attributes::hasObservers(Rtid runTimeId) { return ObservedItems::instance().hasAny(runTimeId); }
+bool Attributes::hasObservers(Rtid runTimeId)
+{
+    return ObservedItems::instance().hasAny(runTimeId);
+}
 
 void Attributes::notify(const AttributeChanged& notification)
 {

@@ -1,7 +1,8 @@
 #include "kiv/connectionHandler.h"
 
-#include "executed.h"
 #include "kiv/runTimeMgr.h"
+
+#include "executed.h"
 
 namespace Kiv_v4 {
 

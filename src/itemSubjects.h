@@ -3,34 +3,35 @@
 #include <cstddef>
 #include <memory>
 #include <unordered_map>
+#include <utility>
 
 #include "kiv/path.h"
 #include "kiv/sceneItem.h"
 #include "kiv/subject.h"
 
+#include "processWide.h"
+
 namespace Kiv_v4::detail {
 
-/// The observers of single items: one subject per observed path, made by the first observer and erased
-/// with the last, and a count of observers per run-time.
+/// What the observers of one item are registered on when they are told with the item itself.
+struct ItemSubject : Subject
+{
+    explicit ItemSubject(SceneItem::Ptr observed) : item(std::move(observed)) {}
+
+    const SceneItem::Ptr item; ///< The one given to the first observer.
+};
+
+/// The observers of single items: one subject per observed path, made by the first observer and
+/// erased with the last, and a count of observers per run-time.
 ///
 /// A template so that each kind of change has a registry of its own, found by its notification.
-template <class Changed> class ItemSubjects
+template <class Changed, class SubjectOfItem = ItemSubject>
+class ItemSubjects
 {
 public:
-    /// What the observers of one item are registered on.
-    struct ItemSubject : Subject
-    {
-        explicit ItemSubject(SceneItem::Ptr observed) : item(std::move(observed)) {}
+    using SubjectPtr = std::shared_ptr<SubjectOfItem>;
 
-        const SceneItem::Ptr item; ///< The one given to the first observer.
-    };
-    using ItemSubjectPtr = std::shared_ptr<ItemSubject>;
-
-    static ItemSubjects& instance()
-    {
-        static auto& subjects = *new ItemSubjects; // observers may outlive other statics
-        return subjects;
-    }
+    static ItemSubjects& instance() { return processWide<ItemSubjects>(); }
 
     bool add(const SceneItem::Ptr& item, const Observer::Ptr& observer)
     {
@@ -39,7 +40,7 @@ public:
         }
         auto& subject = _subjects[item->path()];
         if (!subject) {
-            subject = std::make_shared<ItemSubject>(item);
+            subject = std::make_shared<SubjectOfItem>(item);
         }
         const auto added = subject->addObserver(observer);
         if (added) {
@@ -84,7 +85,7 @@ public:
     [[nodiscard]] bool hasAny(Rtid runTimeId) const { return _counts.count(runTimeId) != 0; }
 
     /// The subject of the path, or null. The share keeps it alive while its observers are notified.
-    [[nodiscard]] ItemSubjectPtr find(const Path& path) const
+    [[nodiscard]] SubjectPtr find(const Path& path) const
     {
         const auto found = _subjects.find(path);
         return found == _subjects.end() ? nullptr : found->second;
@@ -99,7 +100,7 @@ public:
     }
 
 private:
-    std::unordered_map<Path, ItemSubjectPtr> _subjects;
+    std::unordered_map<Path, SubjectPtr> _subjects;
     std::unordered_map<Rtid, std::ptrdiff_t> _counts;
 };
 

@@ -2,10 +2,11 @@
 
 #include <utility>
 
-#include "dispatch.h"
 #include "kiv/hierarchy.h"
 #include "kiv/scene.h"
 #include "kiv/sceneNotification.h"
+
+#include "dispatch.h"
 
 namespace Kiv_v4 {
 
@@ -66,16 +67,26 @@ PathSubject::PathSubject(const Path& path, AddObserverFn addObserverFn,
       _sceneObserver(std::make_shared<SceneChangedObserver>(*this))
 {
     Scene::instance().addObserver(_sceneObserver);
-    addObservers(_path, Path());
+    try {
+        addObservers(_path, Path());
+    } catch (...) {
+        letGo();
+        throw;
+    }
 }
 
 PathSubject::~PathSubject()
+{
+    letGo();
+}
+
+void PathSubject::letGo() noexcept
 {
     try {
         detail::logged("~PathSubject", "src/pathSubject",
                        [this] { removeObservers(_path, Path()); });
     } catch (...) {
-        // Logged; a destructor has nobody to tell.
+        // Logged; there is nobody to tell.
     }
 }
 
@@ -86,7 +97,10 @@ void PathSubject::addObserver(const Path& p)
     }
 }
 
-void PathSubject::removeObserver(const Path& p) { _removeObserverFn(p, _forwarder); }
+void PathSubject::removeObserver(const Path& p)
+{
+    _removeObserverFn(p, _forwarder);
+}
 
 void PathSubject::addObservers(const Path& from, const Path& stop)
 {
@@ -108,8 +122,9 @@ void PathSubject::rename(const Path& oldPath, const Path& newPath)
         return;
     }
     const auto parent = newPath.pop(); // above it nothing has changed
+    auto renamed = _path.replaceComponent(static_cast<int>(oldPath.size()) - 1, newPath.back());
     removeObservers(_path, parent);
-    _path = _path.replaceComponent(static_cast<int>(oldPath.size()) - 1, newPath.back());
+    _path = std::move(renamed);
     addObservers(_path, parent);
 }
 
@@ -118,8 +133,9 @@ void PathSubject::reparent(const Path& oldPath, const Path& newPath)
     if (_path.empty() || !_path.startsWith(oldPath)) {
         return;
     }
+    auto reparented = _path.reparent(oldPath, newPath);
     removeObservers(_path, Path());
-    _path = _path.reparent(oldPath, newPath);
+    _path = std::move(reparented);
     addObservers(_path, Path());
 }
 

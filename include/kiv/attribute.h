@@ -14,17 +14,17 @@
 
 namespace Kiv_v4 {
 
-/// One attribute of a scene item, supplied by the item's run-time. Which kind it is, `type()` tells; its
-/// value is reached through the class of that kind:
+/// One attribute of a scene item, supplied by the item's run-time. Which kind it is, `type()`
+/// tells; its value is reached through the class of that kind:
 ///
-///     const auto radius = std::dynamic_pointer_cast<AttributeFloat>(attributes->attribute("radius"));
-///     UndoableCommandMgr::instance().executeCmd(radius->setCmd(2.5F));
+///     const auto size = std::dynamic_pointer_cast<AttributeFloat>(attributes->attribute("size"));
+///     UndoableCommandMgr::instance().executeCmd(size->setCmd(2.5F));
 ///
 /// Setters and commands change the attribute in its run-time, which announces each change through
 /// `Attributes::notify`.
 ///
-/// **Lifetime.** An attribute object lives in a shared pointer, belongs to one item object and shares
-/// it. Code that must name an attribute for longer holds an `AttributeInfo`.
+/// **Lifetime.** An attribute object lives in a shared pointer, belongs to one item object and
+/// shares it. Code that must name an attribute for longer holds an `AttributeInfo`.
 class KIV_EXPORT Attribute : public std::enable_shared_from_this<Attribute>
 {
 public:
@@ -53,6 +53,7 @@ public:
     /// A well-known metadata key: set to true on an attribute that users are not to edit.
     static constexpr const char* kLocked = "Locked";
 
+    /// `item` must not be null.
     explicit Attribute(const SceneItem::Ptr& item);
     Attribute(const Attribute&) = delete;
     Attribute& operator=(const Attribute&) = delete;
@@ -76,12 +77,12 @@ public:
     /// The metadata under `key`; a value without a type when there is none.
     [[nodiscard]] virtual Value metadata(const std::string& key) const = 0;
 
-    /// Sets the metadata under `key`; false when the run-time refuses.
+    /// Sets the metadata under `key`, whatever was there before; false when the run-time refuses.
     virtual bool setMetadata(const std::string& key, const Value& value) = 0;
 
-    /// A command that sets the metadata under `key`; undone, it sets the old value or, when there was
-    /// none, clears the key. Changes nothing yet. Throws `std::bad_weak_ptr` when the attribute is not
-    /// held by a shared pointer.
+    /// A command that sets the metadata under `key`; undone, it sets the old value or, when there
+    /// was none, clears the key. Changes nothing yet. Throws `std::bad_weak_ptr` when the attribute
+    /// is not held by a shared pointer.
     [[nodiscard]] virtual UndoableCommand::Ptr setMetadataCmd(const std::string& key,
                                                               const Value& value);
 
@@ -92,7 +93,8 @@ public:
 
     [[nodiscard]] SceneItem::Ptr sceneItem() const { return _item; }
 
-    /// Whether both are the attribute of that name of the same item, whatever their classes and values.
+    /// Whether both are the attribute of that name of the same item, whatever their classes and
+    /// values.
     bool operator==(const Attribute& other) const;
     bool operator!=(const Attribute& other) const { return !(*this == other); }
 
@@ -101,7 +103,8 @@ private:
 };
 
 /// An attribute with a value of type `T`. Offered for the value types of the aliases below.
-template <class T> class KIV_EXPORT TypedAttribute : public Attribute
+template <class T>
+class KIV_EXPORT TypedAttribute : public Attribute
 {
 public:
     using Ptr = std::shared_ptr<TypedAttribute>;

@@ -9,8 +9,8 @@
 
 namespace Kiv_v4 {
 
-/// Describes an attribute apart from any item: what a node definition lists, and what an attribute editor
-/// needs to label, reset and restrict a field.
+/// Describes an attribute apart from any item: what a node definition lists, and what an attribute
+/// editor needs to label, reset and restrict a field.
 class KIV_EXPORT AttributeDef
 {
 public:

@@ -23,8 +23,10 @@ public:
     [[nodiscard]] Path const& path() const noexcept { return _path; }
     [[nodiscard]] std::string const& name() const noexcept { return _name; }
 
-    /// The attribute as it is now, on a fresh item; null when the item has none of that name. Throws
-    /// `std::runtime_error` when the path names no item, or one without attributes.
+    /// The attribute as it is now, on a fresh item; null when the item has none of that name.
+    /// Throws `std::runtime_error` with the path in the message when it names no item, or one whose
+    /// run-time offers no attributes, and `InvalidRunTimeId` when its run-time is not registered
+    /// any more.
     [[nodiscard]] std::shared_ptr<Attribute> attribute() const;
 
     bool operator==(AttributeInfo const& other) const

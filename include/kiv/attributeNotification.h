@@ -9,7 +9,9 @@
 
 namespace Kiv_v4 {
 
-/// The value of an attribute changed, or the attribute was added, removed or renamed.
+/// Under this name the item has another attribute, or one with another value, than before: the
+/// value changed, or the attribute was added, removed or renamed. A rename is announced twice,
+/// under the name that it had and under the one that it has.
 class KIV_EXPORT AttributeChanged : public Notification
 {
 public:

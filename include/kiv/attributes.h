@@ -27,15 +27,15 @@ class Path;
 ///     }
 ///
 /// Changes are announced with `notify` by the run-time that makes them, to the observers of all
-/// attributes and to those of the item. Observers are held by weak reference; a null item is answered
-/// with false or 0.
+/// attributes and to those of the item. Observers are held by weak reference; a null item is
+/// answered with false or 0.
 class KIV_EXPORT Attributes
 {
 public:
     using Ptr = std::shared_ptr<Attributes>;
 
-    /// The attributes of `item`; null for a null item, an empty path, or a run-time that offers none.
-    /// Exceptions of the run-time are logged and pass through.
+    /// The attributes of `item`; null for a null item, an empty path, or a run-time that offers
+    /// none. Exceptions of the run-time are logged and pass through.
     [[nodiscard]] static Ptr attributes(SceneItem::Ptr const& item);
 
     Attributes();
@@ -60,8 +60,8 @@ public:
     /// Executes `addAttributeCmd` and gives the new attribute; null when the run-time refuses.
     virtual Attribute::Ptr addAttribute(const std::string& type, const std::string& name);
 
-    /// Adds an attribute of one of the type constants. The run-time changes the name where it must, to
-    /// make it unique or fit its rules.
+    /// Adds an attribute of one of the type constants. The run-time changes the name where it must,
+    /// to make it unique or fit its rules.
     [[nodiscard]] virtual AttributeResultUndoableCommand::Ptr
     addAttributeCmd(const std::string& type, const std::string& name) = 0;
 
@@ -70,8 +70,8 @@ public:
 
     [[nodiscard]] virtual UndoableCommand::Ptr removeAttributeCmd(const std::string& name) = 0;
 
-    /// Executes `renameAttributeCmd` and gives the attribute under its new name; null when the run-time
-    /// refuses.
+    /// Executes `renameAttributeCmd` and gives the attribute under its new name; null when the
+    /// run-time refuses.
     virtual Attribute::Ptr renameAttribute(const std::string& name, const std::string& newName);
 
     [[nodiscard]] virtual AttributeResultUndoableCommand::Ptr
@@ -94,7 +94,8 @@ public:
     [[nodiscard]] static bool hasObserver(const SceneItem::Ptr& item,
                                           const Observer::Ptr& observer);
     [[nodiscard]] static bool hasObservers(const Path& path);
-    /// Whether an item of the run-time was ever observed; stays true when the last observer has gone.
+    /// Whether an item of the run-time was ever observed; stays true when the last observer has
+    /// gone.
     [[nodiscard]] static bool hasObservers(Rtid runTimeId);
 
     /// Tells the observers of all attributes, then those of the item.
@@ -109,8 +110,8 @@ public:
 
     ~Attributes_v4_2() override;
 
-    /// How to label, reset and restrict the attribute; null when there is none of that name or nothing
-    /// is known of it.
+    /// How to label, reset and restrict the attribute; null when there is none of that name or
+    /// nothing is known of it.
     [[nodiscard]] virtual AttributeDef::Ptr attributeDef(const std::string& name) const = 0;
 };
 

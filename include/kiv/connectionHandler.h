@@ -14,10 +14,10 @@ namespace Kiv_v4 {
 
 /// Makes, breaks and lists the connections between attributes of a run-time.
 ///
-/// The command makers change nothing and give null when the run-time refuses, for instance because types
-/// do not agree. The conveniences execute the command and drop it; hosts that want undo execute the
-/// command through their undo system. Those that take handles resolve them first and pass on what
-/// `AttributeInfo::attribute` throws.
+/// The command makers change nothing and give null when the run-time refuses, for instance because
+/// types do not agree or because an end is null. The conveniences execute the command and drop it;
+/// hosts that want undo execute the command through their undo system. Those that take handles
+/// resolve them first and pass on what `AttributeInfo::attribute` throws.
 class KIV_EXPORT ConnectionHandler
 {
 public:

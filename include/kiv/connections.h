@@ -36,8 +36,8 @@ public:
                                              AttributeType type) const;
 
     /// The connections of the item that have `attribute` at one of the ends that `type` names. An
-    /// attribute is at an end when the path of its item and its name are those of the end. None for a
-    /// null attribute. Linear in the number of the item's connections.
+    /// attribute is at an end when the path of its item and its name are those of the end. None for
+    /// a null attribute. Linear in the number of the item's connections.
     [[nodiscard]] virtual std::vector<Connection::Ptr> connections(Attribute::Ptr const& attribute,
                                                                    AttributeType type) const;
 };

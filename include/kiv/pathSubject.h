@@ -11,18 +11,18 @@
 
 namespace Kiv_v4 {
 
-/// Stands for one scene item named by its path, and follows it: its observers hear what the item and
-/// each of its ancestors announce on their own subjects, also after the item or an ancestor was renamed
-/// or reparented. When one of them is deleted, it follows nothing any more.
+/// Stands for one scene item named by its path, and follows it: its observers hear what the item
+/// and each of its ancestors announce on their own subjects, also after the item or an ancestor was
+/// renamed or reparented. When one of them is deleted, it follows nothing any more.
 ///
-/// What the items' subjects are is up to two functions that attach an observer to an item and detach it
-/// from the item at a path, such as the registry of transforms.
+/// What the items' subjects are is up to two functions that attach an observer to an item and
+/// detach it from the item at a path, such as the registry of transforms.
 ///
-/// **Lifetime.** A scene must be installed when it is made; it hears of renames, reparents and deletes
-/// from that scene. When it dies, nothing of it stays attached.
+/// **Lifetime.** A scene must be installed when it is made; it hears of renames, reparents and
+/// deletes from that scene. When it dies, nothing of it stays attached.
 ///
-/// **Errors.** Items that cannot be made are skipped. An empty function throws `std::bad_function_call`
-/// when it is used.
+/// **Errors.** Items that are not there are skipped. An empty function throws
+/// `std::bad_function_call` when it is used; in the destructor that is written to the log instead.
 class KIV_EXPORT PathSubject : public Subject
 {
 public:
@@ -32,7 +32,8 @@ public:
     /// Hears of the scene's changes on behalf of a path subject.
     class SceneChangedObserver;
 
-    /// Follows the item at `path`: attaches along its ancestry.
+    /// Follows the item at `path`: attaches along its ancestry. When that throws, what was attached
+    /// is detached again.
     PathSubject(const Path& path, AddObserverFn addObserverFn, RemoveObserverFn removeObserverFn);
     PathSubject(const PathSubject&) = delete;
     PathSubject& operator=(const PathSubject&) = delete;
@@ -64,6 +65,8 @@ public:
     void objectDelete(const Path& deletedPath);
 
 private:
+    void letGo() noexcept;
+
     Path _path;
     const AddObserverFn _addObserverFn;
     const RemoveObserverFn _removeObserverFn;
