@@ -1,5 +1,7 @@
 #include "announcements.h"
 
+#include "kiv/attributeNotification.h"
+#include "kiv/attributes.h"
 #include "kiv/scene.h"
 #include "kiv/sceneNotification.h"
 
@@ -45,6 +47,16 @@ void announceReparent(const SceneItem::Ptr& item, const Path& previousPath)
 void announceInvalidate(const SceneItem::Ptr& root)
 {
     announce<SubtreeInvalidate>(root);
+}
+
+void announceAttribute(const Path& item, const std::string& name)
+{
+    Attributes::notify(AttributeChanged(item, name));
+}
+
+void announceMetadata(const Path& item, const std::string& attribute, const std::string& key)
+{
+    Attributes::notify(AttributeMetadataChanged(item, attribute, key));
 }
 
 AnnouncementBatch::AnnouncementBatch(bool gather)

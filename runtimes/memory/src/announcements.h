@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 
 #include "kiv/notificationGuard.h"
 #include "kiv/path.h"
@@ -18,7 +19,13 @@ void announceRename(const SceneItem::Ptr& item, const Path& previousPath);
 void announceReparent(const SceneItem::Ptr& item, const Path& previousPath);
 void announceInvalidate(const SceneItem::Ptr& root);
 
-/// Gathers what is announced while it lives into one notification, unless `gather` is false.
+// Tells the observers of attributes.
+
+void announceAttribute(const Path& item, const std::string& name);
+void announceMetadata(const Path& item, const std::string& attribute, const std::string& key);
+
+/// Gathers what is announced of the scene while it lives into one notification, unless `gather` is
+/// false.
 class AnnouncementBatch
 {
 public:

@@ -21,8 +21,8 @@ class DuplicateItemsCommand : public PlannedCommand<SelectionUndoableCommand>
 public:
     DuplicateItemsCommand(const TreePtr& tree, Selection selection,
                           std::shared_ptr<Targets> targets, Planner planner)
-        : PlannedCommand(tree, "Duplicate", std::move(planner)), _tree(tree),
-          _selection(std::move(selection)), _targets(std::move(targets))
+        : PlannedCommand(tree, "Duplicate", std::move(planner)), _selection(std::move(selection)),
+          _targets(std::move(targets))
     {}
 
     [[nodiscard]] SceneItem::Ptr targetItem(Path const& sourcePath) const override
@@ -33,20 +33,13 @@ public:
         for (auto ancestor = sourcePath; !ancestor.empty(); ancestor = ancestor.pop()) {
             const auto found = _targets->find(ancestor);
             if (found != _targets->end()) {
-                return itemAt(sourcePath.reparent(ancestor, found->second));
+                return itemAt(*_tree, sourcePath.reparent(ancestor, found->second));
             }
         }
         return nullptr;
     }
 
 private:
-    [[nodiscard]] SceneItem::Ptr itemAt(const Path& path) const
-    {
-        const auto* node = _tree->find(path);
-        return node ? makeItem(path, *node) : nullptr;
-    }
-
-    const TreePtr _tree;
     const Selection _selection;
     const std::shared_ptr<Targets> _targets;
 };

@@ -1,9 +1,12 @@
 #include "kiv/memory/dataModel.h"
 
+#include <set>
 #include <stdexcept>
 #include <utility>
+#include <variant>
 
 #include "announcements.h"
+#include "attributeSteps.h"
 #include "item.h"
 #include "material.h"
 #include "object3d.h"
@@ -17,6 +20,17 @@ namespace {
 SceneItem::Ptr itemAt(Tree& tree, const Path& path)
 {
     return makeItem(path, existing(tree, path));
+}
+
+/// The value of an attribute as that alternative.
+template <class T>
+T& valueAs(Tree& tree, const AttributeInfo& attribute)
+{
+    auto* value = std::get_if<T>(&existing(tree, attribute).value);
+    if (!value) {
+        refuse(attribute.path(), "has an attribute '" + attribute.name() + "' of another type.");
+    }
+    return *value;
 }
 
 } // namespace
@@ -78,6 +92,29 @@ void DataModel::remove(const Path& item)
 std::string DataModel::uniqueName(const Path& parent, const std::string& name) const
 {
     return freeName(*_tree, existing(*_tree, parent), name).string();
+}
+
+void DataModel::setEnumValues(const Path& item, const std::string& attribute,
+                              const std::vector<std::string>& values)
+{
+    auto& enumeration = valueAs<Enumeration>(*_tree, {item, attribute});
+    const std::set<std::string> distinct(values.begin(), values.end());
+    if (values.empty() || distinct.size() != values.size()) {
+        refuse(item, "cannot have an enumeration '" + attribute +
+                         "' without strings, or with the same one twice.");
+    }
+    enumeration.allowed = values;
+    if (distinct.count(enumeration.text) == 0) {
+        enumeration.text = values.front();
+    }
+    announceAttribute(item, attribute);
+}
+
+void DataModel::setNativeType(const Path& item, const std::string& attribute,
+                              const std::string& type)
+{
+    valueAs<Native>(*_tree, {item, attribute}).typeName = type;
+    announceAttribute(item, attribute);
 }
 
 void DataModel::setGateway(const Path& item, Rtid nestedRunTimeId)

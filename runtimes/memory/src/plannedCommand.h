@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -13,15 +14,24 @@
 
 namespace Kiv_v4::memory {
 
+/// The item that a command made or changed, while the command is done; null before and after.
+[[nodiscard]] inline SceneItem::Ptr itemAt(Tree& tree, const std::optional<Path>& path)
+{
+    const auto* node = path ? tree.find(*path) : nullptr;
+    return node ? makeItem(*path, *node) : nullptr;
+}
+
 /// A command of any of the result-returning kinds: plans its steps while it is executed for the
 /// first time, in the scene as it is then, and takes them back and does them again later. When a
 /// step fails, those before it are taken back.
-template <class Base>
+///
+/// `Result` names what the command makes or changes; for an item it is the path.
+template <class Base, class Result = Path>
 class PlannedCommand : public Base
 {
 public:
-    /// Carries the plan out, step by step, and returns the path of the item made or changed.
-    using Planner = std::function<Path(Plan&)>;
+    /// Carries the plan out, step by step, and returns the result.
+    using Planner = std::function<Result(Plan&)>;
 
     PlannedCommand(std::shared_ptr<Tree> tree, std::string name, Planner planner)
         : _tree(std::move(tree)), _name(std::move(name)), _planner(std::move(planner))
@@ -54,19 +64,16 @@ public:
     }
 
 protected:
-    /// The item made or changed, while the command is done.
-    [[nodiscard]] SceneItem::Ptr result() const
-    {
-        const auto* node = _tree->find(_result);
-        return node ? makeItem(_result, *node) : nullptr;
-    }
+    /// What the planner returned; nothing before the command has run.
+    [[nodiscard]] const std::optional<Result>& result() const { return _result; }
+
+    const std::shared_ptr<Tree> _tree;
 
 private:
-    const std::shared_ptr<Tree> _tree;
     const std::string _name;
     const Planner _planner;
     Plan _plan;
-    Path _result;
+    std::optional<Result> _result;
 };
 
 using EditCommand = PlannedCommand<UndoableCommand>;
@@ -76,7 +83,7 @@ class ItemCommand : public PlannedCommand<SceneItemResultUndoableCommand>
 public:
     using PlannedCommand::PlannedCommand;
 
-    [[nodiscard]] SceneItem::Ptr sceneItem() const override { return result(); }
+    [[nodiscard]] SceneItem::Ptr sceneItem() const override { return itemAt(*_tree, result()); }
 };
 
 class ChildCommand : public PlannedCommand<InsertChildCommand>
@@ -84,7 +91,7 @@ class ChildCommand : public PlannedCommand<InsertChildCommand>
 public:
     using PlannedCommand::PlannedCommand;
 
-    [[nodiscard]] SceneItem::Ptr insertedChild() const override { return result(); }
+    [[nodiscard]] SceneItem::Ptr insertedChild() const override { return itemAt(*_tree, result()); }
 };
 
 } // namespace Kiv_v4::memory

@@ -1,6 +1,8 @@
 #include "kiv/memory/runTime.h"
 
+#include "attributes.h"
 #include "batchOps.h"
+#include "connections.h"
 #include "contextOps.h"
 #include "hierarchy.h"
 #include "itemInterfaces.h"
@@ -29,6 +31,8 @@ RunTime::RunTime(const std::string& name, const std::string& rootName)
     auto& manager = RunTimeMgr::instance();
     manager.setHierarchyHandler(id(), std::make_shared<MemoryHierarchyHandler>(_tree));
     manager.setSceneItemOpsHandler(id(), std::make_shared<MemorySceneItemOpsHandler>(_tree));
+    manager.setAttributesHandler(id(), std::make_shared<MemoryAttributesHandler>(_tree));
+    manager.setConnectionHandler(id(), std::make_shared<MemoryConnectionHandler>(_tree));
     manager.setContextOpsHandler(id(), std::make_shared<MemoryContextOpsHandler>(_tree));
     manager.setSceneSegmentHandler(id(), std::make_shared<MemorySceneSegmentHandler>(_tree));
     manager.setBatchOpsHandler(id(), std::make_shared<MemoryBatchOpsHandler>(_tree));

@@ -15,11 +15,6 @@ namespace Kiv_v4::memory {
 
 namespace {
 
-[[noreturn]] void refuse(const Path& path, const std::string& reason)
-{
-    throw std::invalid_argument("'" + PathString::string(path) + "' " + reason);
-}
-
 void requireFree(Tree& tree, const Node& parent, const PathComponent& name)
 {
     if (tree.child(parent, name)) {
@@ -37,12 +32,11 @@ Node* sibling(Tree& tree, const Path& parentPath, const Node& parent, const Path
     return found;
 }
 
-/// Puts a subtree into the scene and takes it out again; which of the two comes first is up to the
-/// step.
-class Presence
+/// A subtree at its place.
+class ItemPresence
 {
 public:
-    Presence(std::shared_ptr<Tree> tree, Detached&& outside, Place place)
+    ItemPresence(std::shared_ptr<Tree> tree, Detached&& outside, Place place)
         : _tree(std::move(tree)), _outside(std::move(outside)), _place(std::move(place))
     {}
 
@@ -69,30 +63,6 @@ private:
     std::shared_ptr<Tree> _tree;
     Detached _outside;
     Place _place;
-};
-
-class Insertion : public Step
-{
-public:
-    explicit Insertion(Presence&& presence) : _presence(std::move(presence)) {}
-
-    void apply() override { _presence.enter(); }
-    void revert() override { _presence.leave(); }
-
-private:
-    Presence _presence;
-};
-
-class Removal : public Step
-{
-public:
-    explicit Removal(Presence&& presence) : _presence(std::move(presence)) {}
-
-    void apply() override { _presence.leave(); }
-    void revert() override { _presence.enter(); }
-
-private:
-    Presence _presence;
 };
 
 class Relocation : public Step
@@ -177,12 +147,12 @@ private:
 
 StepPtr insertion(const std::shared_ptr<Tree>& tree, Detached&& subtree, const Place& place)
 {
-    return std::make_unique<Insertion>(Presence(tree, std::move(subtree), place));
+    return std::make_unique<Entry<ItemPresence>>(ItemPresence(tree, std::move(subtree), place));
 }
 
 StepPtr removal(const std::shared_ptr<Tree>& tree, const Path& path)
 {
-    return std::make_unique<Removal>(Presence(tree, {}, placeOf(*tree, path)));
+    return std::make_unique<Exit<ItemPresence>>(ItemPresence(tree, {}, placeOf(*tree, path)));
 }
 
 StepPtr relocation(const std::shared_ptr<Tree>& tree, const Path& from, const Place& to)
@@ -232,6 +202,11 @@ void Plan::revert()
         }
         throw;
     }
+}
+
+void refuse(const Path& path, const std::string& reason)
+{
+    throw std::invalid_argument("'" + PathString::string(path) + "' " + reason);
 }
 
 Node& existing(Tree& tree, const Path& path)

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "kiv/path.h"
@@ -41,6 +42,35 @@ public:
 
 using StepPtr = std::unique_ptr<Step>;
 
+/// Lets something enter the scene. A `Presence` stands for the thing and its place: it puts it
+/// there with `enter` and takes it out again with `leave`.
+template <class Presence>
+class Entry : public Step
+{
+public:
+    explicit Entry(Presence&& presence) : _presence(std::move(presence)) {}
+
+    void apply() override { _presence.enter(); }
+    void revert() override { _presence.leave(); }
+
+private:
+    Presence _presence;
+};
+
+/// Lets something leave the scene.
+template <class Presence>
+class Exit : public Step
+{
+public:
+    explicit Exit(Presence&& presence) : _presence(std::move(presence)) {}
+
+    void apply() override { _presence.leave(); }
+    void revert() override { _presence.enter(); }
+
+private:
+    Presence _presence;
+};
+
 /// Puts a subtree that is in no scene into the place; its top takes the place's name.
 [[nodiscard]] StepPtr insertion(const std::shared_ptr<Tree>& tree, Detached&& subtree,
                                 const Place& place);
@@ -72,6 +102,9 @@ public:
 private:
     std::vector<StepPtr> _steps;
 };
+
+/// Throws `std::invalid_argument`: the path and the reason.
+[[noreturn]] void refuse(const Path& path, const std::string& reason);
 
 /// The node at `path`; throws `std::invalid_argument` when there is none.
 [[nodiscard]] Node& existing(Tree& tree, const Path& path);

@@ -115,6 +115,15 @@ Path Tree::pathOf(const Node& node) const
     return PathSegment(std::move(names), runTimeId(), DataModel::kSeparator);
 }
 
+bool Tree::contains(const Node& node) const noexcept
+{
+    const auto* top = &node;
+    while (top->parent) {
+        top = top->parent;
+    }
+    return top == &_root;
+}
+
 Detached Tree::make(const std::string& type, const PathComponent& name)
 {
     auto node = std::make_unique<Node>();
@@ -159,10 +168,19 @@ void Tree::reorder(Node& parent, const std::vector<Node*>& children) noexcept
     }
 }
 
+Detached Tree::makeLike(const Node& node)
+{
+    auto made = make(node.type, node.name);
+    made.get()->properties = node.properties;
+    if (node.attributes) {
+        made.get()->attributes = node.attributes->copyFor(*made.get());
+    }
+    return made;
+}
+
 Detached Tree::copy(const Node& top)
 {
-    auto copied = make(top.type, top.name);
-    copied.get()->properties = top.properties;
+    auto copied = makeLike(top);
     auto* target = copied.get();
     for (const auto* source = &top; source;) {
         if (source->firstChild) {
@@ -177,8 +195,7 @@ Detached Tree::copy(const Node& top)
             source = source->next;
             target = target->parent;
         }
-        target = &attach(make(source->type, source->name), *target, nullptr);
-        target->properties = source->properties;
+        target = &attach(makeLike(*source), *target, nullptr);
     }
     return copied;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <unordered_map>
@@ -11,6 +12,7 @@
 #include "kiv/rtid.h"
 #include "kiv/sceneItem.h"
 
+#include "attributeTable.h"
 #include "properties.h"
 
 namespace Kiv_v4::memory {
@@ -23,6 +25,7 @@ struct Node
     std::string type;
     Rtid gateway = 0; ///< The run-time whose items begin under this one; 0 for none.
     Properties properties;
+    std::unique_ptr<AttributeTable> attributes; ///< Null until there was one.
 
     Node* parent = nullptr;
     Node* previous = nullptr;
@@ -76,6 +79,9 @@ public:
     [[nodiscard]] Node* child(const Node& parent, const PathComponent& name) noexcept;
     [[nodiscard]] Path pathOf(const Node& node) const;
 
+    /// Whether the node is in the scene: false for one of a detached subtree.
+    [[nodiscard]] bool contains(const Node& node) const noexcept;
+
     /// A new node that is in no scene yet.
     [[nodiscard]] Detached make(const std::string& type, const PathComponent& name);
 
@@ -89,12 +95,16 @@ public:
     /// Gives the children, all of them in `children`, that order.
     void reorder(Node& parent, const std::vector<Node*>& children) noexcept;
 
-    /// A copy of the subtree that is in no scene yet. Gateways become ordinary items: what is
-    /// mounted under them is not theirs to copy.
+    /// A copy of the subtree, with its attributes, that is in no scene yet. Gateways become
+    /// ordinary items: what is mounted under them is not theirs to copy. Connections stay where
+    /// they are.
     [[nodiscard]] Detached copy(const Node& top);
 
     /// Destroys a detached subtree.
     void destroy(Node* top) noexcept;
+
+    /// The number of a new connection, higher than all before.
+    [[nodiscard]] std::uint64_t nextConnectionNumber() noexcept { return ++_nbConnectionsMade; }
 
 private:
     struct ChildKey
@@ -108,12 +118,16 @@ private:
         std::size_t operator()(const ChildKey& key) const noexcept;
     };
 
+    /// A new node with the type, name and attributes of that one.
+    [[nodiscard]] Detached makeLike(const Node& node);
+
     void enter(Node& node);
     void leave(const Node& node) noexcept;
 
     Node _root;
     Path _rootPath;
     std::unordered_map<ChildKey, Node*, ChildKeyHash> _index;
+    std::uint64_t _nbConnectionsMade = 0;
 };
 
 } // namespace Kiv_v4::memory

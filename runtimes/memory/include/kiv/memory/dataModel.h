@@ -50,7 +50,16 @@ class Tree;
 /// is announced to the observers of its kind; what has no observers of its own (bounding boxes,
 /// materials, places in a node editor) with a `SubtreeInvalidate` of the item.
 ///
-/// **Errors.** A path that names no item, and a name or place that is not allowed, throw
+/// **Attributes.** An item can have attributes of every type, reached through `Attributes`; a
+/// duplicate of the item has them too. They can be connected through `ConnectionHandler`;
+/// connections are recorded, no value goes over them. They stay with their attributes, whatever is
+/// renamed or moved, and a duplicate has none. Making or breaking one announces both its ends as
+/// changed.
+///
+/// An attribute object whose attribute is gone throws `std::invalid_argument` from all that needs
+/// it; `hasValue` and `hasMetadata` are false then. It serves again when the attribute is back.
+///
+/// **Errors.** A path that names no item, and a name, place or value that is not allowed, throw
 /// `std::invalid_argument` with the path or name in the message; the scene stays as it was.
 class KIV_EXPORT DataModel
 {
@@ -90,6 +99,14 @@ public:
     /// `name`, made fit and unique among the children of `parent`: characters that are not allowed
     /// become `_`, and a number is added, or counted up, while the name is taken.
     [[nodiscard]] std::string uniqueName(const Path& parent, const std::string& name) const;
+
+    /// Gives an `Attribute::kEnumString` attribute its strings, at least one and each once. Unless
+    /// its value is among them, it becomes the first. A new enumeration has none and no value.
+    void setEnumValues(const Path& item, const std::string& attribute,
+                       const std::vector<std::string>& values);
+
+    /// Says what an `Attribute::kGeneric` attribute's type is called.
+    void setNativeType(const Path& item, const std::string& attribute, const std::string& type);
 
     /// Lets the items of `nestedRunTimeId` begin under the item; 0 makes it an ordinary item again.
     void setGateway(const Path& item, Rtid nestedRunTimeId);

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "kiv/attributeInfo.h"
+
+#include "steps.h"
+
+namespace Kiv_v4::memory {
+
+// Steps that change which attributes there are and how they are connected. They remember items by
+// path and attributes by name, and tell the observers of attributes.
+
+/// Gives the item at `item` an attribute behind those that it has.
+[[nodiscard]] StepPtr attributeAddition(const std::shared_ptr<Tree>& tree, const Path& item,
+                                        AttributeDataPtr attribute);
+
+[[nodiscard]] StepPtr attributeRemoval(const std::shared_ptr<Tree>& tree,
+                                       const AttributeInfo& attribute);
+
+[[nodiscard]] StepPtr attributeRenaming(const std::shared_ptr<Tree>& tree,
+                                        const AttributeInfo& attribute, const std::string& newName);
+
+[[nodiscard]] StepPtr connection(const std::shared_ptr<Tree>& tree, const AttributeInfo& source,
+                                 const AttributeInfo& destination);
+
+[[nodiscard]] StepPtr disconnection(const std::shared_ptr<Tree>& tree, const AttributeInfo& source,
+                                    const AttributeInfo& destination);
+
+/// The attribute, or null when there is none of that name or no such item.
+[[nodiscard]] AttributeData* find(Tree& tree, const AttributeInfo& attribute);
+
+/// The attribute; throws `std::invalid_argument` with path and name when there is none.
+[[nodiscard]] AttributeData& existing(Tree& tree, const AttributeInfo& attribute);
+
+/// `name`, made fit for an attribute and free on the item; the name `allowed` does not count.
+[[nodiscard]] std::string freeAttributeName(const Node& item, const std::string& name,
+                                            const std::string& allowed = {});
+
+} // namespace Kiv_v4::memory

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "kiv/typedColorN.h"
+#include "kiv/typedSquareMatrixN.h"
+#include "kiv/typedVectorN.h"
+
+namespace Kiv_v4::memory {
+
+struct Filename
+{
+    std::string text;
+};
+
+/// One of the allowed strings; without any there is no value.
+struct Enumeration
+{
+    std::string text;
+    std::vector<std::string> allowed;
+};
+
+/// A value of a type that the library has no name for; it is not kept.
+struct Native
+{
+    std::string typeName;
+};
+
+/// The value of an attribute, one alternative per attribute type.
+using AttributeValue =
+    std::variant<bool, int, float, double, std::string, TypedColorN<float, 3>,
+                 TypedColorN<float, 4>, Filename, Enumeration, TypedVectorN<int, 3>,
+                 TypedVectorN<float, 2>, TypedVectorN<float, 3>, TypedVectorN<float, 4>,
+                 TypedVectorN<double, 3>, TypedSquareMatrixN<double, 3>,
+                 TypedSquareMatrixN<double, 4>, Native>;
+
+/// The type constant of `Attribute` for the value's alternative.
+[[nodiscard]] std::string typeOf(const AttributeValue& value);
+
+/// The value of a new attribute of that type: false, zero, empty. None for what is no type
+/// constant.
+[[nodiscard]] std::optional<AttributeValue> initialValue(const std::string& type);
+
+/// False for a generic attribute and for an enumeration without strings.
+[[nodiscard]] bool hasValue(const AttributeValue& value);
+
+/// The value for display, the same in every locale: numbers as the shortest text that reads back,
+/// `true` and `false`, vectors and colours as `(1, 2, 3)`, matrices as the vector of their rows.
+[[nodiscard]] std::string textOf(const AttributeValue& value);
+
+} // namespace Kiv_v4::memory
