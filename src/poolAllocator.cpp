@@ -50,8 +50,8 @@ struct alignas(64) Slab
     }
 };
 
-/// Some slabs without cells, so that a container filled and emptied over and over does not go to the
-/// system each time.
+/// Some slabs without cells, so that a container filled and emptied over and over does not go to
+/// the system each time.
 class EmptySlabs
 {
 public:
@@ -63,7 +63,7 @@ public:
             _first = kept->next;
             --_count;
         } else {
-            memory = ::operator new(kSlabSize, std::align_val_t{kSlabAlignment});
+            memory = ::operator new (kSlabSize, std::align_val_t{kSlabAlignment});
         }
         auto* const slab = new (memory) Slab;
         slab->untouched = static_cast<char*>(memory) + sizeof(Slab);
@@ -74,7 +74,7 @@ public:
     {
         constexpr std::size_t kMost = 16;
         if (_count == kMost) {
-            ::operator delete(&slab, std::align_val_t{kSlabAlignment});
+            ::operator delete (&slab, std::align_val_t{kSlabAlignment});
             return;
         }
         slab.next = _first;
