@@ -11,6 +11,7 @@
 #include "stubs.h"
 
 using namespace Kiv_v4;
+using test::Callback;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;

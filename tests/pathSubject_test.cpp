@@ -16,6 +16,7 @@
 #include "random.h"
 
 using namespace Kiv_v4;
+using test::Callback;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
