@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <random>
@@ -128,6 +129,9 @@ struct MemoryEdit : testing::Test
         for (const auto& item : walk(model.item(model.root()))) {
             texts.push_back(item->nodeType());
         }
+        for (const auto& item : *GlobalSelection::get()) {
+            texts.push_back("selected " + PathString::string(item->path()));
+        }
         return texts;
     }
 
@@ -155,7 +159,7 @@ public:
         const auto item = any();
         const auto hierarchy = Hierarchy::hierarchy(item);
         const auto ops = SceneItemOps::sceneItemOps(item);
-        switch (pick(10)) {
+        switch (pick(12)) {
         case 0:
         case 1:
         case 2:
@@ -172,8 +176,11 @@ public:
             return pick(2) ? ops->deleteItemCmd() : nullptr;
         case 8:
             return _model.size() < 60 ? ops->duplicateItemCmd() : nullptr;
-        default:
+        case 9:
+        case 10:
             return ops->renameItemCmd(name());
+        default:
+            return selectionCommand();
         }
     }
 
@@ -182,6 +189,25 @@ public:
     SceneItem::Ptr any() { return oneOf(walk(_model.item(_model.root()))); }
 
 private:
+    /// A change of the global selection; none while it holds items that are gone, since those
+    /// cannot be brought back.
+    UndoableCommand::Ptr selectionCommand()
+    {
+        const auto& selection = GlobalSelection::get();
+        const auto item = any();
+        if (std::any_of(selection->begin(), selection->end(),
+                        [this](const auto& selected) { return !_model.item(selected->path()); })) {
+            return nullptr;
+        }
+        if (!selection->contains(item->path())) {
+            return std::make_shared<SelectionAppendItem>(selection, item);
+        }
+        Selection replacement;
+        replacement.append(item);
+        return pick(2) ? UndoableCommand::Ptr(std::make_shared<SelectionClear>(selection))
+                       : std::make_shared<SelectionReplaceWith>(selection, replacement);
+    }
+
     PathComponent name() { return std::string(1, static_cast<char>('a' + pick(4))); }
 
     SceneItem::Ptr oneOf(const SceneItemList& items)
