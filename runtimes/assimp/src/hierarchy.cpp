@@ -61,7 +61,7 @@ SceneItemList AssimpHierarchy::children() const
     SceneItemList children;
     const auto& node = _file->node(_index);
     for (NodeIndex i = 0; i < node.nbChildren; ++i) {
-        children.push_back(itemBelow(node.firstChild + i));
+        children.push_back(itemBelow(_item->path(), _file, _index, node.firstChild + i));
     }
     return children;
 }
@@ -83,7 +83,7 @@ SceneItemList AssimpHierarchy::filteredChildren(ChildFilter const& filter) const
     }
     SceneItemList children;
     forEachAuthoredChild(*_file, _index, [&](NodeIndex index) {
-        children.push_back(itemBelow(index));
+        children.push_back(itemBelow(_item->path(), _file, _index, index));
         return true;
     });
     return children;
@@ -134,19 +134,6 @@ UndoableCommand::Ptr AssimpHierarchy::reorderCmd(SceneItemList const&)
 UndoableCommand::Ptr AssimpHierarchy::ungroupCmd()
 {
     return nullptr;
-}
-
-/// The item of a node under this one.
-SceneItem::Ptr AssimpHierarchy::itemBelow(NodeIndex index) const
-{
-    PathSegment::Components way;
-    for (auto node = index; node != _index; node = _file->node(node).parent) {
-        way.push_back(_file->node(node).component);
-    }
-    auto path = _item->path();
-    std::for_each(way.rbegin(), way.rend(),
-                  [&path](const auto& component) { path = path + component; });
-    return std::make_shared<Item>(path, _file, index);
 }
 
 } // namespace Kiv_v4::assimp

@@ -35,8 +35,6 @@ public:
     [[nodiscard]] UndoableCommand::Ptr ungroupCmd() override;
 
 private:
-    [[nodiscard]] SceneItem::Ptr itemBelow(NodeIndex index) const;
-
     const SceneItem::Ptr _item;
     const std::shared_ptr<const SceneFile> _file;
     const NodeIndex _index;

@@ -85,7 +85,7 @@ std::shared_ptr<const SceneFile> imported(const std::string& file, const Progres
     if (!scene || !scene->mRootNode) {
         throw ImportError(file, reason(file, importer.GetErrorString()));
     }
-    return std::make_shared<const SceneFile>(*scene);
+    return std::make_shared<const SceneFile>(*scene, file);
 }
 
 } // namespace

@@ -31,4 +31,9 @@ private:
     const NodeIndex _index;
 };
 
+/// The item of the node `index`, which lies at or under the node `top` of the item at `path`.
+[[nodiscard]] std::shared_ptr<Item> itemBelow(const Path& path,
+                                              const std::shared_ptr<const SceneFile>& file,
+                                              NodeIndex top, NodeIndex index);
+
 } // namespace Kiv_v4::assimp

@@ -17,46 +17,56 @@ void Mounts::add(const std::shared_ptr<const SceneFile>& file, const Path& gatew
         throw std::invalid_argument("There is no file to mount under '" +
                                     PathString::string(gateway) + "'.");
     }
-    _files.emplace(gateway, file);
+    _mounts.emplace(gateway, Mount{file, std::make_shared<Edits>(gateway)});
 }
 
 bool Mounts::remove(const Path& gateway)
 {
-    return _files.erase(gateway) != 0;
+    const auto found = _mounts.find(gateway);
+    if (found == _mounts.end()) {
+        return false;
+    }
+    found->second.edits->gateway = {};
+    _mounts.erase(found);
+    return true;
 }
 
 bool Mounts::move(const Path& gateway, const Path& newGateway)
 {
-    const auto found = _files.find(gateway);
-    if (found == _files.end()) {
+    const auto found = _mounts.find(gateway);
+    if (found == _mounts.end()) {
         return false;
     }
     if (newGateway != gateway) {
         requireFree(newGateway);
-        auto mount = _files.extract(found);
+        auto mount = _mounts.extract(found);
         mount.key() = newGateway;
-        _files.insert(std::move(mount));
+        mount.mapped().edits->gateway = newGateway;
+        _mounts.insert(std::move(mount));
     }
     return true;
 }
 
 void Mounts::moveAll(const Path& oldPath, const Path& newPath)
 {
-    std::vector<std::pair<Path, std::shared_ptr<const SceneFile>>> moved;
-    for (auto mount = _files.begin(); mount != _files.end();) {
+    std::vector<Mount> moved;
+    for (auto mount = _mounts.begin(); mount != _mounts.end();) {
         const auto moves = mount->first.startsWith(oldPath);
         if (moves) {
-            moved.emplace_back(mount->first.reparent(oldPath, newPath), mount->second);
+            moved.push_back(mount->second);
         }
-        mount = moves ? _files.erase(mount) : std::next(mount);
+        mount = moves ? _mounts.erase(mount) : std::next(mount);
     }
-    _files.insert(moved.begin(), moved.end());
+    for (const auto& mount : moved) {
+        const auto gateway = mount.edits->gateway.reparent(oldPath, newPath);
+        mount.edits->gateway = _mounts.emplace(gateway, mount).second ? gateway : Path();
+    }
 }
 
 std::shared_ptr<const SceneFile> Mounts::file(const Path& gateway) const
 {
-    const auto found = _files.find(gateway);
-    return found == _files.end() ? nullptr : found->second;
+    const auto found = _mounts.find(gateway);
+    return found == _mounts.end() ? nullptr : found->second.file;
 }
 
 std::shared_ptr<Item> Mounts::rootItem(const Path& gateway) const
@@ -72,16 +82,35 @@ std::shared_ptr<Item> Mounts::rootItem(const Path& gateway) const
 
 std::shared_ptr<Item> Mounts::item(const Path& path) const
 {
+    const auto* mount = mountOf(path);
+    const auto index = mount ? mount->file->find(path.getSegments().back()) : std::nullopt;
+    return index ? std::make_shared<Item>(path, mount->file, *index) : nullptr;
+}
+
+std::optional<MountedNode> Mounts::node(const SceneItem::Ptr& item) const
+{
+    const auto* mount = mountOf(item->path());
+    if (!mount) {
+        return std::nullopt;
+    }
+    const auto* own = dynamic_cast<const Item*>(item.get());
+    const auto index = own && own->file() == mount->file
+                           ? own->index()
+                           : mount->file->find(item->path().getSegments().back());
+    return index ? std::optional(MountedNode(item, *mount, *index)) : std::nullopt;
+}
+
+const Mount* Mounts::mountOf(const Path& path) const
+{
     if (path.empty()) {
         return nullptr;
     }
     const auto& segment = path.getSegments().back();
-    const auto mounted =
-        segment.runTimeId() == _runTimeId && segment.separator() == RunTime::kSeparator
-            ? file(path.popSegment())
-            : nullptr;
-    const auto index = mounted ? mounted->find(segment) : std::nullopt;
-    return index ? std::make_shared<Item>(path, mounted, *index) : nullptr;
+    if (segment.runTimeId() != _runTimeId || segment.separator() != RunTime::kSeparator) {
+        return nullptr;
+    }
+    const auto found = _mounts.find(path.popSegment());
+    return found == _mounts.end() ? nullptr : &found->second;
 }
 
 void Mounts::requireFree(const Path& gateway) const
@@ -90,7 +119,7 @@ void Mounts::requireFree(const Path& gateway) const
         throw std::invalid_argument("A file cannot be mounted under the empty path '" +
                                     gateway.string() + "'.");
     }
-    if (_files.count(gateway) != 0) {
+    if (_mounts.count(gateway) != 0) {
         throw std::invalid_argument("A file is mounted under '" + PathString::string(gateway) +
                                     "' already.");
     }

@@ -1,16 +1,19 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <unordered_map>
 
 #include "kiv/path.h"
 #include "kiv/rtid.h"
 
+#include "edits.h"
 #include "item.h"
+#include "mountedNode.h"
 
 namespace Kiv_v4::assimp {
 
-/// Which file is shown under which gateway, and the items that this makes.
+/// Which file is shown under which gateway with which edits, and the items that this makes.
 class Mounts
 {
 public:
@@ -37,11 +40,17 @@ public:
     /// The item at `path`, or null.
     [[nodiscard]] std::shared_ptr<Item> item(const Path& path) const;
 
+    /// The node that `item` stands for, or none.
+    [[nodiscard]] std::optional<MountedNode> node(const SceneItem::Ptr& item) const;
+
 private:
     void requireFree(const Path& gateway) const;
 
+    /// The mount that holds an item at `path`, or null.
+    [[nodiscard]] const Mount* mountOf(const Path& path) const;
+
     const Rtid _runTimeId;
-    std::unordered_map<Path, std::shared_ptr<const SceneFile>> _files;
+    std::unordered_map<Path, Mount> _mounts;
 };
 
 } // namespace Kiv_v4::assimp

@@ -8,6 +8,7 @@
 
 #include "gatewayObserver.h"
 #include "hierarchyHandler.h"
+#include "itemInterfaces.h"
 #include "mounts.h"
 
 namespace Kiv_v4::assimp {
@@ -18,6 +19,7 @@ RunTime::RunTime(const std::string& name)
 {
     RunTimeMgr::instance().setHierarchyHandler(id(),
                                                std::make_shared<AssimpHierarchyHandler>(_mounts));
+    installItemInterfaces(id(), _mounts);
 }
 
 RunTime::~RunTime() = default;

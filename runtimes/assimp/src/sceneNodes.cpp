@@ -2,10 +2,9 @@
 
 #include <algorithm>
 #include <assimp/scene.h>
-#include <iterator>
 #include <numeric>
 #include <string_view>
-#include <unordered_set>
+#include <utility>
 
 #include "kiv/pathString.h"
 
@@ -28,41 +27,16 @@ bool isHelper(const aiNode& node)
     return text(node.mName).find("$AssimpFbx$") != std::string_view::npos;
 }
 
-/// Tells what hangs at a node. Cameras and lights are bound to nodes by name.
-class NodeTypes
+NodeType typeOf(const aiNode& node, const Contents& contents, NodeIndex index)
 {
-public:
-    explicit NodeTypes(const aiScene& scene)
-        : _cameras(names(scene.mCameras, scene.mNumCameras)),
-          _lights(names(scene.mLights, scene.mNumLights))
-    {}
-
-    [[nodiscard]] NodeType of(const aiNode& node) const
-    {
-        if (node.mNumMeshes > 0) {
-            return NodeType::mesh;
-        }
-        if (_cameras.count(text(node.mName)) != 0) {
-            return NodeType::camera;
-        }
-        return _lights.count(text(node.mName)) != 0 ? NodeType::light : NodeType::transform;
+    if (node.mNumMeshes > 0) {
+        return NodeType::mesh;
     }
-
-private:
-    using Names = std::unordered_set<std::string_view>;
-
-    template <class Object>
-    static Names names(const Object* const* objects, unsigned count)
-    {
-        Names names;
-        std::transform(objects, objects + count, std::inserter(names, names.end()),
-                       [](const auto* object) { return text(object->mName); });
-        return names;
+    if (contents.camera(index)) {
+        return NodeType::camera;
     }
-
-    const Names _cameras;
-    const Names _lights;
-};
+    return contents.light(index) ? NodeType::light : NodeType::transform;
+}
 
 /// The nodes under `root` and itself, level by level.
 Sources levelByLevel(const aiNode* root)
@@ -92,14 +66,17 @@ const char* nodeTypeName(NodeType type) noexcept
     return "transform";
 }
 
-SceneFile::SceneFile(const aiScene& scene)
+SceneFile::SceneFile(const aiScene& scene, std::string name)
+    : SceneFile(scene, std::move(name), levelByLevel(scene.mRootNode))
+{}
+
+SceneFile::SceneFile(const aiScene& scene, std::string name, const Sources& sources)
+    : _name(std::move(name)), _contents(scene, sources)
 {
-    const auto sources = levelByLevel(scene.mRootNode);
-    const NodeTypes types(scene);
     _nodes.resize(sources.size());
-    for (std::size_t i = 0; i < sources.size(); ++i) {
+    for (NodeIndex i = 0; i < sources.size(); ++i) {
         _nodes[i].nbChildren = sources[i]->mNumChildren;
-        _nodes[i].type = types.of(*sources[i]);
+        _nodes[i].type = typeOf(*sources[i], _contents, i);
         _nodes[i].isHelper = isHelper(*sources[i]);
     }
     connect();
@@ -132,6 +109,19 @@ std::string SceneFile::originalName(NodeIndex index) const
 {
     const auto changed = _originalNames.find(index);
     return changed == _originalNames.end() ? _nodes[index].component.string() : changed->second;
+}
+
+std::vector<NodeIndex> SceneFile::cameras(NodeIndex top) const
+{
+    std::vector<NodeIndex> found;
+    if (_contents.nbCameras() > 0) {
+        forEachInSubtree(top, [&](NodeIndex index) {
+            if (_contents.camera(index)) {
+                found.push_back(index);
+            }
+        });
+    }
+    return found;
 }
 
 std::optional<NodeIndex> SceneFile::child(const Node& parent, const PathComponent& component) const

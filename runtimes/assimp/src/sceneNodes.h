@@ -12,14 +12,14 @@
 #include "kiv/pathComponent.h"
 #include "kiv/pathSegment.h"
 
+#include "contents.h"
+
 struct aiNode;
 struct aiScene;
 
 namespace Kiv_v4::assimp {
 
 class ComponentNames;
-
-using NodeIndex = std::uint32_t;
 
 enum class NodeType : std::uint8_t { transform, mesh, camera, light };
 
@@ -42,8 +42,11 @@ class SceneFile
 public:
     static constexpr NodeIndex kRoot = 0;
 
-    /// The nodes of `scene`, which has a root.
-    explicit SceneFile(const aiScene& scene);
+    /// The nodes of `scene`, which has a root and was read from `name`.
+    SceneFile(const aiScene& scene, std::string name);
+
+    /// The file's, as it was given to `read`.
+    [[nodiscard]] const std::string& name() const noexcept { return _name; }
 
     [[nodiscard]] std::size_t size() const noexcept { return _nodes.size(); }
     [[nodiscard]] const Node& node(NodeIndex index) const noexcept { return _nodes[index]; }
@@ -54,7 +57,32 @@ public:
     /// The name that the node has in the file.
     [[nodiscard]] std::string originalName(NodeIndex index) const;
 
+    [[nodiscard]] const Contents& contents() const noexcept { return _contents; }
+
+    /// The nodes with a camera at and under `top`, parents first. Linear in their
+    /// number when the file has cameras at all.
+    [[nodiscard]] std::vector<NodeIndex> cameras(NodeIndex top) const;
+
+    /// Calls `visit(index)` for the node and all that are under it, each before its children and
+    /// all that are under it before its next sibling.
+    template <class Visit>
+    void forEachInSubtree(NodeIndex top, Visit visit) const
+    {
+        std::vector<NodeIndex> pending{top}; // the next one last
+        while (!pending.empty()) {
+            const auto index = pending.back();
+            pending.pop_back();
+            visit(index);
+            for (auto i = _nodes[index].nbChildren; i > 0; --i) {
+                pending.push_back(_nodes[index].firstChild + i - 1);
+            }
+        }
+    }
+
 private:
+    /// The index of a node is that of its source.
+    SceneFile(const aiScene& scene, std::string name, const std::vector<const aiNode*>& sources);
+
     [[nodiscard]] std::optional<NodeIndex> child(const Node& parent,
                                                  const PathComponent& component) const;
     void connect();
@@ -62,6 +90,8 @@ private:
                       NodeIndex count);
     void sortForFinding();
 
+    const std::string _name;
+    const Contents _contents;
     std::vector<Node> _nodes;
     std::vector<NodeIndex> _byComponent; ///< Each run of siblings in the order of component ids.
     std::unordered_map<NodeIndex, std::string> _originalNames; ///< Those that were changed.

@@ -38,6 +38,40 @@ class Mounts;
 ///
 /// **Node types.** `mesh`, `camera` or `light` for what hangs at the node (in this order when there
 /// are several), otherwise `transform`.
+///
+/// **Editing.** Transforms, cameras, lights and visibility are edited over the file, which is never
+/// changed: each mount has edits of its own, which follow its gateway and are dropped by `unmount`.
+/// A command on an item that is not mounted any more throws `std::runtime_error`.
+///
+/// **Transforms.** Until it is edited, an item has the matrix of its node, bit for bit.
+/// Translation, rotation (about x, then y, then z), scale and shear are the factors of that matrix;
+/// setting the translation leaves the other rows as they are. A matrix that has no such factors,
+/// because it is singular or not affine, reads as unrotated, unscaled and unsheared and is edited
+/// by `setMatrix` only, which refuses such matrices. There are no pivots: their commands are null,
+/// and zero is read.
+///
+/// **Cameras.** The film back of a perspective camera is 36 mm wide, and as high as the file's
+/// aspect ratio says, 24 mm when it says nothing; the focal length follows from the field of view,
+/// which is 45 degrees when the file has none. The importer hands most fields of view over as the
+/// full horizontal angle, those of glTF as the vertical angle times the aspect ratio, which is
+/// taken into account. The apertures of an orthographic camera are the size of its view. Cameras
+/// are without depth of field at first. A position or direction that the importer gives a camera or
+/// a light within its node is not part of the item's transform and not shown.
+///
+/// **Lights.** The largest component of the colour is 1, the intensity takes up the rest of the
+/// file's diffuse colour (a black light is white with intensity 0), and the specular factor is the
+/// largest component of its specular colour over the intensity. Cone angles are full angles in
+/// degrees; the penumbra goes from the inner cone to the outer one. Light without a direction or
+/// position, such as an ambient one, is of kind `Other`. What files do not tell starts as: a point
+/// for a source, shadows on and black, a diffuse factor of 1.
+///
+/// **Attributes.** A node's metadata, locked: nothing can be set. Entries of nested metadata are
+/// named "outer.inner"; a 64-bit integer is an `Int` or a `Double` when that holds it exactly,
+/// otherwise generic. Beyond these there are `materials`, the names of the materials of the node's
+/// meshes, and `lightSize`, the width and height of an area light in scene units. Texts are the
+/// file's, any bytes.
+///
+/// **Bounding boxes** hold the vertices as the file has them, without skinning and morphing.
 class KIV_EXPORT RunTime
 {
 public:
@@ -57,7 +91,7 @@ public:
     /// there already.
     SceneItem::Ptr mount(const std::shared_ptr<const SceneFile>& file, const Path& gateway);
 
-    /// Takes the file under the gateway away; false when there is none.
+    /// Takes the file under the gateway away, with all edits; false when there is none.
     bool unmount(const Path& gateway);
 
     /// Follows a gateway that was renamed or moved while no scene was installed; false when no file

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <tuple>
+#include <unordered_map>
+#include <utility>
+
+#include "kiv/assimp/sceneFile.h"
+#include "kiv/path.h"
+
+#include "contents.h"
+#include "records.h"
+
+namespace Kiv_v4::assimp {
+
+/// What was edited of a file in one mount: the records of the nodes concerned. The file itself is
+/// never changed, other mounts share it.
+class Edits
+{
+public:
+    explicit Edits(Path mountedAt) : gateway(std::move(mountedAt)) {}
+
+    /// Null for a node that was not edited.
+    template <class Record>
+    [[nodiscard]] const Record* find(NodeIndex index) const
+    {
+        const auto& records = std::get<Of<Record>>(_records);
+        const auto found = records.find(index);
+        return found == records.end() ? nullptr : &found->second;
+    }
+
+    /// None makes the node unedited again.
+    template <class Record>
+    void put(NodeIndex index, const std::optional<Record>& record)
+    {
+        auto& records = std::get<Of<Record>>(_records);
+        if (record) {
+            records.insert_or_assign(index, *record);
+        } else {
+            records.erase(index);
+        }
+    }
+
+    Path gateway; ///< Where the mount is now; empty once it was taken away.
+
+private:
+    template <class Record>
+    using Of = std::unordered_map<NodeIndex, Record>;
+
+    std::tuple<Of<TransformRecord>, Of<CameraRecord>, Of<LightRecord>, Of<VisibilityRecord>>
+        _records;
+};
+
+/// A file as it is shown under one gateway.
+struct Mount
+{
+    std::shared_ptr<const SceneFile> file;
+    std::shared_ptr<Edits> edits;
+};
+
+} // namespace Kiv_v4::assimp

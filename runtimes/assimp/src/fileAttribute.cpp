@@ -1,0 +1,106 @@
+#include "fileAttribute.h"
+
+#include <algorithm>
+#include <assimp/scene.h>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <utility>
+
+namespace Kiv_v4::assimp {
+
+namespace {
+
+template <class T>
+T read(const aiMetadataEntry& entry)
+{
+    T value;
+    std::memcpy(&value, entry.mData, sizeof(T));
+    return value;
+}
+
+std::string text(const aiString& string)
+{
+    return {string.data, string.length};
+}
+
+/// Of the first type that holds the number exactly.
+FileAttribute::Value valueOf(std::uint64_t number)
+{
+    if (number <= std::numeric_limits<int>::max()) {
+        return static_cast<int>(number);
+    }
+    if (number <= std::uint64_t{1} << std::numeric_limits<double>::digits) {
+        return static_cast<double>(number);
+    }
+    return NativeValue{"uint64", std::to_string(number)};
+}
+
+FileAttribute::Value valueOf(const aiMetadataEntry& entry)
+{
+    switch (entry.mType) {
+    case AI_BOOL:
+        return read<bool>(entry);
+    case AI_INT32:
+        return read<std::int32_t>(entry);
+    case AI_UINT64:
+        return valueOf(read<std::uint64_t>(entry));
+    case AI_FLOAT:
+        return read<float>(entry);
+    case AI_DOUBLE:
+        return read<double>(entry);
+    case AI_AISTRING:
+        return text(*static_cast<const aiString*>(entry.mData));
+    case AI_AIVECTOR3D: {
+        const auto& vector = *static_cast<const aiVector3D*>(entry.mData);
+        return TypedVectorN<float, 3>({static_cast<float>(vector.x), static_cast<float>(vector.y),
+                                       static_cast<float>(vector.z)});
+    }
+    default:
+        return NativeValue{"metadata type " + std::to_string(entry.mType), ""};
+    }
+}
+
+bool isTaken(const FileAttributes& attributes, const std::string& name)
+{
+    return std::any_of(attributes.begin(), attributes.end(),
+                       [&name](const auto& known) { return known.name == name; });
+}
+
+} // namespace
+
+void addAttribute(FileAttributes& attributes, const std::string& name, FileAttribute::Value value)
+{
+    auto free = name.empty() ? "unnamed" : name;
+    for (auto number = 2; isTaken(attributes, free); ++number) {
+        free = name + std::to_string(number);
+    }
+    attributes.push_back({std::move(free), std::move(value)});
+}
+
+void addMetadata(FileAttributes& attributes, const aiMetadata& metadata)
+{
+    struct Level
+    {
+        const aiMetadata* metadata;
+        std::string prefix;
+        unsigned next = 0;
+    };
+    std::vector<Level> levels{{&metadata, ""}};
+    while (!levels.empty()) {
+        auto& level = levels.back();
+        if (level.next == level.metadata->mNumProperties) {
+            levels.pop_back();
+            continue;
+        }
+        const auto name = level.prefix + text(level.metadata->mKeys[level.next]);
+        const auto& entry = level.metadata->mValues[level.next++];
+        if (entry.mData && entry.mType == AI_AIMETADATA) {
+            levels.push_back({static_cast<const aiMetadata*>(entry.mData), name + "."});
+        } else if (entry.mData) {
+            addAttribute(attributes, name, valueOf(entry));
+        }
+    }
+}
+
+} // namespace Kiv_v4::assimp

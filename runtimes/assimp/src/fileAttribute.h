@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "kiv/typedVectorN.h"
+
+struct aiMetadata;
+
+namespace Kiv_v4::assimp {
+
+/// A value of a type that attributes have no name for.
+struct NativeValue
+{
+    std::string type;
+    std::string text;
+};
+
+/// A named value of a node.
+struct FileAttribute
+{
+    using Value = std::variant<bool, int, float, double, std::string, TypedVectorN<float, 2>,
+                               TypedVectorN<float, 3>, NativeValue>;
+
+    std::string name; ///< Unique within the node.
+    Value value;
+};
+
+using FileAttributes = std::vector<FileAttribute>;
+
+/// Adds an attribute; when its name is taken, under the next free one.
+void addAttribute(FileAttributes& attributes, const std::string& name, FileAttribute::Value value);
+
+/// Adds the entries in their order, those of nested metadata as "outer.inner". Entries without a
+/// value are left out.
+void addMetadata(FileAttributes& attributes, const aiMetadata& metadata);
+
+} // namespace Kiv_v4::assimp

@@ -1,0 +1,88 @@
+#include "mountedNode.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "kiv/object3d.h"
+#include "kiv/object3dNotification.h"
+#include "kiv/transform3d.h"
+
+namespace Kiv_v4::assimp {
+
+template <>
+TransformRecord recordInFile(const SceneFile& file, NodeIndex index)
+{
+    const auto matrix = file.contents().matrix(index);
+    return {matrix, detail::decomposed(matrix)};
+}
+
+template <>
+CameraRecord recordInFile(const SceneFile& file, NodeIndex index)
+{
+    return *file.contents().camera(index);
+}
+
+template <>
+LightRecord recordInFile(const SceneFile& file, NodeIndex index)
+{
+    return *file.contents().light(index);
+}
+
+template <>
+VisibilityRecord recordInFile(const SceneFile&, NodeIndex)
+{
+    return {};
+}
+
+template <>
+void announce<TransformRecord>(const Path& path)
+{
+    Transform3d::notify(path);
+}
+
+template <>
+void announce<CameraRecord>(const Path& path)
+{
+    Camera::notify(path);
+}
+
+template <>
+void announce<LightRecord>(const Path& path)
+{
+    Light::notify(path);
+}
+
+template <>
+void announce<VisibilityRecord>(const Path& path)
+{
+    Object3d::notify(VisibilityChanged(path));
+}
+
+bool isFinite(bool) noexcept
+{
+    return true;
+}
+
+bool isFinite(float value) noexcept
+{
+    return std::isfinite(value);
+}
+
+bool isFinite(const Color3f& value) noexcept
+{
+    return std::all_of(value.color.begin(), value.color.end(),
+                       [](float component) { return std::isfinite(component); });
+}
+
+bool isFinite(const Light::SphereProps& value) noexcept
+{
+    return std::isfinite(value.radius);
+}
+
+bool isFinite(const Light::ConeProps& value) noexcept
+{
+    return std::isfinite(value.coneAngle) && std::isfinite(value.penumbraAngle) &&
+           std::isfinite(value.dropoff);
+}
+
+} // namespace Kiv_v4::assimp

@@ -1,0 +1,206 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+
+#include "kiv/pathString.h"
+#include "kiv/sceneItem.h"
+#include "kiv/setValueCommands.h"
+
+#include "edits.h"
+#include "sceneNodes.h"
+
+namespace Kiv_v4::assimp {
+
+/// The record that the file gives for a node; the node has one.
+template <class Record>
+[[nodiscard]] Record recordInFile(const SceneFile& file, NodeIndex index);
+template <>
+TransformRecord recordInFile(const SceneFile& file, NodeIndex index);
+template <>
+CameraRecord recordInFile(const SceneFile& file, NodeIndex index);
+template <>
+LightRecord recordInFile(const SceneFile& file, NodeIndex index);
+template <>
+VisibilityRecord recordInFile(const SceneFile& file, NodeIndex index);
+
+/// Tells the observers that the record of the item at `path` changed.
+template <class Record>
+void announce(const Path& path);
+template <>
+void announce<TransformRecord>(const Path& path);
+template <>
+void announce<CameraRecord>(const Path& path);
+template <>
+void announce<LightRecord>(const Path& path);
+template <>
+void announce<VisibilityRecord>(const Path& path);
+
+/// Whether clients may set it: no number in it is infinite or none.
+[[nodiscard]] bool isFinite(bool value) noexcept;
+[[nodiscard]] bool isFinite(float value) noexcept;
+[[nodiscard]] bool isFinite(const Color3f& value) noexcept;
+[[nodiscard]] bool isFinite(const Light::SphereProps& value) noexcept;
+[[nodiscard]] bool isFinite(const Light::ConeProps& value) noexcept;
+
+/// A node of a mounted file, as the interfaces of its item see it: the edits of the mount over what
+/// the file says. It follows the mount when its gateway is renamed.
+class MountedNode
+{
+public:
+    MountedNode(SceneItem::Ptr item, Mount mount, NodeIndex index)
+        : _item(std::move(item)), _mount(std::move(mount)), _index(index)
+    {}
+
+    [[nodiscard]] const SceneItem::Ptr& item() const noexcept { return _item; }
+    [[nodiscard]] const SceneFile& file() const noexcept { return *_mount.file; }
+    [[nodiscard]] const Edits& edits() const noexcept { return *_mount.edits; }
+    [[nodiscard]] NodeIndex index() const noexcept { return _index; }
+
+    [[nodiscard]] bool isMounted() const noexcept { return !edits().gateway.empty(); }
+
+    /// None when the node was not edited.
+    template <class Record>
+    [[nodiscard]] std::optional<Record> edited() const
+    {
+        const auto* record = edits().find<Record>(_index);
+        return record ? std::optional(*record) : std::nullopt;
+    }
+
+    template <class Record>
+    [[nodiscard]] Record get() const
+    {
+        const auto* record = edits().find<Record>(_index);
+        return record ? *record : recordInFile<Record>(file(), _index);
+    }
+
+    template <class Record, class Value>
+    [[nodiscard]] Value get(Value Record::*member) const
+    {
+        return get<Record>().*member;
+    }
+
+    /// Sets the record, or makes the node unedited, and tells the observers. Throws
+    /// `std::runtime_error` when the file is not mounted any more.
+    template <class Record>
+    void put(const std::optional<Record>& record) const
+    {
+        if (!isMounted()) {
+            throw std::runtime_error("The file of '" + PathString::string(_item->path()) +
+                                     "' is not mounted any more.");
+        }
+        _mount.edits->put(_index, record);
+        announce<Record>(edits().gateway + _item->path().getSegments().back());
+    }
+
+    /// A command, derived from `Base`, one of the set-value commands, that calls `change(record,
+    /// arguments...)`. Null when that refuses by returning false.
+    template <class Base, class Record, class... Arguments>
+    [[nodiscard]] UndoableCommand::Ptr
+    changeCmd(const std::string& verb, bool (*change)(Record&, Arguments...),
+              std::type_identity_t<Arguments>... arguments) const;
+
+    /// A command that sets one value of a record; null when it is not finite.
+    template <class Base, class Record, class Value>
+    [[nodiscard]] UndoableCommand::Ptr assignCmd(const std::string& verb, Value Record::*member,
+                                                 const Value& value) const;
+
+private:
+    SceneItem::Ptr _item;
+    Mount _mount;
+    NodeIndex _index;
+};
+
+/// Changes a record by a function of the record and the arguments of the set-value command `Base`.
+/// While it is done it remembers the record that was there before.
+template <class Record, class Base, class Set = decltype(&Base::set)>
+class EditCommand;
+template <class Record, class Base, class... Arguments>
+class EditCommand<Record, Base, bool (Base::*)(Arguments...)> : public Base
+{
+public:
+    using Change = std::function<bool(Record&, Arguments...)>;
+
+    EditCommand(MountedNode node, const std::string& verb, Change change, Arguments... arguments)
+        : Base(node.item()->path()), _node(std::move(node)),
+          _name(verb + " " + _node.item()->nodeName()), _change(std::move(change)),
+          _arguments(arguments...)
+    {}
+
+    [[nodiscard]] std::string commandString() const override { return _name; }
+
+    bool set(Arguments... arguments) override
+    {
+        auto record = _node.template get<Record>();
+        if (!_node.isMounted() || !_change(record, arguments...)) {
+            return false;
+        }
+        _arguments = {arguments...};
+        redo();
+        return true;
+    }
+
+    void undo() override
+    {
+        if (_before) {
+            _node.put(*_before);
+            _before.reset();
+        }
+    }
+
+    void redo() override
+    {
+        auto record = _node.template get<Record>();
+        const auto changed = std::apply(
+            [&](const auto&... arguments) { return _change(record, arguments...); }, _arguments);
+        if (!changed) {
+            throw std::runtime_error("'" + PathString::string(Base::path()) +
+                                     "' does not take this edit any more.");
+        }
+        auto before = _before ? *_before : _node.template edited<Record>();
+        _node.put(std::optional(record));
+        _before = std::move(before);
+    }
+
+private:
+    const MountedNode _node;
+    const std::string _name;
+    const Change _change;
+    std::tuple<std::decay_t<Arguments>...> _arguments;
+    std::optional<std::optional<Record>> _before; ///< Set while the command is done.
+};
+
+template <class Base, class Record, class... Arguments>
+UndoableCommand::Ptr MountedNode::changeCmd(const std::string& verb,
+                                            bool (*change)(Record&, Arguments...),
+                                            std::type_identity_t<Arguments>... arguments) const
+{
+    auto record = get<Record>();
+    return isMounted() && change(record, arguments...)
+               ? std::make_shared<EditCommand<Record, Base>>(*this, verb, change, arguments...)
+               : nullptr;
+}
+
+template <class Base, class Record, class Value>
+UndoableCommand::Ptr MountedNode::assignCmd(const std::string& verb, Value Record::*member,
+                                            const Value& value) const
+{
+    const auto change = [member](Record& record, const Value& given) {
+        const auto taken = isFinite(given);
+        if (taken) {
+            record.*member = given;
+        }
+        return taken;
+    };
+    return isMounted() && isFinite(value)
+               ? std::make_shared<EditCommand<Record, Base>>(*this, verb, change, value)
+               : nullptr;
+}
+
+} // namespace Kiv_v4::assimp

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <optional>
+
+#include "kiv/camera.h"
+#include "kiv/light.h"
+#include "kiv/transform3dRead.h"
+
+#include "affine.h"
+
+namespace Kiv_v4::assimp {
+
+// What can be edited of a node, one record for each interface. The file gives the records of nodes
+// that were not edited.
+
+/// A matrix, and its factors if it has any. The matrix is not made of the factors until one of them
+/// is set, so that a file's own matrix stays as it is.
+struct TransformRecord
+{
+    Matrix4d matrix;
+    std::optional<detail::AffineFactors> factors;
+};
+
+struct CameraRecord
+{
+    float horizontalAperture = 36;
+    float verticalAperture = 24;
+    float horizontalApertureOffset = 0;
+    float verticalApertureOffset = 0;
+    float fStop = 0;
+    float focalLength = 0;
+    float focusDistance = 1;
+    float nearClipPlane = 0;
+    float farClipPlane = 0;
+    Camera::Projection projection = Camera::Perspective;
+};
+
+struct LightRecord
+{
+    Light::Type type = Light::Other; ///< Not edited.
+    float intensity = 1;
+    Color3f color{{1, 1, 1}};
+    bool shadowEnable = true;
+    Color3f shadowColor;
+    float diffuse = 1;
+    float specular = 1;
+    float angle = 0;
+    Light::SphereProps sphere{0, true};
+    Light::ConeProps cone;
+    bool normalize = false;
+};
+
+struct VisibilityRecord
+{
+    bool visible = true;
+};
+
+} // namespace Kiv_v4::assimp

@@ -1,0 +1,46 @@
+#include "uiInfo.h"
+
+#include <utility>
+
+namespace Kiv_v4::assimp {
+
+namespace {
+
+class AssimpUIInfoHandler : public UIInfoHandler
+{
+public:
+    explicit AssimpUIInfoHandler(std::shared_ptr<const Mounts> mounts) : _mounts(std::move(mounts))
+    {}
+
+    [[nodiscard]] CellInfo treeViewCellInfo(SceneItem::Ptr const&,
+                                            CellInfo const& hostLook) const override
+    {
+        return hostLook;
+    }
+
+    [[nodiscard]] Icon treeViewIcon(SceneItem::Ptr const& item) const override
+    {
+        return {item->nodeType(), "", NoBadge};
+    }
+
+    [[nodiscard]] std::string treeViewTooltip(SceneItem::Ptr const& item) const override
+    {
+        const auto node = _mounts->node(item);
+        return node ? node->file().originalName(node->index()) + "\n" + node->file().name()
+                    : std::string();
+    }
+
+    [[nodiscard]] std::string runTimeLabel() const override { return "Scene files"; }
+
+private:
+    const std::shared_ptr<const Mounts> _mounts;
+};
+
+} // namespace
+
+UIInfoHandler::Ptr makeUIInfoHandler(const std::shared_ptr<const Mounts>& mounts)
+{
+    return std::make_shared<AssimpUIInfoHandler>(mounts);
+}
+
+} // namespace Kiv_v4::assimp

@@ -1,0 +1,436 @@
+#include <assimp/Importer.hpp>
+#include <assimp/postprocess.h>
+#include <assimp/scene.h>
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <limits>
+#include <unistd.h>
+
+#include "kiv/assimp/runTime.h"
+#include "kiv/attributes.h"
+#include "kiv/cameraHandler.h"
+#include "kiv/hierarchy.h"
+#include "kiv/light.h"
+#include "kiv/object3d.h"
+#include "kiv/object3dNotification.h"
+#include "kiv/selection.h"
+#include "kiv/setValueCommands.h"
+#include "kiv/transform3dHandler.h"
+#include "kiv/uiInfoHandler.h"
+
+#include "callback.h"
+#include "stubs.h"
+
+// The importer leaks on some broken files.
+extern "C" KIV_EXPORT const char* __lsan_default_suppressions();
+extern "C" const char* __lsan_default_suppressions()
+{
+    return "leak:libassimp";
+}
+
+using namespace Kiv_v4;
+using testing::ElementsAre;
+using testing::FloatNear;
+
+namespace fs = std::filesystem;
+
+namespace {
+
+const Matrix4d kGatewayMatrix({{{0, 2, 0, 0}, {-2, 0, 0.5, 0}, {0, 0, 3, 0}, {10, -20, 30, 1}}});
+
+class FixedTransform : public Transform3dRead
+{
+public:
+    explicit FixedTransform(SceneItem::Ptr item) : _item(std::move(item)) {}
+
+    [[nodiscard]] Path const& path() const override { return _item->path(); }
+    [[nodiscard]] SceneItem::Ptr sceneItem() const override { return _item; }
+    [[nodiscard]] Matrix4d matrix() const override { return kGatewayMatrix; }
+    [[nodiscard]] Matrix4d segmentInclusiveMatrix() const override { return kGatewayMatrix; }
+    [[nodiscard]] Matrix4d segmentExclusiveMatrix() const override { return {}; }
+
+private:
+    const SceneItem::Ptr _item;
+};
+
+/// Gives every gateway the same transform.
+class FixedTransforms : public Transform3dHandler
+{
+public:
+    [[nodiscard]] Transform3dRead::Ptr transform3dRead(SceneItem::Ptr const& item) const override
+    {
+        return std::make_shared<FixedTransform>(item);
+    }
+    [[nodiscard]] Transform3d::Ptr transform3d(SceneItem::Ptr const&) const override
+    {
+        return nullptr;
+    }
+};
+
+constexpr auto kScene =
+    R"({"asset":{"version":"2.0"},"scene":0,"scenes":[{"nodes":[0]}],"nodes":[
+{"name":"root","scale":[2,2,2],"children":[1,2,3,4,5]},
+{"name":"box","mesh":0,"translation":[1,2,3],"rotation":[0,0,0.70710678,0.70710678],
+ "extras":{"flag":true,"count":7,"note":"hi","big":9007199254740993,"inner":{"deep":-1}},"children":[6]},
+{"name":"wide","camera":0},{"name":"flat","camera":1},
+{"name":"spot","extensions":{"KHR_lights_punctual":{"light":0}}},
+{"name":"sun","extensions":{"KHR_lights_punctual":{"light":1}}},
+{"name":"near","camera":2}],
+"meshes":[{"primitives":[{"attributes":{"POSITION":0},"material":0}]}],
+"materials":[{"name":"Oak"}],
+"cameras":[{"type":"perspective","perspective":{"yfov":0.8,"aspectRatio":1.5,"znear":0.1,"zfar":50}},
+{"type":"orthographic","orthographic":{"xmag":3,"ymag":2,"znear":1,"zfar":9}},
+{"type":"perspective","perspective":{"yfov":0.5,"znear":1}}],
+"extensionsUsed":["KHR_lights_punctual"],"extensions":{"KHR_lights_punctual":{"lights":[
+{"type":"spot","color":[0.5,0.25,0],"intensity":8,"spot":{"innerConeAngle":0.2,"outerConeAngle":0.5}},
+{"type":"directional"}]}},
+"accessors":[{"bufferView":0,"componentType":5126,"count":3,"type":"VEC3"}],
+"bufferViews":[{"buffer":0,"byteLength":36}],"buffers":[{"byteLength":36,
+"uri":"data:application/octet-stream;base64,AAAAAAAAAAAAAAAAAACAPwAAAAAAAAAAAAAAAAAAgD8AAAAA"}]})";
+
+struct AssimpInterfaces : testing::Test
+{
+    AssimpInterfaces()
+    {
+        const auto handler = std::make_shared<test::HierarchyStub>();
+        handler->onCreateItem = [](const Path& path) { return std::make_shared<test::Item>(path); };
+        gatewayId = test::registered("gateways", handler);
+        RunTimeMgr::instance().setTransform3dHandler(gatewayId,
+                                                     std::make_shared<FixedTransforms>());
+    }
+    ~AssimpInterfaces() override
+    {
+        RunTimeMgr::instance().unregister(gatewayId);
+        fs::remove(name);
+    }
+
+    [[nodiscard]] Path gateway(const std::string& component) const
+    {
+        return PathSegment(component, gatewayId, '/');
+    }
+
+    /// The scene above, under a gateway of its own.
+    Path mount(const std::string& component)
+    {
+        if (!file) {
+            std::ofstream(name) << kScene;
+            file = assimp::read(name.string());
+        }
+        return files.mount(file, gateway(component))->path();
+    }
+
+    static SceneItem::Ptr item(const Path& path) { return Hierarchy::createItem(path); }
+    static Transform3d::Ptr transform(const Path& path)
+    {
+        return Transform3d::transform3d(item(path));
+    }
+
+    fs::path name =
+        fs::temp_directory_path() / ("kiv_interfaces_" + std::to_string(getpid()) + ".gltf");
+    std::shared_ptr<const assimp::SceneFile> file;
+    Rtid gatewayId = 0;
+    assimp::RunTime files;
+};
+
+Path operator/(const Path& parent, const std::string& name)
+{
+    return parent + PathComponent::intern(name);
+}
+
+Matrix4d forRows(const aiMatrix4x4& from)
+{
+    Matrix4d matrix;
+    for (unsigned row = 0; row < 4; ++row) {
+        for (unsigned column = 0; column < 4; ++column) {
+            matrix.matrix[row][column] = from[column][row];
+        }
+    }
+    return matrix;
+}
+
+void expectNear(const Matrix4d& matrix, const Matrix4d& expected, double relative = 1e-9)
+{
+    auto largest = 0.0;
+    for (const auto& row : expected.matrix) {
+        for (const auto element : row) {
+            largest = std::max(largest, std::abs(element));
+        }
+    }
+    for (std::size_t row = 0; row < 4; ++row) {
+        for (std::size_t column = 0; column < 4; ++column) {
+            ASSERT_NEAR(matrix.matrix[row][column], expected.matrix[row][column],
+                        relative * largest);
+        }
+    }
+}
+
+/// Compares the items at and under `root`, world matrices first, with what the importer gives.
+void expectSame(const SceneItem::Ptr& root, const aiScene& scene)
+{
+    struct Pair
+    {
+        SceneItem::Ptr item;
+        const aiNode* node;
+        Matrix4d toWorld;
+    };
+    std::vector<Pair> pairs{
+        {root, scene.mRootNode, forRows(scene.mRootNode->mTransformation) * kGatewayMatrix}};
+    unsigned nbCameras = 0;
+    unsigned nbLights = 0;
+    for (std::size_t i = 0; i < pairs.size(); ++i) {
+        const auto [item, node, toWorld] = pairs[i];
+        const auto transform = Transform3d::transform3d(item);
+        EXPECT_EQ(transform->matrix(), forRows(node->mTransformation));
+        expectNear(transform->inclusiveMatrix(), toWorld);
+        expectNear(transform->matrix() * transform->exclusiveMatrix(), toWorld);
+        nbCameras += Camera::camera(item) ? 1 : 0;
+        nbLights += Light::light(item) ? 1 : 0;
+        for (unsigned child = 0; const auto& below : Hierarchy::hierarchy(item)->children()) {
+            const auto* source = node->mChildren[child++];
+            pairs.push_back({below, source, forRows(source->mTransformation) * toWorld});
+        }
+    }
+    EXPECT_EQ(nbCameras, scene.mNumCameras);
+    EXPECT_EQ(nbLights, scene.mNumLights);
+    EXPECT_EQ(CameraHandler::find(root->path()).size(), scene.mNumCameras);
+}
+
+/// Expects the command to change what `state` gives, and to undo and redo that exactly.
+template <class State>
+void expectUndoable(const UndoableCommand::Ptr& command, State state)
+{
+    ASSERT_TRUE(command);
+    const auto before = state();
+    command->execute();
+    const auto after = state();
+    EXPECT_TRUE(before != after);
+    command->undo();
+    EXPECT_TRUE(before == state());
+    command->redo();
+    EXPECT_TRUE(after == state());
+    command->undo();
+    EXPECT_TRUE(before == state());
+}
+
+} // namespace
+
+TEST_F(AssimpInterfaces, AgreeWithTheImporterOnEveryModelUnderAMovedGateway)
+{
+    const fs::path models = "/usr/share/assimp/models";
+    if (!fs::exists(models)) {
+        GTEST_SKIP() << "the importer's test models are not installed";
+    }
+    std::size_t nbCompared = 0;
+    for (const auto& entry : fs::recursive_directory_iterator(models)) {
+        if (!entry.is_regular_file()) {
+            continue;
+        }
+        SCOPED_TRACE(entry.path().string());
+        SceneItem::Ptr root;
+        try {
+            root = files.mount(assimp::read(entry.path().string()), gateway("all"));
+        } catch (const assimp::ImportError&) {
+            continue;
+        }
+        Assimp::Importer importer;
+        const auto* scene =
+            importer.ReadFile(entry.path().string(), aiProcess_ValidateDataStructure);
+        ASSERT_TRUE(scene);
+        expectSame(root, *scene);
+        files.unmount(gateway("all"));
+        ++nbCompared;
+    }
+    EXPECT_GT(nbCompared, 0U);
+}
+
+TEST_F(AssimpInterfaces, EditTransformsOverTheFilesMatrices)
+{
+    const auto box = mount("a") / "box";
+    const auto edited = transform(box);
+    auto heard = 0;
+    const auto observer = test::Callback::make([&heard](const Notification&) { ++heard; });
+    Transform3d::addObserver(item(box), observer);
+    const auto matrix = [&] { return edited->matrix(); };
+
+    EXPECT_EQ(edited->translation(), Vector3d({1, 2, 3}));
+    EXPECT_NEAR(edited->rotation().vector[2], 90, 1e-4);
+    const auto first = edited->matrix();
+    expectUndoable(edited->translateCmd(0.1, 0.2, 0.3), matrix);
+    expectUndoable(edited->rotateCmd(10, 400, 30), matrix);
+    expectUndoable(edited->scaleCmd(0, 2, -3), matrix);
+    expectUndoable(edited->shearCmd(1, 2, 3), matrix);
+    expectUndoable(edited->setMatrixCmd(kGatewayMatrix), matrix);
+    EXPECT_EQ(heard, 5 * 4);
+    EXPECT_EQ(edited->matrix(), first);
+
+    edited->translate(0.1, 0.2, 0.3);
+    EXPECT_EQ(edited->matrix().matrix[0], first.matrix[0]) << "only the translation changed";
+    edited->rotate(10, 400, 30);
+    EXPECT_EQ(edited->rotation(), Vector3d({10, 400, 30}));
+    edited->scale(0, 2, 2);
+    edited->scale(2, 2, 2);
+    EXPECT_EQ(edited->rotation(), Vector3d({10, 400, 30})) << "also through a scale of 0";
+    expectNear(transform(box)->inclusiveMatrix(),
+               edited->matrix() * transform(box.pop())->matrix() * kGatewayMatrix);
+
+    const auto drag =
+        std::dynamic_pointer_cast<SetDouble3UndoableCommand>(edited->translateCmd(1, 0, 0));
+    drag->execute();
+    EXPECT_TRUE(drag->set(2, 0, 0));
+    EXPECT_FALSE(drag->set(std::numeric_limits<double>::infinity(), 0, 0));
+    EXPECT_EQ(edited->translation(), Vector3d({2, 0, 0}));
+    drag->undo();
+    EXPECT_EQ(edited->translation(), Vector3d({0.1, 0.2, 0.3}));
+
+    auto flat = kGatewayMatrix;
+    flat.matrix[2] = {0, 0, 0, 0};
+    auto projective = kGatewayMatrix;
+    projective.matrix[0][3] = 1;
+    EXPECT_FALSE(edited->setMatrixCmd(flat));
+    EXPECT_FALSE(edited->setMatrixCmd(projective));
+    EXPECT_FALSE(edited->translateCmd(std::nan(""), 0, 0));
+    EXPECT_FALSE(edited->rotatePivotCmd(1, 2, 3));
+}
+
+TEST_F(AssimpInterfaces, KeepTheEditsOfEachMountApartAndWithIt)
+{
+    const auto first = mount("a");
+    const auto second = mount("b");
+    transform(first)->translate(1, 2, 3);
+    EXPECT_EQ(transform(second)->translation(), Vector3d());
+
+    const auto command = transform(first)->translateCmd(4, 5, 6);
+    EXPECT_TRUE(files.moveMount(gateway("a"), gateway("c")));
+    const auto moved = first.reparent(gateway("a"), gateway("c"));
+    EXPECT_EQ(transform(moved)->translation(), Vector3d({1, 2, 3}));
+    auto heard = 0;
+    const auto observer = test::Callback::make([&heard](const Notification&) { ++heard; });
+    Transform3d::addObserver(item(moved), observer);
+    command->execute();
+    EXPECT_EQ(transform(moved)->translation(), Vector3d({4, 5, 6}));
+    EXPECT_EQ(heard, 1);
+
+    const auto left = transform(moved);
+    files.unmount(gateway("c"));
+    EXPECT_THROW(command->undo(), std::runtime_error);
+    EXPECT_FALSE(left->translateCmd(0, 0, 0));
+    EXPECT_EQ(transform(mount("c"))->translation(), Vector3d());
+}
+
+TEST_F(AssimpInterfaces, FindAndEditCamerasInMillimetres)
+{
+    const auto root = mount("a");
+    std::vector<std::string> found;
+    for (const auto& camera : CameraHandler::findAll(root)) {
+        found.push_back(camera->nodeName());
+    }
+    EXPECT_THAT(found, ElementsAre("near", "wide", "flat"));
+    EXPECT_EQ(CameraHandler::find(root / "box").size(), 1U);
+    EXPECT_FALSE(Camera::camera(item(root / "box")));
+
+    const auto wide = Camera::camera(item(root / "wide"));
+    EXPECT_EQ(wide->projection(), Camera::Perspective);
+    EXPECT_EQ(wide->horizontalAperture(), 36);
+    EXPECT_THAT(wide->verticalAperture(), FloatNear(24, 1e-4F));
+    const auto verticalFov = [](const Camera& camera) {
+        return 2 * std::atan(camera.verticalAperture() / (2 * camera.focalLength()));
+    };
+    EXPECT_THAT(verticalFov(*wide), FloatNear(0.8F, 1e-5F));
+    EXPECT_THAT(verticalFov(*Camera::camera(item(root / "box" / "near"))), FloatNear(0.5F, 1e-5F));
+    EXPECT_EQ(wide->nearClipPlane(), 0.1F);
+    EXPECT_EQ(wide->farClipPlane(), 50);
+    const auto flat = Camera::camera(item(root / "flat"));
+    EXPECT_EQ(flat->projection(), Camera::Orthographic);
+    EXPECT_EQ(flat->horizontalAperture(), 6);
+    EXPECT_EQ(flat->verticalAperture(), 4);
+
+    auto heard = 0;
+    const auto observer = test::Callback::make([&heard](const Notification&) { ++heard; });
+    Camera::addObserver(item(root / "wide"), observer);
+    expectUndoable(wide->focalLengthCmd(50), [&] { return wide->focalLength(); });
+    expectUndoable(wide->projectionCmd(Camera::Orthographic), [&] { return wide->projection(); });
+    EXPECT_EQ(heard, 2 * 4);
+    EXPECT_FALSE(wide->fStopCmd(std::nanf("")));
+    EXPECT_FALSE(wide->projectionCmd(static_cast<Camera::Projection>(2)));
+}
+
+TEST_F(AssimpInterfaces, OfferLightsByKindWithAnglesInDegrees)
+{
+    const auto root = mount("a");
+    const auto spot = Light::light(item(root / "spot"));
+    EXPECT_EQ(spot->type(), Light::Spot);
+    EXPECT_EQ(spot->intensity(), 4);
+    EXPECT_EQ(spot->color(), Color3f({1, 0.5F, 0}));
+    EXPECT_EQ(spot->specular(), 1);
+    const auto cone = spot->coneInterface();
+    EXPECT_THAT(cone->coneProps().coneAngle, FloatNear(0.4F * 57.29578F, 1e-4F));
+    EXPECT_THAT(cone->coneProps().penumbraAngle, FloatNear(0.3F * 57.29578F, 1e-4F));
+    EXPECT_TRUE(spot->sphereInterface());
+    const auto sun = Light::light(item(root / "sun"));
+    EXPECT_FALSE(sun->coneInterface());
+    EXPECT_FALSE(Light::light(item(root)));
+
+    auto heard = 0;
+    const auto observer = test::Callback::make([&heard](const Notification&) { ++heard; });
+    Light::addObserver(item(root / "spot"), observer);
+    expectUndoable(spot->colorCmd(0, 1, 0), [&] { return spot->color(); });
+    expectUndoable(cone->conePropsCmd(1, 2, 3), [&] { return cone->coneProps(); });
+    expectUndoable(spot->shadowEnableCmd(false), [&] { return spot->shadowEnable(); });
+    EXPECT_EQ(heard, 3 * 4);
+    EXPECT_FALSE(cone->conePropsCmd(1, std::nanf(""), 3));
+}
+
+TEST_F(AssimpInterfaces, ShowMetadataAsLockedAttributes)
+{
+    const auto root = mount("a");
+    const auto attributes = Attributes::attributes(item(root / "box"));
+    std::vector<std::string> listed;
+    for (const auto& known : attributes->attributeNames()) {
+        const auto attribute = attributes->attribute(known);
+        listed.push_back(known + " " + attribute->type() + " " + attribute->string());
+        EXPECT_TRUE(attribute->metadata(Attribute::kLocked).get<bool>());
+        EXPECT_FALSE(attribute->setMetadataCmd("key", Value(1)));
+    }
+    EXPECT_THAT(listed,
+                testing::UnorderedElementsAre("flag Bool true", "count Int 7", "note String hi",
+                                              "big Generic 9007199254740993", "inner.deep Int -1",
+                                              "materials String Oak"));
+    const auto count = std::dynamic_pointer_cast<AttributeInt>(attributes->attribute("count"));
+    EXPECT_EQ(count->get(), 7);
+    EXPECT_THROW(count->set(8), std::invalid_argument);
+    EXPECT_FALSE(count->setCmd(8));
+    EXPECT_FALSE(attributes->attribute("no"));
+    EXPECT_TRUE(Attributes::attributes(item(root))->attributeNames().empty());
+}
+
+TEST_F(AssimpInterfaces, ShowTheExtentAndLookOfItems)
+{
+    const auto root = mount("a");
+    const auto object = Object3d::object3d(item(root));
+    const auto box = object->boundingBox();
+    // A triangle to (1, 0, 0) and (0, 1, 0), a quarter turn about z and then moved.
+    EXPECT_NEAR(box.min.vector[0], 0, 1e-6);
+    EXPECT_NEAR(box.max.vector[0], 1, 1e-6);
+    EXPECT_NEAR(box.max.vector[1], 3, 1e-6);
+    EXPECT_EQ(box.max.vector[2], 3);
+    transform(root / "box")->translate(11, 2, 3);
+    EXPECT_NEAR(object->boundingBox().max.vector[0], 11, 1e-6);
+    transform(root)->scale(2, 5, 5);
+    EXPECT_NEAR(object->boundingBox().max.vector[1], 3, 1e-6) << "it is in the item's own space";
+    EXPECT_TRUE(Object3d::object3d(item(root / "wide"))->boundingBox().empty());
+
+    std::vector<Path> heard;
+    const auto observer = test::Callback::make([&heard](const Notification& notification) {
+        heard.push_back(dynamic_cast<const VisibilityChanged&>(notification).path());
+    });
+    Object3d::addObserver(observer);
+    expectUndoable(object->setVisibilityCmd(false), [&] { return object->visibility(); });
+    EXPECT_THAT(heard, ElementsAre(root, root, root, root));
+
+    const auto look = UIInfoHandler::uiInfoHandler(files.id());
+    EXPECT_EQ(look->treeViewIcon(item(root / "box")).base, "mesh");
+    EXPECT_EQ(look->treeViewTooltip(item(root / "box")), "box\n" + name.string());
+}
