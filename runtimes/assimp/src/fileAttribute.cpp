@@ -1,10 +1,10 @@
 #include "fileAttribute.h"
 
-#include <algorithm>
 #include <assimp/scene.h>
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <unordered_map>
 #include <utility>
 
 namespace Kiv_v4::assimp {
@@ -61,20 +61,41 @@ FileAttribute::Value valueOf(const aiMetadataEntry& entry)
     }
 }
 
-bool isTaken(const FileAttributes& attributes, const std::string& name)
+/// Makes names unique in one go over many.
+class UniqueNames
 {
-    return std::any_of(attributes.begin(), attributes.end(),
-                       [&name](const auto& known) { return known.name == name; });
-}
+public:
+    explicit UniqueNames(const FileAttributes& attributes)
+    {
+        for (const auto& known : attributes) {
+            _taken.emplace(known.name, 2);
+        }
+    }
+
+    /// `name`, or the next free one that begins with it.
+    std::string take(const std::string& name)
+    {
+        auto free = name.empty() ? "unnamed" : name;
+        const auto [first, isNew] = _taken.emplace(free, 2);
+        if (!isNew) {
+            auto& next = first->second; // stays where it is
+            const auto stem = free;
+            do {
+                free = stem + std::to_string(next++);
+            } while (!_taken.emplace(free, 2).second);
+        }
+        return free;
+    }
+
+private:
+    std::unordered_map<std::string, int> _taken; ///< With the next number to try.
+};
 
 } // namespace
 
 void addAttribute(FileAttributes& attributes, const std::string& name, FileAttribute::Value value)
 {
-    auto free = name.empty() ? "unnamed" : name;
-    for (auto number = 2; isTaken(attributes, free); ++number) {
-        free = name + std::to_string(number);
-    }
+    auto free = UniqueNames(attributes).take(name);
     attributes.push_back({std::move(free), std::move(value)});
 }
 
@@ -86,6 +107,7 @@ void addMetadata(FileAttributes& attributes, const aiMetadata& metadata)
         std::string prefix;
         unsigned next = 0;
     };
+    UniqueNames names(attributes);
     std::vector<Level> levels{{&metadata, ""}};
     while (!levels.empty()) {
         auto& level = levels.back();
@@ -98,7 +120,7 @@ void addMetadata(FileAttributes& attributes, const aiMetadata& metadata)
         if (entry.mData && entry.mType == AI_AIMETADATA) {
             levels.push_back({static_cast<const aiMetadata*>(entry.mData), name + "."});
         } else if (entry.mData) {
-            addAttribute(attributes, name, valueOf(entry));
+            attributes.push_back({names.take(name), valueOf(entry)});
         }
     }
 }
