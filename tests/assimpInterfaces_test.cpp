@@ -74,7 +74,7 @@ constexpr auto kScene =
     R"({"asset":{"version":"2.0"},"scene":0,"scenes":[{"nodes":[0]}],"nodes":[
 {"name":"root","scale":[2,2,2],"children":[1,2,3,4,5]},
 {"name":"box","mesh":0,"translation":[1,2,3],"rotation":[0,0,0.70710678,0.70710678],
- "extras":{"flag":true,"count":7,"note":"hi","big":9007199254740993,"inner":{"deep":-1}},"children":[6]},
+ "extras":{"flag":true,"count":7,"note":"hi","big":9007199254740993,"materials":3,"inner":{"deep":-1}},"children":[6]},
 {"name":"wide","camera":0},{"name":"flat","camera":1},
 {"name":"spot","extensions":{"KHR_lights_punctual":{"light":0}}},
 {"name":"sun","extensions":{"KHR_lights_punctual":{"light":1}}},
@@ -397,7 +397,7 @@ TEST_F(AssimpInterfaces, ShowMetadataAsLockedAttributes)
     EXPECT_THAT(listed,
                 testing::UnorderedElementsAre("flag Bool true", "count Int 7", "note String hi",
                                               "big Generic 9007199254740993", "inner.deep Int -1",
-                                              "materials String Oak"));
+                                              "materials Int 3", "materials2 String Oak"));
     const auto count = std::dynamic_pointer_cast<AttributeInt>(attributes->attribute("count"));
     EXPECT_EQ(count->get(), 7);
     EXPECT_THROW(count->set(8), std::invalid_argument);
