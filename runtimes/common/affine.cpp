@@ -193,4 +193,26 @@ std::optional<AffineFactors> decomposed(const Matrix4d& matrix) noexcept
                : std::nullopt;
 }
 
+BoundingBox3d transformed(const BoundingBox3d& box, const Matrix4d& matrix)
+{
+    if (box.empty()) {
+        return {};
+    }
+    BoundingBox3d result;
+    for (std::size_t column = 0; column < 3; ++column) {
+        auto least = matrix.matrix[3][column];
+        auto most = least;
+        for (std::size_t row = 0; row < 3; ++row) {
+            const auto factor = matrix.matrix[row][column];
+            const auto [low, high] =
+                std::minmax({factor * box.min.vector[row], factor * box.max.vector[row]});
+            least += low;
+            most += high;
+        }
+        result.min.vector[column] = least;
+        result.max.vector[column] = most;
+    }
+    return result;
+}
+
 } // namespace Kiv_v4::detail

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "kiv/object3d.h"
 #include "kiv/transform3dRead.h"
 
 namespace Kiv_v4::detail {
@@ -36,5 +37,8 @@ struct AffineFactors
 /// other scales are positive. None when the matrix is singular to rounding, has a last column other
 /// than (0, 0, 0, 1), or holds something that is no finite number.
 [[nodiscard]] std::optional<AffineFactors> decomposed(const Matrix4d& matrix) noexcept;
+
+/// The smallest box around the box after the transform.
+[[nodiscard]] BoundingBox3d transformed(const BoundingBox3d& box, const Matrix4d& matrix);
 
 } // namespace Kiv_v4::detail

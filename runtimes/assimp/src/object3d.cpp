@@ -1,7 +1,5 @@
 #include "object3d.h"
 
-#include <algorithm>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -15,29 +13,6 @@ bool setVisible(VisibilityRecord& record, bool visible)
 {
     record.visible = visible;
     return true;
-}
-
-/// Grows `box` to hold the other after the transform.
-void extend(BoundingBox3d& box, const BoundingBox3d& other, const Matrix4d& matrix)
-{
-    if (other.empty()) {
-        return;
-    }
-    BoundingBox3d moved;
-    for (std::size_t column = 0; column < 3; ++column) {
-        auto least = matrix.matrix[3][column];
-        auto most = least;
-        for (std::size_t row = 0; row < 3; ++row) {
-            const auto factor = matrix.matrix[row][column];
-            const auto [low, high] =
-                std::minmax({factor * other.min.vector[row], factor * other.max.vector[row]});
-            least += low;
-            most += high;
-        }
-        moved.min.vector[column] = least;
-        moved.max.vector[column] = most;
-    }
-    box.extend(moved);
 }
 
 /// The box around the node and all that is under it, in the node's space.
@@ -54,7 +29,7 @@ BoundingBox3d boxAround(const SceneFile& file, const Edits& edits, NodeIndex top
         const auto level = pending.back();
         pending.pop_back();
         if (const auto* own = file.contents().box(level.index)) {
-            extend(box, *own, level.toTop);
+            box.extend(detail::transformed(*own, level.toTop));
         }
         const auto& node = file.node(level.index);
         for (auto i = node.firstChild; i < node.firstChild + node.nbChildren; ++i) {

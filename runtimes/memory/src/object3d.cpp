@@ -1,6 +1,5 @@
 #include "object3d.h"
 
-#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -36,34 +35,12 @@ struct BoxRecord
     }
 };
 
-/// The smallest box around the box after the transform.
-BoundingBox3d transformed(const BoundingBox3d& box, const Matrix4d& matrix)
-{
-    if (box.empty()) {
-        return {};
-    }
-    BoundingBox3d result;
-    for (std::size_t column = 0; column < 3; ++column) {
-        auto least = matrix.matrix[3][column];
-        auto most = least;
-        for (std::size_t row = 0; row < 3; ++row) {
-            const auto factor = matrix.matrix[row][column];
-            const auto [low, high] =
-                std::minmax({factor * box.min.vector[row], factor * box.max.vector[row]});
-            least += low;
-            most += high;
-        }
-        result.min.vector[column] = least;
-        result.max.vector[column] = most;
-    }
-    return result;
-}
-
 /// The box around the node and all that is under it, in the node's space.
 BoundingBox3d boxAround(const Node& top)
 {
     auto box = ownBoxOf(top);
-    std::vector<Matrix4d> toTop{identity()}; // of the ancestors from the top down to the node
+    std::vector<Matrix4d> toTop{
+        detail::identity()}; // of the ancestors from the top down to the node
     for (const auto* node = &top;;) {
         if (node->firstChild) {
             node = node->firstChild;
@@ -79,7 +56,7 @@ BoundingBox3d boxAround(const Node& top)
             node = node->next;
         }
         toTop.back() = matrixOf(*node) * toTop[toTop.size() - 2];
-        box.extend(transformed(ownBoxOf(*node), toTop.back()));
+        box.extend(detail::transformed(ownBoxOf(*node), toTop.back()));
     }
 }
 

@@ -7,6 +7,8 @@
 
 namespace Kiv_v4::memory {
 
+using namespace detail; // matrices and the operators of vectors
+
 namespace {
 
 struct TransformRecord
