@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -70,6 +71,12 @@ protected:
     }
 
     Result kiv(const std::string& arguments) const { return shell("kiv " + arguments); }
+
+    /// What `kiv show` tells as JSON.
+    nlohmann::json shown(const std::string& arguments, const std::string& path) const
+    {
+        return nlohmann::json::parse(kiv("show --json " + arguments + " " + path).out);
+    }
 
     /// The workshop with the siblings Top and Vice renamed; the names are given as JSON text.
     std::string workshopWith(const std::string& top, const std::string& vice) const
@@ -218,6 +225,124 @@ TEST_F(Kiv, AnUnknownItemIsOneLineAndAFailure)
     }
 }
 
+TEST_F(Kiv, ShowPlacesAnItemInTheWorld)
+{
+    const auto bulb = shown(workshop, "Workshop:Lamp:Bulb").at("transform");
+    EXPECT_NEAR(bulb["translation"][1].get<double>(), -0.2, 1e-6);
+    EXPECT_EQ(bulb["matrix"][3][1], bulb["translation"][1]);
+    EXPECT_NEAR(bulb["worldMatrix"][3][1].get<double>(), 2.2, 1e-6);
+    const auto text = kiv("show " + workshop + " Workshop:Lamp:Bulb").out;
+    EXPECT_THAT(text, ContainsRegex("translation +0, -0\\.2, 0 scene units\n"));
+    EXPECT_THAT(text, ContainsRegex("world matrix +1 +0 +0 +0\n( +0.*\n)+ +0 +2\\.2 +0 +1\n"));
+}
+
+TEST_F(Kiv, ShowTellsTheUnitsOfACamera)
+{
+    const auto camera = shown(workshop, "Workshop:View").at("camera");
+    EXPECT_EQ(camera["projection"], "perspective");
+    EXPECT_EQ(camera["nearClipPlane"], 0.1);
+    EXPECT_EQ(camera["farClipPlane"], 100);
+    const auto fieldOfView = 2 * std::atan(camera["verticalAperture"].get<double>() / 2 /
+                                           camera["focalLength"].get<double>());
+    EXPECT_NEAR(fieldOfView, 0.8, 1e-4);
+    const auto text = kiv("show " + workshop + " Workshop:View").out;
+    EXPECT_THAT(text, ContainsRegex("near clip plane +0\\.1 scene units\n"));
+    EXPECT_THAT(text, ContainsRegex("focal length +[0-9.]+ mm\n"));
+}
+
+TEST_F(Kiv, ShowTellsOfALightWhatItsKindHas)
+{
+    const auto point = shown(workshop, "Workshop:Lamp:Bulb").at("light");
+    EXPECT_EQ(point["type"], "point");
+    EXPECT_TRUE(point["color"].is_array() && point["radius"].is_number());
+    EXPECT_FALSE(point.contains("coneAngle") || point.contains("angle"));
+    const auto spot = shown("--make spotLight:/world/spot " + workshop, "/world/spot").at("light");
+    EXPECT_TRUE(spot["radius"].is_number() && spot["coneAngle"].is_number());
+}
+
+TEST_F(Kiv, ShowTellsTheExtentOfAMesh)
+{
+    const auto floor = shown(workshop, "Workshop:Floor").at("object");
+    EXPECT_EQ(floor["visible"], true);
+    EXPECT_EQ(floor["boundingBox"],
+              nlohmann::json::parse(R"({"min": [-2.0, 0.0, -2.0], "max": [2.0, 0.0, 2.0]})"));
+}
+
+TEST_F(Kiv, ShowTellsTheAttributesOfAnItemByType)
+{
+    const auto file = workshopWith(
+        R"("Top", "extras": {"maker": "Ada", "weight": 2.5, "fixed": true})", R"("Vice")");
+    const auto attributes = shown(file, "Workshop:Bench:Top").at("attributes");
+    const auto named = [&](const std::string& name) {
+        for (const auto& attribute : attributes) {
+            if (attribute["name"] == name) {
+                return attribute;
+            }
+        }
+        return nlohmann::json::object();
+    };
+    EXPECT_EQ(named("maker").value("type", ""), "String");
+    EXPECT_EQ(named("maker").value("value", ""), "Ada");
+    EXPECT_EQ(named("weight").value("value", 0.0), 2.5);
+    EXPECT_EQ(named("fixed").value("value", false), true);
+    EXPECT_THAT(kiv("show " + file + " Workshop:Bench:Top").out,
+                ContainsRegex("  maker +Ada  \\(String"));
+}
+
+TEST_F(Kiv, ShowIsSilentAboutWhatAnItemDoesNotOffer)
+{
+    const auto item = shown(workshop, "Workshop:Floor");
+    for (const auto* section : {"camera", "light", "connections"}) {
+        EXPECT_FALSE(item.contains(section)) << section;
+    }
+    EXPECT_THAT(kiv("show " + workshop + " Workshop:Floor").out, Not(HasSubstr("\ncamera")));
+}
+
+TEST_F(Kiv, FindsCamerasAndLightsAcrossRunTimes)
+{
+    const auto two = "--make camera:/world/eye --make group:/world/rig "
+                     "--make spotLight:/world/rig/spot " +
+                     workshop + " " + workshop;
+    EXPECT_EQ(kiv("find --cameras " + two).out, R"(camera  memory  /world/eye
+camera  assimp  /world/workshop,:Workshop:View
+camera  assimp  /world/workshop1,:Workshop:View
+)");
+    EXPECT_EQ(kiv("find --lights " + two).out, R"(spotLight  memory  /world/rig/spot
+light      assimp  /world/workshop,:Workshop:Lamp:Bulb
+light      assimp  /world/workshop1,:Workshop:Lamp:Bulb
+)");
+    EXPECT_EQ(kiv("find --paths --cameras --name 'e*' " + two).out, "/world/eye\n");
+    EXPECT_EQ(kiv("find --cameras --lights " + two).status, 1);
+}
+
+TEST_F(Kiv, FindsTheItemsThatMeetEveryCriterion)
+{
+    EXPECT_THAT(linesOf(kiv("find --paths --name 'L*' --type transform " + workshop).out),
+                ElementsAre("/world/workshop,:Workshop:Lamp"));
+    EXPECT_THAT(linesOf(kiv("find --paths --name '?[ea]*d' " + workshop).out),
+                ElementsAre("/world/workshop,:Workshop:Tools:Hammer:Head"));
+    EXPECT_EQ(kiv("find --json --type transform " + workshop).out,
+              kiv("tree --json --type transform " + workshop).out);
+}
+
+TEST_F(Kiv, PatternsTakeCharactersNotBytes)
+{
+    const auto file = workshopWith(R"("\u00e9t\u00e9")", R"("b")");
+    EXPECT_EQ(linesOf(kiv("find --name '?t?' " + file).out).size(), 1u);
+}
+
+TEST_F(Kiv, FindingNothingIsSilentAndAFailure)
+{
+    const auto nothing = kiv("find --name nowhere " + workshop);
+    EXPECT_EQ(nothing.status, 1);
+    EXPECT_EQ(nothing.out + nothing.err, "");
+    EXPECT_EQ(kiv("find --json --name nowhere " + workshop).out, "[]\n");
+    const auto partial = kiv("find --paths --name workshop missing.gltf " + workshop);
+    EXPECT_EQ(partial.status, 1);
+    EXPECT_EQ(partial.out, "/world/workshop\n");
+    EXPECT_THAT(linesOf(partial.err), ElementsAre(StartsWith("kiv: missing.gltf: ")));
+}
+
 TEST_F(Kiv, AFileThatCannotBeReadLeavesTheOthersShown)
 {
     const auto tree = kiv("tree --paths --depth 1 missing.gltf " + workshop + " / " + workshop);
@@ -246,7 +371,8 @@ TEST_F(Kiv, WrongUsageIsOneLineAndStatus2)
 {
     for (const auto* arguments :
          {"", "tree", "grow", "tree --depth", "tree --depth x a", "tree --depth -1 a",
-          "tree --paths --json a", "tree --bogus a", "show a", "show a b c"}) {
+          "tree --paths --json a", "tree --bogus a", "show a", "show a b c", "find --cameras",
+          "find a", "find --paths --json --lights a"}) {
         const auto result = kiv(arguments);
         EXPECT_EQ(result.status, 2) << arguments;
         EXPECT_EQ(result.out, "");
@@ -258,7 +384,7 @@ TEST_F(Kiv, HelpAndVersionGoToTheStandardOutput)
 {
     EXPECT_THAT(kiv("--version").out, StartsWith("kiv 4.2.0 ("));
     EXPECT_EQ(linesOf(kiv("--version").out).size(), 1u);
-    for (const auto* arguments : {"--help", "tree --help", "show --help"}) {
+    for (const auto* arguments : {"--help", "tree --help", "show --help", "find --help"}) {
         const auto help = kiv(arguments);
         EXPECT_EQ(help.status, 0);
         EXPECT_THAT(help.out, HasSubstr("Usage: kiv"));

@@ -1,10 +1,13 @@
 #include <CLI/CLI.hpp>
+#include <clocale>
 #include <exception>
 #include <string>
+#include <vector>
 
 #include "kiv/versionInfo.h"
 
 #include "diagnostics.h"
+#include "findCommand.h"
 #include "output.h"
 #include "showCommand.h"
 #include "treeCommand.h"
@@ -24,16 +27,22 @@ std::string version()
            ")";
 }
 
+void defineMake(CLI::App& command, std::vector<std::string>& itemsToMake)
+{
+    command
+        .add_option("--make", itemsToMake,
+                    "Make an item in memory before files are mounted, for example\n"
+                    "--make group:/world/props --make mesh:/world/props/crate")
+        ->type_name("TYPE:PATH")
+        ->allow_extra_args(false);
+}
+
 void defineTree(CLI::App& program, app::TreeOptions& options)
 {
     auto& tree = *program.add_subcommand("tree", "Print the items of scene files as one tree");
     tree.footer("Each FILE is mounted under /world, in an item named after the file.");
     tree.add_option("FILE", options.files, "Scene files")->type_name("");
-    tree.add_option("--make", options.itemsToMake,
-                    "Make an item in memory before the files are mounted, for example\n"
-                    "--make group:/world/props --make mesh:/world/props/crate")
-        ->type_name("TYPE:PATH")
-        ->allow_extra_args(false);
+    defineMake(tree, options.itemsToMake);
     tree.add_option("--depth", options.filter.depth, "Show N levels below the root")
         ->type_name("N")
         ->check(CLI::NonNegativeNumber);
@@ -51,14 +60,43 @@ void defineTree(CLI::App& program, app::TreeOptions& options)
 
 void defineShow(CLI::App& program, app::ShowOptions& options)
 {
-    auto& show = *program.add_subcommand("show", "Print what is known of one item");
+    auto& show = *program.add_subcommand("show", "Print all that one item offers");
+    show.footer(
+        "Angles are in degrees, apertures and focal lengths in millimetres, other lengths in\n"
+        "scene units, colors linear; matrices are for row vectors, with the translation in\n"
+        "the last row. The world matrix takes every gateway above the item; there is none\n"
+        "when one of them has no transform. JSON has null for what is no finite number.");
     show.add_option("FILE", options.file, "Scene file")->type_name("")->required();
     show.add_option("PATH", options.path,
                     "The item's path as printed by kiv tree --paths, or the part of it that lies\n"
                     "in the file, such as :root:node or root:node")
         ->type_name("")
         ->required();
+    defineMake(show, options.itemsToMake);
     show.add_flag("--json", options.json, "Print a JSON object");
+}
+
+void defineFind(CLI::App& program, app::FindOptions& options)
+{
+    auto& find = *program.add_subcommand("find", "Print the items that meet all given criteria");
+    find.footer("Each FILE is mounted under /world, in an item named after the file. Prints node\n"
+                "type, run-time and path of each item. The exit status is 0 when there is one, 1\n"
+                "when there is none or something could not be made or read, 2 for wrong usage.");
+    find.add_option("FILE", options.files, "Scene files")->type_name("")->required();
+    defineMake(find, options.itemsToMake);
+    find.add_flag("--cameras", options.cameras, "Cameras");
+    find.add_flag("--lights", options.lights, "Lights");
+    find.add_option("--type", options.nodeType, "Items of one node type")->type_name("TYPE");
+    find.add_option("--name", options.name,
+                    "Items with a name like GLOB, in which * stands for any text, ? for any\n"
+                    "character and [...] for one of several")
+        ->type_name("GLOB");
+    using Form = app::FindOptions::Form;
+    auto* paths = find.add_flag_callback(
+        "--paths", [&options] { options.form = Form::paths; }, "Print one path per line");
+    find.add_flag_callback(
+            "--json", [&options] { options.form = Form::json; }, "Print a JSON array of items")
+        ->excludes(paths);
 }
 
 int wrongUsage(const std::string& message)
@@ -74,8 +112,10 @@ int run(int argc, char** argv, Output& output)
     program.set_version_flag("--version", version);
     app::TreeOptions tree;
     app::ShowOptions show;
+    app::FindOptions find;
     defineTree(program, tree);
     defineShow(program, show);
+    defineFind(program, find);
     try {
         program.parse(argc, argv);
     } catch (const CLI::CallForHelp&) {
@@ -90,6 +130,11 @@ int run(int argc, char** argv, Output& output)
     if (program.got_subcommand("show")) {
         return showCommand(show, output);
     }
+    if (program.got_subcommand("find")) {
+        return find.hasCriterion()
+                   ? findCommand(find, output)
+                   : wrongUsage("--cameras, --lights, --type or --name is required");
+    }
     if (tree.files.empty() && tree.itemsToMake.empty()) {
         return wrongUsage("FILE is required");
     }
@@ -100,6 +145,7 @@ int run(int argc, char** argv, Output& output)
 
 int main(int argc, char** argv)
 {
+    std::setlocale(LC_CTYPE, "C.UTF-8"); // so that patterns take characters for bytes of names
     try {
         Output output;
         const auto status = run(argc, argv, output);

@@ -6,6 +6,7 @@
 #include "kiv/hierarchy.h"
 #include "kiv/pathString.h"
 
+#include "diagnostics.h"
 #include "progressLine.h"
 
 namespace app {
@@ -30,6 +31,23 @@ std::string gatewayName(const std::string& file)
 {
     const auto name = std::filesystem::path(file).stem().string();
     return name.empty() ? "file" : name;
+}
+
+/// Does `work` with each of the subjects, complains of those with which it fails, and gives their
+/// number.
+template <class Work>
+std::size_t failures(const std::vector<std::string>& subjects, Work work)
+{
+    std::size_t failed = 0;
+    for (const auto& subject : subjects) {
+        try {
+            work(subject);
+        } catch (const std::exception& error) {
+            complain(subject, error.what());
+            ++failed;
+        }
+    }
+    return failed;
 }
 
 } // namespace
@@ -83,9 +101,11 @@ std::optional<std::string> Mounting::originalName(const SceneItem& item) const
     return _files.originalName(item);
 }
 
-bool Mounting::isGateway(const SceneItem& item) const
+std::size_t fill(Mounting& scene, const std::vector<std::string>& itemsToMake,
+                 const std::vector<std::string>& files)
 {
-    return item.runTimeId() == _memory.id() && _memory.model().gateway(item.path()) != 0;
+    return failures(itemsToMake, [&](const std::string& item) { scene.make(item); }) +
+           failures(files, [&](const std::string& file) { scene.mount(file); });
 }
 
 } // namespace app

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "kiv/memory/runTime.h"
 #include "kiv/path.h"
@@ -36,12 +38,14 @@ public:
     /// The name that the item has where it was read from; nothing for an item made here.
     [[nodiscard]] std::optional<std::string> originalName(const Kiv_v4::SceneItem& item) const;
 
-    /// Whether the items of another run-time begin under the item.
-    [[nodiscard]] bool isGateway(const Kiv_v4::SceneItem& item) const;
-
 private:
     Kiv_v4::memory::RunTime _memory;
     SceneFiles _files;
 };
+
+/// Makes the items and mounts the files. Complains of those that cannot be made or read, and gives
+/// their number.
+std::size_t fill(Mounting& scene, const std::vector<std::string>& itemsToMake,
+                 const std::vector<std::string>& files);
 
 } // namespace app

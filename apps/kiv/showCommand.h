@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "output.h"
 
@@ -11,10 +12,12 @@ struct ShowOptions
 {
     std::string file;
     std::string path;
+    std::vector<std::string> itemsToMake; ///< As `TYPE:PATH`.
     bool json = false;
 };
 
-/// Mounts the file and writes what is known of one item. Gives the exit status.
+/// Makes the items, mounts the file and writes all that one item offers through the library's
+/// interfaces. Gives the exit status.
 [[nodiscard]] int showCommand(const ShowOptions& options, Output& output);
 
 } // namespace app

@@ -1,5 +1,6 @@
 #include "terminal.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <unistd.h>
@@ -99,6 +100,18 @@ std::string printable(std::string_view text)
         text.remove_prefix(bytes.size());
     }
     return result;
+}
+
+std::size_t columns(std::string_view text)
+{
+    return static_cast<std::size_t>(
+        std::ranges::count_if(text, [](char byte) { return (byte & 0xC0) != 0x80; }));
+}
+
+std::string padded(std::string_view text, std::size_t width)
+{
+    const auto taken = columns(text);
+    return std::string(text) + std::string(width > taken ? width - taken : 0, ' ');
 }
 
 std::string Paint::painted(const char* code, std::string_view text) const

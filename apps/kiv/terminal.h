@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -16,6 +17,12 @@ namespace app {
 /// characters, line and paragraph separators, and marks that turn the direction of writing.
 [[nodiscard]] std::string printable(std::string_view text);
 
+/// The number of characters in UTF-8 text, which is about the columns that it takes.
+[[nodiscard]] std::size_t columns(std::string_view text);
+
+/// `text` with spaces behind it up to `width` columns.
+[[nodiscard]] std::string padded(std::string_view text, std::size_t width);
+
 /// Paints text, or leaves it plain when colours are off.
 class Paint
 {
@@ -26,6 +33,7 @@ public:
     [[nodiscard]] std::string nodeType(std::string_view text) const { return painted("36", text); }
     [[nodiscard]] std::string runTime(std::string_view text) const { return painted("33", text); }
     [[nodiscard]] std::string label(std::string_view text) const { return painted("1", text); }
+    [[nodiscard]] std::string title(std::string_view text) const { return painted("1;4", text); }
 
 private:
     [[nodiscard]] std::string painted(const char* code, std::string_view text) const;

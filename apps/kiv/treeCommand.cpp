@@ -1,15 +1,10 @@
 #include "treeCommand.h"
 
-#include <exception>
-#include <nlohmann/json.hpp>
-
-#include "kiv/pathString.h"
-#include "kiv/runTimeMgr.h"
+#include <functional>
 
 #include "diagnostics.h"
-#include "jsonText.h"
+#include "itemLines.h"
 #include "mounting.h"
-#include "terminal.h"
 #include "treeDrawing.h"
 
 namespace app {
@@ -18,30 +13,13 @@ using namespace Kiv_v4;
 
 namespace {
 
-/// Does `work` with each of the subjects, complains of those with which it fails, and gives their
-/// number.
-template <class Work>
-std::size_t failures(const std::vector<std::string>& subjects, Work work)
-{
-    std::size_t failed = 0;
-    for (const auto& subject : subjects) {
-        try {
-            work(subject);
-        } catch (const std::exception& error) {
-            complain(subject, error.what());
-            ++failed;
-        }
-    }
-    return failed;
-}
-
 /// Visits the items that the filter lets through, without the ancestors that a drawing needs.
 void walkMatches(const SceneItem::Ptr& root, const OutlineFilter& filter, const Output& output,
-                 const std::function<void(const SceneItem&, std::size_t depth)>& visit)
+                 const std::function<void(const SceneItem&)>& visit)
 {
-    walk(root, filter.depth, [&](const SceneItem::Ptr& item, std::size_t depth) {
+    walk(root, filter.depth, [&](const SceneItem::Ptr& item, std::size_t) {
         if (filter.matches(item->nodeType())) {
-            visit(*item, depth);
+            visit(*item);
         }
         return output.isRead();
     });
@@ -49,37 +27,14 @@ void walkMatches(const SceneItem::Ptr& root, const OutlineFilter& filter, const 
 
 void writePaths(const SceneItem::Ptr& root, const OutlineFilter& filter, Output& output)
 {
-    walkMatches(root, filter, output, [&](const SceneItem& item, std::size_t) {
-        const auto text = PathString::string(item.path());
-        output.line(output.isTerminal() ? printable(text) : text);
-    });
-}
-
-/// One element of the JSON array. The paths of an outliner nest, so the parent needs no look-up.
-nlohmann::ordered_json record(const SceneItem& item, std::size_t depth)
-{
-    nlohmann::ordered_json record;
-    record["path"] = PathString::string(item.path());
-    record["parent"] = nullptr;
-    if (depth > 0) {
-        record["parent"] = PathString::string(item.path().pop());
-    }
-    record["name"] = item.nodeName();
-    record["type"] = item.nodeType();
-    record["runTime"] = RunTimeMgr::instance().getName(item.runTimeId());
-    record["depth"] = depth;
-    return record;
+    walkMatches(root, filter, output, [&](const SceneItem& item) { writePath(item, output); });
 }
 
 void writeJson(const SceneItem::Ptr& root, const OutlineFilter& filter, Output& output)
 {
-    const char* before = "[\n";
-    walkMatches(root, filter, output, [&](const SceneItem& item, std::size_t depth) {
-        output.write(before);
-        output.write(jsonText(record(item, depth), output));
-        before = ",\n";
-    });
-    output.line(*before == '[' ? "[]" : "\n]");
+    JsonItems items(output);
+    walkMatches(root, filter, output, [&](const SceneItem& item) { items.add(item); });
+    items.end();
 }
 
 void write(const SceneItem::Ptr& root, const TreeOptions& options, Output& output)
@@ -99,9 +54,7 @@ void write(const SceneItem::Ptr& root, const TreeOptions& options, Output& outpu
 int treeCommand(const TreeOptions& options, Output& output)
 {
     Mounting scene;
-    const auto failed =
-        failures(options.itemsToMake, [&](const std::string& item) { scene.make(item); }) +
-        failures(options.files, [&](const std::string& file) { scene.mount(file); });
+    const auto failed = fill(scene, options.itemsToMake, options.files);
     if (failed < options.itemsToMake.size() + options.files.size()) {
         write(scene.root(), options, output);
     }
