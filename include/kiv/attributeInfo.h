@@ -25,8 +25,8 @@ public:
 
     /// The attribute as it is now, on a fresh item; null when the item has none of that name.
     /// Throws `std::runtime_error` with the path in the message when it names no item, or one whose
-    /// run-time offers no attributes, and `InvalidRunTimeId` when its run-time is not registered
-    /// any more.
+    /// run-time offers no attributes, and `InvalidRunTimeId` (after logging it) when its run-time
+    /// has no hierarchy handler, such as one that is not registered any more.
     [[nodiscard]] std::shared_ptr<Attribute> attribute() const;
 
     bool operator==(AttributeInfo const& other) const

@@ -15,7 +15,7 @@ class KIV_EXPORT CameraHandler
 public:
     using Ptr = std::shared_ptr<CameraHandler>;
 
-    /// The cameras at or under `path` within the run-time of `path`; none when it has no camera
+    /// What `findCameras` gives for `path` in the run-time of `path`; none when that has no camera
     /// handler.
     [[nodiscard]] static Selection find(Path const& path);
 

@@ -83,7 +83,8 @@ public:
     CodeWrapperContext(const CodeWrapperContext&) = delete;
     CodeWrapperContext& operator=(const CodeWrapperContext&) = delete;
 
-    /// Cleans up what `cleanup` has not. Exceptions from clean-ups are logged and dropped.
+    /// Cleans up what `cleanup` has not. Exceptions from clean-ups are dropped, the first of them
+    /// logged if it is a standard one.
     ~CodeWrapperContext();
 
     /// Runs the prelude of each wrapper. When one throws, those that ran are left to be cleaned up

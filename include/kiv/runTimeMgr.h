@@ -154,7 +154,8 @@ private:
     RunTimeMgr() = default;
 };
 
-/// A run-time id that nothing is registered under. The message is the id in decimal.
+/// A run-time id that nothing is registered under, or whose run-time lacks the hierarchy handler.
+/// The message is the id in decimal.
 class KIV_EXPORT InvalidRunTimeId : public std::out_of_range
 {
 public:

@@ -134,8 +134,8 @@ private:
 ///     trie.find(path)->data();                    // 7
 ///
 /// **Invariants.** Every node but the root carries data or has children; operations that take data
-/// or children away prune the nodes that this leaves without either. What is changed through a node
-/// directly is the caller's to keep so.
+/// or children away prune the nodes that this leaves without either. Whoever uses `createNode` or
+/// changes a node directly keeps it so: the questions about descendants take every node for data.
 ///
 /// **Lifetime.** Nodes handed out live for as long as someone holds them; see `TrieNode`. A
 /// moved-from trie is empty and usable.
@@ -169,7 +169,7 @@ public:
     /// stores on the root.
     NodePtr add(const Path& path, const T& data);
 
-    /// The path's node, made with the nodes on the way when there is none.
+    /// The path's node, made without data, with the nodes on the way, when there is none.
     NodePtr createNode(const Path& path) { return reach(path)->shared_from_this(); }
 
     /// Takes the data at `path` away and gives its node, whose data can still be read and which may

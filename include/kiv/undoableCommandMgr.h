@@ -11,7 +11,9 @@ namespace Kiv_v4 {
 /// system: a host installs a subclass that runs each command and pushes it on its undo queue.
 ///
 ///     UndoableCommandMgr::initializeInstance(std::make_shared<MyUndoQueue>());
-///     UndoableCommandMgr::instance().executeCmd(hierarchy->createChildCmd("mesh", name));
+///     if (const auto command = hierarchy->createChildCmd("mesh", name)) { // null: refused
+///         UndoableCommandMgr::instance().executeCmd(command);
+///     }
 class KIV_EXPORT UndoableCommandMgr
 {
 public:
