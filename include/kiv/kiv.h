@@ -41,6 +41,7 @@
 #include "kiv/observer.h"
 #include "kiv/path.h"
 #include "kiv/pathComponent.h"
+#include "kiv/pathMappingHandler.h"
 #include "kiv/pathSegment.h"
 #include "kiv/pathString.h"
 #include "kiv/pathSubject.h"
