@@ -288,7 +288,7 @@ TEST(ItemInterfaces, OfARunTimeThatSuppliesTheLeastHaveTheirDefaults)
     };
     struct GraphNodes : UINodeGraphNodeHandler
     {
-        UINodeGraphNode::Ptr uiNodeGraphNode(SceneItem::Ptr const&) const override
+        UINodeGraphNode::Ptr uiNodeGraphNode(SceneItem::Ptr const&) override
         {
             return std::make_shared<GraphNode>();
         }

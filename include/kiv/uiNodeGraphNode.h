@@ -75,8 +75,7 @@ public:
     UINodeGraphNodeHandler& operator=(const UINodeGraphNodeHandler&) = delete;
     virtual ~UINodeGraphNodeHandler();
 
-    [[nodiscard]] virtual UINodeGraphNode::Ptr
-    uiNodeGraphNode(SceneItem::Ptr const& item) const = 0;
+    [[nodiscard]] virtual UINodeGraphNode::Ptr uiNodeGraphNode(SceneItem::Ptr const& item) = 0;
 };
 
 } // namespace Kiv_v4

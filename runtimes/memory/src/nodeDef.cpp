@@ -225,19 +225,18 @@ class MemoryNodeDefHandler : public NodeDefHandler
 public:
     explicit MemoryNodeDefHandler(TreePtr tree) : _tree(std::move(tree)) {}
 
-    [[nodiscard]] NodeDef::Ptr definition(SceneItem::Ptr const& item) const override
+    [[nodiscard]] NodeDef::Ptr definition(SceneItem::Ptr const& item) override
     {
         return item ? definition(item->nodeType()) : nullptr;
     }
 
-    [[nodiscard]] NodeDef::Ptr definition(std::string const& type) const override
+    [[nodiscard]] NodeDef::Ptr definition(std::string const& type) override
     {
         const auto* known = findNodeType(type);
         return known ? std::make_shared<MemoryNodeDef>(_tree, *known) : nullptr;
     }
 
-    [[nodiscard]] std::vector<NodeDef::Ptr>
-    definitions(std::string const& classification) const override
+    [[nodiscard]] std::vector<NodeDef::Ptr> definitions(std::string const& classification) override
     {
         std::vector<NodeDef::Ptr> found;
         for (const auto& type : nodeTypes()) {

@@ -82,7 +82,7 @@ class MemoryUINodeGraphNodeHandler : public UINodeGraphNodeHandler
 public:
     explicit MemoryUINodeGraphNodeHandler(std::shared_ptr<Tree> tree) : _tree(std::move(tree)) {}
 
-    [[nodiscard]] UINodeGraphNode::Ptr uiNodeGraphNode(SceneItem::Ptr const& item) const override
+    [[nodiscard]] UINodeGraphNode::Ptr uiNodeGraphNode(SceneItem::Ptr const& item) override
     {
         return _tree->find(item->path())
                    ? std::make_shared<MemoryNodeGraphNode>(ItemProperties(_tree, item))
