@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <assimp/Importer.hpp>
 #include <assimp/postprocess.h>
 #include <assimp/scene.h>
@@ -14,8 +15,10 @@
 #include "kiv/cameraHandler.h"
 #include "kiv/hierarchy.h"
 #include "kiv/light.h"
+#include "kiv/material.h"
 #include "kiv/object3d.h"
 #include "kiv/object3dNotification.h"
+#include "kiv/pathString.h"
 #include "kiv/selection.h"
 #include "kiv/setValueCommands.h"
 #include "kiv/transform3dHandler.h"
@@ -98,11 +101,13 @@ struct AssimpInterfaces : testing::Test
         const auto handler = std::make_shared<test::HierarchyStub>();
         handler->onCreateItem = [](const Path& path) { return std::make_shared<test::Item>(path); };
         gatewayId = test::registered("gateways", handler);
+        PathString::registerPathComponentSeparator(gatewayId, '/');
         RunTimeMgr::instance().setTransform3dHandler(gatewayId,
                                                      std::make_shared<FixedTransforms>());
     }
     ~AssimpInterfaces() override
     {
+        PathString::unregisterPathComponentSeparator(gatewayId, '/');
         RunTimeMgr::instance().unregister(gatewayId);
         fs::remove(name);
     }
@@ -167,6 +172,25 @@ void expectNear(const Matrix4d& matrix, const Matrix4d& expected, double relativ
     }
 }
 
+/// The texts of the item's materials, which name these items; nothing for an item without.
+std::vector<std::string> materialsOf(const SceneItem::Ptr& item)
+{
+    std::vector<std::string> texts;
+    if (const auto bound = Material::material(item)) {
+        for (const auto& material : bound->materials()) {
+            texts.push_back(PathString::string(material->path()));
+            const auto again = Hierarchy::createItem(PathString::path(texts.back()));
+            EXPECT_TRUE(again && *again == *material) << texts.back();
+            EXPECT_EQ(material->nodeType(), "material");
+            const auto siblings =
+                Hierarchy::hierarchy(Hierarchy::hierarchy(again)->parent())->children();
+            EXPECT_TRUE(std::any_of(siblings.begin(), siblings.end(),
+                                    [&](const auto& known) { return *known == *material; }));
+        }
+    }
+    return texts;
+}
+
 /// Compares the items at and under `root`, world matrices first, with what the importer gives.
 void expectSame(const SceneItem::Ptr& root, const aiScene& scene)
 {
@@ -186,6 +210,7 @@ void expectSame(const SceneItem::Ptr& root, const aiScene& scene)
         EXPECT_EQ(transform->matrix(), forRows(node->mTransformation));
         expectNear(transform->inclusiveMatrix(), toWorld);
         expectNear(transform->matrix() * transform->exclusiveMatrix(), toWorld);
+        EXPECT_EQ(materialsOf(item).empty(), node->mNumMeshes == 0);
         nbCameras += Camera::camera(item) ? 1 : 0;
         nbLights += Light::light(item) ? 1 : 0;
         for (unsigned child = 0; const auto& below : Hierarchy::hierarchy(item)->children()) {
@@ -397,7 +422,7 @@ TEST_F(AssimpInterfaces, ShowMetadataAsLockedAttributes)
     EXPECT_THAT(listed,
                 testing::UnorderedElementsAre("flag Bool true", "count Int 7", "note String hi",
                                               "big Generic 9007199254740993", "inner.deep Int -1",
-                                              "materials Int 3", "materials2 String Oak"));
+                                              "materials Int 3"));
     const auto count = std::dynamic_pointer_cast<AttributeInt>(attributes->attribute("count"));
     EXPECT_EQ(count->get(), 7);
     EXPECT_THROW(count->set(8), std::invalid_argument);
@@ -433,4 +458,70 @@ TEST_F(AssimpInterfaces, ShowTheExtentAndLookOfItems)
     const auto look = UIInfoHandler::uiInfoHandler(files.id());
     EXPECT_EQ(look->treeViewIcon(item(root / "box")).base, "mesh");
     EXPECT_EQ(look->treeViewTooltip(item(root / "box")), "box\n" + name.string());
+}
+
+TEST_F(AssimpInterfaces, OfferMaterialsBesideTheSceneAsItems)
+{
+    std::ofstream(name) << R"({"asset":{"version":"2.0"},"scene":0,"scenes":[{"nodes":[0]}],
+"nodes":[{"name":"materials","children":[2,1]},{"name":"Oak","mesh":1},{"name":"cup","mesh":0}],
+"meshes":[{"primitives":[{"attributes":{"POSITION":0},"material":1},
+{"attributes":{"POSITION":0},"material":4}]},
+{"primitives":[{"attributes":{"POSITION":0},"material":0},
+{"attributes":{"POSITION":0},"material":1},{"attributes":{"POSITION":0},"material":3},
+{"attributes":{"POSITION":0},"material":0},{"attributes":{"POSITION":0},"material":2}]}],
+"materials":[{"name":"Oak"},{"name":"Oak"},{"name":"a:b,c\n"},{},{"name":"glass","doubleSided":true,
+"emissiveFactor":[1,0.5,0],"pbrMetallicRoughness":{"baseColorFactor":[0.25,0.5,0.75,0.5],
+"metallicFactor":0,"roughnessFactor":0.5,"baseColorTexture":{"index":0}}}],
+"textures":[{"source":0}],"images":[{"uri":"wood.png"}],
+"accessors":[{"bufferView":0,"componentType":5126,"count":3,"type":"VEC3"}],
+"bufferViews":[{"buffer":0,"byteLength":36}],"buffers":[{"byteLength":36,
+"uri":"data:application/octet-stream;base64,AAAAAAAAAAAAAAAAAACAPwAAAAAAAAAAAAAAAAAAgD8AAAAA"}]})";
+    const auto root = files.mount(assimp::read(name.string()), gateway("in"));
+    const auto mesh = item(root->path() / "Oak");
+    EXPECT_THAT(materialsOf(mesh),
+                ElementsAre("/in,:materials1:Oak1", "/in,:materials1:Oak",
+                            "/in,:materials1:material", "/in,:materials1:a_b_c_"))
+        << "each once, in the order of the parts";
+    EXPECT_FALSE(Material::material(root));
+
+    const auto top = item(PathString::path("/in,:materials1"));
+    ASSERT_TRUE(top);
+    EXPECT_EQ(Hierarchy::hierarchy(top)->children().size(), 5U);
+    EXPECT_EQ(Hierarchy::hierarchy(top)->parent()->path(), gateway("in"));
+    EXPECT_EQ(files.nbItems(gateway("in")), 3U) << "the scene's nodes only";
+    EXPECT_EQ(files.originalName(top->path() / "a_b_c_"), "a:b,c\n");
+    EXPECT_EQ(files.originalName(top->path() / "material"), "");
+
+    const auto material = item(top->path() / "glass");
+    const auto attributes = Attributes::attributes(material);
+    std::vector<std::string> listed;
+    for (const auto& known : attributes->attributeNames()) {
+        const auto attribute = attributes->attribute(known);
+        listed.push_back(known + " " + attribute->type() + " " + attribute->string());
+        EXPECT_TRUE(attribute->metadata(Attribute::kLocked).get<bool>());
+    }
+    EXPECT_THAT(listed,
+                testing::IsSupersetOf({"baseColor ColorFloat4 (0.25, 0.5, 0.75, 0.5)",
+                                       "emissiveColor ColorFloat3 (1, 0.5, 0)", "metallic Float 0",
+                                       "roughness Float 0.5", "twoSided Bool true",
+                                       "baseColorTexture Filename wood.png"}));
+    EXPECT_FALSE(Transform3d::transform3d(material));
+    EXPECT_FALSE(Object3d::object3d(material));
+    EXPECT_FALSE(Hierarchy::hierarchy(material)->hasChildren());
+    EXPECT_FALSE(item(material->path() / "deeper"));
+
+    const auto bound = Material::material(mesh);
+    files.moveMount(gateway("in"), gateway("moved"));
+    EXPECT_EQ(PathString::string(bound->materials().front()->path()), "/moved,:materials1:Oak1");
+    files.unmount(gateway("moved"));
+    EXPECT_TRUE(bound->materials().empty());
+}
+
+TEST_F(AssimpInterfaces, NeedNoMaterials)
+{
+    std::ofstream(name) << R"({"asset":{"version":"2.0"},"scene":0,"scenes":[{"nodes":[0]}],
+"nodes":[{"name":"empty"}]})";
+    const auto root = files.mount(assimp::read(name.string()), gateway("in"));
+    EXPECT_EQ(root->nodeName(), "empty");
+    EXPECT_FALSE(item(PathString::path("/in,:materials")));
 }

@@ -1,9 +1,9 @@
 #include "attributes.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <stdexcept>
-#include <type_traits>
 #include <utility>
 
 namespace Kiv_v4::assimp {
@@ -34,13 +34,25 @@ std::string text(const NativeValue& value)
 }
 
 template <class T, std::size_t N>
-std::string text(const TypedVectorN<T, N>& value)
+std::string text(const std::array<T, N>& elements)
 {
     std::string list;
-    for (const auto element : value.vector) {
+    for (const auto element : elements) {
         list += (list.empty() ? "" : ", ") + text(element);
     }
     return "(" + list + ")";
+}
+
+template <class T, std::size_t N>
+std::string text(const TypedVectorN<T, N>& value)
+{
+    return text(value.vector);
+}
+
+template <class T, std::size_t N>
+std::string text(const TypedColorN<T, N>& value)
+{
+    return text(value.color);
 }
 
 /// What all attributes of files have in common: they are locked, and nothing can be set.
@@ -78,11 +90,11 @@ protected:
     const Value _value;
 };
 
-template <class T>
-class FileValue : public FromFile<TypedAttribute<T>, T>
+template <class T, class Base = TypedAttribute<T>>
+class FileValue : public FromFile<Base, T>
 {
 public:
-    using FromFile<TypedAttribute<T>, T>::FromFile;
+    using FromFile<Base, T>::FromFile;
 
     [[nodiscard]] T get() const override { return this->_value; }
 
@@ -101,6 +113,22 @@ public:
 
     [[nodiscard]] std::string nativeType() const override { return _value.type; }
 };
+
+template <class T>
+Attribute::Ptr made(const SceneItem::Ptr& item, const std::string& name, const T& value)
+{
+    return std::make_shared<FileValue<T>>(item, name, value);
+}
+
+Attribute::Ptr made(const SceneItem::Ptr& item, const std::string& name, const FileName& value)
+{
+    return std::make_shared<FileValue<std::string, AttributeFilename>>(item, name, value.text);
+}
+
+Attribute::Ptr made(const SceneItem::Ptr& item, const std::string& name, const NativeValue& value)
+{
+    return std::make_shared<FileGeneric>(item, name, value);
+}
 
 class AssimpAttributes : public Attributes_v4_2
 {
@@ -174,14 +202,8 @@ private:
         if (!found) {
             return nullptr;
         }
-        return std::visit(
-            [&](const auto& value) -> Attribute::Ptr {
-                using T = std::decay_t<decltype(value)>;
-                using Made =
-                    std::conditional_t<std::is_same_v<T, NativeValue>, FileGeneric, FileValue<T>>;
-                return std::make_shared<Made>(_node.item(), name, value);
-            },
-            found->value);
+        return std::visit([&](const auto& value) { return made(_node.item(), name, value); },
+                          found->value);
     }
 
     const MountedNode _node;
@@ -196,7 +218,7 @@ public:
 
     [[nodiscard]] Attributes::Ptr attributes(SceneItem::Ptr const& item) override
     {
-        const auto node = _mounts->node(item);
+        const auto node = _mounts->nodeOrMaterial(item);
         return node ? std::make_shared<AssimpAttributes>(*node) : nullptr;
     }
 

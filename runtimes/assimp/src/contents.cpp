@@ -6,7 +6,9 @@
 #include <cmath>
 #include <iterator>
 #include <string_view>
+#include <unordered_set>
 
+#include "materialAttributes.h"
 #include "objectConversion.h"
 
 namespace Kiv_v4::assimp {
@@ -50,35 +52,34 @@ BoundingBox3d boxOf(const aiMesh& mesh)
     return box;
 }
 
-/// The names of the materials of the node's meshes, each once, in the order of the meshes.
-std::string materialNames(const aiScene& scene, const aiNode& node)
+/// The materials of the node's meshes, each once, in the order of the meshes.
+std::vector<const aiMaterial*> materialsOf(const aiScene& scene, const aiNode& node)
 {
-    std::string names;
-    std::vector<unsigned> seen;
+    std::vector<const aiMaterial*> materials;
+    std::unordered_set<unsigned> seen;
     for (unsigned i = 0; i < node.mNumMeshes; ++i) {
         const auto material = scene.mMeshes[node.mMeshes[i]]->mMaterialIndex;
-        const auto isNew = std::find(seen.begin(), seen.end(), material) == seen.end();
-        if (isNew && material < scene.mNumMaterials) {
-            seen.push_back(material);
-            const auto name = scene.mMaterials[material]->GetName();
-            names += (names.empty() ? "" : ", ") + std::string(text(name));
+        if (material < scene.mNumMaterials && seen.insert(material).second) {
+            materials.push_back(scene.mMaterials[material]);
         }
     }
-    return names;
+    return materials;
 }
 
 } // namespace
 
-Contents::Contents(const aiScene& scene, const std::vector<const aiNode*>& sources)
+Contents::Contents(const aiScene& scene, const Sources& sources)
 {
-    addMatrices(sources);
-    for (NodeIndex i = 0; i < sources.size(); ++i) {
-        if (const auto* metadata = sources[i]->mMetaData) {
+    const auto& nodes = sources.nodes;
+    addMatrices(nodes);
+    for (NodeIndex i = 0; i < nodes.size(); ++i) {
+        if (const auto* metadata = nodes[i]->mMetaData) {
             addMetadata(_attributes[i], *metadata);
         }
     }
-    addMeshes(scene, sources);
-    addCamerasAndLights(scene, sources);
+    addMeshes(scene, nodes);
+    addMaterials(scene, sources);
+    addCamerasAndLights(scene, nodes);
 }
 
 Matrix4d Contents::matrix(NodeIndex index) const
@@ -105,6 +106,11 @@ const LightRecord* Contents::light(NodeIndex index) const
 const BoundingBox3d* Contents::box(NodeIndex index) const
 {
     return found(_boxes, index);
+}
+
+const std::vector<NodeIndex>* Contents::materials(NodeIndex index) const
+{
+    return found(_materials, index);
 }
 
 const FileAttributes* Contents::attributes(NodeIndex index) const
@@ -164,8 +170,24 @@ void Contents::addMeshes(const aiScene& scene, const std::vector<const aiNode*>&
         auto& box = _boxes[i];
         std::for_each(node.mMeshes, node.mMeshes + node.mNumMeshes,
                       [&](auto mesh) { box.extend(meshBoxes[mesh]); });
-        if (const auto names = materialNames(scene, node); !names.empty()) {
-            addAttribute(_attributes[i], "materials", names);
+    }
+}
+
+void Contents::addMaterials(const aiScene& scene, const Sources& sources)
+{
+    std::unordered_map<const aiMaterial*, NodeIndex> indices;
+    for (const auto* material : sources.materials) {
+        const auto index = sources.firstMaterial() + static_cast<NodeIndex>(indices.size());
+        indices.emplace(material, index);
+        _attributes.emplace(index, materialAttributes(*material));
+    }
+    for (NodeIndex i = 0; i < sources.nodes.size(); ++i) {
+        const auto& node = *sources.nodes[i];
+        if (node.mNumMeshes > 0) {
+            auto& bound = _materials[i];
+            for (const auto* material : materialsOf(scene, node)) {
+                bound.push_back(indices.at(material));
+            }
         }
     }
 }

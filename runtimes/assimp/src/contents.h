@@ -10,6 +10,7 @@
 #include "fileAttribute.h"
 #include "records.h"
 
+struct aiMaterial;
 struct aiNode;
 struct aiScene;
 
@@ -17,12 +18,26 @@ namespace Kiv_v4::assimp {
 
 using NodeIndex = std::uint32_t;
 
-/// What lies in and hangs at the nodes of a file, converted from what the importer made.
+/// What the importer made, in the order of the items that show it: the nodes, whose indices are
+/// their positions, then the one item that the materials lie under, then these.
+struct Sources
+{
+    std::vector<const aiNode*> nodes;
+    std::vector<const aiMaterial*> materials;
+
+    [[nodiscard]] NodeIndex materialsTop() const noexcept
+    {
+        return static_cast<NodeIndex>(nodes.size());
+    }
+    [[nodiscard]] NodeIndex firstMaterial() const noexcept { return materialsTop() + 1; }
+};
+
+/// What lies in and hangs at the nodes of a file and its materials, converted from what the
+/// importer made.
 class Contents
 {
 public:
-    /// The index of a node is that of its source.
-    Contents(const aiScene& scene, const std::vector<const aiNode*>& sources);
+    Contents(const aiScene& scene, const Sources& sources);
 
     /// The importer's matrix, exactly, for row vectors.
     [[nodiscard]] Matrix4d matrix(NodeIndex index) const;
@@ -34,6 +49,11 @@ public:
 
     /// The box around the node's own meshes, in its space.
     [[nodiscard]] const BoundingBox3d* box(NodeIndex index) const;
+
+    /// The indices of the materials of the node's meshes, each once.
+    [[nodiscard]] const std::vector<NodeIndex>* materials(NodeIndex index) const;
+
+    /// Of a node or a material.
     [[nodiscard]] const FileAttributes* attributes(NodeIndex index) const;
 
     [[nodiscard]] std::size_t nbCameras() const noexcept { return _cameras.size(); }
@@ -45,11 +65,13 @@ private:
     void addMatrices(const std::vector<const aiNode*>& sources);
     void addCamerasAndLights(const aiScene& scene, const std::vector<const aiNode*>& sources);
     void addMeshes(const aiScene& scene, const std::vector<const aiNode*>& sources);
+    void addMaterials(const aiScene& scene, const Sources& sources);
 
     std::vector<double> _matrices; ///< Sixteen elements each, row by row.
     ByNode<CameraRecord> _cameras;
     ByNode<LightRecord> _lights;
     ByNode<BoundingBox3d> _boxes;
+    ByNode<std::vector<NodeIndex>> _materials;
     ByNode<FileAttributes> _attributes;
 };
 

@@ -4,6 +4,7 @@
 #include <variant>
 #include <vector>
 
+#include "kiv/typedColorN.h"
 #include "kiv/typedVectorN.h"
 
 struct aiMetadata;
@@ -17,13 +18,20 @@ struct NativeValue
     std::string text;
 };
 
-/// A named value of a node.
+/// A name of a file as the file has it.
+struct FileName
+{
+    std::string text;
+};
+
+/// A named value of a node or a material.
 struct FileAttribute
 {
     using Value = std::variant<bool, int, float, double, std::string, TypedVectorN<float, 2>,
-                               TypedVectorN<float, 3>, NativeValue>;
+                               TypedVectorN<float, 3>, TypedColorN<float, 3>, TypedColorN<float, 4>,
+                               FileName, NativeValue>;
 
-    std::string name; ///< Unique within the node.
+    std::string name; ///< Unique within the node or material.
     Value value;
 };
 

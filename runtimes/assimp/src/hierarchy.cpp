@@ -97,10 +97,11 @@ ChildFilter AssimpHierarchy::defaultChildFilter() const
 SceneItem::Ptr AssimpHierarchy::parent() const
 {
     const auto& path = _item->path();
-    if (_index == SceneFile::kRoot) {
+    const auto above = _file->node(_index).parent;
+    if (above == _index) {
         return Hierarchy::createItem(path.popSegment());
     }
-    return std::make_shared<Item>(path.pop(), _file, _file->node(_index).parent);
+    return std::make_shared<Item>(path.pop(), _file, above);
 }
 
 SceneItem::Ptr AssimpHierarchy::defaultParent() const

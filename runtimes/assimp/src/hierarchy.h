@@ -9,8 +9,8 @@
 
 namespace Kiv_v4::assimp {
 
-/// The structure around one node of a file, also after the file was unmounted. A file is not
-/// edited, so there is no parent for new items, and the makers of commands give null.
+/// The structure around one node or material of a file, also after the file was unmounted. A file
+/// is not edited, so there is no parent for new items, and the makers of commands give null.
 class AssimpHierarchy : public Hierarchy
 {
 public:

@@ -16,8 +16,9 @@ namespace {
 
 constexpr auto kChecks = aiProcess_ValidateDataStructure;
 
-/// A scene whose meshes and materials are all unusable is refused.
-constexpr auto kClean = aiProcess_FindInvalidData | aiProcess_RemoveRedundantMaterials;
+/// A scene whose meshes are all unusable is refused. Materials that look the same stay apart: they
+/// have names of their own.
+constexpr auto kClean = aiProcess_FindInvalidData;
 
 /// Tells the reader's progress, never backwards, and remembers that reading was given up.
 class ProgressBridge : public Assimp::ProgressHandler

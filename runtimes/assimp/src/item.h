@@ -10,7 +10,7 @@
 
 namespace Kiv_v4::assimp {
 
-/// One node of a file at the path where it is, or was, mounted. It keeps the file.
+/// One node or material of a file at the path where it is, or was, mounted. It keeps the file.
 class Item : public SceneItem
 {
 public:

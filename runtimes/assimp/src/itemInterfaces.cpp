@@ -5,6 +5,7 @@
 #include "attributes.h"
 #include "camera.h"
 #include "light.h"
+#include "material.h"
 #include "object3d.h"
 #include "transform.h"
 #include "uiInfo.h"
@@ -18,6 +19,7 @@ void installItemInterfaces(Rtid runTimeId, const std::shared_ptr<const Mounts>& 
     manager.setCameraHandler(runTimeId, makeCameraHandler(mounts));
     manager.setLightHandler(runTimeId, makeLightHandler(mounts));
     manager.setObject3dHandler(runTimeId, makeObject3dHandler(mounts));
+    manager.setMaterialHandler(runTimeId, makeMaterialHandler(mounts));
     manager.setAttributesHandler(runTimeId, makeAttributesHandler(mounts));
     manager.setUIInfoHandler(runTimeId, makeUIInfoHandler(mounts));
 }

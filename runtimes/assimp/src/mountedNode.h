@@ -49,8 +49,8 @@ void announce<VisibilityRecord>(const Path& path);
 [[nodiscard]] bool isFinite(const Light::SphereProps& value) noexcept;
 [[nodiscard]] bool isFinite(const Light::ConeProps& value) noexcept;
 
-/// A node of a mounted file, as the interfaces of its item see it: the edits of the mount over what
-/// the file says. It follows the mount when its gateway is renamed.
+/// A node or material of a mounted file, as the interfaces of its item see it: the edits of the
+/// mount over what the file says. It follows the mount when its gateway is renamed.
 class MountedNode
 {
 public:

@@ -75,9 +75,14 @@ std::shared_ptr<Item> Mounts::rootItem(const Path& gateway) const
     if (!mounted) {
         return nullptr;
     }
-    const auto& name = mounted->node(SceneFile::kRoot).component;
-    return std::make_shared<Item>(gateway + PathSegment(name, _runTimeId, RunTime::kSeparator),
-                                  mounted, SceneFile::kRoot);
+    return topItem(gateway, mounted, SceneFile::kRoot);
+}
+
+std::shared_ptr<Item> Mounts::materialItem(const Path& gateway, NodeIndex index) const
+{
+    const auto mounted = file(gateway);
+    const auto top = mounted->node(index).parent;
+    return itemBelow(topItem(gateway, mounted, top)->path(), mounted, top, index);
 }
 
 std::shared_ptr<Item> Mounts::item(const Path& path) const
@@ -87,7 +92,7 @@ std::shared_ptr<Item> Mounts::item(const Path& path) const
     return index ? std::make_shared<Item>(path, mount->file, *index) : nullptr;
 }
 
-std::optional<MountedNode> Mounts::node(const SceneItem::Ptr& item) const
+std::optional<MountedNode> Mounts::nodeOrMaterial(const SceneItem::Ptr& item) const
 {
     const auto* mount = mountOf(item->path());
     if (!mount) {
@@ -98,6 +103,15 @@ std::optional<MountedNode> Mounts::node(const SceneItem::Ptr& item) const
                            ? own->index()
                            : mount->file->find(item->path().getSegments().back());
     return index ? std::optional(MountedNode(item, *mount, *index)) : std::nullopt;
+}
+
+std::optional<MountedNode> Mounts::node(const SceneItem::Ptr& item) const
+{
+    auto found = nodeOrMaterial(item);
+    if (found && !found->file().isInScene(found->index())) {
+        found.reset();
+    }
+    return found;
 }
 
 const Mount* Mounts::mountOf(const Path& path) const
@@ -111,6 +125,15 @@ const Mount* Mounts::mountOf(const Path& path) const
     }
     const auto found = _mounts.find(path.popSegment());
     return found == _mounts.end() ? nullptr : &found->second;
+}
+
+std::shared_ptr<Item> Mounts::topItem(const Path& gateway,
+                                      const std::shared_ptr<const SceneFile>& file,
+                                      NodeIndex top) const
+{
+    const auto& name = file->node(top).component;
+    return std::make_shared<Item>(gateway + PathSegment(name, _runTimeId, RunTime::kSeparator),
+                                  file, top);
 }
 
 void Mounts::requireFree(const Path& gateway) const

@@ -37,14 +37,24 @@ public:
     /// The root item under `gateway`, or null.
     [[nodiscard]] std::shared_ptr<Item> rootItem(const Path& gateway) const;
 
+    /// The item of a material of the file that is mounted under `gateway`.
+    [[nodiscard]] std::shared_ptr<Item> materialItem(const Path& gateway, NodeIndex index) const;
+
     /// The item at `path`, or null.
     [[nodiscard]] std::shared_ptr<Item> item(const Path& path) const;
 
-    /// The node that `item` stands for, or none.
+    /// The node or material that `item` stands for, or none.
+    [[nodiscard]] std::optional<MountedNode> nodeOrMaterial(const SceneItem::Ptr& item) const;
+
+    /// The node of the scene that `item` stands for, or none.
     [[nodiscard]] std::optional<MountedNode> node(const SceneItem::Ptr& item) const;
 
 private:
     void requireFree(const Path& gateway) const;
+
+    /// The item of a node that has no parent.
+    [[nodiscard]] std::shared_ptr<Item>
+    topItem(const Path& gateway, const std::shared_ptr<const SceneFile>& file, NodeIndex top) const;
 
     /// The mount that holds an item at `path`, or null.
     [[nodiscard]] const Mount* mountOf(const Path& path) const;

@@ -14,9 +14,6 @@ namespace Kiv_v4::assimp {
 
 namespace {
 
-/// The importer's nodes; their indices are those of the scene file's nodes.
-using Sources = std::vector<const aiNode*>;
-
 std::string_view text(const aiString& name)
 {
     return {name.data, name.length};
@@ -39,14 +36,34 @@ NodeType typeOf(const aiNode& node, const Contents& contents, NodeIndex index)
 }
 
 /// The nodes under `root` and itself, level by level.
-Sources levelByLevel(const aiNode* root)
+std::vector<const aiNode*> levelByLevel(const aiNode* root)
 {
-    Sources nodes{root};
+    std::vector<const aiNode*> nodes{root};
     for (std::size_t i = 0; i < nodes.size(); ++i) {
         const auto* node = nodes[i];
         nodes.insert(nodes.end(), node->mChildren, node->mChildren + node->mNumChildren);
     }
     return nodes;
+}
+
+/// All but those that importers add in case that a mesh has none: no mesh uses them, and they have
+/// no name.
+std::vector<const aiMaterial*> authoredMaterials(const aiScene& scene)
+{
+    std::vector<bool> isUsed(scene.mNumMaterials);
+    for (unsigned i = 0; i < scene.mNumMeshes; ++i) {
+        const auto material = scene.mMeshes[i]->mMaterialIndex;
+        if (material < isUsed.size()) {
+            isUsed[material] = true;
+        }
+    }
+    std::vector<const aiMaterial*> materials;
+    for (unsigned i = 0; i < scene.mNumMaterials; ++i) {
+        if (isUsed[i] || scene.mMaterials[i]->GetName().length > 0) {
+            materials.push_back(scene.mMaterials[i]);
+        }
+    }
+    return materials;
 }
 
 } // namespace
@@ -60,6 +77,10 @@ const char* nodeTypeName(NodeType type) noexcept
         return "camera";
     case NodeType::light:
         return "light";
+    case NodeType::materials:
+        return "materials";
+    case NodeType::material:
+        return "material";
     case NodeType::transform:
         break;
     }
@@ -67,40 +88,33 @@ const char* nodeTypeName(NodeType type) noexcept
 }
 
 SceneFile::SceneFile(const aiScene& scene, std::string name)
-    : SceneFile(scene, std::move(name), levelByLevel(scene.mRootNode))
+    : SceneFile(scene, std::move(name), {levelByLevel(scene.mRootNode), authoredMaterials(scene)})
 {}
 
 SceneFile::SceneFile(const aiScene& scene, std::string name, const Sources& sources)
-    : _name(std::move(name)), _contents(scene, sources)
+    : _name(std::move(name)), _size(sources.nodes.size()), _contents(scene, sources)
 {
-    _nodes.resize(sources.size());
-    for (NodeIndex i = 0; i < sources.size(); ++i) {
-        _nodes[i].nbChildren = sources[i]->mNumChildren;
-        _nodes[i].type = typeOf(*sources[i], _contents, i);
-        _nodes[i].isHelper = isHelper(*sources[i]);
+    _nodes.resize(_size);
+    for (NodeIndex i = 0; i < _size; ++i) {
+        const auto& source = *sources.nodes[i];
+        _nodes[i].nbChildren = source.mNumChildren;
+        _nodes[i].type = typeOf(source, _contents, i);
+        _nodes[i].isHelper = isHelper(source);
     }
     connect();
-
-    const ComponentNames names(PathString::pathSegmentSeparator());
-    nameSiblings(names, sources.data(), kRoot, 1);
-    for (const auto& node : _nodes) {
-        nameSiblings(names, sources.data(), node.firstChild, node.nbChildren);
-    }
+    addMaterials(sources);
+    nameAll(sources);
     sortForFinding();
 }
 
 std::optional<NodeIndex> SceneFile::find(const PathSegment& segment) const
 {
-    if (segment.empty() || *segment.begin() != _nodes[kRoot].component) {
+    if (segment.empty()) {
         return std::nullopt;
     }
-    auto found = kRoot;
-    for (auto component = segment.begin() + 1; component != segment.end(); ++component) {
-        const auto next = child(_nodes[found], *component);
-        if (!next) {
-            return std::nullopt;
-        }
-        found = *next;
+    auto found = top(*segment.begin());
+    for (auto component = segment.begin() + 1; found && component != segment.end(); ++component) {
+        found = child(_nodes[*found], *component);
     }
     return found;
 }
@@ -122,6 +136,16 @@ std::vector<NodeIndex> SceneFile::cameras(NodeIndex top) const
         });
     }
     return found;
+}
+
+std::optional<NodeIndex> SceneFile::top(const PathComponent& component) const
+{
+    if (component == _nodes[kRoot].component) {
+        return kRoot;
+    }
+    return _size < _nodes.size() && component == _nodes[_size].component
+               ? std::optional(static_cast<NodeIndex>(_size))
+               : std::nullopt;
 }
 
 std::optional<NodeIndex> SceneFile::child(const Node& parent, const PathComponent& component) const
@@ -147,13 +171,51 @@ void SceneFile::connect()
     }
 }
 
-void SceneFile::nameSiblings(const ComponentNames& names, const aiNode* const* sources,
-                             NodeIndex first, NodeIndex count)
+void SceneFile::addMaterials(const Sources& sources)
+{
+    if (sources.materials.empty()) {
+        return;
+    }
+    Node top;
+    top.parent = sources.materialsTop();
+    top.firstChild = sources.firstMaterial();
+    top.nbChildren = static_cast<NodeIndex>(sources.materials.size());
+    top.type = NodeType::materials;
+    _nodes.push_back(top);
+    Node material;
+    material.parent = sources.materialsTop();
+    material.type = NodeType::material;
+    _nodes.resize(_nodes.size() + sources.materials.size(), material);
+}
+
+void SceneFile::nameAll(const Sources& sources)
+{
+    std::vector<std::string> materialNames;
+    for (const auto* material : sources.materials) {
+        const auto name = material->GetName();
+        materialNames.emplace_back(text(name));
+    }
+    std::vector<std::string_view> originals(_nodes.size()); // the materials' top has none
+    std::transform(sources.nodes.begin(), sources.nodes.end(), originals.begin(),
+                   [](const auto* source) { return text(source->mName); });
+    std::copy(materialNames.rbegin(), materialNames.rend(), originals.rbegin());
+
+    const ComponentNames names(PathString::pathSegmentSeparator());
+    nameSiblings(names, originals, kRoot, 1);
+    for (const auto& node : _nodes) {
+        nameSiblings(names, originals, node.firstChild, node.nbChildren);
+    }
+    nameMaterialsTop(names);
+}
+
+void SceneFile::nameSiblings(const ComponentNames& names,
+                             const std::vector<std::string_view>& originals, NodeIndex first,
+                             NodeIndex count)
 {
     std::vector<ComponentNames::Sibling> siblings;
     siblings.reserve(count);
     for (auto i = first; i < first + count; ++i) {
-        siblings.push_back({text(sources[i]->mName), nodeTypeName(_nodes[i].type)});
+        siblings.push_back({originals[i], nodeTypeName(_nodes[i].type)});
     }
     const auto components = names.ofSiblings(siblings);
     for (NodeIndex i = 0; i < count; ++i) {
@@ -161,6 +223,17 @@ void SceneFile::nameSiblings(const ComponentNames& names, const aiNode* const* s
         if (siblings[i].name != components[i]) {
             _originalNames.emplace(first + i, siblings[i].name);
         }
+    }
+}
+
+/// Beside the root, which keeps its component.
+void SceneFile::nameMaterialsTop(const ComponentNames& names)
+{
+    if (_size < _nodes.size()) {
+        const auto root = _nodes[kRoot].component.string();
+        const auto tops = names.ofSiblings({{root, root}, {"", nodeTypeName(NodeType::materials)}});
+        _nodes[_size].component = PathComponent::intern(tops.back());
+        _originalNames.emplace(static_cast<NodeIndex>(_size), "");
     }
 }
 

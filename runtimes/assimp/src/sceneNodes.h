@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -14,29 +15,31 @@
 
 #include "contents.h"
 
-struct aiNode;
 struct aiScene;
 
 namespace Kiv_v4::assimp {
 
 class ComponentNames;
 
-enum class NodeType : std::uint8_t { transform, mesh, camera, light };
+enum class NodeType : std::uint8_t { transform, mesh, camera, light, materials, material };
 
 [[nodiscard]] const char* nodeTypeName(NodeType type) noexcept;
 
 struct Node
 {
     PathComponent component;
-    NodeIndex parent = 0;     ///< The root is its own.
+    NodeIndex parent = 0;     ///< A top is its own.
     NodeIndex firstChild = 0; ///< The children follow one another from here.
     NodeIndex nbChildren = 0;
     NodeType type = NodeType::transform;
     bool isHelper = false; ///< Made by the importer to hold a part of a node's transform.
 };
 
+/// The tree of the scene's nodes, and beside it the materials under a top of their own, if there
+/// are any.
+///
 /// Invariants: node 0 is the root; the array holds the levels of the tree one after another, so
-/// siblings lie side by side in the file's order.
+/// siblings lie side by side in the file's order, and after them the materials' top and these.
 class SceneFile
 {
 public:
@@ -48,13 +51,18 @@ public:
     /// The file's, as it was given to `read`.
     [[nodiscard]] const std::string& name() const noexcept { return _name; }
 
-    [[nodiscard]] std::size_t size() const noexcept { return _nodes.size(); }
+    /// The number of the scene's nodes.
+    [[nodiscard]] std::size_t size() const noexcept { return _size; }
+
+    /// Whether it is a node of the scene; otherwise it is a material or the top of these.
+    [[nodiscard]] bool isInScene(NodeIndex index) const noexcept { return index < _size; }
+
     [[nodiscard]] const Node& node(NodeIndex index) const noexcept { return _nodes[index]; }
 
-    /// The node that `segment` names, its first component being the root's.
+    /// The node that `segment` names, its first component being that of a top.
     [[nodiscard]] std::optional<NodeIndex> find(const PathSegment& segment) const;
 
-    /// The name that the node has in the file.
+    /// The name that the node has in the file; empty for the materials' top.
     [[nodiscard]] std::string originalName(NodeIndex index) const;
 
     [[nodiscard]] const Contents& contents() const noexcept { return _contents; }
@@ -81,16 +89,21 @@ public:
 
 private:
     /// The index of a node is that of its source.
-    SceneFile(const aiScene& scene, std::string name, const std::vector<const aiNode*>& sources);
+    SceneFile(const aiScene& scene, std::string name, const Sources& sources);
 
+    [[nodiscard]] std::optional<NodeIndex> top(const PathComponent& component) const;
     [[nodiscard]] std::optional<NodeIndex> child(const Node& parent,
                                                  const PathComponent& component) const;
     void connect();
-    void nameSiblings(const ComponentNames& names, const aiNode* const* sources, NodeIndex first,
-                      NodeIndex count);
+    void addMaterials(const Sources& sources);
+    void nameAll(const Sources& sources);
+    void nameSiblings(const ComponentNames& names, const std::vector<std::string_view>& originals,
+                      NodeIndex first, NodeIndex count);
+    void nameMaterialsTop(const ComponentNames& names);
     void sortForFinding();
 
     const std::string _name;
+    const std::size_t _size;
     const Contents _contents;
     std::vector<Node> _nodes;
     std::vector<NodeIndex> _byComponent; ///< Each run of siblings in the order of component ids.

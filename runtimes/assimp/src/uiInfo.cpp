@@ -25,7 +25,7 @@ public:
 
     [[nodiscard]] std::string treeViewTooltip(SceneItem::Ptr const& item) const override
     {
-        const auto node = _mounts->node(item);
+        const auto node = _mounts->nodeOrMaterial(item);
         return node ? node->file().originalName(node->index()) + "\n" + node->file().name()
                     : std::string();
     }

@@ -36,8 +36,26 @@ class Mounts;
 /// that is deleted keeps its mount, so that undoing the deletion brings everything back; `unmount`
 /// lets go of it.
 ///
-/// **Node types.** `mesh`, `camera` or `light` for what hangs at the node (in this order when there
-/// are several), otherwise `transform`.
+/// **Node types.** In the scene `mesh`, `camera` or `light` for what hangs at the node (in this
+/// order when there are several), otherwise `transform`.
+///
+/// **Materials** are items too, of node type `material`, under a top of their own beside the file's
+/// root: `/world/scene,:materials:Oak`. The top is of type `materials`, named like that or, when
+/// the root is, with a number; a file without materials has none. It is no child of the gateway and
+/// not counted, so that browsing shows the scene only; its parent is the gateway, its children are
+/// all materials that the importer reads, but for those without a name that no mesh uses; some
+/// formats' importers read none but the used ones. `Material` gives those of a node's own meshes
+/// and is null for a node without meshes. A material is neither placed nor seen (no `Transform3d`,
+/// no `Object3d`) and not edited.
+///
+/// The attributes of a material, locked, are those of these that the file has. Colours: `baseColor`
+/// and `diffuseColor`, with alpha, `specularColor`, `ambientColor`, `emissiveColor`,
+/// `reflectiveColor`, `transparentColor`. Floats: `metallic`, `roughness`, `opacity`, `shininess`,
+/// `specularStrength`, `reflectivity`, `indexOfRefraction`, `transmission`, `clearcoat`,
+/// `clearcoatRoughness`, `bumpScale`. Bools: `twoSided`, `wireframe`. Names of texture files as the
+/// file has them, `*` and a number for a texture inside the file: `baseColorTexture`,
+/// `normalTexture` and so on, `texture` for one whose use the importer does not tell, and the next
+/// ones of a kind with numbers from 2.
 ///
 /// **Editing.** Transforms, cameras, lights and visibility are edited over the file, which is never
 /// changed: each mount has edits of its own, which follow its gateway and are dropped by `unmount`.
@@ -67,9 +85,8 @@ class Mounts;
 ///
 /// **Attributes.** A node's metadata, locked: nothing can be set. Entries of nested metadata are
 /// named "outer.inner"; a 64-bit integer is an `Int` or a `Double` when that holds it exactly,
-/// otherwise generic. Beyond these there are `materials`, the names of the materials of the node's
-/// meshes, and `lightSize`, the width and height of an area light in scene units. Texts are the
-/// file's, any bytes.
+/// otherwise generic. Beyond these there is `lightSize`, the width and height of an area light in
+/// scene units. Texts are the file's, any bytes.
 ///
 /// **Bounding boxes** hold the vertices as the file has them, without skinning and morphing.
 class KIV_EXPORT RunTime
@@ -99,11 +116,12 @@ public:
     /// `newGateway`.
     bool moveMount(const Path& gateway, const Path& newGateway);
 
-    /// The number of items of the file under the gateway; 0 when there is none.
+    /// The number of nodes of the file under the gateway, which are its items but for the
+    /// materials; 0 when there is none.
     [[nodiscard]] std::size_t nbItems(const Path& gateway) const;
 
-    /// The name that the item's node has in its file, any bytes. Throws `std::invalid_argument`
-    /// with the path in the message when there is no such item.
+    /// The name that the item's node or material has in its file, any bytes. Throws
+    /// `std::invalid_argument` with the path in the message when there is no such item.
     [[nodiscard]] std::string originalName(const Path& item) const;
 
 private:
