@@ -6,8 +6,8 @@
 
 #include "kiv/attributes.h"
 #include "kiv/connectionHandler.h"
-#include "kiv/memory/runTime.h"
 
+#include "memoryScene.h"
 #include "nested.h"
 #include "sections.h"
 
@@ -18,15 +18,13 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-struct AppSections : testing::Test
+struct AppSections : test::MemoryScene
 {
     [[nodiscard]] SceneItem::Ptr make(const std::string& type, const std::string& name) const
     {
         return model.make(model.root(), type, name);
     }
 
-    memory::RunTime runTime;
-    memory::DataModel& model = runTime.model();
     const SceneItem::Ptr item = make("group", "item");
     const Attributes::Ptr attributes = Attributes::attributes(item);
 };

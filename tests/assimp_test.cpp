@@ -1,32 +1,28 @@
 #include <algorithm>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <iostream>
 #include <stdexcept>
 #include <thread>
 #include <unistd.h>
 
 #include "kiv/assimp/runTime.h"
 #include "kiv/hierarchy.h"
-#include "kiv/memory/runTime.h"
 #include "kiv/pathString.h"
 #include "kiv/scene.h"
 #include "kiv/sceneItemOps.h"
 #include "kiv/sceneNotification.h"
 
 #include "callback.h"
-
-// The importer leaks on some broken files.
-extern "C" KIV_EXPORT const char* __lsan_default_suppressions();
-extern "C" const char* __lsan_default_suppressions()
-{
-    return "leak:libassimp";
-}
+#include "importerLeaks.h"
+#include "items.h"
+#include "memoryScene.h"
 
 using namespace Kiv_v4;
+using test::allUnder;
+using test::expectReachable;
+using test::namesOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
@@ -66,50 +62,7 @@ std::string gltf(const std::vector<GltfNode>& nodes)
 
 const std::string kMesh = R"(,"mesh":0)";
 
-std::vector<std::string> nodeNames(const SceneItemList& items)
-{
-    std::vector<std::string> names;
-    for (const auto& item : items) {
-        names.push_back(item->nodeName());
-    }
-    return names;
-}
-
-/// Collects what the process prints.
-class Printed
-{
-public:
-    Printed() : _file(std::tmpfile()), _out(dup(1)), _err(dup(2))
-    {
-        redirect(fileno(_file), fileno(_file));
-    }
-    ~Printed() { std::fclose(_file); }
-
-    std::string stop()
-    {
-        redirect(_out, _err);
-        std::fseek(_file, 0, SEEK_END);
-        std::string text(static_cast<std::size_t>(std::ftell(_file)), '\0');
-        std::rewind(_file);
-        text.resize(std::fread(text.data(), 1, text.size(), _file));
-        return text;
-    }
-
-private:
-    static void redirect(int out, int err)
-    {
-        std::fflush(nullptr);
-        std::cout.flush();
-        dup2(out, 1);
-        dup2(err, 2);
-    }
-
-    std::FILE* _file;
-    int _out;
-    int _err;
-};
-
-struct AssimpScene : testing::Test
+struct AssimpScene : test::MemoryScene
 {
     AssimpScene() { model.setGateway(gateway->path(), files.id()); }
     ~AssimpScene() override
@@ -144,35 +97,9 @@ struct AssimpScene : testing::Test
     }
 
     fs::path folder = fs::temp_directory_path() / ("kiv_assimp_test_" + std::to_string(getpid()));
-    memory::RunTime memoryRunTime;
     assimp::RunTime files;
-    memory::DataModel& model = memoryRunTime.model();
     SceneItem::Ptr gateway = model.make(model.root(), "gateway", "in");
 };
-
-/// Every item at and under `root`, parents first.
-std::vector<SceneItem::Ptr> subtree(const SceneItem::Ptr& root)
-{
-    std::vector<SceneItem::Ptr> items{root};
-    for (std::size_t i = 0; i < items.size(); ++i) {
-        const auto children = Hierarchy::hierarchy(items[i])->children();
-        items.insert(items.end(), children.begin(), children.end());
-    }
-    return items;
-}
-
-/// Expects each path to survive the way to text and back, and to name an equal item.
-void expectReachable(const std::vector<SceneItem::Ptr>& items)
-{
-    for (const auto& item : items) {
-        const auto text = PathString::string(item->path());
-        ASSERT_EQ(PathString::path(text), item->path()) << text;
-        const auto again = Hierarchy::createItem(item->path());
-        ASSERT_TRUE(again) << text;
-        ASSERT_EQ(*again, *item);
-        ASSERT_EQ(again->nodeType(), item->nodeType());
-    }
-}
 
 } // namespace
 
@@ -186,17 +113,16 @@ TEST_F(AssimpScene, IsBrowsedUnderItsGateway)
                              {"Inner", {}, kMesh}});
 
     EXPECT_EQ(PathString::string(root->path()), "/world/in,:Scene");
-    EXPECT_THAT(nodeNames(Hierarchy::hierarchy(gateway)->children()), ElementsAre("Scene"));
+    EXPECT_THAT(namesOf(Hierarchy::hierarchy(gateway)->children()), ElementsAre("Scene"));
     EXPECT_EQ(*Hierarchy::hierarchy(root)->parent(), *gateway);
-    const auto items = subtree(root);
+    const auto items = allUnder(root);
     EXPECT_EQ(files.nbItems(gateway->path()), items.size());
-    EXPECT_THAT(nodeNames({items.begin(), items.end()}),
-                ElementsAre("Scene", "Cube", "Eye", "Lamp", "Empty", "Inner"));
-    std::vector<std::string> types;
+    std::vector<std::string> seen;
     for (const auto& item : items) {
-        types.push_back(item->nodeType());
+        seen.push_back(item->nodeName() + " " + item->nodeType());
     }
-    EXPECT_THAT(types, ElementsAre("transform", "mesh", "camera", "light", "transform", "mesh"));
+    EXPECT_THAT(seen, ElementsAre("Scene transform", "Cube mesh", "Eye camera", "Lamp light",
+                                  "Empty transform", "Inner mesh"));
     EXPECT_EQ(*Hierarchy::hierarchy(items.back())->parent(), *items[1]);
     expectReachable(items);
 
@@ -233,7 +159,7 @@ TEST_F(AssimpScene, GivesEveryNameASafeAndUniqueComponent)
         nodes.front().children.push_back(nodes.size());
         nodes.push_back({name.first, {}, kMesh});
     }
-    const auto items = subtree(mount(nodes));
+    const auto items = allUnder(mount(nodes));
     ASSERT_EQ(items.size(), nodes.size());
     EXPECT_EQ(items.front()->nodeName(), "r_oot_");
     for (std::size_t i = 0; i < names.size(); ++i) {
@@ -247,7 +173,7 @@ TEST_F(AssimpScene, GivesEveryNameASafeAndUniqueComponent)
     const auto unnamed = write("a.x", "xof 0303txt 0032\nFrame Root { " + mesh + mesh + "}");
     const auto root = files.mount(assimp::read(unnamed), gateway->path());
     const auto children = Hierarchy::hierarchy(root)->children();
-    EXPECT_THAT(nodeNames(children), ElementsAre("mesh", "mesh1"));
+    EXPECT_THAT(namesOf(children), ElementsAre("mesh", "mesh1"));
     EXPECT_EQ(files.originalName(children.front()->path()), "");
 }
 
@@ -257,7 +183,7 @@ TEST_F(AssimpScene, KeepsComponentsFreeOfAnySegmentSeparator)
         {"a, b->_", {1, 2, 3}}, {"→ 1", {}, kMesh}, {"€_->", {}, kMesh}, {"€_->", {}, kMesh}};
     for (const auto* separator : {"->", "_", "→", "1", ", ", "_-", "\x86"}) {
         PathString::setPathSegmentSeparator(separator);
-        const auto items = subtree(mount(nodes));
+        const auto items = allUnder(mount(nodes));
         EXPECT_EQ(items.size(), 4U);
         expectReachable(items);
         files.unmount(gateway->path());
@@ -276,19 +202,20 @@ TEST_F(AssimpScene, LeavesOutHelperNodesOnDemand)
     const auto hierarchy = Hierarchy::hierarchy(root);
     auto filter = hierarchy->defaultChildFilter();
     ASSERT_EQ(filter.size(), 1U);
-    EXPECT_EQ(nodeNames(hierarchy->filteredChildren(filter)), nodeNames(hierarchy->children()));
+    EXPECT_EQ(namesOf(hierarchy->filteredChildren(filter)), namesOf(hierarchy->children()));
 
     filter.front().value = false;
     const auto authored = hierarchy->filteredChildren(filter);
-    EXPECT_THAT(nodeNames(authored), ElementsAre("before", "arm", "hand"));
+    EXPECT_THAT(namesOf(authored), ElementsAre("before", "arm", "hand"));
     expectReachable({authored.begin(), authored.end()});
     EXPECT_TRUE(hierarchy->hasFilteredChildren(filter));
     const auto last = Hierarchy::hierarchy(hierarchy->children().back());
     EXPECT_FALSE(last->hasFilteredChildren(filter));
 }
 
-TEST_F(AssimpScene, FollowsItsGatewayAndIsTakenAway)
+TEST_F(AssimpScene, FollowsItsGatewayByHandWithoutASceneAndIsTakenAway)
 {
+    Scene::initializeInstance(nullptr);
     const auto file = assimp::read(write("a.gltf", gltf({{"Scene", {}, kMesh}})));
     const auto root = files.mount(file, gateway->path());
     EXPECT_THROW(files.mount(file, gateway->path()), std::invalid_argument);
@@ -311,7 +238,6 @@ TEST_F(AssimpScene, FollowsItsGatewayAndIsTakenAway)
 
 TEST_F(AssimpScene, FollowsAndAnnouncesItsGatewayThroughTheScene)
 {
-    Scene::initializeInstance(std::make_shared<Scene>());
     std::vector<std::string> invalidated;
     const auto observer = test::Callback::make([&](const Notification& notification) {
         if (const auto* change = dynamic_cast<const SubtreeInvalidate*>(&notification)) {
@@ -334,12 +260,11 @@ TEST_F(AssimpScene, FollowsAndAnnouncesItsGatewayThroughTheScene)
     const auto removal = SceneItemOps::sceneItemOps(gateway)->deleteItemCmd();
     removal->execute();
     removal->undo();
-    EXPECT_THAT(nodeNames(Hierarchy::hierarchy(gateway)->children()), ElementsAre("Scene"));
+    EXPECT_THAT(namesOf(Hierarchy::hierarchy(gateway)->children()), ElementsAre("Scene"));
 
     invalidated.clear();
     files.unmount(gateway->path());
     EXPECT_THAT(invalidated, ElementsAre("/world/in"));
-    Scene::initializeInstance(nullptr);
 }
 
 TEST_F(AssimpScene, IsRegisteredOnlyWhileItsRunTimeLives)
@@ -411,36 +336,7 @@ TEST_F(AssimpScene, HoldsDeepAndWideFiles)
     for (std::size_t i = 1; i < kSize; ++i) {
         wide.front().children.push_back(i);
     }
-    const auto items = subtree(mount(wide));
+    const auto items = allUnder(mount(wide));
     EXPECT_EQ(items.back()->nodeName(), "n" + std::to_string(kSize - 2));
     expectReachable(items);
-}
-
-TEST_F(AssimpScene, MountsEveryModelOrSaysWhyNotAndPrintsNothing)
-{
-    const fs::path models = "/usr/share/assimp/models";
-    if (!fs::exists(models)) {
-        GTEST_SKIP() << "the importer's test models are not installed";
-    }
-    Printed printed;
-    std::size_t nbRead = 0;
-    for (const auto& entry : fs::recursive_directory_iterator(models)) {
-        if (!entry.is_regular_file()) {
-            continue;
-        }
-        const auto name = entry.path().string();
-        try {
-            const auto root = files.mount(assimp::read(name), gateway->path());
-            const auto items = subtree(root);
-            EXPECT_EQ(items.size(), files.nbItems(gateway->path())) << name;
-            expectReachable(items);
-            files.unmount(gateway->path());
-            ++nbRead;
-        } catch (const assimp::ImportError& error) {
-            EXPECT_EQ(error.what(), name + ": " + error.reason());
-            EXPECT_THAT(error.reason(), Not(testing::AnyOf("", HasSubstr("\n"), HasSubstr(name))));
-        }
-    }
-    EXPECT_EQ(printed.stop(), "");
-    EXPECT_GT(nbRead, 0U);
 }

@@ -4,10 +4,10 @@
 #include "kiv/attributeInfo.h"
 #include "kiv/attributeNotification.h"
 #include "kiv/attributes.h"
-#include "kiv/memory/runTime.h"
 #include "kiv/runTimeRegistration.h"
 
 #include "callback.h"
+#include "memoryScene.h"
 #include "stubs.h"
 
 using namespace Kiv_v4;
@@ -22,7 +22,7 @@ namespace {
 using A = Attribute;
 using Texts = std::vector<std::string>;
 
-struct AttributesTest : testing::Test
+struct AttributesTest : test::MemoryScene
 {
     AttributesTest() { Attributes::addObserver(item, observer); }
 
@@ -69,8 +69,6 @@ struct AttributesTest : testing::Test
         expectAfter(&UndoableCommand::redo, value);
     }
 
-    memory::RunTime runTime;
-    memory::DataModel& model = runTime.model();
     const SceneItem::Ptr item = model.make(model.root(), "mesh", "cube");
     const Attributes::Ptr attributes = Attributes::attributes(item);
     const Observer::Ptr observer = Callback::make([this](const Notification& notification) {

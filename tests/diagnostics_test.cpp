@@ -27,10 +27,6 @@ TEST(HandleAssert, WritesAndThrowsTheSameReport)
 
 TEST(VersionInfo, NamesTheBuild)
 {
-    EXPECT_EQ(VersionInfo::getMajorVersion(), 4);
-    EXPECT_EQ(VersionInfo::getMinorVersion(), 2);
-    EXPECT_EQ(VersionInfo::getPatchLevel(), 0);
-    EXPECT_EQ(VersionInfo::getBuildNumber(), 34);
     EXPECT_THAT(VersionInfo::getGitCommit(), testing::MatchesRegex("[0-9a-f]{40}"));
     EXPECT_STRNE(VersionInfo::getGitBranch(), "");
     EXPECT_THAT(VersionInfo::getBuildDate(),

@@ -2,9 +2,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "kiv/attributes.h"
 #include "kiv/camera.h"
 #include "kiv/material.h"
-#include "kiv/memory/runTime.h"
 #include "kiv/nodeDef.h"
 #include "kiv/object3d.h"
 #include "kiv/object3dNotification.h"
@@ -17,6 +17,8 @@
 #include "kiv/uiNodeGraphNode.h"
 
 #include "callback.h"
+#include "items.h"
+#include "memoryScene.h"
 #include "stubs.h"
 
 using namespace Kiv_v4;
@@ -33,11 +35,8 @@ BoundingBox3d box(double minX, double minY, double minZ, double maxX, double max
     return {{{minX, minY, minZ}}, {{maxX, maxY, maxZ}}};
 }
 
-struct MemoryItems : testing::Test
+struct MemoryItems : test::MemoryScene
 {
-    MemoryItems() { Scene::initializeInstance(std::make_shared<Scene>()); }
-    ~MemoryItems() override { Scene::initializeInstance(nullptr); }
-
     [[nodiscard]] BoundingBox3d boxOf(const SceneItem::Ptr& item) const
     {
         return Object3d::object3d(item)->boundingBox();
@@ -45,16 +44,9 @@ struct MemoryItems : testing::Test
 
     [[nodiscard]] std::vector<std::string> materialsOf(const SceneItem::Ptr& item) const
     {
-        std::vector<std::string> paths;
-        for (const auto& material : Material::material(item)->materials()) {
-            paths.push_back(PathString::string(material->path()));
-        }
-        return paths;
+        return test::pathsOf(Material::material(item)->materials());
     }
 
-    memory::RunTime runTime;
-    memory::DataModel& model = runTime.model();
-    SceneItem::Ptr world = model.item(model.root());
     SceneItem::Ptr group = model.make(model.root(), "group", "group");
     SceneItem::Ptr mesh = model.make(group->path(), "mesh", "mesh");
 };
@@ -70,7 +62,6 @@ TEST_F(MemoryItems, AreShownAndHiddenToTheObserversOfAllObjects)
     });
     EXPECT_TRUE(Object3d::addObserver(observer));
     EXPECT_FALSE(Object3d::addObserver(observer));
-    EXPECT_EQ(Object3d::nbObservers(), 1U);
     const auto object = Object3d::object3d(mesh);
     EXPECT_TRUE(object->visibility());
     const auto hide = object->setVisibilityCmd(false);
@@ -82,8 +73,6 @@ TEST_F(MemoryItems, AreShownAndHiddenToTheObserversOfAllObjects)
     EXPECT_TRUE(Object3d::object3d(group)->setVisibility(false));
     EXPECT_THAT(heard, ElementsAre("/world/group/mesh", "/world/group/mesh", "/world/group"));
     EXPECT_TRUE(Object3d::removeObserver(observer));
-    EXPECT_FALSE(Object3d::hasObserver(observer));
-
     model.remove(mesh->path());
     EXPECT_FALSE(object->setVisibility(false));
 }
@@ -195,14 +184,12 @@ TEST_F(MemoryItems, KeepTheirPropertiesThroughUndoneRemovalAndGiveCopiesTheirOwn
     EXPECT_EQ(Transform3d::transform3d(copied)->translation(), Vector3d({1, 2, 3}));
 }
 
-TEST_F(MemoryItems, AreDescribedAndMadeByNodeDefinitions)
+TEST_F(MemoryItems, AreDescribedByNodeDefinitions)
 {
     const auto handler = RunTimeMgr::instance().nodeDefHandler(runTime.id());
     std::vector<std::string> types;
     for (const auto& definition : handler->definitions("")) {
         types.push_back(definition->type());
-        EXPECT_FALSE(definition->displayName().empty());
-        EXPECT_FALSE(definition->description().empty());
         EXPECT_THAT(handler->definitions(definition->classifications().front()),
                     testing::Contains(testing::Pointee(
                         testing::Property(&NodeDef::type, testing::Eq(definition->type())))));
@@ -216,25 +203,39 @@ TEST_F(MemoryItems, AreDescribedAndMadeByNodeDefinitions)
     EXPECT_FALSE(NodeDef::definition(0, "mesh"));
 
     const auto material = NodeDef::definition(runTime.id(), "material");
-    EXPECT_TRUE(material->hasInput("baseColor"));
-    EXPECT_EQ(material->input("baseColor")->type(), "ColorFloat3");
     EXPECT_EQ(material->input("baseColor")->defaultValue(), "(0.8, 0.8, 0.8)");
     EXPECT_EQ(material->input("roughness")->defaultValue(), "0.5");
     EXPECT_FALSE(material->input("surface")) << "an output";
     EXPECT_THAT(material->outputNames(), ElementsAre("surface"));
 
-    const auto create = material->createNodeCmd(group, std::string("gold"));
-    EXPECT_FALSE(create->sceneItem());
-    create->execute();
-    EXPECT_EQ(create->sceneItem()->path(), group->path() + "gold");
-    EXPECT_EQ(create->sceneItem()->nodeType(), "material");
-    create->undo();
-    EXPECT_FALSE(model.item(group->path() + "gold"));
-    create->redo();
-    EXPECT_TRUE(model.item(group->path() + "gold"));
     model.remove(group->path());
     EXPECT_FALSE(material->createNodeCmd(group, std::string("gold")));
     EXPECT_FALSE(material->createNodeCmd(nullptr, std::string("gold")));
+}
+
+TEST_F(MemoryItems, MadeByADefinitionHaveItsAttributesUntilThatIsUndone)
+{
+    const auto definition = NodeDef::definition(runTime.id(), "material");
+    const auto create = definition->createNodeCmd(world, std::string("gold"));
+    create->execute();
+    const auto names = definition->inputNames();
+    const auto expectMade = [&] {
+        const auto attributes = Attributes::attributes(create->sceneItem());
+        EXPECT_THAT(attributes->attributeNames(), testing::SizeIs(names.size() + 1));
+        for (const auto& input : definition->inputs()) {
+            const auto made = attributes->attribute(input->name());
+            EXPECT_EQ(made->type() + made->string(), input->type() + input->defaultValue());
+        }
+        EXPECT_TRUE(attributes->hasAttribute("surface"));
+    };
+    expectMade();
+    create->undo();
+    EXPECT_FALSE(at("/world/gold"));
+    model.make(model.root(), "material", "gold");
+    EXPECT_THAT(Attributes::attributes(at("/world/gold"))->attributeNames(), IsEmpty());
+    model.remove(at("/world/gold")->path());
+    create->redo();
+    expectMade();
 }
 
 TEST_F(MemoryItems, ArePlacedInANodeEditor)
@@ -257,8 +258,6 @@ TEST_F(MemoryItems, ArePlacedInANodeEditor)
 TEST_F(MemoryItems, SayHowTheyLookInATree)
 {
     const auto info = UIInfoHandler::uiInfoHandler(runTime.id());
-    ASSERT_TRUE(info);
-    EXPECT_EQ(info->runTimeLabel(), "In memory");
     EXPECT_EQ(info->treeViewIcon(mesh).base, "mesh");
     EXPECT_EQ(info->treeViewTooltip(mesh), "/world/group/mesh");
     const CellInfo host("mesh", 9, true, false, false, {{0, 0, 0}}, {{1, 1, 1}});
@@ -272,14 +271,6 @@ TEST_F(MemoryItems, SayHowTheyLookInATree)
 
 TEST(ItemInterfaces, OfARunTimeThatSuppliesTheLeastHaveTheirDefaults)
 {
-    struct Info : UIInfoHandler
-    {
-        CellInfo treeViewCellInfo(SceneItem::Ptr const&, CellInfo const& look) const override
-        {
-            return look;
-        }
-        std::string runTimeLabel() const override { return "least"; }
-    };
     struct GraphNode : UINodeGraphNode
     {
         bool hasPosition() const override { return false; }
@@ -294,13 +285,9 @@ TEST(ItemInterfaces, OfARunTimeThatSuppliesTheLeastHaveTheirDefaults)
         }
     };
     const RunTimeRegistration registration("least", '/');
-    RunTimeMgr::instance().setUIInfoHandler(registration.id(), std::make_shared<Info>());
     RunTimeMgr::instance().setUINodeGraphNodeHandler(registration.id(),
                                                      std::make_shared<GraphNodes>());
     const auto item = std::make_shared<test::Item>(Path(PathSegment("a", registration.id(), '/')));
-    const auto icon = UIInfoHandler::uiInfoHandler(registration.id())->treeViewIcon(item);
-    EXPECT_EQ(icon.base + icon.badge, "");
-    EXPECT_EQ(icon.badgePosition, UIInfoHandler::NoBadge);
     UINodeGraphNode::uiNodeGraphNode(item)->setPosition({{1, 2}});
     EXPECT_FALSE(UINodeGraphNode_v4_1::uiNodeGraphNode(item)) << "not of the later interface";
     EXPECT_FALSE(Object3d::object3d(item));

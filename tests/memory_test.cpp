@@ -1,69 +1,212 @@
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <random>
+#include <set>
 
+#include "kiv/batchOpsHandler.h"
+#include "kiv/compositeUndoableCommand.h"
+#include "kiv/contextOps.h"
+#include "kiv/globalSelection.h"
 #include "kiv/hierarchy.h"
-#include "kiv/memory/runTime.h"
+#include "kiv/host/undoHistory.h"
 #include "kiv/pathString.h"
+#include "kiv/sceneItemOps.h"
+#include "kiv/sceneNotification.h"
+#include "kiv/sceneSegmentHandler.h"
+#include "kiv/selectionCommands.h"
+#include "kiv/undoableCommandGuard.h"
+
+#include "items.h"
+#include "memoryScene.h"
 
 using namespace Kiv_v4;
 using testing::ElementsAre;
+using testing::IsEmpty;
 
 namespace {
 
-std::vector<std::string> childPaths(const SceneItem::Ptr& item)
+using Texts = std::vector<std::string>;
+using Known = std::set<std::string>;
+using MemoryModel = test::MemoryScene;
+
+Known asSet(const Texts& texts)
 {
-    std::vector<std::string> paths;
-    for (const auto& child : Hierarchy::hierarchy(item)->children()) {
-        paths.push_back(PathString::string(child->path()));
-    }
-    return paths;
+    return {texts.begin(), texts.end()};
 }
 
-struct MemoryScene : testing::Test
+/// Learns the set of paths from the scene's notifications alone.
+class Mirror : public Observer
 {
-    memory::RunTime runTime;
-    memory::DataModel& model = runTime.model();
-    SceneItem::Ptr world = model.item(model.root());
+public:
+    explicit Mirror(Known known) : paths(std::move(known)) {}
+
+    void operator()(const Notification& notification) override
+    {
+        const auto& change = dynamic_cast<const SceneChanged&>(notification);
+        if (const auto* all = dynamic_cast<const SceneCompositeNotification*>(&change)) {
+            for (const auto& op : *all) {
+                apply(op);
+            }
+        } else {
+            apply(SceneCompositeNotification::Op(change));
+        }
+    }
+
+    Known paths;
+    std::size_t nbHeard = 0;
+
+private:
+    void apply(const SceneCompositeNotification::Op& op)
+    {
+        ++nbHeard;
+        const auto path = PathString::string(op.path);
+        if (op.opType == SceneChanged::Added) {
+            paths.merge(asSet(test::pathsOf(test::allUnder(op.item))));
+            return;
+        }
+        const auto changes = op.opType == SceneChanged::PathChanged;
+        if (changes || op.subOpType == ObjectDelete::PreDelete) {
+            for (const auto& old : Known(paths)) {
+                if (old == path || old.starts_with(path + "/")) {
+                    paths.erase(old);
+                    if (changes) {
+                        paths.insert(PathString::string(op.item->path()) + old.substr(path.size()));
+                    }
+                }
+            }
+        }
+    }
+};
+
+struct MemoryEdit : test::MemoryScene
+{
+    MemoryEdit()
+    {
+        UndoableCommandMgr::initializeInstance(history);
+        GlobalSelection::initializeInstance(std::make_shared<ObservableSelection>());
+    }
+
+    ~MemoryEdit() override
+    {
+        GlobalSelection::initializeInstance(nullptr);
+        UndoableCommandMgr::initializeInstance(nullptr);
+    }
+
+    [[nodiscard]] Texts paths() const { return test::pathsOf(test::allUnder(world)); }
+
+    /// Everything that an undo has to bring back.
+    [[nodiscard]] Texts snapshot() const
+    {
+        auto texts = paths();
+        for (const auto& item : test::allUnder(world)) {
+            texts.push_back(item->nodeType());
+        }
+        const auto selected = test::pathsOf(*GlobalSelection::get());
+        texts.insert(texts.end(), selected.begin(), selected.end());
+        return texts;
+    }
+
+    static bool execute(const UndoableCommand::Ptr& command)
+    {
+        if (command) {
+            UndoableCommandMgr::instance().executeCmd(command);
+        }
+        return command != nullptr;
+    }
+
+    const std::shared_ptr<host::UndoHistory> history = std::make_shared<host::UndoHistory>(100000);
+};
+
+/// Makes one random edit of any kind through the library's interfaces.
+class RandomEditor
+{
+public:
+    RandomEditor(memory::DataModel& model, unsigned seed) : _model(model), _random(seed) {}
+
+    UndoableCommand::Ptr command()
+    {
+        const auto item = any();
+        const auto hierarchy = Hierarchy::hierarchy(item);
+        const auto ops = SceneItemOps::sceneItemOps(item);
+        switch (pick(12)) {
+        case 0:
+        case 1:
+        case 2:
+            return hierarchy->createChildCmd(pick(2) ? "mesh" : "group", name());
+        case 3:
+            return hierarchy->insertChildCmd(any(), oneOf(hierarchy->children()));
+        case 4:
+            return hierarchy->createGroupCmd(some(hierarchy->children()), name());
+        case 5:
+            return hierarchy->reorderCmd(shuffled(hierarchy->children()));
+        case 6:
+            return hierarchy->ungroupCmd();
+        case 7:
+            return pick(2) ? ops->deleteItemCmd() : nullptr;
+        case 8:
+            return _model.size() < 60 ? ops->duplicateItemCmd() : nullptr;
+        case 9:
+        case 10:
+            return ops->renameItemCmd(name());
+        default:
+            return selectionCommand();
+        }
+    }
+
+    std::size_t pick(std::size_t n) { return _random() % n; }
+
+    SceneItem::Ptr any() { return oneOf(test::allUnder(_model.item(_model.root()))); }
+
+private:
+    /// A change of the global selection; none while it holds items that are gone, since those
+    /// cannot be brought back.
+    UndoableCommand::Ptr selectionCommand()
+    {
+        const auto& selection = GlobalSelection::get();
+        const auto item = any();
+        if (std::any_of(selection->begin(), selection->end(),
+                        [this](const auto& selected) { return !_model.item(selected->path()); })) {
+            return nullptr;
+        }
+        if (!selection->contains(item->path())) {
+            return std::make_shared<SelectionAppendItem>(selection, item);
+        }
+        Selection replacement;
+        replacement.append(item);
+        return pick(2) ? UndoableCommand::Ptr(std::make_shared<SelectionClear>(selection))
+                       : std::make_shared<SelectionReplaceWith>(selection, replacement);
+    }
+
+    PathComponent name() { return std::string(1, static_cast<char>('a' + pick(4))); }
+
+    template <class Items>
+    SceneItem::Ptr oneOf(const Items& items)
+    {
+        return items.empty() ? nullptr
+                             : *std::next(items.begin(), static_cast<long>(pick(items.size())));
+    }
+
+    SceneItemList some(SceneItemList items)
+    {
+        items.remove_if([this](const auto&) { return pick(2) == 0; });
+        return items;
+    }
+
+    SceneItemList shuffled(const SceneItemList& items)
+    {
+        std::vector<SceneItem::Ptr> order(items.begin(), items.end());
+        std::shuffle(order.begin(), order.end(), _random);
+        return {order.begin(), order.end()};
+    }
+
+    memory::DataModel& _model;
+    std::mt19937 _random;
 };
 
 } // namespace
 
-TEST_F(MemoryScene, IsBrowsedThroughTheLibrary)
-{
-    const auto props = model.make(model.root(), "group", "props");
-    model.make(model.root(), "camera", "main");
-    const auto cube = model.make(props->path(), "mesh", "cube");
-
-    EXPECT_THAT(childPaths(world), ElementsAre("/world/props", "/world/main"));
-    const auto found = Hierarchy::createItem(PathString::path("/world/props/cube"));
-    ASSERT_TRUE(found);
-    EXPECT_EQ(*found, *cube);
-    EXPECT_EQ(found->nodeType(), "mesh");
-    EXPECT_EQ(*Hierarchy::hierarchy(found)->parent(), *props);
-    EXPECT_FALSE(Hierarchy::hierarchy(found)->hasChildren());
-    EXPECT_FALSE(Hierarchy::hierarchy(world)->parent());
-    EXPECT_FALSE(Hierarchy::createItem(PathString::path("/world/nothing")));
-}
-
-TEST_F(MemoryScene, KeepsWholeSubtreesThroughRenameMoveAndRemove)
-{
-    const auto a = model.make(model.root(), "group", "a");
-    const auto b = model.make(model.root(), "group", "b");
-    model.make(model.make(a->path(), "group", "inner")->path(), "mesh", "leaf");
-
-    const auto c = model.rename(a->path(), "c");
-    EXPECT_FALSE(model.item(a->path()));
-    EXPECT_THAT(childPaths(world), ElementsAre("/world/c", "/world/b"));
-    model.move(c->path(), b->path());
-    EXPECT_TRUE(model.item(PathString::path("/world/b/c/inner/leaf")));
-    EXPECT_EQ(model.size(), 5U);
-    model.remove(b->path());
-    EXPECT_EQ(model.size(), 1U);
-    model.make(model.root(), "group", "b");
-    EXPECT_THAT(childPaths(world), ElementsAre("/world/b")) << "nothing of the old b is left";
-}
-
-TEST_F(MemoryScene, RefusesWhatWouldBreakItAndStaysAsItWas)
+TEST_F(MemoryModel, RefusesWhatWouldBreakItAndStaysAsItWas)
 {
     const auto a = model.make(model.root(), "group", "a");
     const auto inner = model.make(a->path(), "group", "inner");
@@ -85,7 +228,7 @@ TEST_F(MemoryScene, RefusesWhatWouldBreakItAndStaysAsItWas)
     EXPECT_EQ(model.uniqueName(model.root(), ""), "_");
 }
 
-TEST_F(MemoryScene, IsRegisteredOnlyWhileItsRunTimeLives)
+TEST_F(MemoryModel, IsRegisteredOnlyWhileItsRunTimeLives)
 {
     EXPECT_THROW(memory::RunTime(), InvalidRunTimeName);
     EXPECT_THROW(memory::RunTime("bad root", "a/b"), std::invalid_argument);
@@ -102,13 +245,209 @@ TEST_F(MemoryScene, IsRegisteredOnlyWhileItsRunTimeLives)
     EXPECT_THAT(PathString::pathComponentSeparatorRunTimeIds('/'), ElementsAre(runTime.id()));
 }
 
-TEST_F(MemoryScene, HoldsADeepTreeWithoutRecursion)
+TEST_F(MemoryEdit, OfAnyKindIsUndoneToTheStartAndRedoneToTheEndStepByStep)
 {
-    auto path = model.root();
-    for (auto i = 0; i < 3000; ++i) {
-        path = model.make(path, "group", "n")->path();
+    const auto seed = std::random_device()();
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    RandomEditor editor(model, seed);
+    const auto mirror = std::make_shared<Mirror>(asSet(paths()));
+    Scene::instance().addObserver(mirror);
+    const auto expectMirrored = [&] { ASSERT_EQ(mirror->paths, asSet(paths())); };
+
+    std::vector<Texts> states{snapshot()};
+    const auto noteState = [&] {
+        if (history->nbDone() == states.size()) {
+            states.push_back(snapshot());
+        }
+        expectMirrored();
+    };
+    for (auto i = 0; i < 600; ++i) {
+        if (editor.pick(5) != 0) {
+            execute(editor.command());
+            noteState();
+            continue;
+        }
+        // A guard with a few edits, some of them in a guard of their own. One that fails leaves its
+        // edits done and unknown to the history, so they are taken back by hand.
+        const auto fails = editor.pick(4) == 0;
+        CompositeUndoableCommand unregistered;
+        {
+            UndoableCommandGuard outer("several");
+            for (auto n = editor.pick(4); n > 0; --n) {
+                UndoableCommandGuard inner("inner");
+                const auto command = editor.command();
+                if (execute(command)) {
+                    unregistered.append(command);
+                }
+                UndoableCommandGuard::setSuccess();
+            }
+            if (!fails) {
+                UndoableCommandGuard::setSuccess();
+            }
+        }
+        if (fails) {
+            unregistered.undo();
+            ASSERT_EQ(snapshot(), states.back());
+        } else if (history->nbDone() == states.size()) {
+            ASSERT_EQ(history->entries().back(), "several");
+        }
+        noteState();
     }
-    EXPECT_EQ(model.size(), 3001U);
-    model.remove(path.head(2));
-    EXPECT_EQ(model.size(), 1U);
+    ASSERT_GT(states.size(), 200U);
+    EXPECT_GT(mirror->nbHeard, states.size());
+
+    for (auto left = states.size() - 1; left > 0; --left) {
+        ASSERT_TRUE(history->undo());
+        ASSERT_EQ(snapshot(), states[left - 1]) << "after undoing step " << left;
+        expectMirrored();
+    }
+    EXPECT_FALSE(history->undo());
+    for (std::size_t step = 1; step < states.size(); ++step) {
+        ASSERT_TRUE(history->redo());
+        ASSERT_EQ(snapshot(), states[step]) << "after redoing step " << step;
+        expectMirrored();
+    }
+}
+
+TEST_F(MemoryEdit, PutsThingsWhereTheyBelongAndTellsTheResult)
+{
+    for (const auto* name : {"a", "b", "c"}) {
+        model.make(model.root(), "mesh", name);
+    }
+    const auto top = Hierarchy::hierarchy(world);
+    const auto group = top->createGroupCmd({at("/world/c"), at("/world/b")}, std::string("a"));
+    group->execute();
+    EXPECT_EQ(group->sceneItem()->path(), at("/world/a1")->path());
+    EXPECT_THAT(paths(),
+                ElementsAre("/world", "/world/a", "/world/a1", "/world/a1/c", "/world/a1/b"));
+    const auto insert =
+        Hierarchy::hierarchy(at("/world/a1"))->insertChildCmd(at("/world/a"), at("/world/a1/b"));
+    insert->execute();
+    EXPECT_EQ(insert->insertedChild()->path(), at("/world/a1/a")->path());
+    EXPECT_THAT(paths(),
+                ElementsAre("/world", "/world/a1", "/world/a1/c", "/world/a1/a", "/world/a1/b"));
+    EXPECT_TRUE(Hierarchy::hierarchy(at("/world/a1"))->ungroup());
+    EXPECT_THAT(paths(), ElementsAre("/world", "/world/c", "/world/a", "/world/b"));
+
+    const auto ops = SceneItemOps::sceneItemOps(at("/world/a"));
+    EXPECT_EQ(ops->validName(std::string("b")).string(), "b1");
+    const auto copy = ops->duplicateItem();
+    EXPECT_EQ(copy.item->path(), at("/world/a1")->path());
+    const auto renamed = ops->renameItem(std::string("x,/y"));
+    EXPECT_EQ(PathString::string(renamed.item->path()), "/world/x__y");
+    renamed.undoableCommand->undo();
+    EXPECT_TRUE(ops->deleteItem());
+    EXPECT_THAT(paths(), ElementsAre("/world", "/world/c", "/world/b", "/world/a1"));
+}
+
+TEST_F(MemoryEdit, RefusesWhatTheSceneDoesNotAllow)
+{
+    model.make(model.make(model.root(), "group", "a")->path(), "mesh", "inner");
+    const auto gone = model.make(model.root(), "mesh", "gone");
+    model.remove(gone->path());
+    const auto top = Hierarchy::hierarchy(world);
+    const auto inner = Hierarchy::hierarchy(at("/world/a/inner"));
+    const auto before = snapshot();
+
+    EXPECT_FALSE(inner->insertChildCmd(at("/world/a"), nullptr)) << "under itself";
+    EXPECT_FALSE(top->insertChildCmd(at("/world"), nullptr));
+    EXPECT_FALSE(top->insertChildCmd(at("/world/a"), at("/world/a/inner"))) << "no child of it";
+    EXPECT_FALSE(top->createGroupCmd({at("/world/a/inner")}, std::string("g")));
+    EXPECT_FALSE(top->createGroupCmd({at("/world/a"), at("/world/a")}, std::string("g")));
+    EXPECT_FALSE(top->reorder({}));
+    EXPECT_FALSE(inner->ungroup());
+    EXPECT_FALSE(Hierarchy::hierarchy(gone)->createChildCmd("mesh", std::string("x")));
+    EXPECT_FALSE(SceneItemOps::sceneItemOps(at("/world"))->deleteItem());
+    EXPECT_FALSE(SceneItemOps::sceneItemOps(gone)->duplicateItem().item);
+
+    const auto late = SceneItemOps::sceneItemOps(at("/world/a/inner"))->deleteItemCmd();
+    late->execute();
+    late->undo();
+    model.rename(at("/world/a")->path(), "b");
+    EXPECT_THROW(late->redo(), std::invalid_argument) << "the item is not there any more";
+    model.rename(at("/world/b")->path(), "a");
+    EXPECT_EQ(snapshot(), before);
+}
+
+TEST_F(MemoryEdit, DuplicatesTheTopmostSelectedItemsOfTheRunTimeAsOneCommand)
+{
+    const auto a = model.make(model.root(), "group", "a");
+    const auto inner = model.make(a->path(), "mesh", "inner");
+    const auto b = model.make(model.root(), "mesh", "b");
+    const memory::RunTime other("other", "stage");
+    Selection selection;
+    for (const auto& item : {inner, a, b, other.model().item(other.model().root())}) {
+        selection.append(item);
+    }
+    const auto before = snapshot();
+    const auto command = BatchOpsHandler::duplicateSelectionCmd(selection, {});
+    ASSERT_TRUE(command);
+    EXPECT_EQ(snapshot(), before) << "not executed yet";
+    command->execute();
+    EXPECT_THAT(paths(), ElementsAre("/world", "/world/a", "/world/b", "/world/a1", "/world/b1",
+                                     "/world/a/inner", "/world/a1/inner"));
+    const auto& batch = dynamic_cast<const SelectionUndoableCommand&>(*command);
+    EXPECT_EQ(batch.targetItem(inner->path())->path(), at("/world/a1/inner")->path());
+    EXPECT_EQ(batch.targetItem(b->path())->path(), at("/world/b1")->path());
+    EXPECT_FALSE(batch.targetItem(model.root()));
+    command->undo();
+    EXPECT_EQ(snapshot(), before);
+    EXPECT_FALSE(BatchOpsHandler::duplicateSelectionCmd(Selection(), {}));
+}
+
+TEST_F(MemoryEdit, IsOfferedInTheContextMenu)
+{
+    const auto menu = ContextOps::contextOps(at("/world"));
+    const auto entries = menu->items({});
+    ASSERT_EQ(entries.size(), 5U);
+    EXPECT_TRUE(entries[0].hasChildren);
+    EXPECT_TRUE(entries[1].separator && entries[1].enabled && entries[1].item.empty());
+    EXPECT_FALSE(entries[4].enabled) << "the root is not deleted";
+    menu->doOp({"make", "camera"});
+    EXPECT_EQ(at("/world/camera")->nodeType(), "camera");
+    menu->doOp({"make", "nonsense"});
+    menu->doOp({"delete"});
+    ContextOps::contextOps(at("/world/camera"))->doOp({"delete"});
+    EXPECT_THAT(paths(), ElementsAre("/world"));
+}
+
+TEST_F(MemoryEdit, FindsGatewaysInTheScene)
+{
+    const memory::RunTime nested("nested", "stage");
+    const auto a = model.make(model.root(), "gateway", "a");
+    const auto b = model.make(a->path(), "gateway", "b");
+    model.setGateway(a->path(), nested.id());
+    model.setGateway(b->path(), 77);
+    EXPECT_TRUE(SceneSegmentHandler::isGateway(a->path()));
+    EXPECT_FALSE(SceneSegmentHandler::isGateway(model.root()));
+    EXPECT_FALSE(SceneSegmentHandler::isGateway(Path()));
+    EXPECT_EQ(SceneSegmentHandler::findGatewayItems(model.root()).size(), 2U);
+    const auto into = SceneSegmentHandler::findGatewayItems(model.root(), 77);
+    ASSERT_EQ(into.size(), 1U);
+    EXPECT_EQ(*into.front(), *b);
+    EXPECT_EQ(SceneSegmentHandler::findGatewayItems(b->path(), nested.id()).size(), 0U);
+}
+
+TEST_F(MemoryEdit, LetsSelectionCommandsBringItemsBackByPath)
+{
+    const auto selection = GlobalSelection::get();
+    const auto a = model.make(model.root(), "mesh", "a");
+    const auto b = model.make(model.root(), "mesh", "b");
+    const auto selected = [&] { return test::namesOf(*selection); };
+    SelectionAppendItem::createAndExecute(selection, a);
+    SelectionAppendItem::createAndExecute(selection, b);
+    const auto remove = SelectionRemoveItem::createAndExecute(selection, a);
+    remove->undo();
+    EXPECT_THAT(selected(), ElementsAre("b", "a")) << "at the end, not where it was";
+    const auto clear = SelectionClear::createAndExecute(selection);
+    EXPECT_THAT(selected(), IsEmpty());
+    clear->undo();
+    Selection replacement;
+    replacement.append(a);
+    const auto replace = SelectionReplaceWith::createAndExecute(selection, replacement);
+    EXPECT_THAT(selected(), ElementsAre("a"));
+    model.remove(b->path());
+    EXPECT_THROW(replace->undo(), std::invalid_argument) << "b is gone";
+    EXPECT_THAT(selected(), ElementsAre("a")) << "and nothing has changed";
+    EXPECT_THROW(SelectionAppendItem::createAndExecute(selection, nullptr), std::invalid_argument);
 }

@@ -8,14 +8,10 @@
 #include "kiv/runTimeRegistration.h"
 #include "kiv/transform3dHandler.h"
 
+#include "matrices.h"
 #include "stubs.h"
 
 namespace test {
-
-inline Kiv_v4::Matrix4d translationOf(double x, double y, double z)
-{
-    return {{{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {x, y, z, 1}}}};
-}
 
 /// A transform with what a run-time has to supply and nothing else: every component of the path's
 /// segment moves by one in y, and no edit is possible.

@@ -107,24 +107,6 @@ TYPED_TEST(NumericType, IsAPlainZeroValueComparedExactlyDownToItsLastElement)
     }
 }
 
-TEST(NumericTypes, AccessorsNameTheFirstElementsInOrder)
-{
-    constexpr TypedVectorN<int, 4> v({1, 2, 3, 4});
-    static_assert(v.x() == 1 && v.y() == 2 && v.vector[3] == 4);
-    constexpr TypedColorN<float, 4> c({0.1f, 0.2f, 0.3f, 0.4f});
-    static_assert(c.r() == 0.1f && c.g() == 0.2f && c.b() == 0.3f && c.color[3] == 0.4f);
-}
-
-TEST(Matrix, TheFirstIndexIsTheRowOfTheLeftFactor)
-{
-    constexpr Matrix<3> m({{{1, 2, 3}, {4, 5, 6}, {7, 8, 9}}});
-    constexpr Matrix<3> identity({{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}});
-    constexpr Matrix<3> second({{{0, 1, 0}, {0, 0, 0}, {0, 0, 0}}});
-    static_assert((second * m).matrix[0][2] == 6 && (m * second).matrix[2][1] == 7);
-    EXPECT_EQ(m * identity, m);
-    EXPECT_EQ(Matrix<3>() * m, Matrix<3>());
-}
-
 TEST(Matrix, ProductIsBitForBitTheTextbookSum)
 {
     expectTextbookProducts<3>();

@@ -1,6 +1,5 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -173,9 +172,8 @@ TEST(GlobalSelection, IsInstalledOnceUntilItIsCleared)
     const auto second = std::make_shared<ObservableSelection>();
     EXPECT_EQ(GlobalSelection::get(), nullptr);
     GlobalSelection::initializeInstance(first);
-    EXPECT_THAT([&] { GlobalSelection::initializeInstance(second); },
-                testing::ThrowsMessage<std::invalid_argument>(
-                    testing::StrEq("Cannot initialize global selection more than once.")));
+    test::expectError<std::invalid_argument>([&] { GlobalSelection::initializeInstance(second); },
+                                             "Cannot initialize global selection more than once.");
     EXPECT_EQ(GlobalSelection::get(), first);
     GlobalSelection::initializeInstance(nullptr);
     GlobalSelection::initializeInstance(second);

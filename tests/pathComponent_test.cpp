@@ -11,13 +11,51 @@
 
 using namespace Kiv_v4;
 
-TEST(PathComponent, IdsCountUpFromZeroAndAreNeverGivenAgain)
+// The first of this file, since it wants a table that was never used.
+TEST(PathComponent, TheTableHoldsExactlyTheNamesInUseUnderIdsThatCountUpFromZero)
 {
-    EXPECT_EQ(PathComponent("first").id(), 0U);
-    const PathComponent kept("second");
-    EXPECT_EQ(PathComponent("first").id(), 2U);
-    EXPECT_EQ(PathComponent("second").id(), 1U);
-    EXPECT_EQ(PathComponent().id(), 0xFFFFFFFFFFFFFFFFU);
+    test::Random random;
+    std::vector<PathComponent> slots(1'500);
+    std::vector<std::string> held(slots.size());               // the name in each slot, if any
+    std::map<std::string, std::pair<std::uint64_t, int>> uses; // the id and the holders of each
+    ASSERT_EQ(PathComponent("probe").id(), 0U);
+    std::uint64_t nextId = 1; // never one that was given before
+    const auto put = [&](std::size_t slot, std::string name) {
+        if (!name.empty() && uses.try_emplace(name, nextId, 0).first->second.second++ == 0) {
+            ++nextId;
+        }
+        const auto old = std::exchange(held[slot], std::move(name));
+        if (!old.empty() && --uses[old].second == 0) {
+            uses.erase(old);
+        }
+    };
+    for (int step = 0; step < 40'000; ++step) {
+        const auto to = random.below(slots.size());
+        const auto from = random.below(20) == 0 ? to : random.below(slots.size());
+        const auto what = random.below(8);
+        if (what < 2) {
+            put(to, std::to_string(random.below(2'500)));
+            slots[to] = PathComponent(held[to]);
+        } else if (what < 4) {
+            put(to, held[from]);
+            slots[to] = static_cast<const PathComponent&>(slots[from]);
+        } else if (what < 6) {
+            put(to, held[from]);
+            put(from, from == to ? held[from] : "");
+            slots[to] = std::move(slots[from]);
+            ASSERT_EQ(slots[from].string(), held[from]);
+        } else if (what < 7) {
+            put(to, "");
+            slots[to] = PathComponent();
+        }
+        ASSERT_EQ(slots[to].string(), held[to]);
+        ASSERT_EQ(slots[to].id(), held[to].empty() ? ~std::uint64_t{0} : uses[held[to]].first);
+        ASSERT_EQ(PathComponent::tableSize(), uses.size());
+        for (int name = 0; step % 1'000 == 0 && name < 2'500; ++name) {
+            const auto text = std::to_string(name);
+            ASSERT_EQ(PathComponent::exists(text), uses.count(text) == 1) << text;
+        }
+    }
 }
 
 TEST(PathComponent, AnyBytesAreANameInternedOnceAndNullIsNone)
@@ -73,49 +111,4 @@ TEST(PathComponent, ReleasingByHandForgetsTheNameOfASoleHolderOnly)
     old = PathComponent(); // releases the name, whoever has entered it since
     EXPECT_FALSE(PathComponent::exists("name"));
     EXPECT_EQ(renewed.string(), "name");
-}
-
-TEST(PathComponent, TheTableHoldsExactlyTheNamesInUse)
-{
-    test::Random random;
-    std::vector<PathComponent> slots(1'500);
-    std::vector<std::string> held(slots.size());               // the name in each slot, if any
-    std::map<std::string, std::pair<std::uint64_t, int>> uses; // the id and the holders of each
-    auto nextId = PathComponent("probe").id() + 1;
-    const auto put = [&](std::size_t slot, std::string name) {
-        if (!name.empty() && uses.try_emplace(name, nextId, 0).first->second.second++ == 0) {
-            ++nextId;
-        }
-        const auto old = std::exchange(held[slot], std::move(name));
-        if (!old.empty() && --uses[old].second == 0) {
-            uses.erase(old);
-        }
-    };
-    for (int step = 0; step < 40'000; ++step) {
-        const auto to = random.below(slots.size());
-        const auto from = random.below(20) == 0 ? to : random.below(slots.size());
-        const auto what = random.below(8);
-        if (what < 2) {
-            put(to, std::to_string(random.below(2'500)));
-            slots[to] = PathComponent(held[to]);
-        } else if (what < 4) {
-            put(to, held[from]);
-            slots[to] = static_cast<const PathComponent&>(slots[from]);
-        } else if (what < 6) {
-            put(to, held[from]);
-            put(from, from == to ? held[from] : "");
-            slots[to] = std::move(slots[from]);
-            ASSERT_EQ(slots[from].string(), held[from]);
-        } else if (what < 7) {
-            put(to, "");
-            slots[to] = PathComponent();
-        }
-        ASSERT_EQ(slots[to].string(), held[to]);
-        ASSERT_EQ(slots[to].id(), held[to].empty() ? ~std::uint64_t{0} : uses[held[to]].first);
-        ASSERT_EQ(PathComponent::tableSize(), uses.size());
-        for (int name = 0; step % 1'000 == 0 && name < 2'500; ++name) {
-            const auto text = std::to_string(name);
-            ASSERT_EQ(PathComponent::exists(text), uses.count(text) == 1) << text;
-        }
-    }
 }

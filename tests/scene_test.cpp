@@ -89,9 +89,9 @@ protected:
 
 TEST_F(SceneTest, IsInstalledOnceUntilItIsCleared)
 {
-    EXPECT_THAT([] { Scene::initializeInstance(std::make_shared<Scene>()); },
-                testing::ThrowsMessage<std::invalid_argument>(
-                    testing::StrEq("Cannot initialize scene instance more than once.")));
+    test::expectError<std::invalid_argument>(
+        [] { Scene::initializeInstance(std::make_shared<Scene>()); },
+        "Cannot initialize scene instance more than once.");
     EXPECT_EQ(&Scene::instance(), scene.get());
     Scene::initializeInstance(nullptr);
     Scene::initializeInstance(nullptr);

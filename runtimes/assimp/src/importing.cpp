@@ -86,6 +86,10 @@ std::shared_ptr<const SceneFile> imported(const std::string& file, const Progres
     if (!scene || !scene->mRootNode) {
         throw ImportError(file, reason(file, importer.GetErrorString()));
     }
+    // As the importer's own tools do: such a file has most often lost its meshes.
+    if (scene->mNumMeshes == 0 && scene->mNumMaterials > 0) {
+        throw ImportError(file, "no mesh is left for its materials");
+    }
     return std::make_shared<const SceneFile>(*scene, file);
 }
 
