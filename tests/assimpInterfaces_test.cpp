@@ -428,12 +428,12 @@ TEST_F(AssimpInterfaces, OfferMaterialsBesideTheSceneAsItems)
     const auto root = files.mount(assimp::read(name.string()), gateway("in"));
     const auto mesh = item(root->path() / "Oak");
     EXPECT_THAT(materialsOf(mesh),
-                ElementsAre("/in,:materials1:Oak1", "/in,:materials1:Oak",
-                            "/in,:materials1:material", "/in,:materials1:a_b_c_"))
+                ElementsAre("/world/in,:materials1:Oak1", "/world/in,:materials1:Oak",
+                            "/world/in,:materials1:material", "/world/in,:materials1:a_b_c_"))
         << "each once, in the order of the parts";
     EXPECT_FALSE(Material::material(root));
 
-    const auto top = item(PathString::path("/in,:materials1"));
+    const auto top = item(PathString::path("/world/in,:materials1"));
     ASSERT_TRUE(top);
     EXPECT_EQ(Hierarchy::hierarchy(top)->children().size(), 5U);
     EXPECT_EQ(Hierarchy::hierarchy(top)->parent()->path(), gateway("in"));
@@ -461,7 +461,8 @@ TEST_F(AssimpInterfaces, OfferMaterialsBesideTheSceneAsItems)
 
     const auto bound = Material::material(mesh);
     files.moveMount(gateway("in"), gateway("moved"));
-    EXPECT_EQ(PathString::string(bound->materials().front()->path()), "/moved,:materials1:Oak1");
+    EXPECT_EQ(PathString::string(bound->materials().front()->path()),
+              "/world/moved,:materials1:Oak1");
     files.unmount(gateway("moved"));
     EXPECT_TRUE(bound->materials().empty());
 }
