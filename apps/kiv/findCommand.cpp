@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <fnmatch.h>
-#include <functional>
 #include <limits>
 #include <unistd.h>
 
@@ -24,11 +23,12 @@ using namespace Kiv_v4;
 namespace {
 
 /// Whether the item meets the criteria that are asked of each item.
-bool matches(const SceneItem::Ptr& item, const FindOptions& options)
+bool matches(const SceneItem::Ptr& item, const Criteria& criteria)
 {
-    return (!options.nodeType || item->nodeType() == *options.nodeType) &&
-           (!options.name || ::fnmatch(options.name->c_str(), item->nodeName().c_str(), 0) == 0) &&
-           (!options.lights || Light::light(item));
+    return (!criteria.nodeType || item->nodeType() == *criteria.nodeType) &&
+           (!criteria.name ||
+            ::fnmatch(criteria.name->c_str(), item->nodeName().c_str(), 0) == 0) &&
+           (!criteria.lights || Light::light(item));
 }
 
 /// Told of one item; the search ends when it returns false.
@@ -82,13 +82,13 @@ private:
 };
 
 /// Calls `write` for each item found, and gives their number.
-std::size_t search(const SceneItem::Ptr& root, const FindOptions& options, const Output& output,
-                   const std::function<void(const SceneItem&)>& write)
+std::size_t search(const SceneItem::Ptr& root, const Criteria& criteria, const Output& output,
+                   const Found& write)
 {
     std::size_t count = 0;
-    forEachCandidate(root, options.cameras, [&](const SceneItem::Ptr& item) {
-        if (matches(item, options)) {
-            write(*item);
+    forEachCandidate(root, criteria.cameras, [&](const SceneItem::Ptr& item) {
+        if (matches(item, criteria)) {
+            write(item);
             ++count;
         }
         return output.isRead();
@@ -96,29 +96,32 @@ std::size_t search(const SceneItem::Ptr& root, const FindOptions& options, const
     return count;
 }
 
-/// Writes what is found in the form that is asked for, and gives the number of items.
-std::size_t find(const SceneItem::Ptr& root, const FindOptions& options, Output& output)
+} // namespace
+
+std::size_t find(const SceneItem::Ptr& root, const Criteria& criteria, FindOptions::Form form,
+                 Output& output, const Found& found)
 {
     Table table;
     JsonItems items(output);
-    const auto count = search(root, options, output, [&](const SceneItem& item) {
-        switch (options.form) {
+    const auto count = search(root, criteria, output, [&](const SceneItem::Ptr& item) {
+        if (found) {
+            found(item);
+        }
+        switch (form) {
         case FindOptions::Form::table:
-            return table.add(item);
+            return table.add(*item);
         case FindOptions::Form::paths:
-            return writePath(item, output);
+            return writePath(*item, output);
         case FindOptions::Form::json:
-            return items.add(item);
+            return items.add(*item);
         }
     });
     table.write(output);
-    if (options.form == FindOptions::Form::json) {
+    if (form == FindOptions::Form::json) {
         items.end();
     }
     return count;
 }
-
-} // namespace
 
 int findCommand(const FindOptions& options, Output& output)
 {
@@ -127,7 +130,7 @@ int findCommand(const FindOptions& options, Output& output)
     if (failed == options.itemsToMake.size() + options.files.size()) {
         return kFailure;
     }
-    const auto count = find(scene.root(), options, output);
+    const auto count = find(scene.root(), options.criteria, options.form, output);
     return failed == 0 && count > 0 ? kSuccess : kFailure;
 }
 

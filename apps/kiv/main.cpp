@@ -9,6 +9,7 @@
 #include "diagnostics.h"
 #include "findCommand.h"
 #include "output.h"
+#include "shell/shellCommand.h"
 #include "showCommand.h"
 #include "treeCommand.h"
 
@@ -84,10 +85,11 @@ void defineFind(CLI::App& program, app::FindOptions& options)
                 "when there is none or something could not be made or read, 2 for wrong usage.");
     find.add_option("FILE", options.files, "Scene files")->type_name("")->required();
     defineMake(find, options.itemsToMake);
-    find.add_flag("--cameras", options.cameras, "Cameras");
-    find.add_flag("--lights", options.lights, "Lights");
-    find.add_option("--type", options.nodeType, "Items of one node type")->type_name("TYPE");
-    find.add_option("--name", options.name,
+    find.add_flag("--cameras", options.criteria.cameras, "Cameras");
+    find.add_flag("--lights", options.criteria.lights, "Lights");
+    find.add_option("--type", options.criteria.nodeType, "Items of one node type")
+        ->type_name("TYPE");
+    find.add_option("--name", options.criteria.name,
                     "Items with a name like GLOB, in which * stands for any text, ? for any\n"
                     "character and [...] for one of several")
         ->type_name("GLOB");
@@ -97,6 +99,22 @@ void defineFind(CLI::App& program, app::FindOptions& options)
     find.add_flag_callback(
             "--json", [&options] { options.form = Form::json; }, "Print a JSON array of items")
         ->excludes(paths);
+}
+
+void defineShell(CLI::App& program, app::shell::ShellOptions& options)
+{
+    auto& shell = *program.add_subcommand("shell", "Browse and edit a scene by commands");
+    shell.footer(
+        "Each FILE is mounted under /world, in an item named after the file. Commands come\n"
+        "from -c, from the terminal, or from the standard input as a script: then the\n"
+        "first error ends it with exit status 1. The command help lists the commands.");
+    shell.add_option("FILE", options.files, "Scene files")->type_name("");
+    shell
+        .add_option("-c", options.commands,
+                    "Run these commands, separated by ; or newlines, and leave")
+        ->type_name("COMMANDS");
+    shell.add_flag("--keep-going", options.style.keepsGoing, "Go on after an error in a script");
+    shell.add_flag("--echo", options.style.echoes, "Print each line of a script before it runs");
 }
 
 int wrongUsage(const std::string& message)
@@ -113,9 +131,11 @@ int run(int argc, char** argv, Output& output)
     app::TreeOptions tree;
     app::ShowOptions show;
     app::FindOptions find;
+    app::shell::ShellOptions shell;
     defineTree(program, tree);
     defineShow(program, show);
     defineFind(program, find);
+    defineShell(program, shell);
     try {
         program.parse(argc, argv);
     } catch (const CLI::CallForHelp&) {
@@ -131,9 +151,12 @@ int run(int argc, char** argv, Output& output)
         return showCommand(show, output);
     }
     if (program.got_subcommand("find")) {
-        return find.hasCriterion()
+        return find.criteria.any()
                    ? findCommand(find, output)
                    : wrongUsage("--cameras, --lights, --type or --name is required");
+    }
+    if (program.got_subcommand("shell")) {
+        return shellCommand(shell, output);
     }
     if (tree.files.empty() && tree.itemsToMake.empty()) {
         return wrongUsage("FILE is required");

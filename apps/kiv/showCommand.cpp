@@ -38,6 +38,23 @@ constexpr Section (*kSections[])(const SceneItem::Ptr&) = {
 
 } // namespace
 
+bool show(const Mounting& scene, const SceneItem::Ptr& item, const std::string& name, bool asJson,
+          Output& output)
+{
+    std::vector sections{identity(scene, item)};
+    auto isComplete = true;
+    for (const auto section : kSections) {
+        try { // What one interface fails to tell does not hide what the others do.
+            sections.push_back(section(item));
+        } catch (const std::exception& error) {
+            complain(name, error.what());
+            isComplete = false;
+        }
+    }
+    asJson ? writeJson(sections, output) : writeText(sections, output);
+    return isComplete;
+}
+
 int showCommand(const ShowOptions& options, Output& output)
 {
     Mounting scene;
@@ -54,18 +71,8 @@ int showCommand(const ShowOptions& options, Output& output)
         complain(options.path, "no such item");
         return kFailure;
     }
-    std::vector sections{identity(scene, item)};
-    auto status = notMade == 0 ? kSuccess : kFailure;
-    for (const auto section : kSections) {
-        try { // What one interface fails to tell does not hide what the others do.
-            sections.push_back(section(item));
-        } catch (const std::exception& error) {
-            complain(options.path, error.what());
-            status = kFailure;
-        }
-    }
-    options.json ? writeJson(sections, output) : writeText(sections, output);
-    return status;
+    const auto isComplete = show(scene, item, options.path, options.json, output);
+    return isComplete && notMade == 0 ? kSuccess : kFailure;
 }
 
 } // namespace app

@@ -37,26 +37,27 @@ void writeJson(const SceneItem::Ptr& root, const OutlineFilter& filter, Output& 
     items.end();
 }
 
-void write(const SceneItem::Ptr& root, const TreeOptions& options, Output& output)
+} // namespace
+
+void writeTree(const SceneItem::Ptr& root, const OutlineFilter& filter, TreeOptions::Form form,
+               Output& output)
 {
-    switch (options.form) {
+    switch (form) {
     case TreeOptions::Form::drawing:
-        return drawTree(outline(root, options.filter), output);
+        return drawTree(outline(root, filter), output);
     case TreeOptions::Form::paths:
-        return writePaths(root, options.filter, output);
+        return writePaths(root, filter, output);
     case TreeOptions::Form::json:
-        return writeJson(root, options.filter, output);
+        return writeJson(root, filter, output);
     }
 }
-
-} // namespace
 
 int treeCommand(const TreeOptions& options, Output& output)
 {
     Mounting scene;
     const auto failed = fill(scene, options.itemsToMake, options.files);
     if (failed < options.itemsToMake.size() + options.files.size()) {
-        write(scene.root(), options, output);
+        writeTree(scene.root(), options.filter, options.form, output);
     }
     return failed == 0 ? kSuccess : kFailure;
 }

@@ -19,6 +19,10 @@ struct TreeOptions
     Form form = Form::drawing;
 };
 
+/// Writes the tree of the items at and under `root` that the filter lets through.
+void writeTree(const Kiv_v4::SceneItem::Ptr& root, const OutlineFilter& filter,
+               TreeOptions::Form form, Output& output);
+
 /// Makes the items, mounts the files and writes the outliner tree of the whole scene. What cannot
 /// be made or read gets a complaint, and the rest is shown. Gives the exit status.
 [[nodiscard]] int treeCommand(const TreeOptions& options, Output& output);

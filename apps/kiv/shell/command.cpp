@@ -1,0 +1,47 @@
+#include "command.h"
+
+#include <stdexcept>
+#include <string>
+
+namespace app::shell {
+
+std::span<const CommandKind> commandKinds()
+{
+    static const CommandKind kinds[] = {browsing(),         files(),   structure(),
+                                        selecting(),        placing(), camerasAndLights(),
+                                        attributeEditing(), undoing(), general()};
+    return kinds;
+}
+
+const Command* commandNamed(std::string_view name)
+{
+    for (const auto& kind : commandKinds()) {
+        for (const auto& command : kind.commands) {
+            if (command.name == name) {
+                return &command;
+            }
+        }
+    }
+    return nullptr;
+}
+
+void runCommand(Session& session, const Words& words)
+{
+    const auto* command = commandNamed(words.front());
+    if (!command) {
+        throw std::runtime_error("'" + words.front() + "' is no command (help lists them)");
+    }
+    const Usage usage(command->usage);
+    const auto arguments = [&] {
+        try {
+            return Arguments(usage, {words.begin() + 1, words.end()});
+        } catch (const std::runtime_error& error) {
+            throw std::runtime_error(std::string(error.what()) +
+                                     "; usage: " + std::string(command->name) + " " +
+                                     std::string(command->usage));
+        }
+    }();
+    command->run(session, arguments);
+}
+
+} // namespace app::shell

@@ -1,0 +1,55 @@
+#include "editing.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "kiv/pathString.h"
+#include "kiv/runTimeMgr.h"
+#include "kiv/selectionCommands.h"
+
+namespace app::shell {
+
+using namespace Kiv_v4;
+
+void edit(const std::string& name, const SceneItem::Ptr& item, const UndoableCommand::Ptr& command)
+{
+    Edits edits(name);
+    run(edits, item, command);
+    edits.commit();
+}
+
+void run(Edits& edits, const SceneItem::Ptr& item, const UndoableCommand::Ptr& command)
+{
+    if (!command) {
+        fail(item, "run-time " + RunTimeMgr::instance().getName(item->runTimeId()) + " refuses");
+    }
+    edits.run(command);
+}
+
+void deselectUnder(const Session& session, Edits& edits, const std::vector<SceneItem::Ptr>& items)
+{
+    const auto& selection = *session.selection();
+    Selection kept;
+    for (const auto& item : selection) {
+        const auto goes = std::ranges::any_of(
+            items, [&](const auto& top) { return item->path().startsWith(top->path()); });
+        if (!goes) {
+            kept.append(item);
+        }
+    }
+    if (kept.size() < selection.size()) {
+        edits.run(std::make_shared<SelectionReplaceWith>(session.selection(), kept));
+    }
+}
+
+std::string textOf(const SceneItem::Ptr& item)
+{
+    return PathString::string(item->path());
+}
+
+void fail(const SceneItem::Ptr& item, const std::string& reason)
+{
+    throw std::runtime_error(textOf(item) + ": " + reason);
+}
+
+} // namespace app::shell

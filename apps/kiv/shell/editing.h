@@ -1,0 +1,46 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "kiv/sceneItem.h"
+
+#include "edits.h"
+#include "session.h"
+
+namespace app::shell {
+
+/// Executes a command and enters it in the undo history under `name`. Throws `std::runtime_error`
+/// that names the item and its run-time for a null command, which is how a run-time refuses.
+void edit(const std::string& name, const Kiv_v4::SceneItem::Ptr& item,
+          const Kiv_v4::UndoableCommand::Ptr& command);
+
+/// The same within a larger step.
+void run(Edits& edits, const Kiv_v4::SceneItem::Ptr& item,
+         const Kiv_v4::UndoableCommand::Ptr& command);
+
+/// Takes what is at and under the items out of the selection, as part of a step that removes them,
+/// so that undoing the step selects them again.
+void deselectUnder(const Session& session, Edits& edits,
+                   const std::vector<Kiv_v4::SceneItem::Ptr>& items);
+
+/// `item` as the user can type it.
+[[nodiscard]] std::string textOf(const Kiv_v4::SceneItem::Ptr& item);
+
+/// Throws `std::runtime_error` with the item and the reason.
+[[noreturn]] void fail(const Kiv_v4::SceneItem::Ptr& item, const std::string& reason);
+
+/// The interface object of the item; fails with the reason when the item has none.
+template <class Interface>
+[[nodiscard]] std::shared_ptr<Interface> required(std::shared_ptr<Interface> object,
+                                                  const Kiv_v4::SceneItem::Ptr& item,
+                                                  const std::string& reason)
+{
+    if (!object) {
+        fail(item, reason);
+    }
+    return object;
+}
+
+} // namespace app::shell

@@ -1,0 +1,91 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <set>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "kiv/host/undoHistory.h"
+#include "kiv/observableSelection.h"
+#include "kiv/path.h"
+#include "kiv/sceneItem.h"
+#include "kiv/sceneNotification.h"
+#include "kiv/undoableCommandGuard.h"
+
+#include "mounting.h"
+#include "output.h"
+#include "watching.h"
+#include "words.h"
+
+namespace app::shell {
+
+/// What a host keeps for its user: the scene with its run-times, the current item, the selections,
+/// the undo history. The constructor installs the process-wide scene, selection and command
+/// manager, the destructor takes them back; so there is one at a time.
+///
+/// Functions that name an item throw `std::runtime_error` when there is none.
+class Session
+{
+public:
+    explicit Session(Output& output);
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+    ~Session();
+
+    [[nodiscard]] Output& output() const { return _output; }
+    [[nodiscard]] Mounting& scene() const { return *_scene; }
+    [[nodiscard]] Kiv_v4::host::UndoHistory& history() const { return *_history; }
+    [[nodiscard]] const Kiv_v4::ObservableSelection::Ptr& selection() const { return _selection; }
+
+    /// Where paths go on from; the root at first. It follows the item when that is renamed or
+    /// moved, and is its nearest ancestor when it is gone.
+    [[nodiscard]] Kiv_v4::SceneItem::Ptr current() const;
+    void setCurrent(const Kiv_v4::SceneItem::Ptr& item) { _current = item->path(); }
+
+    /// The one item that the word names; see `lookUp`. `@` is the selected item, `@NAME` that of a
+    /// named selection.
+    [[nodiscard]] Kiv_v4::SceneItem::Ptr item(const std::string& word) const;
+
+    /// All items that the words name, each once; `@` stands for all that are selected.
+    [[nodiscard]] std::vector<Kiv_v4::SceneItem::Ptr>
+    items(std::span<const std::string> words) const;
+
+    /// The named selection, made empty when there is none.
+    Kiv_v4::Selection& namedSelection(const std::string& name);
+    [[nodiscard]] const std::set<std::string>& selectionNames() const { return _selectionNames; }
+    void dropSelection(const std::string& name);
+
+    /// Makes one undo step of all commands until the matching `endStep`. Steps nest.
+    void beginStep(const std::string& name);
+    void endStep();
+    [[nodiscard]] bool isInStep() const { return !_steps.empty(); }
+
+    /// Begins or ends to print each notification.
+    void watch(bool on);
+
+    void quit() { _isOver = true; }
+    [[nodiscard]] bool isOver() const { return _isOver; }
+
+    /// The scripts that are running, one inside the other.
+    std::size_t scriptDepth = 0;
+
+private:
+    void follow(const Kiv_v4::SceneCompositeNotification::Op& change);
+
+    [[nodiscard]] const Kiv_v4::Selection& selectionOf(const std::string& word) const;
+
+    Output& _output;
+    Kiv_v4::Path _current;
+    const Kiv_v4::ObservableSelection::Ptr _selection;
+    std::set<std::string> _selectionNames;
+    std::unique_ptr<Watch> _watch;
+    std::unique_ptr<Mounting> _scene;
+    const std::shared_ptr<Kiv_v4::host::UndoHistory> _history;
+    std::vector<std::unique_ptr<Kiv_v4::UndoableCommandGuard>> _steps;
+    bool _isOver = false;
+};
+
+} // namespace app::shell

@@ -1,0 +1,70 @@
+#include "shellCommand.h"
+
+#include <exception>
+#include <iostream>
+#include <sstream>
+#include <unistd.h>
+
+#include "kiv/pathString.h"
+
+#include "diagnostics.h"
+#include "lineReader.h"
+#include "terminal.h"
+
+namespace app::shell {
+
+namespace {
+
+int runScript(Session& session, std::istream& lines, const ScriptStyle& style)
+{
+    try {
+        return runLines(session, lines, style) ? kSuccess : kFailure;
+    } catch (const std::exception& error) {
+        report(session, error.what());
+        return kFailure;
+    }
+}
+
+std::string promptOf(const Session& session)
+{
+    return "kiv " + printable(Kiv_v4::PathString::string(session.current()->path())) + "> ";
+}
+
+void converse(Session& session)
+{
+    LineReader reader([&](std::string_view line) { return completionOf(session, line); });
+    session.output().line("kiv shell: help lists the commands, the tab key completes, quit leaves");
+    while (!session.isOver()) {
+        session.output().flush();
+        const auto line = reader.read(promptOf(session));
+        if (!line) {
+            return session.output().line("");
+        }
+        try {
+            runLine(session, *line);
+        } catch (const std::exception& error) {
+            report(session, error.what());
+        }
+    }
+}
+
+} // namespace
+
+int shellCommand(const ShellOptions& options, Output& output)
+{
+    Session session(output);
+    const auto isInteractive = !options.commands && isTerminal(STDIN_FILENO);
+    const auto notMounted = fill(session.scene(), {}, options.files);
+    if (notMounted > 0 && !isInteractive && !options.style.keepsGoing) {
+        return kFailure;
+    }
+    if (isInteractive) {
+        converse(session);
+        return kSuccess;
+    }
+    std::istringstream commands(options.commands.value_or(""));
+    const auto status = runScript(session, options.commands ? commands : std::cin, options.style);
+    return notMounted == 0 ? status : kFailure;
+}
+
+} // namespace app::shell
