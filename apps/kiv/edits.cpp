@@ -24,6 +24,9 @@ public:
 
     [[nodiscard]] std::string commandString() const override { return _name; }
 
+    /// Its commands have been executed one by one when the manager gets it.
+    void execute() override {}
+
 private:
     const std::string _name;
 };
@@ -54,7 +57,8 @@ void Edits::run(const UndoableCommand::Ptr& command)
 void Edits::commit()
 {
     if (!_done.empty()) {
-        UndoableCommandMgr::instance().registerCmd(std::make_shared<Step>(_name, _done));
+        // Executed, not registered: that is what a command guard gathers.
+        UndoableCommandMgr::instance().executeCmd(std::make_shared<Step>(_name, _done));
         _done.clear();
     }
 }

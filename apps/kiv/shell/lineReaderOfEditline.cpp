@@ -155,7 +155,7 @@ struct LineReader::State
             list(completion);
             return CC_REDISPLAY;
         }
-        const auto text = quoted(common) + (isDone && first.isWhole ? " " : "");
+        const auto text = escaped(common) + (isDone && first.isWhole ? " " : "");
         ::el_deletestr(editor, static_cast<int>(typed.size() - completion.begin));
         ::el_insertstr(editor, text.c_str());
         return CC_REFRESH;

@@ -55,7 +55,7 @@ private:
             _quote = c;
         } else {
             beginWord();
-            _word += c == '\\' ? escaped() : c;
+            _word += c == '\\' ? kept() : c;
         }
     }
 
@@ -64,12 +64,12 @@ private:
         if (c == _quote) {
             _quote = 0;
         } else {
-            _word += c == '\\' && _quote == '"' ? escaped() : c;
+            _word += c == '\\' && _quote == '"' ? kept() : c;
         }
     }
 
     /// What follows a backslash; the backslash itself at the end of the line.
-    char escaped() { return _at < _line.size() ? _line[_at++] : '\\'; }
+    char kept() { return _at < _line.size() ? _line[_at++] : '\\'; }
 
     void beginWord()
     {
@@ -121,20 +121,15 @@ Typing typingOf(std::string_view line)
     return Splitter(line).typing();
 }
 
-std::string quoted(const std::string& word)
+std::string escaped(const std::string& word)
 {
-    constexpr std::string_view special = "'\"\\;";
-    const auto isPlain = !word.empty() && word.front() != '#' &&
-                         word.find_first_of(special) == std::string::npos &&
-                         word.find_first_of(kBlanks) == std::string::npos;
-    if (isPlain) {
-        return word;
-    }
-    std::string text = "\"";
+    constexpr std::string_view special = "'\"\\;#";
+    std::string text;
     for (const auto c : word) {
-        text += c == '"' || c == '\\' ? std::string{'\\', c} : std::string{c};
+        const auto isSpecial = isBlank(c) || special.find(c) != std::string_view::npos;
+        text += isSpecial ? std::string{'\\', c} : std::string{c};
     }
-    return text + '"';
+    return text;
 }
 
 } // namespace app::shell

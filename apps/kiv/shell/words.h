@@ -25,7 +25,7 @@ struct Typing
 
 [[nodiscard]] Typing typingOf(std::string_view line);
 
-/// `word` as a line must have it to be one word again: quoted where it must be.
-[[nodiscard]] std::string quoted(const std::string& word);
+/// `word` as a line must have it to be that word again, with backslashes where they must be.
+[[nodiscard]] std::string escaped(const std::string& word);
 
 } // namespace app::shell
