@@ -9,10 +9,12 @@
 
 #include "kiv/assimp/runTime.h"
 #include "kiv/hierarchy.h"
+#include "kiv/notificationGuard.h"
 #include "kiv/pathString.h"
 #include "kiv/scene.h"
 #include "kiv/sceneItemOps.h"
 #include "kiv/sceneNotification.h"
+#include "kiv/transform3d.h"
 
 #include "callback.h"
 #include "importerLeaks.h"
@@ -257,14 +259,61 @@ TEST_F(AssimpScene, FollowsAndAnnouncesItsGatewayThroughTheScene)
     model.rename(PathString::path("/world/g"), "group");
     group->undo();
     EXPECT_TRUE(Hierarchy::createItem(PathString::path("/world/in,:Scene")));
-    const auto removal = SceneItemOps::sceneItemOps(gateway)->deleteItemCmd();
-    removal->execute();
-    removal->undo();
-    EXPECT_THAT(namesOf(Hierarchy::hierarchy(gateway)->children()), ElementsAre("Scene"));
 
     invalidated.clear();
     files.unmount(gateway->path());
     EXPECT_THAT(invalidated, ElementsAre("/world/in"));
+}
+
+TEST_F(AssimpScene, LeavesAndComesBackWithItsGatewayAndItsEdits)
+{
+    const auto in = gateway->path();
+    const auto root = mount({{"first", {}, kMesh}});
+    const auto edit = Transform3d::transform3d(root)->translateCmd(1, 2, 3);
+    edit->execute();
+    const auto group = Hierarchy::hierarchy(world)->createGroupCmd({}, std::string("group"));
+    group->execute();
+    const auto inGroup = model.move(in, group->sceneItem()->path())->path();
+    const auto edited = files.editedItems(inGroup);
+    ASSERT_EQ(edited.size(), 1U);
+    EXPECT_EQ(edited.front().path, inGroup + root->path().getSegments().back());
+    EXPECT_TRUE(edited.front().transform && !edited.front().visibility);
+    const auto removal = SceneItemOps::sceneItemOps(group->sceneItem())->deleteItemCmd();
+    for (const auto inOne : {false, true}) { // of all changes
+        removal->execute();
+        EXPECT_FALSE(Hierarchy::createItem(edited.front().path));
+        EXPECT_THROW(edit->undo(), std::runtime_error);
+        model.make(model.make(model.root(), "group", "group")->path(), "group", "in");
+        EXPECT_EQ(files.file(inGroup), "") << "not for an ordinary item";
+        std::optional<NotificationGuard> guard;
+        if (inOne) {
+            guard.emplace(Scene::instance());
+        }
+        model.remove(inGroup.pop());
+        removal->undo();
+        guard.reset();
+        EXPECT_EQ(files.file(inGroup), (folder / "scene.gltf").string());
+        edit->undo();
+        edit->redo();
+    }
+    EXPECT_EQ(model.move(inGroup, model.root())->path(), in);
+
+    model.remove(in);
+    model.setGateway(model.make(model.root(), "gateway", "in")->path(), files.id());
+    mount({{"second", {}, kMesh}}); // which the parked one does not hinder
+    const auto second = SceneItemOps::sceneItemOps(gateway)->deleteItemCmd();
+    second->execute();
+    second->undo();
+    EXPECT_THAT(namesOf(Hierarchy::hierarchy(gateway)->children()), ElementsAre("second"));
+    EXPECT_TRUE(files.unmount(in));
+    EXPECT_TRUE(files.unmount(in)) << "lets go of the parked one";
+    EXPECT_FALSE(files.unmount(in));
+
+    mount({{"third", {}, kMesh}});
+    second->execute();
+    Scene::instance().notify(ObjectDestroyed(in));
+    second->undo();
+    EXPECT_EQ(files.file(in), "");
 }
 
 TEST_F(AssimpScene, IsRegisteredOnlyWhileItsRunTimeLives)

@@ -2,9 +2,9 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 #include <tuple>
 #include <unordered_map>
-#include <utility>
 
 #include "kiv/assimp/sceneFile.h"
 #include "kiv/path.h"
@@ -19,8 +19,6 @@ namespace Kiv_v4::assimp {
 class Edits
 {
 public:
-    explicit Edits(Path mountedAt) : gateway(std::move(mountedAt)) {}
-
     /// Null for a node that was not edited.
     template <class Record>
     [[nodiscard]] const Record* find(NodeIndex index) const
@@ -42,7 +40,20 @@ public:
         }
     }
 
-    Path gateway; ///< Where the mount is now; empty once it was taken away.
+    /// The nodes that were edited, in their order.
+    [[nodiscard]] std::set<NodeIndex> nodes() const
+    {
+        std::set<NodeIndex> indices;
+        const auto add = [&indices](const auto& records) {
+            for (const auto& record : records) {
+                indices.insert(record.first);
+            }
+        };
+        std::apply([&add](const auto&... records) { (add(records), ...); }, _records);
+        return indices;
+    }
+
+    Path gateway; ///< Where the mount is shown now; empty while it is not.
 
 private:
     template <class Record>
@@ -56,7 +67,7 @@ private:
 struct Mount
 {
     std::shared_ptr<const SceneFile> file;
-    std::shared_ptr<Edits> edits;
+    std::shared_ptr<Edits> edits = std::make_shared<Edits>();
 };
 
 } // namespace Kiv_v4::assimp

@@ -5,8 +5,20 @@
 #include "kiv/hierarchy.h"
 #include "kiv/runTimeMgr.h"
 #include "kiv/scene.h"
+#include "kiv/sceneSegmentHandler.h"
+#include "kiv/selection.h"
 
 namespace Kiv_v4::assimp {
+
+namespace {
+
+bool isGatewayInto(Rtid nestedRunTimeId, const Path& path)
+{
+    return SceneSegmentHandler::isGateway(path) &&
+           SceneSegmentHandler::findGatewayItems(path.pop(), nestedRunTimeId).contains(path);
+}
+
+} // namespace
 
 GatewayObserver::GatewayObserver(std::shared_ptr<Mounts> mounts) : _mounts(std::move(mounts)) {}
 
@@ -28,6 +40,22 @@ void GatewayObserver::apply(const SceneCompositeNotification::Op& op)
         (op.subOpType == ObjectPathChange::Renamed || op.subOpType == ObjectPathChange::Reparented);
     if (moved && op.item) {
         _mounts->moveAll(op.path, op.item->path());
+    } else if (op.opType == SceneChanged::Added) {
+        resume(op.path);
+    } else if (op.opType == SceneChanged::Deleted && op.subOpType == ObjectDelete::Destroyed) {
+        _mounts->removeAll(op.path);
+    } else if (op.opType == SceneChanged::Deleted && op.subOpType != ObjectDelete::PreDelete) {
+        _mounts->park(op.path);
+    }
+}
+
+void GatewayObserver::resume(const Path& path)
+{
+    for (const auto& gateway : _mounts->parkedUnder(path)) {
+        if (isGatewayInto(_mounts->runTimeId(), gateway)) {
+            _mounts->resume(gateway);
+            announceInvalidated(gateway); // observers may have looked under it already
+        }
     }
 }
 

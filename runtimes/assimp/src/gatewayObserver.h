@@ -10,7 +10,7 @@
 namespace Kiv_v4::assimp {
 
 /// Lets mounts follow their gateways when the scene says that these, or ancestors of theirs, were
-/// renamed or reparented. A deleted gateway keeps its mount, for when the deletion is undone.
+/// renamed or reparented, leave with them when they are deleted, and come back with them.
 class GatewayObserver : public Observer
 {
 public:
@@ -20,6 +20,7 @@ public:
 
 private:
     void apply(const SceneCompositeNotification::Op& op);
+    void resume(const Path& path);
 
     const std::shared_ptr<Mounts> _mounts;
 };

@@ -1,5 +1,6 @@
 #include "mounts.h"
 
+#include <algorithm>
 #include <iterator>
 #include <stdexcept>
 #include <utility>
@@ -10,25 +11,36 @@
 
 namespace Kiv_v4::assimp {
 
-void Mounts::add(const std::shared_ptr<const SceneFile>& file, const Path& gateway)
+void Mounts::add(const Mount& mount, const Path& gateway)
 {
     requireFree(gateway);
-    if (!file) {
-        throw std::invalid_argument("There is no file to mount under '" +
-                                    PathString::string(gateway) + "'.");
-    }
-    _mounts.emplace(gateway, Mount{file, std::make_shared<Edits>(gateway)});
+    _mounts.emplace(gateway, mount);
+    mount.edits->gateway = gateway;
 }
 
 bool Mounts::remove(const Path& gateway)
 {
-    const auto found = _mounts.find(gateway);
-    if (found == _mounts.end()) {
+    if (const auto found = _mounts.find(gateway); found != _mounts.end()) {
+        found->second.edits->gateway = {};
+        _mounts.erase(found);
+        return true;
+    }
+    const auto parked = lastParked(gateway);
+    if (parked == _parked.end()) {
         return false;
     }
-    found->second.edits->gateway = {};
-    _mounts.erase(found);
+    _parked.erase(parked);
     return true;
+}
+
+void Mounts::remove(const Mount& mount)
+{
+    if (!mount.edits->gateway.empty()) {
+        remove(Path(mount.edits->gateway)); // a copy, since it is emptied
+    } else {
+        std::erase_if(_parked,
+                      [&](const auto& parked) { return parked.mount.edits == mount.edits; });
+    }
 }
 
 bool Mounts::move(const Path& gateway, const Path& newGateway)
@@ -63,10 +75,53 @@ void Mounts::moveAll(const Path& oldPath, const Path& newPath)
     }
 }
 
-std::shared_ptr<const SceneFile> Mounts::file(const Path& gateway) const
+void Mounts::park(const Path& path)
+{
+    for (auto mount = _mounts.begin(); mount != _mounts.end();) {
+        const auto goes = mount->first.startsWith(path);
+        if (goes) {
+            _parked.push_back({mount->first, mount->second});
+            mount->second.edits->gateway = {};
+        }
+        mount = goes ? _mounts.erase(mount) : std::next(mount);
+    }
+}
+
+std::vector<Path> Mounts::parkedUnder(const Path& path) const
+{
+    std::vector<Path> gateways;
+    for (const auto& [gateway, mount] : _parked) {
+        if (gateway.startsWith(path) && !find(gateway) &&
+            std::find(gateways.begin(), gateways.end(), gateway) == gateways.end()) {
+            gateways.push_back(gateway);
+        }
+    }
+    return gateways;
+}
+
+void Mounts::resume(const Path& gateway)
+{
+    const auto parked = lastParked(gateway);
+    add(parked->mount, gateway);
+    _parked.erase(parked);
+}
+
+void Mounts::removeAll(const Path& path)
+{
+    park(path);
+    std::erase_if(_parked, [&](const auto& parked) { return parked.gateway.startsWith(path); });
+}
+
+const Mount* Mounts::find(const Path& gateway) const
 {
     const auto found = _mounts.find(gateway);
-    return found == _mounts.end() ? nullptr : found->second.file;
+    return found == _mounts.end() ? nullptr : &found->second;
+}
+
+std::shared_ptr<const SceneFile> Mounts::file(const Path& gateway) const
+{
+    const auto* mount = find(gateway);
+    return mount ? mount->file : nullptr;
 }
 
 std::shared_ptr<Item> Mounts::rootItem(const Path& gateway) const
@@ -123,8 +178,14 @@ const Mount* Mounts::mountOf(const Path& path) const
     if (segment.runTimeId() != _runTimeId || segment.separator() != RunTime::kSeparator) {
         return nullptr;
     }
-    const auto found = _mounts.find(path.popSegment());
-    return found == _mounts.end() ? nullptr : &found->second;
+    return find(path.popSegment());
+}
+
+std::vector<Mounts::Parked>::iterator Mounts::lastParked(const Path& gateway)
+{
+    const auto last = std::find_if(_parked.rbegin(), _parked.rend(),
+                                   [&](const auto& parked) { return parked.gateway == gateway; });
+    return last == _parked.rend() ? _parked.end() : std::prev(last.base());
 }
 
 std::shared_ptr<Item> Mounts::topItem(const Path& gateway,

@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 #include <unordered_map>
+#include <vector>
 
 #include "kiv/path.h"
 #include "kiv/rtid.h"
@@ -19,10 +20,17 @@ class Mounts
 public:
     explicit Mounts(Rtid runTimeId) : _runTimeId(runTimeId) {}
 
-    /// Throws `std::invalid_argument` for a null file, an empty gateway and a gateway that is in
-    /// use.
-    void add(const std::shared_ptr<const SceneFile>& file, const Path& gateway);
+    [[nodiscard]] Rtid runTimeId() const noexcept { return _runTimeId; }
+
+    /// Shows a mount that is not shown. Throws `std::invalid_argument` for an empty gateway and one
+    /// that is in use.
+    void add(const Mount& mount, const Path& gateway);
+
+    /// Takes the mount under `gateway` away or, when none is shown there, the one parked last.
     bool remove(const Path& gateway);
+
+    /// Takes the mount away wherever it is, shown or parked.
+    void remove(const Mount& mount);
 
     /// Throws `std::invalid_argument` when `newGateway` is empty or in use.
     bool move(const Path& gateway, const Path& newGateway);
@@ -30,6 +38,21 @@ public:
     /// Moves the mounts of the gateways at and under `oldPath` along with it. A mount that
     /// is in the way of another is kept, the other dropped.
     void moveAll(const Path& oldPath, const Path& newPath);
+
+    /// Shows the mounts of the gateways at and under `path` no longer, but keeps them.
+    void park(const Path& path);
+
+    /// The gateways at and under `path` that have parked mounts and show none.
+    [[nodiscard]] std::vector<Path> parkedUnder(const Path& path) const;
+
+    /// Shows the mount that was parked last at `gateway`, which has one and shows none.
+    void resume(const Path& gateway);
+
+    /// Takes all mounts of the gateways at and under `path` away, shown or parked.
+    void removeAll(const Path& path);
+
+    /// The mount under `gateway`, or null.
+    [[nodiscard]] const Mount* find(const Path& gateway) const;
 
     /// The file under `gateway`, or null.
     [[nodiscard]] std::shared_ptr<const SceneFile> file(const Path& gateway) const;
@@ -50,6 +73,12 @@ public:
     [[nodiscard]] std::optional<MountedNode> node(const SceneItem::Ptr& item) const;
 
 private:
+    struct Parked
+    {
+        Path gateway;
+        Mount mount;
+    };
+
     void requireFree(const Path& gateway) const;
 
     /// The item of a node that has no parent.
@@ -59,8 +88,12 @@ private:
     /// The mount that holds an item at `path`, or null.
     [[nodiscard]] const Mount* mountOf(const Path& path) const;
 
+    /// The mount parked last at `gateway`, or the end.
+    [[nodiscard]] std::vector<Parked>::iterator lastParked(const Path& gateway);
+
     const Rtid _runTimeId;
     std::unordered_map<Path, Mount> _mounts;
+    std::vector<Parked> _parked; ///< In the order in which they were parked.
 };
 
 } // namespace Kiv_v4::assimp

@@ -1,6 +1,7 @@
 #include "kiv/assimp/runTime.h"
 
 #include <stdexcept>
+#include <utility>
 
 #include "kiv/pathString.h"
 #include "kiv/runTimeMgr.h"
@@ -12,6 +13,48 @@
 #include "mounts.h"
 
 namespace Kiv_v4::assimp {
+
+namespace {
+
+/// Shows a mount; while it is undone it keeps it.
+class MountCommand : public UndoableCommand
+{
+public:
+    MountCommand(std::shared_ptr<Mounts> mounts, std::shared_ptr<GatewayObserver> observer,
+                 Mount mount, Path gateway)
+        : _mounts(std::move(mounts)), _observer(std::move(observer)), _mount(std::move(mount)),
+          _gateway(std::move(gateway))
+    {}
+
+    [[nodiscard]] std::string commandString() const override
+    {
+        return "Mount " + _mount.file->name();
+    }
+
+    void redo() override
+    {
+        _mounts->add(_mount, _gateway);
+        if (Scene::hasInstance()) {
+            Scene::instance().addObserver(_observer);
+        }
+        announceInvalidated(_gateway);
+    }
+
+    void undo() override
+    {
+        const auto gateway = _mount.edits->gateway;
+        _mounts->remove(_mount);
+        announceInvalidated(gateway);
+    }
+
+private:
+    const std::shared_ptr<Mounts> _mounts;
+    const std::shared_ptr<GatewayObserver> _observer;
+    const Mount _mount;
+    const Path _gateway;
+};
+
+} // namespace
 
 RunTime::RunTime(const std::string& name)
     : _registration(name, kSeparator), _mounts(std::make_shared<Mounts>(_registration.id())),
@@ -31,12 +74,18 @@ Rtid RunTime::id() const noexcept
 
 SceneItem::Ptr RunTime::mount(const std::shared_ptr<const SceneFile>& file, const Path& gateway)
 {
-    _mounts->add(file, gateway);
-    if (Scene::hasInstance()) {
-        Scene::instance().addObserver(_gatewayObserver);
-    }
-    announceInvalidated(gateway);
+    mountCmd(file, gateway)->execute();
     return _mounts->rootItem(gateway);
+}
+
+UndoableCommand::Ptr RunTime::mountCmd(const std::shared_ptr<const SceneFile>& file,
+                                       const Path& gateway)
+{
+    if (!file) {
+        throw std::invalid_argument("There is no file to mount under '" +
+                                    PathString::string(gateway) + "'.");
+    }
+    return std::make_shared<MountCommand>(_mounts, _gatewayObserver, Mount{file}, gateway);
 }
 
 bool RunTime::unmount(const Path& gateway)
@@ -51,6 +100,31 @@ bool RunTime::unmount(const Path& gateway)
 bool RunTime::moveMount(const Path& gateway, const Path& newGateway)
 {
     return _mounts->move(gateway, newGateway);
+}
+
+std::string RunTime::file(const Path& gateway) const
+{
+    const auto file = _mounts->file(gateway);
+    return file ? file->name() : std::string();
+}
+
+std::vector<EditedItem> RunTime::editedItems(const Path& gateway) const
+{
+    std::vector<EditedItem> items;
+    const auto* mount = _mounts->find(gateway);
+    if (!mount) {
+        return items;
+    }
+    const auto top = _mounts->rootItem(gateway)->path();
+    const auto& edits = *mount->edits;
+    for (const auto index : edits.nodes()) {
+        items.push_back({itemBelow(top, mount->file, SceneFile::kRoot, index)->path(),
+                         edits.find<TransformRecord>(index) != nullptr,
+                         edits.find<CameraRecord>(index) != nullptr,
+                         edits.find<LightRecord>(index) != nullptr,
+                         edits.find<VisibilityRecord>(index) != nullptr});
+    }
+    return items;
 }
 
 std::size_t RunTime::nbItems(const Path& gateway) const

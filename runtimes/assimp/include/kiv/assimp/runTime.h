@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "kiv/assimp/sceneFile.h"
 #include "kiv/export.h"
@@ -10,11 +11,22 @@
 #include "kiv/rtid.h"
 #include "kiv/runTimeRegistration.h"
 #include "kiv/sceneItem.h"
+#include "kiv/undoableCommand.h"
 
 namespace Kiv_v4::assimp {
 
 class GatewayObserver;
 class Mounts;
+
+/// An item of a file that was edited, and through which interfaces.
+struct EditedItem
+{
+    Path path;
+    bool transform = false;  ///< `Transform3d`
+    bool camera = false;     ///< `Camera`
+    bool light = false;      ///< `Light`
+    bool visibility = false; ///< `Object3d`
+};
 
 /// Scene files as a run-time: the constructor registers name, handlers and component separator, the
 /// destructor takes all of it back. Files are mounted under gateway items of other run-times; the
@@ -32,9 +44,17 @@ class Mounts;
 ///
 /// With a scene installed (`Scene::initializeInstance`), mounting and unmounting are announced as
 /// one `SubtreeInvalidate` of the gateway, and mounts follow gateways that the scene reports as
-/// renamed or reparented, from the scene that was installed when the file was mounted. A gateway
-/// that is deleted keeps its mount, so that undoing the deletion brings everything back; `unmount`
-/// lets go of it.
+/// renamed or reparented, from the scene that was installed when the file was mounted.
+///
+/// **Deletion.** When that scene reports a gateway, or an ancestor of it, as deleted, the mount is
+/// parked with its edits: it is not shown, and another file can be mounted at the path. Commands on
+/// its items throw as for a file that is not mounted. It is shown again when the gateway or the
+/// ancestor is reported as added, the item at the path is again a gateway into this run-time, and
+/// nothing is mounted there: so undoing the deletion brings everything back, and the commands work
+/// again. Of several mounts parked at a path, the last one comes back first. Mounts are parked for
+/// as long as the run-time lives, unless `unmount` lets go of them or the gateway is reported as
+/// destroyed. Bringing one back is announced too; it is linear in the items beside the gateway and
+/// under them.
 ///
 /// **Node types.** In the scene `mesh`, `camera` or `light` for what hangs at the node (in this
 /// order when there are several), otherwise `transform`.
@@ -58,7 +78,8 @@ class Mounts;
 /// ones of a kind with numbers from 2.
 ///
 /// **Editing.** Transforms, cameras, lights and visibility are edited over the file, which is never
-/// changed: each mount has edits of its own, which follow its gateway and are dropped by `unmount`.
+/// changed: each mount has edits of its own, which follow its gateway and are dropped by `unmount`;
+/// `editedItems` lists them.
 /// A command on an item that is not mounted any more throws `std::runtime_error`.
 ///
 /// **Transforms.** Until it is edited, an item has the matrix of its node, bit for bit.
@@ -108,13 +129,27 @@ public:
     /// there already.
     SceneItem::Ptr mount(const std::shared_ptr<const SceneFile>& file, const Path& gateway);
 
-    /// Takes the file under the gateway away, with all edits; false when there is none.
+    /// The same as a command; changes nothing yet. While it is undone it keeps the mount with its
+    /// edits. A host that makes a gateway for the file lets undo make it an ordinary item again
+    /// before it takes it away, so that doing it again brings back no parked mount. Throws
+    /// `std::invalid_argument` for a null file, and when it is executed as `mount` does.
+    [[nodiscard]] UndoableCommand::Ptr mountCmd(const std::shared_ptr<const SceneFile>& file,
+                                                const Path& gateway);
+
+    /// Takes the file under the gateway away, with all edits, or lets go of the one that was parked
+    /// there last when none is shown; false when there is neither.
     bool unmount(const Path& gateway);
 
     /// Follows a gateway that was renamed or moved while no scene was installed; false when no file
     /// is mounted at `gateway`. Throws as `mount` does when the file cannot be mounted at
     /// `newGateway`.
     bool moveMount(const Path& gateway, const Path& newGateway);
+
+    /// The file under the gateway, as it was given to `read`; empty when there is none.
+    [[nodiscard]] std::string file(const Path& gateway) const;
+
+    /// The items of the file under the gateway that have edits, parents before their children.
+    [[nodiscard]] std::vector<EditedItem> editedItems(const Path& gateway) const;
 
     /// The number of nodes of the file under the gateway, which are its items but for the
     /// materials; 0 when there is none.
