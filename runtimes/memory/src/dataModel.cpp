@@ -117,6 +117,16 @@ void DataModel::setNativeType(const Path& item, const std::string& attribute,
     announceAttribute(item, attribute);
 }
 
+std::vector<std::string> DataModel::metadataKeys(const Path& item,
+                                                 const std::string& attribute) const
+{
+    std::vector<std::string> keys;
+    for (const auto& entry : existing(*_tree, AttributeInfo(item, attribute)).metadata) {
+        keys.push_back(entry.first);
+    }
+    return keys;
+}
+
 void DataModel::setGateway(const Path& item, Rtid nestedRunTimeId)
 {
     auto& node = existing(*_tree, item);

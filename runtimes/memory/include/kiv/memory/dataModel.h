@@ -108,6 +108,10 @@ public:
     /// Says what an `Attribute::kGeneric` attribute's type is called.
     void setNativeType(const Path& item, const std::string& attribute, const std::string& type);
 
+    /// The keys that the attribute has metadata under, in alphabetical order.
+    [[nodiscard]] std::vector<std::string> metadataKeys(const Path& item,
+                                                        const std::string& attribute) const;
+
     /// Lets the items of `nestedRunTimeId` begin under the item; 0 makes it an ordinary item again.
     void setGateway(const Path& item, Rtid nestedRunTimeId);
 
