@@ -1,10 +1,14 @@
 #include "mounting.h"
 
 #include <filesystem>
+#include <functional>
 #include <stdexcept>
+#include <utility>
 
 #include "kiv/hierarchy.h"
 #include "kiv/pathString.h"
+#include "kiv/sceneSegmentHandler.h"
+#include "kiv/selection.h"
 
 #include "diagnostics.h"
 #include "progressLine.h"
@@ -50,6 +54,94 @@ std::size_t failures(const std::vector<std::string>& subjects, Work work)
     return failed;
 }
 
+/// Makes an item a gateway and shows a file there. Undone, the item is an ordinary one again, so
+/// that nothing else that was mounted at its path comes back when its creation is done again.
+class GatewayCommand : public UndoableCommand
+{
+public:
+    GatewayCommand(memory::DataModel& model, Path item, Rtid nested, Ptr showing)
+        : _model(model), _item(std::move(item)), _nested(nested), _showing(std::move(showing))
+    {}
+
+    void redo() override
+    {
+        _model.setGateway(_item, _nested);
+        try {
+            if (_showing) {
+                _showing->redo();
+            }
+        } catch (...) {
+            _model.setGateway(_item, 0);
+            throw;
+        }
+    }
+
+    void undo() override
+    {
+        if (_showing) {
+            _showing->undo();
+        }
+        _model.setGateway(_item, 0);
+    }
+
+private:
+    memory::DataModel& _model;
+    const Path _item;
+    const Rtid _nested;
+    const Ptr _showing;
+};
+
+/// Makes an item, and lets a command that is made for it follow.
+class MountCommand : public SceneItemResultUndoableCommand
+{
+public:
+    using Follow = std::function<UndoableCommand::Ptr(const Path& gateway)>;
+
+    MountCommand(std::string name, Ptr creation, Follow follow)
+        : _name(std::move(name)), _creation(std::move(creation)), _follow(std::move(follow))
+    {}
+
+    [[nodiscard]] std::string commandString() const override { return _name; }
+    [[nodiscard]] SceneItem::Ptr sceneItem() const override { return _creation->sceneItem(); }
+
+    void execute() override
+    {
+        _creation->execute();
+        follow();
+    }
+
+    void undo() override
+    {
+        _followed->undo();
+        _creation->undo();
+    }
+
+    void redo() override
+    {
+        _creation->redo();
+        follow();
+    }
+
+private:
+    void follow()
+    {
+        try {
+            if (!_followed) {
+                _followed = _follow(sceneItem()->path());
+            }
+            _followed->redo();
+        } catch (...) {
+            _creation->undo();
+            throw;
+        }
+    }
+
+    const std::string _name;
+    const Ptr _creation;
+    const Follow _follow;
+    UndoableCommand::Ptr _followed;
+};
+
 } // namespace
 
 SceneItem::Ptr Mounting::root() const
@@ -72,15 +164,67 @@ void Mounting::make(const std::string& typeAndPath)
 
 Path Mounting::mount(const std::string& file)
 {
-    ProgressLine line("reading " + file);
-    const auto content = _files.read(file, [&line](float fraction) { line.show(fraction); });
+    const auto command = mountCmd(file, root(), {});
+    command->execute();
+    return command->sceneItem()->path();
+}
 
-    auto& model = _memory.model();
-    const auto name = model.uniqueName(model.root(), gatewayName(file));
-    const auto gateway = model.make(model.root(), "gateway", name)->path();
-    model.setGateway(gateway, _files.id());
-    _files.mount(*content, gateway);
-    return gateway;
+SceneItemResultUndoableCommand::Ptr
+Mounting::mountCmd(const std::string& file, const SceneItem::Ptr& parent, const std::string& name)
+{
+    const auto wanted = name.empty() ? gatewayName(file) : name;
+    const auto creation = Hierarchy::hierarchy(parent)->createChildCmd("gateway", wanted);
+    if (!creation) {
+        throw std::runtime_error("nothing can be mounted under " +
+                                 PathString::string(parent->path()));
+    }
+    return std::make_shared<MountCommand>(
+        "mount " + file, creation,
+        [this, content = read(file)](const Path& gateway) { return gatewayCmd(gateway, content); });
+}
+
+Mounting::File Mounting::read(const std::string& file) const
+{
+    ProgressLine line("reading " + file);
+    return _files.read(file, [&line](float fraction) { line.show(fraction); });
+}
+
+UndoableCommand::Ptr Mounting::gatewayCmd(const Path& item, const File& file)
+{
+    return std::make_shared<GatewayCommand>(model(), item, _files.id(),
+                                            file ? _files.mountCmd(*file, item) : nullptr);
+}
+
+std::vector<Mounting::Mount> Mounting::mounts() const
+{
+    std::vector<Mount> mounts;
+    for (const auto& gateway : SceneSegmentHandler::findGatewayItems(root()->path(), _files.id())) {
+        auto file = mountedFile(gateway->path());
+        if (!file.empty()) {
+            mounts.push_back({gateway->path(), std::move(file)});
+        }
+    }
+    return mounts;
+}
+
+std::string Mounting::mountedFile(const Path& gateway) const
+{
+    return _files.file(gateway);
+}
+
+bool Mounting::isGateway(const SceneItem& item) const
+{
+    return isInMemory(item) && _files.id() != 0 && model().gateway(item.path()) == _files.id();
+}
+
+std::vector<EditedItem> Mounting::editedItems(const Path& gateway) const
+{
+    return _files.editedItems(gateway);
+}
+
+Path Mounting::pathInFile(const Path& gateway, const std::string& text) const
+{
+    return gateway + PathSegment(text, _files.id(), SceneFiles::separator());
 }
 
 SceneItem::Ptr Mounting::item(const std::string& text, const Path& gateway) const

@@ -1,12 +1,14 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "kiv/memory/runTime.h"
 #include "kiv/path.h"
+#include "kiv/resultCommands.h"
 #include "kiv/sceneItem.h"
 
 #include "sceneFiles.h"
@@ -16,10 +18,29 @@ namespace app {
 /// The scene that the program shows: items in memory under one root, with scene files mounted among
 /// them. The one place that knows which run-times there are; everything else goes through the
 /// library's interfaces.
+///
+/// **Lifetime.** Its commands are not run any more once it is gone.
 class Mounting
 {
 public:
+    using File = std::shared_ptr<const SceneFiles::File>;
+
+    /// A scene file and where it is shown.
+    struct Mount
+    {
+        Kiv_v4::Path gateway;
+        std::string file; ///< As it was given.
+    };
+
     [[nodiscard]] Kiv_v4::SceneItem::Ptr root() const;
+
+    /// The items in memory, for what the library's interfaces do not tell of them.
+    [[nodiscard]] Kiv_v4::memory::DataModel& model() const noexcept { return _memory.model(); }
+
+    [[nodiscard]] bool isInMemory(const Kiv_v4::SceneItem& item) const
+    {
+        return item.runTimeId() == _memory.id();
+    }
 
     /// Makes an item in memory from `TYPE:PATH`, whose parent must be there. Throws
     /// `std::invalid_argument` with the reason.
@@ -29,6 +50,37 @@ public:
     /// Throws `std::runtime_error` with the reason, with nothing mounted. A progress line shows
     /// while the file is read.
     Kiv_v4::Path mount(const std::string& file);
+
+    /// A command that mounts the file under a new gateway item, the last child of `parent`, which
+    /// is named `name`, or after the file when that is empty, changed to be unique. The file is
+    /// read at once. Throws `std::runtime_error` with the reason, with nothing changed.
+    [[nodiscard]] Kiv_v4::SceneItemResultUndoableCommand::Ptr
+    mountCmd(const std::string& file, const Kiv_v4::SceneItem::Ptr& parent,
+             const std::string& name);
+
+    /// Reads a scene file as `mount` does.
+    [[nodiscard]] File read(const std::string& file) const;
+
+    /// A command that makes an ordinary item in memory a gateway that shows the file or, for null,
+    /// nothing yet. Undone, it keeps what was edited of the file.
+    [[nodiscard]] Kiv_v4::UndoableCommand::Ptr gatewayCmd(const Kiv_v4::Path& item,
+                                                          const File& file);
+
+    /// The mounted files, in the order of the tree.
+    [[nodiscard]] std::vector<Mount> mounts() const;
+
+    /// The file that is mounted under the gateway, as it was given; empty for any other item.
+    [[nodiscard]] std::string mountedFile(const Kiv_v4::Path& gateway) const;
+
+    /// Whether the items of scene files may begin under the item.
+    [[nodiscard]] bool isGateway(const Kiv_v4::SceneItem& item) const;
+
+    /// The items of a file that were edited, parents before their children.
+    [[nodiscard]] std::vector<EditedItem> editedItems(const Kiv_v4::Path& gateway) const;
+
+    /// The path of the file item that `text` names under the gateway, whether there is one or not.
+    [[nodiscard]] Kiv_v4::Path pathInFile(const Kiv_v4::Path& gateway,
+                                          const std::string& text) const;
 
     /// The item that `text` names: a full path string, or one that begins under `gateway`, with or
     /// without its leading separator; null when there is none.

@@ -4,15 +4,27 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "kiv/path.h"
 #include "kiv/rtid.h"
 #include "kiv/sceneItem.h"
+#include "kiv/undoableCommand.h"
 
 namespace app {
 
 /// Told how far reading has come, from 0 to 1.
 using Progress = std::function<void(float)>;
+
+/// An item of a scene file that was edited, and what of it.
+struct EditedItem
+{
+    Kiv_v4::Path path;
+    bool transform = false;
+    bool camera = false;
+    bool light = false;
+    bool visibility = false;
+};
 
 /// Scene files as a run-time, for as long as the object lives; or, in a build without one, the
 /// answer that there is none. Which of the two it is, is chosen when the program is built.
@@ -34,7 +46,15 @@ public:
     /// The run-time whose items begin under the gateways of files.
     [[nodiscard]] Kiv_v4::Rtid id() const;
 
-    void mount(const File& file, const Kiv_v4::Path& gateway);
+    /// A command that shows the file under the gateway.
+    [[nodiscard]] Kiv_v4::UndoableCommand::Ptr mountCmd(const File& file,
+                                                        const Kiv_v4::Path& gateway);
+
+    /// The file under the gateway, as it was given to `read`; empty when there is none.
+    [[nodiscard]] std::string file(const Kiv_v4::Path& gateway) const;
+
+    /// The items under the gateway that were edited, parents before their children.
+    [[nodiscard]] std::vector<EditedItem> editedItems(const Kiv_v4::Path& gateway) const;
 
     /// The name of the item in its file, if it comes from a file.
     [[nodiscard]] std::optional<std::string> originalName(const Kiv_v4::SceneItem& item) const;

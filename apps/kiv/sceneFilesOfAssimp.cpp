@@ -38,9 +38,23 @@ Kiv_v4::Rtid SceneFiles::id() const
     return _runTime->files.id();
 }
 
-void SceneFiles::mount(const File& file, const Kiv_v4::Path& gateway)
+Kiv_v4::UndoableCommand::Ptr SceneFiles::mountCmd(const File& file, const Kiv_v4::Path& gateway)
 {
-    _runTime->files.mount(file.file, gateway);
+    return _runTime->files.mountCmd(file.file, gateway);
+}
+
+std::string SceneFiles::file(const Kiv_v4::Path& gateway) const
+{
+    return _runTime->files.file(gateway);
+}
+
+std::vector<EditedItem> SceneFiles::editedItems(const Kiv_v4::Path& gateway) const
+{
+    std::vector<EditedItem> items;
+    for (const auto& item : _runTime->files.editedItems(gateway)) {
+        items.push_back({item.path, item.transform, item.camera, item.light, item.visibility});
+    }
+    return items;
 }
 
 std::optional<std::string> SceneFiles::originalName(const Kiv_v4::SceneItem& item) const

@@ -24,7 +24,20 @@ Kiv_v4::Rtid SceneFiles::id() const
     return 0;
 }
 
-void SceneFiles::mount(const File&, const Kiv_v4::Path&) {}
+Kiv_v4::UndoableCommand::Ptr SceneFiles::mountCmd(const File&, const Kiv_v4::Path&)
+{
+    return nullptr;
+}
+
+std::string SceneFiles::file(const Kiv_v4::Path&) const
+{
+    return {};
+}
+
+std::vector<EditedItem> SceneFiles::editedItems(const Kiv_v4::Path&) const
+{
+    return {};
+}
 
 std::optional<std::string> SceneFiles::originalName(const Kiv_v4::SceneItem&) const
 {
