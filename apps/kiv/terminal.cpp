@@ -102,6 +102,18 @@ std::string printable(std::string_view text)
     return result;
 }
 
+bool isUtf8(std::string_view text)
+{
+    while (!text.empty()) {
+        const auto length = firstCharacter(text).length;
+        if (length == 0) {
+            return false;
+        }
+        text.remove_prefix(length);
+    }
+    return true;
+}
+
 std::size_t columns(std::string_view text)
 {
     return static_cast<std::size_t>(

@@ -17,6 +17,9 @@ namespace app {
 /// characters, line and paragraph separators, and marks that turn the direction of writing.
 [[nodiscard]] std::string printable(std::string_view text);
 
+/// Whether all of the text is UTF-8.
+[[nodiscard]] bool isUtf8(std::string_view text);
+
 /// The number of characters in UTF-8 text, which is about the columns that it takes.
 [[nodiscard]] std::size_t columns(std::string_view text);
 

@@ -1,0 +1,196 @@
+// Scenes of the host program as documents: what was saved comes back, and nothing else.
+
+#include <csignal>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include "kiv/host/undoHistory.h"
+#include "kiv/scene.h"
+
+#include "exactJson.h"
+#include "random.h"
+#include "sceneDocument.h"
+#include "sections.h"
+
+using namespace Kiv_v4;
+
+namespace {
+
+namespace fs = std::filesystem;
+using app::Json;
+
+struct SceneDocument : testing::Test
+{
+    SceneDocument()
+    {
+        fs::create_directories(folder / "links");
+        fs::copy_file(KIV_SOURCES "/examples/workshop.gltf", folder / "workshop.gltf");
+        fs::copy_file(KIV_SOURCES "/tests/sceneDocument.json", folder / "scene.json");
+        Scene::initializeInstance(std::make_shared<Scene>());
+        UndoableCommandMgr::initializeInstance(history);
+        scene.mount((folder / "workshop.gltf").string());
+        fs::current_path(folder);
+    }
+    ~SceneDocument() override
+    {
+        UndoableCommandMgr::initializeInstance(nullptr);
+        Scene::initializeInstance(nullptr);
+        fs::current_path(folder.parent_path());
+        fs::remove_all(folder);
+    }
+
+    static std::string contentOf(const std::string& name)
+    {
+        std::ifstream stream(name, std::ios::binary);
+        return {std::istreambuf_iterator<char>(stream), {}};
+    }
+    static void write(const std::string& name, const std::string& content)
+    {
+        std::ofstream(name, std::ios::binary) << content;
+    }
+    std::string saved(const std::string& name = "saved.json") const
+    {
+        app::save(scene, name);
+        return contentOf(name);
+    }
+    void open(const std::string& name)
+    {
+        app::Edits edits("open");
+        app::open(scene, name, edits);
+        edits.commit();
+    }
+
+    /// Gives all numbers that are independent of each other other values.
+    void change(Json& json)
+    {
+        if (json.is_number_float()) {
+            const auto bits = static_cast<std::uint32_t>(random.below(0xFF000000));
+            float number = 0;
+            std::memcpy(&number, &bits, sizeof number);
+            json = std::isfinite(number) ? app::exactJson(number) : json;
+        }
+        if (json.is_structured()) {
+            for (auto& [key, value] : json.items()) {
+                key == "mount" || key == "metadata" ? void() : change(value);
+            }
+        }
+    }
+
+    const fs::path folder =
+        fs::temp_directory_path() / ("kiv_sceneDocument_test_" + std::to_string(getpid()));
+    const std::shared_ptr<host::UndoHistory> history = std::make_shared<host::UndoHistory>();
+    app::Mounting scene;
+    test::Random random;
+};
+
+TEST_F(SceneDocument, ComesBackAsItWasInOneUndoableStep)
+{
+    for (auto round = 0; round < 20; ++round) {
+        const auto before = saved();
+        open("scene.json");
+        ASSERT_EQ(saved(), contentOf("scene.json"));
+        history->undo();
+        EXPECT_EQ(saved(), before);
+        history->redo();
+        EXPECT_EQ(saved(), contentOf("scene.json"));
+        auto document = Json::parse(contentOf("scene.json"));
+        change(document);
+        write("scene.json", document.dump(2) + "\n");
+    }
+}
+
+TEST_F(SceneDocument, HoldsEveryPropertyThatTheInterfacesTell)
+{
+    open("scene.json");
+    const std::tuple<const char*, app::Section (*)(const SceneItem::Ptr&), std::size_t> cases[] = {
+        {"all", app::transform, 11}, // with those that are told only when they are not zero
+        {"view", app::camera, 10},
+        {"sun", app::light, 8},
+        {"lamp", app::light, 12},
+        {"window", app::light, 8}};
+    for (const auto& [name, section, nbFacts] : cases) {
+        auto& model = scene.model();
+        const auto item = model.item(model.root() + name);
+        const auto other = model.make(model.root(), item->nodeType(), std::string("new ") + name);
+        const auto fresh = section(other).facts;
+        const auto facts = section(item).facts;
+        ASSERT_EQ(facts.size(), nbFacts) << name;
+        for (std::size_t i = 0; i < fresh.size(); ++i) {
+            EXPECT_EQ(facts[i].value == fresh[i].value, facts[i].key == "type") << facts[i].key;
+        }
+    }
+}
+
+TEST_F(SceneDocument, IsRefusedWithOneLineAndTheSceneAsItWas)
+{
+    struct Case
+    {
+        std::string pointer; ///< Of what is replaced in a good document; empty for all of it.
+        std::string text;
+        std::string message;
+    };
+    const Case cases[] = {
+        {"", "{\n  \"a\" ?}", "line 2, column 7: syntax error.*"},
+        {"", std::string(100'000, '['), "is nested deeper than 16 levels"},
+        {"", "[]", "is no scene document"},
+        {"/version", "2", "is of version 2, this program reads up to 1"},
+        {"/items/2/mroe~1", "1", "/items/2/mroe~1: is no field that this program knows"},
+        {"/items/2/name", "7", "/items/2/name: is no text"},
+        {"/items/2/name", R"({"bytes":"6"})", "/items/2/name/bytes: is no hexadecimal text"},
+        {"/items/3/name", R"("a/b")", "/items/3: 'a/b' is no name for an item"},
+        {"/items/3/name", R"("oak")", "/items/3/name: is that of another child .*"},
+        {"/items/1/transform/scale/1", R"("inf")", "/items/1/transform/scale: is not finite"},
+        {"/items/2/light", R"({"shadowEnable":true})", "/items/2: the item is no light"},
+        {"/items/1/attributes/1/type", R"("X")", "/items/1/attributes/1/type: is no type .*"},
+        {"/items/1/attributes/1/name", R"("bool")", "/items/1/attributes/1/name: is that of .*"},
+        {"/items/1/attributes/1/value", "2147483648", ".*/1/value: is no integer of 32 bits"},
+        {"/items/1/attributes/12/value/1", "true", ".*/12/value/1: is no .*"},
+        {"/connections/0/source/attribute", R"("y")", ".*: 'y' is no attribute of the item"},
+        {"/items/10/mount/file", R"("no.obj")", "/items/10/mount/file: no.obj: no such file"},
+        {"/items/10/mount/edits/1/item", R"(":x")", ".*/edits/1: the file has no item ':x'"},
+    };
+    const auto before = saved();
+    for (const auto& [pointer, text, message] : cases) {
+        auto document = Json::parse(contentOf("scene.json"));
+        pointer.empty() ? void() : void(document[Json::json_pointer(pointer)] = Json::parse(text));
+        write("bad.json", pointer.empty() ? text : document.dump());
+        try {
+            open("bad.json");
+            ADD_FAILURE() << "opened with " << text << " at " << pointer;
+        } catch (const std::runtime_error& error) {
+            EXPECT_THAT(error.what(), testing::MatchesRegex("bad.json: " + message));
+        }
+        EXPECT_EQ(saved(), before) << message;
+        EXPECT_FALSE(history->canUndo());
+    }
+}
+
+TEST_F(SceneDocument, IsSavedAsAWholeOrNotAtAll)
+{
+    fs::create_symlink("../new.json", "links/new.json");
+    const auto text = saved("links/new.json");
+    EXPECT_THAT(text, testing::HasSubstr(R"("file": "workshop.gltf")"));
+    EXPECT_EQ(contentOf("new.json"), text);
+    fs::permissions("new.json", fs::perms::owner_all);
+
+    open("scene.json");
+    rlimit usual{};
+    getrlimit(RLIMIT_FSIZE, &usual);
+    const rlimit full{1000, usual.rlim_max};
+    std::signal(SIGXFSZ, SIG_IGN);
+    setrlimit(RLIMIT_FSIZE, &full);
+    EXPECT_THROW((void)saved("new.json"), std::runtime_error);
+    setrlimit(RLIMIT_FSIZE, &usual);
+    EXPECT_EQ(contentOf("new.json"), text);
+    EXPECT_EQ(saved("new.json"), contentOf("scene.json"));
+    EXPECT_EQ(fs::status("new.json").permissions(), fs::perms::owner_all);
+    EXPECT_EQ(std::distance(fs::directory_iterator("."), {}), 4) << "nothing is left behind";
+    EXPECT_THROW((void)saved("links"), std::runtime_error);
+}
+
+} // namespace
