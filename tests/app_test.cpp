@@ -1,21 +1,19 @@
-// Runs the host program like a user does: by command line, through a shell.
-
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
-#include <sstream>
 #include <string>
-#include <sys/wait.h>
-#include <unistd.h>
 #include <vector>
+
+#include "program.h"
 
 namespace {
 
+using test::contentOf;
+using test::linesOf;
+using test::Result;
 using testing::ContainsRegex;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -24,53 +22,9 @@ using testing::Not;
 using testing::StartsWith;
 namespace fs = std::filesystem;
 
-struct Result
-{
-    int status;
-    std::string out;
-    std::string err;
-};
-
-std::string contentOf(const fs::path& file)
-{
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
-std::vector<std::string> linesOf(const std::string& text)
-{
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);) {
-        lines.push_back(line);
-    }
-    return lines;
-}
-
-class Kiv : public testing::Test
+class Kiv : public test::Program
 {
 protected:
-    Kiv() { fs::create_directories(folder); }
-    ~Kiv() override { fs::remove_all(folder); }
-
-    /// Runs a shell command in which `kiv` is the program.
-    Result shell(const std::string& command) const
-    {
-        const auto errors = folder / "errors";
-        const auto whole =
-            "kiv() { '" KIV_PROGRAM "' \"$@\"; }\n{ " + command + "\n} 2>'" + errors.string() + "'";
-        std::string out;
-        auto* pipe = ::popen(whole.c_str(), "r");
-        std::array<char, 4096> piece;
-        while (const auto size = std::fread(piece.data(), 1, piece.size(), pipe)) {
-            out.append(piece.data(), size);
-        }
-        const auto status = ::pclose(pipe);
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, out, contentOf(errors)};
-    }
-
-    Result kiv(const std::string& arguments) const { return shell("kiv " + arguments); }
-
     /// What `kiv show` tells as JSON.
     nlohmann::json shown(const std::string& arguments, const std::string& path) const
     {
@@ -87,17 +41,6 @@ protected:
         std::ofstream(file, std::ios::binary) << text;
         return "'" + file.string() + "'";
     }
-
-    /// The command run in a terminal of its own.
-    Result onTerminal(const std::string& environment, const std::string& arguments) const
-    {
-        return shell("env " + environment + " TERM=xterm script -qec \"'" KIV_PROGRAM "' " +
-                     arguments + "\" /dev/null");
-    }
-
-    const fs::path folder =
-        fs::path(testing::TempDir()) / ("kiv_app_test_" + std::to_string(::getpid()));
-    const std::string workshop = "'" KIV_EXAMPLES "/workshop.gltf'";
 };
 
 TEST_F(Kiv, TreeCrossesRunTimesAndCounts)

@@ -35,8 +35,8 @@ public:
         return command;
     }
 
-    /// Hands the commands to the installed command manager as one. Without commands there is nothing
-    /// to hand over.
+    /// Hands the commands to the installed command manager as one. Without commands there is
+    /// nothing to hand over.
     void commit();
 
 private:

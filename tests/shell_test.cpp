@@ -1,0 +1,142 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include "program.h"
+
+namespace {
+
+using test::contentOf;
+using testing::HasSubstr;
+using testing::Not;
+namespace fs = std::filesystem;
+
+class Shell : public test::Program
+{
+protected:
+    Shell() { fs::create_symlink(KIV_EXAMPLES, folder / "examples"); }
+
+    /// `kiv shell` in the folder of the test, in which `examples` can be named.
+    test::Result run(const std::string& arguments) const
+    {
+        return shell("cd '" + folder.string() + "' && kiv shell " + arguments);
+    }
+
+    void write(const std::string& name, const std::string& content) const
+    {
+        std::ofstream(folder / name, std::ios::binary) << content;
+    }
+};
+
+// To record it anew, when a change is meant: the command below, from the root of the sources.
+TEST_F(Shell, RecordedSessionOverThreeFilesGoesAsBefore)
+{
+    const std::string models = "/usr/share/assimp/models";
+    if (!fs::exists(models)) {
+        GTEST_SKIP() << "There is no " << models;
+    }
+    const auto session = run("--echo --keep-going <'" KIV_SESSIONS "/dayAtWork.kiv' 2>&1");
+    EXPECT_EQ(session.out, contentOf(KIV_SESSIONS "/dayAtWork.txt"));
+    EXPECT_EQ(session.status, 1); // the session has errors too
+}
+
+TEST_F(Shell, ScriptStopsAtItsFirstErrorUnlessToldOtherwise)
+{
+    write("outer.kiv", "make group a\n# then\nrun inner.kiv\nmake group c\n");
+    write("inner.kiv", "make group b; move b 1 x 3\nmake group never\n");
+    const auto stopped = run("<outer.kiv");
+    EXPECT_EQ(stopped.out, "/world/a\n/world/b\n");
+    EXPECT_EQ(stopped.err, "kiv: line 3: inner.kiv: line 1: 'x' is no number\n");
+    EXPECT_EQ(stopped.status, 1);
+
+    const auto gone = run("--keep-going <outer.kiv");
+    EXPECT_EQ(gone.out, "/world/a\n/world/b\n/world/c\n");
+    EXPECT_EQ(gone.status, 1);
+
+    write("endless.kiv", "run endless.kiv\n");
+    EXPECT_THAT(run("-c 'run endless.kiv'").err, HasSubstr("more than 32 deep"));
+    EXPECT_EQ(run("-c 'make group a; quit; frob'").status, 0);
+    EXPECT_EQ(run("examples/missing.gltf -c 'make group never'").out, "");
+}
+
+struct Fault
+{
+    std::string line;
+    std::string error; ///< What the complaint ends with.
+};
+
+TEST_F(Shell, FaultyCommandsSayWhyAndLeaveTheSceneAsItWas)
+{
+    write("broken.json", "{\"format\": \"kiv scene\",\n \"version\": 1, \"items\": [}");
+    write("newer.json", R"({"format": "kiv scene", "version": 2, "items": []})");
+    write("gone.json", R"({"format": "kiv scene", "version": 1, "connections": [], "items": [
+        {"depth": 0, "name": "world", "type": "root"},
+        {"depth": 1, "name": "x", "type": "gateway", "mount": {"file": "gone.gltf"}}]})");
+    const std::vector<Fault> faults{
+        {"frob a b", "'frob' is no command (help lists them)"},
+        {"move group 1 2", "too few arguments; usage: move ITEM X Y Z [--by]"},
+        {"pwd now", "too many arguments; usage: pwd "},
+        {"tree --deep=1", "there is no option --deep; usage: tree"},
+        {"tree --depth=-1", "--depth: -1 is less than 0"},
+        {"move group 1 2 1e999", "'1e999' is out of range"},
+        {"move group 1 2 nan", "run-time memory refuses"},
+        {"light workshop/Workshop/View intensity 1", "is no light"},
+        {"camera workshop/Workshop/View fStop much", "'much' is no number"},
+        {"rename group/nothing x", "'group/nothing' is no item"},
+        {"rename workshop/Workshop/View x", "its run-time offers no operations on items"},
+        {"mv group/child workshop/Workshop", "refuses"},
+        {"mv group group/child", "refuses"},
+        {"rm group/child /world", "refuses"}, // the first one comes back
+        {"group g group/child workshop", "/world/workshop: is no sibling of /world/group/child"},
+        {"order group before group/child", "/world/group/child: is no sibling of /world/group"},
+        {"set group size 2", "/world/group: has no attribute 'size'"},
+        {"add group Float size big", "'big' is no number"},
+        {"add group Fload size", "refuses"},
+        {"select @lamps", "no selection is named 'lamps'"},
+        {"end", "there is no step to end"},
+        {"redo", "nothing is left to redo"},
+        {"undo 0", "'0' is less than 1"},
+        {"make 'group b", "the quote ' is not closed"},
+        {"mount missing.gltf", "missing.gltf: no such file"},
+        {"unmount group", "/world/group: no file is mounted here"},
+        {"open missing.json", "missing.json"},
+        {"open broken.json", "line 2"},
+        {"open newer.json", "version 2"},
+        {"open gone.json", "gone.gltf"},
+        {"save missing/scene.json", "missing"},
+        {"run missing.kiv", "missing.kiv: cannot be read"},
+    };
+    std::string script = "mount examples/workshop.gltf; make group group; make mesh child group\n"
+                         "save before.json\n";
+    for (const auto& fault : faults) {
+        script += fault.line + "\n";
+    }
+    write("faults.kiv", script + "save after.json\n");
+    const auto errors = test::linesOf(run("--keep-going <faults.kiv").err);
+    ASSERT_EQ(errors.size(), faults.size());
+    for (std::size_t i = 0; i < faults.size(); ++i) {
+        const auto start = "kiv: line " + std::to_string(i + 3) + ": ";
+        EXPECT_THAT(errors[i], testing::StartsWith(start)) << faults[i].line;
+        EXPECT_THAT(errors[i], HasSubstr(faults[i].error)) << faults[i].line;
+    }
+    EXPECT_EQ(contentOf(folder / "after.json"), contentOf(folder / "before.json"));
+}
+
+TEST_F(Shell, TerminalCompletesCommandsAndPathsAndKeepsItsHistory)
+{
+    const auto typed = [&](const std::string& keys) {
+        return shell("cd '" + folder.string() + "' && (sleep 0.5; printf '" + keys +
+                     "'; sleep 0.5) | XDG_STATE_HOME=. TERM=xterm script -qec \"'" KIV_PROGRAM
+                     "' shell examples/workshop.gltf\" /dev/null")
+            .out;
+    };
+    const auto session =
+        typed("ren\\t work\\t shop\\ncd shop/Work\\tBench/Leg\\tfr\\tl\\t\\npwd\\nquit\\n");
+    EXPECT_THAT(session, HasSubstr("\n/world/shop,:Workshop:Bench:Leg front left\r\n"));
+    EXPECT_THAT(session, Not(HasSubstr("kiv:")));
+    EXPECT_THAT(typed("\\033[A\\033[A\\033[A\\033[A\\n"),
+                HasSubstr("\n/world/shop\r\n")); // the first line
+}
+
+} // namespace
