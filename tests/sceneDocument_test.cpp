@@ -1,5 +1,6 @@
 // Scenes of the host program as documents: what was saved comes back, and nothing else.
 
+#include <cmath>
 #include <csignal>
 #include <cstring>
 #include <filesystem>
