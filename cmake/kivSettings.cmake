@@ -56,6 +56,11 @@ function(kiv_library name exported_as includes)
     kiv_settings(${name})
     # The library's calls of its own functions are not up for replacement, so they may be inlined.
     target_compile_options(${name} PRIVATE -fno-semantic-interposition)
+    if(UNIX AND NOT APPLE)
+        set(exported ${kiv_SOURCE_DIR}/cmake/exported.map)
+        target_link_options(${name} PRIVATE LINKER:--version-script=${exported})
+        set_property(TARGET ${name} PROPERTY LINK_DEPENDS ${exported})
+    endif()
     target_compile_features(${name} INTERFACE cxx_std_17)
     target_include_directories(${name}
         PUBLIC $<BUILD_INTERFACE:${includes}> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)

@@ -163,7 +163,7 @@ private:
     /// What copies share. Nothing in it changes once it is there.
     struct Body
     {
-        explicit Body(Segments&& pathSegments) noexcept;
+        KIV_HIDDEN explicit Body(Segments&& pathSegments) noexcept;
         Body(const Body&) = delete;
         ~Body();
         Body& operator=(const Body&) = delete;
@@ -186,8 +186,8 @@ private:
         return _body ? _body->components() : noComponents();
     }
 
-    [[nodiscard]] Segments segmentsWithLast(PathSegment&& last) const;
-    void requireComponents() const;
+    [[nodiscard]] KIV_HIDDEN Segments segmentsWithLast(PathSegment&& last) const;
+    KIV_HIDDEN void requireComponents() const;
     std::uint32_t computeHash() const noexcept;
     static const Segments& noSegments() noexcept;
     static const Components& noComponents() noexcept;

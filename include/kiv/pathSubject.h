@@ -65,7 +65,7 @@ public:
     void objectDelete(const Path& deletedPath);
 
 private:
-    void letGo() noexcept;
+    KIV_HIDDEN void letGo() noexcept;
 
     Path _path;
     const AddObserverFn _addObserverFn;

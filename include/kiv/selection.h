@@ -145,9 +145,10 @@ protected:
     virtual void postReplaceWith();
 
 private:
-    void add(detail::PathTable::Slot& slot, const_iterator position, const SceneItem::Ptr& item);
-    Items take(const Path& path) noexcept;
-    PathTrie& builtTrie() const;
+    KIV_HIDDEN void add(detail::PathTable::Slot& slot, const_iterator position,
+                        const SceneItem::Ptr& item);
+    KIV_HIDDEN Items take(const Path& path) noexcept;
+    KIV_HIDDEN PathTrie& builtTrie() const;
 
     // Built by the first prefix question. Then it stays, since callers may hold references to it.
     mutable PathTrie _trie;

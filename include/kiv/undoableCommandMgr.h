@@ -40,7 +40,7 @@ public:
 private:
     friend class UndoableCommandGuard;
 
-    static Ptr& installed();
+    KIV_HIDDEN static Ptr& installed();
 };
 
 } // namespace Kiv_v4

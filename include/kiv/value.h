@@ -130,7 +130,7 @@ private:
     T read() const;
 
     template <class T>
-    T readByStream() const;
+    KIV_HIDDEN T readByStream() const;
 
     [[noreturn]] void refuse() const;
 
