@@ -1,6 +1,8 @@
 #include "kiv/runTimeRegistration.h"
 
+#include "kiv/attributes.h"
 #include "kiv/pathString.h"
+#include "kiv/rawAddress.h"
 
 namespace Kiv_v4 {
 
@@ -24,6 +26,9 @@ RunTimeRegistration::~RunTimeRegistration()
         // Somebody took the separator back already.
     }
     RunTimeMgr::instance().unregister(_id);
+    // Remembering forgets what has died: entries for the run-time's objects lead into its code.
+    static_cast<void>(getRawAddress(SceneItem::Ptr()));
+    static_cast<void>(getRawAddress(Attributes::Ptr()));
 }
 
 } // namespace Kiv_v4

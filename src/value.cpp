@@ -72,6 +72,11 @@ std::string Value::typeName() const
     return _type ? _type->name() : "";
 }
 
+const std::type_info& Value::typeOfText() noexcept
+{
+    return typeid(std::string);
+}
+
 void Value::write(bool v)
 {
     _text = v ? '1' : '0';

@@ -11,7 +11,8 @@ class Notification;
 /// What a subject calls with its notifications.
 ///
 /// **Lifetime.** Whoever makes an observer keeps it by shared pointer for as long as it shall
-/// listen; subjects keep weak references only. Releasing it is enough to stop listening.
+/// listen; subjects keep weak references only. Releasing it is enough to stop listening, but
+/// not to have its code unloaded (`RunTimeRegistration`).
 class KIV_EXPORT Observer
 {
 public:

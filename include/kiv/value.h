@@ -41,7 +41,7 @@ public:
 
     /// A value of type `T`, one of the five. Deliberately implicit.
     template <class T, class = std::enable_if_t<isSupported<T>>>
-    Value(const T& v) : _type(&typeid(T))
+    Value(const T& v) : _type(&typeOf<T>())
     {
         write(v);
     }
@@ -119,6 +119,19 @@ private:
     {
         static_assert(isSupported<T>, "a Value holds a bool, int, float, double or std::string");
     }
+
+    template <class T>
+    static const std::type_info& typeOf() noexcept
+    {
+        if constexpr (std::is_same_v<T, std::string>) {
+            return typeOfText();
+        } else {
+            return typeid(T);
+        }
+    }
+
+    // The library's own: the caller's would go when the caller is unloaded.
+    static const std::type_info& typeOfText() noexcept;
 
     void write(bool v);
     void write(int v);

@@ -1,0 +1,57 @@
+#include <dlfcn.h>
+#include <gmock/gmock.h>
+
+#include "plugin/plugin.h"
+
+using namespace Kiv_v4;
+
+namespace {
+
+SceneItem::Ptr create(const std::string& text)
+{
+    return Hierarchy::createItem(PathString::path(text));
+}
+
+/// Uses the plug-in's run-time and gives a value that was made in it.
+Value used(plugin::Load* load)
+{
+    enum class HostError { unwantedItem };
+    const auto listener = std::make_shared<plugin::Listener>();
+    listener->made = [](const SceneItem& item) {
+        if (item.nodeName() == "unwanted") {
+            throw HostError::unwantedItem;
+        }
+    };
+    std::shared_ptr<void> plugin;
+    load(listener, plugin);
+    EXPECT_THROW(create("!refused"), plugin::Refused);
+    EXPECT_THROW(create("!refused"), InvalidPath);
+    EXPECT_THROW(create("!unwanted"), HostError);
+    const auto item = std::dynamic_pointer_cast<plugin::Item>(create("!item"));
+    EXPECT_NE(getRawAddress(SceneItem::Ptr(item)), 0U);
+    EXPECT_TRUE(Transform3d::hasObservers(PathString::path("!observed")));
+    Scene::instance().notify(ObjectAdd(item));
+    return item->note();
+}
+
+} // namespace
+
+TEST(Plugin, LeavesNothingBehindHoweverOftenItIsLoadedAndUnloaded)
+{
+    Scene::initializeInstance(std::make_shared<Scene>());
+    for (int round = 0; round < 100; ++round) {
+        const auto object = dlopen(KIV_TEST_PLUGIN, RTLD_NOW | RTLD_LOCAL);
+        ASSERT_TRUE(object) << dlerror();
+        const auto note = used(reinterpret_cast<plugin::Load*>(dlsym(object, "load")));
+        ASSERT_FALSE(dlclose(object) || dlopen(KIV_TEST_PLUGIN, RTLD_NOW | RTLD_NOLOAD));
+
+        // Whatever were left would lead into code and data that are gone.
+        EXPECT_EQ(note.get<std::string>(), "from the plug-in");
+        EXPECT_TRUE(note.isType<std::string>());
+        EXPECT_TRUE(RunTimeMgr::instance().getIds().empty());
+        EXPECT_EQ(Scene::instance().nbObservers(), 0U);
+        EXPECT_EQ(getRawAddress(SceneItem::Ptr()), 0U);
+        EXPECT_THROW(create("!item"), InvalidPath);
+    }
+    Scene::initializeInstance(nullptr);
+}
