@@ -11,7 +11,19 @@ install(FILES ${PROJECT_BINARY_DIR}/kivConfig.cmake ${PROJECT_BINARY_DIR}/kivCon
     DESTINATION ${package_dir})
 install(EXPORT kivTargets NAMESPACE kiv:: DESTINATION ${package_dir})
 
-# The prefix is spelled relative to the .pc file, so that the install can be moved.
-file(RELATIVE_PATH prefix_from_pc /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
-configure_file(${CMAKE_CURRENT_LIST_DIR}/kiv.pc.in ${PROJECT_BINARY_DIR}/kiv.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/kiv.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+# kiv_pkg_config(TARGET PACKAGE REQUIRES DESCRIPTION)
+function(kiv_pkg_config target package requires description)
+    # The prefix is spelled relative to the .pc file, so that the install can be moved.
+    file(RELATIVE_PATH prefix_from_pc /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
+    configure_file(${CMAKE_CURRENT_FUNCTION_LIST_DIR}/package.pc.in ${PROJECT_BINARY_DIR}/${package}.pc
+        @ONLY)
+    install(FILES ${PROJECT_BINARY_DIR}/${package}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endfunction()
+
+set(companion "kiv = ${kiv_VERSION}")
+kiv_pkg_config(kiv_4 kiv "" "${PROJECT_DESCRIPTION}")
+kiv_pkg_config(kiv_host kiv-host ${companion} "Ready-made services for a host of kiv")
+kiv_pkg_config(kiv_memory kiv-memory ${companion} "An editable scene in memory, a run-time of kiv")
+if(KIV_BUILD_ASSIMP)
+    kiv_pkg_config(kiv_assimp kiv-assimp ${companion} "Scene files of many formats, a run-time of kiv")
+endif()
