@@ -30,8 +30,10 @@ class KIV_EXPORT Attribute : public std::enable_shared_from_this<Attribute>
 public:
     using Ptr = std::shared_ptr<Attribute>;
 
-    // What `type()` returns.
-    static constexpr const char* kInvalid = "Invalid"; ///< No attribute.
+    /// What `type()` returns when there is no attribute.
+    static constexpr const char* kInvalid = "Invalid";
+
+    /// What `type()` returns for the attribute class of that name.
     static constexpr const char* kBool = "Bool";
     static constexpr const char* kInt = "Int";
     static constexpr const char* kFloat = "Float";
@@ -89,8 +91,10 @@ public:
     /// Removes the metadata under `key`; false when there is none or the run-time refuses.
     virtual bool clearMetadata(const std::string& key) = 0;
 
+    /// Whether there is metadata under `key`.
     [[nodiscard]] virtual bool hasMetadata(const std::string& key) const = 0;
 
+    /// The item that the attribute belongs to.
     [[nodiscard]] SceneItem::Ptr sceneItem() const { return _item; }
 
     /// Whether both are the attribute of that name of the same item, whatever their classes and
@@ -114,6 +118,7 @@ public:
 
     [[nodiscard]] std::string type() const override;
 
+    /// The value, and its setter, which changes it at once.
     [[nodiscard]] virtual T get() const = 0;
     virtual void set(const T& value) = 0;
 
@@ -122,6 +127,7 @@ public:
     [[nodiscard]] virtual UndoableCommand::Ptr setCmd(const T& value);
 };
 
+/// An attribute of that type.
 using AttributeBool = TypedAttribute<bool>;
 using AttributeInt = TypedAttribute<int>;
 using AttributeFloat = TypedAttribute<float>;
@@ -163,6 +169,7 @@ public:
 
     [[nodiscard]] std::string type() const override;
 
+    /// The name, and its setter, which changes it at once.
     [[nodiscard]] virtual std::string get() const = 0;
     virtual void set(const std::string& value) = 0;
 
@@ -175,6 +182,7 @@ class KIV_EXPORT AttributeEnumString : public Attribute
 {
 public:
     using Ptr = std::shared_ptr<AttributeEnumString>;
+    /// Allowed strings, in the order in which a user interface lists them.
     using EnumValues = std::vector<std::string>;
 
     explicit AttributeEnumString(const SceneItem::Ptr& item);
@@ -182,6 +190,7 @@ public:
 
     [[nodiscard]] std::string type() const override;
 
+    /// The string that is set.
     [[nodiscard]] virtual std::string get() const = 0;
 
     /// Throws `std::invalid_argument` with the value in the message when it is not one of

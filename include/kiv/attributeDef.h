@@ -21,6 +21,7 @@ public:
     AttributeDef& operator=(const AttributeDef&) = delete;
     virtual ~AttributeDef();
 
+    /// The name that the attribute is found by.
     [[nodiscard]] virtual std::string name() const = 0;
 
     /// The name as a user interface shows it.

@@ -20,7 +20,9 @@ public:
     /// The handle of `attribute`, which must not be null.
     explicit AttributeInfo(std::shared_ptr<Attribute> const& attribute);
 
+    /// The path of the item.
     [[nodiscard]] Path const& path() const noexcept { return _path; }
+    /// The attribute's name.
     [[nodiscard]] std::string const& name() const noexcept { return _name; }
 
     /// The attribute as it is now, on a fresh item; null when the item has none of that name.
@@ -29,6 +31,7 @@ public:
     /// has no hierarchy handler, such as one that is not registered any more.
     [[nodiscard]] std::shared_ptr<Attribute> attribute() const;
 
+    /// Same path and same name.
     bool operator==(AttributeInfo const& other) const
     {
         return _path == other._path && _name == other._name;

@@ -33,6 +33,7 @@ private:
 class KIV_EXPORT AttributeMetadataChanged : public AttributeChanged
 {
 public:
+    /// Metadata keys, each once.
     using Keys = std::set<std::string>;
 
     AttributeMetadataChanged(const Path& path, const std::string& name, const std::string& key);
@@ -41,6 +42,7 @@ public:
 
     /// The keys whose metadata changed.
     [[nodiscard]] const Keys& keys() const noexcept { return _keys; }
+    /// Whether `key` is one of them.
     [[nodiscard]] bool has(const std::string& key) const { return _keys.count(key) != 0; }
 
 private:

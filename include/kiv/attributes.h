@@ -55,6 +55,7 @@ public:
     /// All names, in the order in which a user interface lists them.
     [[nodiscard]] virtual std::vector<std::string> attributeNames() const = 0;
 
+    /// Whether there is an attribute of that name.
     [[nodiscard]] virtual bool hasAttribute(const std::string& name) const = 0;
 
     /// Executes `addAttributeCmd` and gives the new attribute; null when the run-time refuses.
@@ -68,17 +69,18 @@ public:
     /// Executes `removeAttributeCmd`; false when the run-time refuses.
     virtual bool removeAttribute(const std::string& name);
 
+    /// Removes the attribute.
     [[nodiscard]] virtual UndoableCommand::Ptr removeAttributeCmd(const std::string& name) = 0;
 
     /// Executes `renameAttributeCmd` and gives the attribute under its new name; null when the
     /// run-time refuses.
     virtual Attribute::Ptr renameAttribute(const std::string& name, const std::string& newName);
 
+    /// Gives the attribute another name, changed where it must be, as `addAttributeCmd` does.
     [[nodiscard]] virtual AttributeResultUndoableCommand::Ptr
     renameAttributeCmd(const std::string& name, const std::string& newName) = 0;
 
-    // Observers of all attributes of all items.
-
+    /// Observers of all attributes of all items, as `Subject` has them.
     static bool addObserver(const Observer::Ptr& observer);
     static bool removeObserver(const Observer::Ptr& observer);
     [[nodiscard]] static bool hasObserver(const Observer::Ptr& observer);
@@ -90,9 +92,12 @@ public:
     static bool addObserver(const SceneItem::Ptr& item, const Observer::Ptr& observer);
     /// False when `observer` does not observe the item.
     static bool removeObserver(const SceneItem::Ptr& item, const Observer::Ptr& observer);
+    /// The number of living observers of the item.
     [[nodiscard]] static std::size_t nbObservers(const SceneItem::Ptr& item);
+    /// Whether `observer` observes the item.
     [[nodiscard]] static bool hasObserver(const SceneItem::Ptr& item,
                                           const Observer::Ptr& observer);
+    /// Whether the item at `path` is observed. Observers that died without being removed count.
     [[nodiscard]] static bool hasObservers(const Path& path);
     /// Whether an item of the run-time was ever observed; stays true when the last observer has
     /// gone.
@@ -126,6 +131,7 @@ public:
     AttributesHandler& operator=(const AttributesHandler&) = delete;
     virtual ~AttributesHandler();
 
+    /// The attributes of `item`, an item of this run-time.
     [[nodiscard]] virtual Attributes::Ptr attributes(SceneItem::Ptr const& item) = 0;
 };
 

@@ -25,6 +25,7 @@ public:
     BatchCompositeCommand(const Selection& selection, const std::string& operationName);
     ~BatchCompositeCommand() override;
 
+    /// A new command, made as by the constructor.
     [[nodiscard]] static Ptr create(const Selection& selection, const std::string& operationName);
 
     void execute() override;

@@ -25,6 +25,7 @@ class KIV_EXPORT Camera
 public:
     using Ptr = std::shared_ptr<Camera>;
 
+    /// How a camera looks: with vanishing points, or with parallel lines kept parallel.
     enum Projection : std::uint32_t { Perspective = 0, Orthographic = 1 };
 
     /// The camera at `item`; null for a null item, an empty path, a run-time that offers none, and
@@ -100,9 +101,12 @@ public:
     /// False when `observer` does not observe the item.
     static bool removeObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer);
     static bool removeObserver(Path const& path, Observer::Ptr const& observer);
+    /// The number of living observers of the item.
     [[nodiscard]] static std::size_t nbObservers(SceneItem::Ptr const& item);
+    /// Whether `observer` observes the item.
     [[nodiscard]] static bool hasObserver(SceneItem::Ptr const& item,
                                           Observer::Ptr const& observer);
+    /// Whether the item at `path` is observed. Observers that died without being removed count.
     [[nodiscard]] static bool hasObservers(Path const& path);
     /// Whether an item of the run-time was ever observed; stays true when the last observer has
     /// gone.

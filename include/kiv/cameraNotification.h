@@ -13,6 +13,7 @@ public:
     explicit CameraChanged(const SceneItem::Ptr& item);
     ~CameraChanged() override;
 
+    /// The item whose camera changed.
     [[nodiscard]] SceneItem::Ptr item() const { return _item; }
 
 private:

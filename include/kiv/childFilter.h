@@ -9,6 +9,7 @@ namespace Kiv_v4 {
 /// One named flag of the filter that decides which children a hierarchy lists.
 struct ChildFilterFlag
 {
+    /// Takes the fields in order.
     ChildFilterFlag(std::string flagName, std::string flagLabel, bool isSet)
         : name(std::move(flagName)), label(std::move(flagLabel)), value(isSet)
     {}

@@ -60,6 +60,7 @@ class KIV_EXPORT CodeWrapperContainer
 public:
     CodeWrapperContainer(Selection const& selection, std::string const& operationName);
 
+    /// The wrappers, in the order of their preludes.
     [[nodiscard]] const std::vector<CodeWrapper::Ptr>& wrappers() const noexcept
     {
         return _wrappers;

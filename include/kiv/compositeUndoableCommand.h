@@ -18,6 +18,7 @@ class KIV_EXPORT CompositeUndoableCommand : public UndoableCommand
 {
 public:
     using Ptr = std::shared_ptr<CompositeUndoableCommand>;
+    /// Commands in the order of their execution; entries may be null.
     using Commands = std::list<UndoableCommand::Ptr>;
 
     CompositeUndoableCommand();
@@ -25,11 +26,13 @@ public:
     explicit CompositeUndoableCommand(const Commands& commands);
     ~CompositeUndoableCommand() override;
 
+    /// A new composite of `commands`.
     [[nodiscard]] static Ptr create(std::initializer_list<UndoableCommand::Ptr> commands);
 
     /// Adds `command`, null or not, at the end. It is not executed.
     void append(const UndoableCommand::Ptr& command);
 
+    /// What was put in, null entries included.
     [[nodiscard]] const Commands& cmdsList() const noexcept { return _commands; }
 
     void execute() override;

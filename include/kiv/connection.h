@@ -16,7 +16,9 @@ public:
     Connection(AttributeInfo const& src, AttributeInfo const& dst);
     virtual ~Connection();
 
+    /// The attribute that is read.
     [[nodiscard]] AttributeInfo const& src() const noexcept { return _src; }
+    /// The attribute that is fed.
     [[nodiscard]] AttributeInfo const& dst() const noexcept { return _dst; }
 
 private:

@@ -34,9 +34,11 @@ public:
     /// The connections of `item`; null when it has no attributes to connect.
     [[nodiscard]] virtual Connections::Ptr connections(SceneItem::Ptr const& item) const = 0;
 
+    /// Lets `src` feed `dst`; the command tells the connection it made.
     [[nodiscard]] virtual ConnectionResultUndoableCommand::Ptr
     connectCmd(Attribute::Ptr const& src, Attribute::Ptr const& dst) const = 0;
 
+    /// Breaks the connection from `src` to `dst`.
     [[nodiscard]] virtual UndoableCommand::Ptr disconnectCmd(Attribute::Ptr const& src,
                                                              Attribute::Ptr const& dst) const = 0;
 

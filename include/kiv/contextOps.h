@@ -17,12 +17,14 @@ struct ContextItem
     struct SeparatorTag
     {};
 
+    /// An operation or a submenu, without an icon.
     ContextItem(std::string key, std::string text, bool submenu, bool checkable_, bool checked_,
                 bool exclusive_, bool enabled_)
         : ContextItem(std::move(key), std::move(text), {}, submenu, checkable_, checked_,
                       exclusive_, enabled_)
     {}
 
+    /// The same with an icon.
     ContextItem(std::string key, std::string text, std::string icon, bool submenu, bool checkable_,
                 bool checked_, bool exclusive_, bool enabled_)
         : item(std::move(key)), label(std::move(text)), image(std::move(icon)),
@@ -88,6 +90,7 @@ public:
     ContextOpsHandler& operator=(const ContextOpsHandler&) = delete;
     virtual ~ContextOpsHandler();
 
+    /// The menu of `item`, an item of this run-time.
     [[nodiscard]] virtual ContextOps::Ptr contextOps(SceneItem::Ptr const& item) = 0;
 };
 

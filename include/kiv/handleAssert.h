@@ -15,6 +15,7 @@ public:
     AssertionException(const AssertionException&) = default;
     ~AssertionException() override;
 
+    /// The expression, where it stands, and the description.
     [[nodiscard]] const char* what() const noexcept override;
 
 private:

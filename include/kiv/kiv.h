@@ -79,5 +79,8 @@
 #include "kiv/value.h"
 #include "kiv/versionInfo.h"
 
+/// The library. Programs that include `kiv/kiv.h` write `Kiv`.
+namespace Kiv_v4 {}
+
 /// The library's name without its version.
 namespace Kiv = Kiv_v4;

@@ -38,11 +38,13 @@ public:
         Area = 4
     };
 
+    /// The sphere of a point or spot light.
     struct SphereProps
     {
         float radius = 0;     ///< Of the sphere that shines, in scene units.
         bool asPoint = false; ///< Shines from its centre whatever the radius.
 
+        /// Same properties, exactly.
         bool operator==(const SphereProps& other) const
         {
             return radius == other.radius && asPoint == other.asPoint;
@@ -50,12 +52,14 @@ public:
         bool operator!=(const SphereProps& other) const { return !(*this == other); }
     };
 
+    /// The cone of a spot light.
     struct ConeProps
     {
         float coneAngle = 0;     ///< The full angle of the cone of full intensity, in degrees.
         float penumbraAngle = 0; ///< How far beyond the cone's edge the light reaches, in degrees.
         float dropoff = 0;       ///< The exponent with which it fades from the axis to the edge.
 
+        /// Same properties, exactly.
         bool operator==(const ConeProps& other) const
         {
             return coneAngle == other.coneAngle && penumbraAngle == other.penumbraAngle &&
@@ -84,6 +88,7 @@ public:
     /// The item.
     [[nodiscard]] virtual SceneItem::Ptr sceneItem() const = 0;
 
+    /// The kind of light, which tells which of the interfaces below it has.
     [[nodiscard]] virtual Type type() const = 0;
 
     /// The brightness factor on the colour; no unit of its own.
@@ -116,8 +121,7 @@ public:
     virtual void specular(float value);
     [[nodiscard]] virtual float specular() const = 0;
 
-    // The interface of a kind; null for a light of another kind.
-
+    /// The interface of a kind; null for a light of another kind.
     [[nodiscard]] std::shared_ptr<DirectionalInterface> directionalInterface();
     [[nodiscard]] std::shared_ptr<SphereInterface> sphereInterface();
     [[nodiscard]] std::shared_ptr<ConeInterface> coneInterface();
@@ -127,9 +131,12 @@ public:
     static bool addObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer);
     /// False when `observer` does not observe the item.
     static bool removeObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer);
+    /// The number of living observers of the item.
     [[nodiscard]] static std::size_t nbObservers(SceneItem::Ptr const& item);
+    /// Whether `observer` observes the item.
     [[nodiscard]] static bool hasObserver(SceneItem::Ptr const& item,
                                           Observer::Ptr const& observer);
+    /// Whether the item at `path` is observed. Observers that died without being removed count.
     [[nodiscard]] static bool hasObservers(Path const& path);
     /// Whether an item of the run-time was ever observed; stays true when the last observer has
     /// gone.
@@ -140,8 +147,7 @@ public:
     static void notify(Path const& path);
 
 protected:
-    // Asked only of a light of the kind.
-
+    /// Asked only of a light of the kind.
     [[nodiscard]] virtual std::shared_ptr<DirectionalInterface> directionalInterfaceImpl() = 0;
     [[nodiscard]] virtual std::shared_ptr<SphereInterface> sphereInterfaceImpl() = 0;
     [[nodiscard]] virtual std::shared_ptr<ConeInterface> coneInterfaceImpl() = 0;

@@ -13,6 +13,7 @@ public:
     explicit LightChanged(const SceneItem::Ptr& item);
     ~LightChanged() override;
 
+    /// The item whose light changed.
     [[nodiscard]] SceneItem::Ptr item() const { return _item; }
 
 private:

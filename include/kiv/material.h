@@ -39,6 +39,7 @@ public:
     MaterialHandler& operator=(const MaterialHandler&) = delete;
     virtual ~MaterialHandler();
 
+    /// The materials of `item`, an item of this run-time.
     [[nodiscard]] virtual Material::Ptr material(SceneItem::Ptr const& item) = 0;
 };
 

@@ -45,20 +45,27 @@ public:
     // The attributes that a new node has: inputs can be set and connected to, outputs only
     // connected from.
 
+    /// All names, in the order in which a user interface lists them.
     [[nodiscard]] virtual std::vector<std::string> inputNames() const = 0;
+    /// Whether there is an input of that name.
     [[nodiscard]] virtual bool hasInput(std::string const& name) const = 0;
     /// Null when there is none of that name.
     [[nodiscard]] virtual AttributeDef::Ptr input(std::string const& name) const = 0;
+    /// All of them, in the order of the names.
     [[nodiscard]] virtual std::vector<AttributeDef::Ptr> inputs() const = 0;
 
+    /// All names, in the order in which a user interface lists them.
     [[nodiscard]] virtual std::vector<std::string> outputNames() const = 0;
+    /// Whether there is an output of that name.
     [[nodiscard]] virtual bool hasOutput(std::string const& name) const = 0;
     /// Null when there is none of that name.
     [[nodiscard]] virtual AttributeDef::Ptr output(std::string const& name) const = 0;
+    /// All of them, in the order of the names.
     [[nodiscard]] virtual std::vector<AttributeDef::Ptr> outputs() const = 0;
 
     /// The metadata under `key`; a value without a type when there is none.
     [[nodiscard]] virtual Value metadata(std::string const& key) const = 0;
+    /// Whether there is metadata under `key`.
     [[nodiscard]] virtual bool hasMetadata(std::string const& key) const = 0;
 
     /// Makes a node of this type as the last child of `parent`, with the attributes of the

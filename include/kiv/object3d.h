@@ -19,15 +19,18 @@ struct KIV_EXPORT BoundingBox3d
     BoundingBox3d();
     BoundingBox3d(const TypedVectorN<double, 3>& minimum, const TypedVectorN<double, 3>& maximum);
 
+    /// Whether there is no point in it.
     [[nodiscard]] bool empty() const noexcept;
 
     /// Grows just enough to hold the point, or the box.
     void extend(const TypedVectorN<double, 3>& point) noexcept;
     void extend(const BoundingBox3d& other) noexcept;
 
+    /// Exact; empty boxes of different numbers differ.
     bool operator==(const BoundingBox3d& other) const noexcept;
     bool operator!=(const BoundingBox3d& other) const noexcept { return !(*this == other); }
 
+    /// The corners, in scene units.
     TypedVectorN<double, 3> min;
     TypedVectorN<double, 3> max;
 };
@@ -66,6 +69,7 @@ public:
     /// Changes nothing yet; null when the run-time refuses.
     [[nodiscard]] virtual UndoableCommand::Ptr setVisibilityCmd(bool visible) = 0;
 
+    /// Observers of the objects of all items, as `Subject` has them.
     static bool addObserver(Observer::Ptr const& observer);
     static bool removeObserver(Observer::Ptr const& observer);
     [[nodiscard]] static std::size_t nbObservers();
@@ -84,6 +88,7 @@ public:
     Object3dHandler& operator=(const Object3dHandler&) = delete;
     virtual ~Object3dHandler();
 
+    /// The object at `item`, an item of this run-time.
     [[nodiscard]] virtual Object3d::Ptr object3d(SceneItem::Ptr const& item) = 0;
 };
 

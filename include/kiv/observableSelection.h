@@ -61,6 +61,7 @@ public:
     void endNotificationGuard() override;
 
 protected:
+    /// Tells the observers, or gathers under a guard.
     void postAppend(const SceneItem::Ptr& item) override;
     void postRemove(const SceneItem::Ptr& item) override;
     void postInsert(const SceneItem::Ptr& position, const SceneItem::Ptr& item) override;

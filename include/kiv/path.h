@@ -44,7 +44,9 @@ namespace Kiv_v4 {
 class KIV_EXPORT Path
 {
 public:
+    /// The segments from the first run-time to the last.
     using Segments = std::vector<PathSegment>;
+    /// Names in order.
     using Components = PathSegment::Components;
     using const_iterator = Components::const_iterator;
     using iterator = const_iterator;
@@ -73,6 +75,7 @@ public:
     /// Whether there are no components.
     [[nodiscard]] bool empty() const noexcept { return size() == 0; }
 
+    /// The number of segments, empty ones included.
     [[nodiscard]] std::size_t nbSegments() const noexcept { return getSegments().size(); }
 
     /// The segments, good for as long as any copy of this path.
@@ -81,6 +84,7 @@ public:
         return _body ? _body->segments : noSegments();
     }
 
+    /// The flat view: the components of all segments, in order.
     [[nodiscard]] const_iterator begin() const { return components().begin(); }
     [[nodiscard]] const_iterator end() const { return components().end(); }
     [[nodiscard]] const_iterator cbegin() const { return begin(); }
@@ -210,5 +214,6 @@ public:
 template <>
 struct std::hash<Kiv_v4::Path>
 {
+    /// The path's own hash.
     std::size_t operator()(const Kiv_v4::Path& path) const noexcept { return path.hash(); }
 };

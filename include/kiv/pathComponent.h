@@ -32,9 +32,9 @@ public:
     struct Data
     {
         std::weak_ptr<Data> self; ///< What the table hands out; beside the name, as read with it.
-        std::string name;
-        std::uint64_t id;     ///< Given when the name was interned, never given again.
-        std::size_t nameHash; ///< Kept so that the table never hashes a name twice.
+        std::string name;         ///< Any bytes.
+        std::uint64_t id;         ///< Given when the name was interned, never given again.
+        std::size_t nameHash;     ///< Kept so that the table never hashes a name twice.
     };
 
     /// The null component: no name, the id that no name has, false.
@@ -47,6 +47,7 @@ public:
     PathComponent(PathComponent&&) noexcept = default;
     ~PathComponent() { releaseSharedData(); }
 
+    /// Lets go of the name that was held, and of its entry when nobody else holds it.
     PathComponent& operator=(const PathComponent& other) noexcept
     {
         if (_data != other._data) {
@@ -56,6 +57,7 @@ public:
         return *this;
     }
 
+    /// The same; `other` is null then.
     PathComponent& operator=(PathComponent&& other) noexcept
     {
         if (_data != other._data) {
@@ -106,7 +108,8 @@ public:
     /// True unless this is the null component.
     explicit operator bool() const noexcept { return _data != nullptr; }
 
-    // Every live record has an id of its own, so comparing records compares ids.
+    /// Same name, or both null. Every live record has an id of its own, so comparing records
+    /// compares ids.
     bool operator==(const PathComponent& other) const noexcept { return _data == other._data; }
     bool operator!=(const PathComponent& other) const noexcept { return _data != other._data; }
 
@@ -125,6 +128,7 @@ private:
 template <>
 struct std::hash<Kiv_v4::PathComponent>
 {
+    /// The component's id.
     std::size_t operator()(const Kiv_v4::PathComponent& component) const noexcept
     {
         return static_cast<std::size_t>(component.id());

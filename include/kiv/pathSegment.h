@@ -19,6 +19,7 @@ namespace Kiv_v4 {
 class KIV_EXPORT PathSegment
 {
 public:
+    /// Names in order.
     using Components = std::vector<PathComponent>;
     using const_iterator = Components::const_iterator;
     using iterator = const_iterator;
@@ -35,13 +36,19 @@ public:
     PathSegment(Components&& components, Rtid runTimeId, char separator) noexcept;
     PathSegment(const PathComponent& component, Rtid runTimeId, char separator);
 
+    /// The run-time that the segment belongs to.
     [[nodiscard]] Rtid runTimeId() const noexcept { return _runTimeId; }
+    /// The character in front of each name in text; 0 for none.
     [[nodiscard]] char separator() const noexcept { return _separator; }
+    /// The names, from the segment's root to its tip.
     [[nodiscard]] const Components& components() const noexcept { return _components; }
 
+    /// The number of components.
     [[nodiscard]] std::size_t size() const noexcept { return _components.size(); }
+    /// Whether there are no components.
     [[nodiscard]] bool empty() const noexcept { return _components.empty(); }
 
+    /// The components in order.
     [[nodiscard]] const_iterator begin() const noexcept { return _components.begin(); }
     [[nodiscard]] const_iterator end() const noexcept { return _components.end(); }
     [[nodiscard]] const_iterator cbegin() const noexcept { return _components.begin(); }

@@ -25,8 +25,11 @@ namespace Kiv_v4 {
 class KIV_EXPORT PathString
 {
 public:
+    /// Makes a path of segments.
     using CreatePathFn = std::function<Path(const std::vector<PathSegment>&)>;
+    /// Makes a path of text in a run-time's own notation.
     using CreateSingleSegmentPathFn = std::function<Path(const std::string&)>;
+    /// Makes the text of a path.
     using StringFn = std::function<std::string(const Path&)>;
 
     PathString() = delete;

@@ -26,6 +26,7 @@ namespace Kiv_v4 {
 class KIV_EXPORT PathSubject : public Subject
 {
 public:
+    /// Attaches an observer to an item; detaches one from the item at a path.
     using AddObserverFn = std::function<bool(const SceneItem::Ptr&, const Observer::Ptr&)>;
     using RemoveObserverFn = std::function<bool(const Path&, const Observer::Ptr&)>;
 
@@ -58,8 +59,7 @@ public:
     /// Detaches from the item at `from` and from each ancestor below `stop`.
     void removeObservers(const Path& from, const Path& stop);
 
-    // Changes of the item or of an ancestor; those of other items are ignored.
-
+    /// Follows a change of the item or of an ancestor; those of other items are ignored.
     void rename(const Path& oldPath, const Path& newPath);
     void reparent(const Path& oldPath, const Path& newPath);
     void objectDelete(const Path& deletedPath);

@@ -49,6 +49,7 @@ public:
     /// run-time is expected to offer the hierarchy.
     struct Handlers
     {
+        /// The run-time's handler of that kind, or null.
         std::shared_ptr<HierarchyHandler> hierarchyHandler;
         std::shared_ptr<Transform3dHandler> transform3dHandler;
         std::shared_ptr<SceneItemOpsHandler> sceneItemOpsHandler;
@@ -70,6 +71,7 @@ public:
     RunTimeMgr(const RunTimeMgr&) = delete;
     RunTimeMgr& operator=(const RunTimeMgr&) = delete;
 
+    /// The registry of the process.
     [[nodiscard]] static RunTimeMgr& instance();
 
     /// Registers `name` (any string) with `handlers` and gives its id. Throws `InvalidRunTimeName`
@@ -97,10 +99,8 @@ public:
     /// The ids that have an entry of the hierarchy kind, registered or not, in no particular order.
     [[nodiscard]] std::list<Rtid> getIds() const;
 
-    // One setter and one getter per kind. A setter replaces and releases what was there and does
-    // not ask whether the id is registered. A getter gives null for an unknown id or a kind that
-    // the run-time did not install.
-
+    /// Sets the run-time's handler of that kind. What was there is released; whether the id is
+    /// registered is not asked.
     void setHierarchyHandler(const Rtid& rtId, const std::shared_ptr<HierarchyHandler>& handler);
     void setTransform3dHandler(const Rtid& rtId,
                                const std::shared_ptr<Transform3dHandler>& handler);
@@ -127,6 +127,8 @@ public:
     void setCodeWrapperHandler(const Rtid& rtId,
                                const std::shared_ptr<CodeWrapperHandler>& handler);
 
+    /// The run-time's handler of that kind; null for an unknown id or a kind that it did not
+    /// install.
     [[nodiscard]] std::shared_ptr<HierarchyHandler> hierarchyHandler(const Rtid& rtId) const;
     [[nodiscard]] std::shared_ptr<Transform3dHandler> transform3dHandler(const Rtid& rtId) const;
     [[nodiscard]] std::shared_ptr<SceneItemOpsHandler> sceneItemOpsHandler(const Rtid& rtId) const;

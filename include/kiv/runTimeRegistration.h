@@ -36,6 +36,7 @@ public:
     RunTimeRegistration& operator=(const RunTimeRegistration&) = delete;
     ~RunTimeRegistration();
 
+    /// The id that the run-time was given.
     [[nodiscard]] Rtid id() const noexcept { return _id; }
 
 private:

@@ -67,8 +67,7 @@ public:
     void endNotificationGuard() override;
 
 protected:
-    // Run once per change, behind the last observer. By default they do nothing.
-
+    /// Runs once per change, behind the last observer. By default does nothing.
     virtual void postNotifyObjectAdd(const ObjectAdd& notification);
     virtual void postNotifyObjectDelete(const ObjectDelete& notification);
     virtual void postNotifyObjectPathChange(const ObjectPathChange& notification);

@@ -38,6 +38,7 @@ public:
     /// Whether the item stands for a property of an object rather than an object. By default false.
     [[nodiscard]] virtual bool isProperty() const;
 
+    /// The path that the item was made with.
     [[nodiscard]] Path const& path() const noexcept { return _path; }
 
     /// The run-time of the path's last segment.
@@ -46,6 +47,7 @@ public:
     /// The last component of the path. Throws `InvalidOperationOnPath` when the path is empty.
     [[nodiscard]] std::string nodeName() const;
 
+    /// Equal paths.
     bool operator==(SceneItem const& other) const noexcept { return _path == other._path; }
     bool operator!=(SceneItem const& other) const noexcept { return !(*this == other); }
 

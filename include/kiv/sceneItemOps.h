@@ -54,7 +54,9 @@ public:
 
     /// Chooses the item that the operations work on, so that one object serves many items.
     virtual void setItem(SceneItem::Ptr const& item) = 0;
+    /// The item chosen; null when there is none.
     [[nodiscard]] virtual SceneItem::Ptr sceneItem() const = 0;
+    /// Its path; empty when there is none.
     [[nodiscard]] virtual Path path() const = 0;
 
     /// Deletes the item with all that is under it.
@@ -93,6 +95,7 @@ public:
     SceneItemOpsHandler& operator=(const SceneItemOpsHandler&) = delete;
     virtual ~SceneItemOpsHandler();
 
+    /// The operations of `item`, an item of this run-time.
     [[nodiscard]] virtual SceneItemOps::Ptr sceneItemOps(SceneItem::Ptr const& item) = 0;
 };
 

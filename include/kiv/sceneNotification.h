@@ -21,6 +21,7 @@ namespace Kiv_v4 {
 class KIV_EXPORT SceneChanged : public Notification
 {
 public:
+    /// What happened.
     enum OpType : std::uint8_t {
         Added = 0,
         Deleted = 1,
@@ -39,11 +40,13 @@ public:
     /// For deletes and path changes, which kind: a value of their `SubOpType`. Otherwise 0.
     [[nodiscard]] virtual std::uint8_t subOpType() const;
 
+    /// What happened: the class of the notification.
     [[nodiscard]] OpType opType() const noexcept { return _opType; }
 
 protected:
     SceneChanged(OpType opType, std::uint8_t subOpType);
 
+    /// The second argument of the constructor; 0 without.
     [[nodiscard]] std::uint8_t storedSubOpType() const noexcept { return _subOpType; }
 
 private:
@@ -58,7 +61,9 @@ public:
     explicit ObjectAdd(const SceneItem::Ptr& item);
     ~ObjectAdd() override;
 
+    /// The new item.
     [[nodiscard]] SceneItem::Ptr item() const { return _item; }
+
     [[nodiscard]] Path changedPath() const override;
 
 private:
@@ -70,13 +75,16 @@ private:
 class KIV_EXPORT ObjectDelete : public SceneChanged
 {
 public:
+    /// What observers can still do with the object: the derived class, or `PlainDelete`.
     enum SubOpType : std::uint8_t { PlainDelete = 0, PostDelete = 1, PreDelete = 2, Destroyed = 3 };
 
     explicit ObjectDelete(const Path& path);
     ObjectDelete(const Path& path, SubOpType subOpType);
     ~ObjectDelete() override;
 
+    /// Where the object is, or was.
     [[nodiscard]] Path path() const { return _path; }
+
     [[nodiscard]] Path changedPath() const override;
     [[nodiscard]] std::uint8_t subOpType() const override;
 
@@ -92,6 +100,7 @@ public:
     explicit ObjectPostDelete(const SceneItem::Ptr& item);
     ~ObjectPostDelete() override;
 
+    /// The item as it was.
     [[nodiscard]] SceneItem::Ptr item() const { return _item; }
 
 private:
@@ -105,6 +114,7 @@ public:
     explicit ObjectPreDelete(const SceneItem::Ptr& item);
     ~ObjectPreDelete() override;
 
+    /// The item as it still is.
     [[nodiscard]] SceneItem::Ptr item() const { return _item; }
 
 private:
@@ -124,6 +134,7 @@ public:
 class KIV_EXPORT ObjectPathChange : public SceneChanged
 {
 public:
+    /// How the path changed: the derived class, or `Unspecified`.
     enum SubOpType : std::uint8_t {
         Unspecified = 0,
         Renamed = 1,
@@ -146,7 +157,9 @@ public:
     ObjectRename(const SceneItem::Ptr& item, const Path& previousPath);
     ~ObjectRename() override;
 
+    /// The item under its new name.
     [[nodiscard]] SceneItem::Ptr item() const { return _item; }
+    /// Where the item was.
     [[nodiscard]] Path previousPath() const { return _previousPath; }
 
     /// The previous path.
@@ -164,7 +177,9 @@ public:
     ObjectReparent(const SceneItem::Ptr& item, const Path& previousPath);
     ~ObjectReparent() override;
 
+    /// The item under its new parent.
     [[nodiscard]] SceneItem::Ptr item() const { return _item; }
+    /// Where the item was.
     [[nodiscard]] Path previousPath() const { return _previousPath; }
 
     /// The previous path.
@@ -182,7 +197,9 @@ public:
     explicit ObjectPathAdd(const SceneItem::Ptr& item);
     ~ObjectPathAdd() override;
 
+    /// The item at the further path.
     [[nodiscard]] SceneItem::Ptr item() const { return _item; }
+
     [[nodiscard]] Path changedPath() const override;
 
 private:
@@ -196,7 +213,9 @@ public:
     explicit ObjectPathRemove(const Path& removedPath);
     ~ObjectPathRemove() override;
 
+    /// The path that leads nowhere now.
     [[nodiscard]] Path removedPath() const { return _removedPath; }
+
     [[nodiscard]] Path changedPath() const override;
 
 private:
@@ -210,7 +229,9 @@ public:
     explicit SubtreeInvalidate(const SceneItem::Ptr& root);
     ~SubtreeInvalidate() override;
 
+    /// The item under which all is to be asked for anew.
     [[nodiscard]] SceneItem::Ptr root() const { return _root; }
+
     [[nodiscard]] Path changedPath() const override;
 
 private:
@@ -228,21 +249,25 @@ public:
         /// What `change` says. The item is left null when `change` carries none.
         explicit Op(const SceneChanged& change);
 
-        OpType opType;
-        std::uint8_t subOpType;
+        OpType opType;          ///< The change's `opType()`.
+        std::uint8_t subOpType; ///< Its `subOpType()`.
         SceneItem::Ptr item; ///< The item of the notification (for a subtree, its root), or null.
         Path path;           ///< Its `changedPath()`.
     };
 
+    /// Changes in order.
     using Ops = std::list<Op>;
     using const_iterator = Ops::const_iterator;
 
     SceneCompositeNotification();
     ~SceneCompositeNotification() override;
 
+    /// The number of changes.
     [[nodiscard]] std::size_t size() const noexcept { return _ops.size(); }
+    /// Whether nothing changed.
     [[nodiscard]] bool empty() const noexcept { return _ops.empty(); }
 
+    /// The changes in the order in which they happened.
     [[nodiscard]] const_iterator begin() const noexcept { return _ops.begin(); }
     [[nodiscard]] const_iterator end() const noexcept { return _ops.end(); }
     [[nodiscard]] const_iterator cbegin() const noexcept { return _ops.cbegin(); }
@@ -251,6 +276,7 @@ public:
     /// Adds the change as `Op(change)`. To add those of another composite, append its ops.
     void appendSceneChanged(const SceneChanged& change);
 
+    /// Adds a change as it is.
     void appendOp(const Op& op);
 
 private:

@@ -41,6 +41,7 @@ class KIV_EXPORT Selection
 {
 public:
     using Ptr = std::shared_ptr<Selection>;
+    /// The items in their order.
     using Items = detail::SelectedItems;
     using const_iterator = Items::const_iterator;
     using iterator = const_iterator;
@@ -68,13 +69,15 @@ public:
     /// `postReplaceWith` here. A selection assigned to itself is left empty.
     Selection& operator=(Selection&& other);
 
+    /// The number of items.
     [[nodiscard]] std::size_t size() const noexcept { return _items.size(); }
+    /// Whether nothing is selected.
     [[nodiscard]] bool empty() const noexcept { return _items.empty(); }
 
     /// Whether an item of that path is selected.
     [[nodiscard]] bool contains(const Path& path) const noexcept;
 
-    // The prefix questions of `Trie`, asked of the selected paths.
+    /// The prefix questions of `Trie`, asked of the selected paths.
     [[nodiscard]] bool containsAncestor(const Path& path) const;
     [[nodiscard]] bool containsAncestorInclusive(const Path& path) const;
     [[nodiscard]] bool containsDescendant(const Path& path) const;
@@ -94,6 +97,7 @@ public:
     /// and for one that is not selected.
     [[nodiscard]] SceneItem::Ptr next(const SceneItem::Ptr& item) const;
 
+    /// The items in order, and from the last to the first.
     [[nodiscard]] const_iterator begin() const noexcept { return _items.begin(); }
     [[nodiscard]] const_iterator end() const noexcept { return _items.end(); }
     [[nodiscard]] const_iterator cbegin() const noexcept { return _items.cbegin(); }
@@ -129,7 +133,7 @@ public:
     /// left empty, since it is emptied first. Linear.
     void replaceWith(const Selection& other);
 
-    // The changes without the hooks. Items are not null.
+    /// The change without the hook. Items are not null.
     bool doAppend(const SceneItem::Ptr& item);
     bool doRemove(const SceneItem::Ptr& item);
     bool doInsert(const SceneItem::Ptr& position, const SceneItem::Ptr& item);
@@ -137,7 +141,7 @@ public:
     void doReplaceWith(const Selection& other);
 
 protected:
-    // What happened, for derived classes; nothing is done here. References are good for the call.
+    /// What happened, for derived classes; nothing is done here. References are good for the call.
     virtual void postAppend(const SceneItem::Ptr& item);
     virtual void postRemove(const SceneItem::Ptr& item);
     virtual void postInsert(const SceneItem::Ptr& position, const SceneItem::Ptr& item);

@@ -31,6 +31,7 @@ public:
     SelectionAppendItem(const ObservableSelection::Ptr& selection, const SceneItem::Ptr& item);
     ~SelectionAppendItem() override;
 
+    /// Makes the command, executes it and gives it back.
     static Ptr createAndExecute(const ObservableSelection::Ptr& selection,
                                 const SceneItem::Ptr& item);
 
@@ -51,6 +52,7 @@ public:
     SelectionRemoveItem(const ObservableSelection::Ptr& selection, const SceneItem::Ptr& item);
     ~SelectionRemoveItem() override;
 
+    /// Makes the command, executes it and gives it back.
     static Ptr createAndExecute(const ObservableSelection::Ptr& selection,
                                 const SceneItem::Ptr& item);
 
@@ -71,6 +73,7 @@ public:
     explicit SelectionClear(const ObservableSelection::Ptr& selection);
     ~SelectionClear() override;
 
+    /// Makes the command, executes it and gives it back.
     static Ptr createAndExecute(const ObservableSelection::Ptr& selection);
 
     void undo() override;
@@ -90,6 +93,7 @@ public:
     SelectionReplaceWith(const ObservableSelection::Ptr& selection, const Selection& replacement);
     ~SelectionReplaceWith() override;
 
+    /// Makes the command, executes it and gives it back.
     static Ptr createAndExecute(const ObservableSelection::Ptr& selection,
                                 const Selection& replacement);
 

@@ -19,6 +19,7 @@ namespace Kiv_v4 {
 class KIV_EXPORT SelectionChanged : public Notification
 {
 public:
+    /// What happened.
     enum OpType : std::uint32_t {
         Append = 0,
         Remove = 1,
@@ -31,6 +32,7 @@ public:
     explicit SelectionChanged(OpType opType);
     ~SelectionChanged() override;
 
+    /// What happened: the class of the notification.
     [[nodiscard]] OpType opType() const noexcept { return _opType; }
 
 private:
@@ -44,6 +46,7 @@ public:
     explicit SelectionItemAppended(const SceneItem::Ptr& item);
     ~SelectionItemAppended() override;
 
+    /// The item that was appended.
     [[nodiscard]] SceneItem::Ptr item() const { return _item; }
 
 private:
@@ -57,6 +60,7 @@ public:
     explicit SelectionItemRemoved(const SceneItem::Ptr& item);
     ~SelectionItemRemoved() override;
 
+    /// The item that the caller removed, of the path of the one that was selected.
     [[nodiscard]] SceneItem::Ptr item() const { return _item; }
 
 private:
@@ -70,7 +74,9 @@ public:
     SelectionItemInserted(const SceneItem::Ptr& position, const SceneItem::Ptr& item);
     ~SelectionItemInserted() override;
 
+    /// The item that the new one stands before.
     [[nodiscard]] SceneItem::Ptr position() const { return _position; }
+    /// The new item.
     [[nodiscard]] SceneItem::Ptr item() const { return _item; }
 
 private:
@@ -108,11 +114,12 @@ public:
         explicit Op(OpType type, SceneItem::Ptr changedItem = nullptr,
                     SceneItem::Ptr insertPosition = nullptr);
 
-        OpType opType;
+        OpType opType;       ///< The change's `opType()`.
         SceneItem::Ptr item; ///< Null for a clear and a replacement.
         SceneItem::Ptr pos;  ///< The position of an insertion, null for all else.
     };
 
+    /// Changes in order.
     using Ops = std::list<Op>;
     using iterator = Ops::iterator;
     using const_iterator = Ops::const_iterator;
@@ -120,9 +127,12 @@ public:
     SelectionCompositeNotification();
     ~SelectionCompositeNotification() override;
 
+    /// The number of changes.
     [[nodiscard]] std::size_t size() const noexcept { return _ops.size(); }
+    /// Whether nothing changed.
     [[nodiscard]] bool empty() const noexcept { return _ops.empty(); }
 
+    /// The changes in the order in which they happened.
     [[nodiscard]] iterator begin() noexcept { return _ops.begin(); }
     [[nodiscard]] iterator end() noexcept { return _ops.end(); }
     [[nodiscard]] const_iterator begin() const noexcept { return _ops.begin(); }
@@ -130,6 +140,7 @@ public:
     [[nodiscard]] const_iterator cbegin() const noexcept { return _ops.cbegin(); }
     [[nodiscard]] const_iterator cend() const noexcept { return _ops.cend(); }
 
+    /// Adds a change at the end.
     void appendAppendOp(const SceneItem::Ptr& item);
     void appendRemoveOp(const SceneItem::Ptr& item);
     void appendInsertOp(const SceneItem::Ptr& pos, const SceneItem::Ptr& item);

@@ -21,6 +21,7 @@ public:
     explicit SetValueUndoableCommand(const Path& path);
     ~SetValueUndoableCommand() override;
 
+    /// Sets the item to `value` at once; false when the run-time refuses.
     virtual bool set(T value) = 0;
 };
 
@@ -32,6 +33,7 @@ public:
     explicit SetValue2UndoableCommand(const Path& path);
     ~SetValue2UndoableCommand() override;
 
+    /// Sets the item to both values at once; false when the run-time refuses.
     virtual bool set(T first, T second) = 0;
 };
 
@@ -43,6 +45,7 @@ public:
     explicit SetValue3UndoableCommand(const Path& path);
     ~SetValue3UndoableCommand() override;
 
+    /// Sets the item to the three values at once; false when the run-time refuses.
     virtual bool set(T first, T second, T third) = 0;
 };
 
@@ -54,6 +57,7 @@ public:
     explicit SetValue4UndoableCommand(const Path& path);
     ~SetValue4UndoableCommand() override;
 
+    /// Sets the item to the four values at once; false when the run-time refuses.
     virtual bool set(T first, T second, T third, T fourth) = 0;
 };
 
@@ -72,6 +76,7 @@ extern template class SetValue3UndoableCommand<float>;
 extern template class SetValue3UndoableCommand<double>;
 extern template class SetValue4UndoableCommand<float>;
 
+/// Sets values of that type.
 using SetBoolUndoableCommand = SetValueUndoableCommand<bool>;
 using SetIntUndoableCommand = SetValueUndoableCommand<int>;
 using SetFloatUndoableCommand = SetValueUndoableCommand<float>;

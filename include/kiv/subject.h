@@ -61,7 +61,7 @@ class KIV_EXPORT Subject
 public:
     Subject();
 
-    // A copy, whether made or assigned to, has the observers that it had before: at first none.
+    /// A copy, whether made or assigned to, has the observers that it had before: at first none.
     Subject(const Subject&);
     Subject(Subject&&) noexcept;
     Subject& operator=(const Subject&);
@@ -74,6 +74,7 @@ public:
     /// False when `obs` was not among the observers.
     bool removeObserver(const std::shared_ptr<Observer>& obs);
 
+    /// Whether `obs` hears of what happens.
     [[nodiscard]] bool hasObserver(const std::shared_ptr<Observer>& obs) const;
 
     /// The number of living observers. Linear in the number of observers, since those that died are
@@ -97,6 +98,7 @@ public:
     virtual void endNotificationGuard();
 
 protected:
+    /// Weak references, ordered by owner.
     using Observers = std::set<std::weak_ptr<Observer>, std::owner_less<std::weak_ptr<Observer>>>;
 
     /// Forgets the observers of `expired`.

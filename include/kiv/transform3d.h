@@ -17,6 +17,7 @@ namespace Kiv_v4 {
 class KIV_EXPORT EditTransform3dHint
 {
 public:
+    /// The kinds of edits.
     enum Type : std::uint32_t {
         NoHint = 0,
         Translate = 1,
@@ -32,6 +33,7 @@ public:
     EditTransform3dHint& operator=(const EditTransform3dHint&) = default;
     virtual ~EditTransform3dHint();
 
+    /// Which edit is to come.
     [[nodiscard]] Type type() const noexcept { return _type; }
 
 private:
@@ -65,14 +67,17 @@ public:
 
     ~Transform3d() override;
 
+    /// Where the item stands in its parent's space.
     [[nodiscard]] virtual UndoableCommand::Ptr translateCmd(double x, double y, double z) = 0;
     virtual void translate(double x, double y, double z);
     [[nodiscard]] virtual Vector3d translation() const = 0;
 
+    /// The rotation about x, y and z, in degrees.
     [[nodiscard]] virtual UndoableCommand::Ptr rotateCmd(double x, double y, double z) = 0;
     virtual void rotate(double x, double y, double z);
     [[nodiscard]] virtual Vector3d rotation() const = 0;
 
+    /// The factors along x, y and z.
     [[nodiscard]] virtual UndoableCommand::Ptr scaleCmd(double x, double y, double z) = 0;
     virtual void scale(double x, double y, double z);
     [[nodiscard]] virtual Vector3d scale() const = 0;
@@ -117,9 +122,12 @@ public:
     /// False when `observer` does not observe the item.
     static bool removeObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer);
     static bool removeObserver(Path const& path, Observer::Ptr const& observer);
+    /// The number of living observers of the item.
     [[nodiscard]] static std::size_t nbObservers(SceneItem::Ptr const& item);
+    /// Whether `observer` observes the item.
     [[nodiscard]] static bool hasObserver(SceneItem::Ptr const& item,
                                           Observer::Ptr const& observer);
+    /// Whether the item at `path` is observed. Observers that died without being removed count.
     [[nodiscard]] static bool hasObservers(Path const& path);
     /// Whether an item of the run-time was ever observed; stays true when the last observer has
     /// gone.

@@ -13,6 +13,7 @@ public:
     explicit Transform3dChanged(const SceneItem::Ptr& item);
     ~Transform3dChanged() override;
 
+    /// The item whose transform changed.
     [[nodiscard]] SceneItem::Ptr item() const { return _item; }
 
 private:

@@ -51,6 +51,7 @@ public:
     /// `child` has no parent, whether it hung here or not.
     void remove(const Ptr& child) noexcept;
 
+    /// Whether there is a child of that name.
     [[nodiscard]] bool contains(const PathComponent& component) const noexcept
     {
         return child(component) != nullptr;
@@ -82,6 +83,7 @@ public:
     /// no parent. When that is its parent already, nothing happens, and its component stays.
     void move(const PathComponent& component, const Ptr& newParent);
 
+    /// Gives the node a value.
     void setData(const T& data)
     {
         _data = data;
@@ -90,6 +92,7 @@ public:
 
     /// The value last set, also after `clearData()`; a default-made one before that.
     [[nodiscard]] const T& data() const noexcept { return _data; }
+    /// Whether there is a value: one was set, and not cleared since.
     [[nodiscard]] bool hasData() const noexcept { return _hasData; }
 
     /// Only `hasData()` changes.
@@ -146,6 +149,7 @@ template <class T>
 class Trie
 {
 public:
+    /// The nodes, held by shared pointer.
     using Node = TrieNode<T>;
     using NodePtr = typename Node::Ptr;
 
@@ -154,6 +158,7 @@ public:
     Trie(const Trie&) = delete;
     ~Trie() = default;
 
+    /// Takes the nodes of `other`.
     Trie& operator=(Trie&& other)
     {
         auto fresh = makeNode();

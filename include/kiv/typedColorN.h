@@ -20,6 +20,7 @@ public:
     constexpr TypedColorN() noexcept = default;
     constexpr TypedColorN(std::array<T, N>&& elements) noexcept : color(elements) {}
 
+    /// The first three channels: red, green and blue.
     [[nodiscard]] constexpr T r() const noexcept { return color[0]; }
     [[nodiscard]] constexpr T g() const noexcept { return color[1]; }
     [[nodiscard]] constexpr T b() const noexcept { return color[2]; }
@@ -31,6 +32,7 @@ public:
     }
     constexpr bool operator!=(const TypedColorN& other) const noexcept { return !(*this == other); }
 
+    /// All channels.
     std::array<T, N> color{};
 };
 

@@ -40,6 +40,7 @@ public:
         return product(other, std::make_index_sequence<N>());
     }
 
+    /// The elements, by row and column.
     std::array<std::array<T, N>, N> matrix{};
 
 private:

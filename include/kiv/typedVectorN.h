@@ -21,6 +21,7 @@ public:
     constexpr TypedVectorN() noexcept = default;
     constexpr TypedVectorN(std::array<T, N>&& elements) noexcept : vector(elements) {}
 
+    /// The first two elements.
     [[nodiscard]] constexpr T x() const noexcept { return vector[0]; }
     [[nodiscard]] constexpr T y() const noexcept { return vector[1]; }
 
@@ -34,6 +35,7 @@ public:
         return !(*this == other);
     }
 
+    /// All elements.
     std::array<T, N> vector{};
 };
 

@@ -75,6 +75,7 @@ public:
     UINodeGraphNodeHandler& operator=(const UINodeGraphNodeHandler&) = delete;
     virtual ~UINodeGraphNodeHandler();
 
+    /// The node of `item`, an item of this run-time.
     [[nodiscard]] virtual UINodeGraphNode::Ptr uiNodeGraphNode(SceneItem::Ptr const& item) = 0;
 };
 

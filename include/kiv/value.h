@@ -108,6 +108,7 @@ public:
     /// Whether the text is empty: true for `Value(std::string())`, although it has a type.
     [[nodiscard]] bool empty() const noexcept { return _text.empty(); }
 
+    /// Same text, whatever the types.
     bool operator==(const Value& other) const noexcept { return _text == other._text; }
     bool operator!=(const Value& other) const noexcept { return !(*this == other); }
 

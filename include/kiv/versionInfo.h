@@ -12,6 +12,7 @@ class KIV_EXPORT VersionInfo
 public:
     VersionInfo() = delete;
 
+    /// The numbers of the version, major.minor.patch, and of the build.
     [[nodiscard]] static int getMajorVersion() noexcept;
     [[nodiscard]] static int getMinorVersion() noexcept;
     [[nodiscard]] static int getPatchLevel() noexcept;

@@ -8,6 +8,7 @@
 #include "kiv/export.h"
 #include "kiv/undoableCommandMgr.h"
 
+/// Ready-made services for hosts.
 namespace Kiv_v4::host {
 
 /// A command manager with a linear history, for hosts that have no undo system of their own.
@@ -26,6 +27,7 @@ namespace Kiv_v4::host {
 class KIV_EXPORT UndoHistory : public UndoableCommandMgr
 {
 public:
+    /// The limit of a history that is made without one.
     static constexpr std::size_t kDefaultLimit = 1000;
 
     /// `limit` is the largest number of entries, at least 1; throws `std::invalid_argument` for 0.
@@ -39,6 +41,7 @@ public:
     /// Enters a command that was executed already.
     void registerCmd(const UndoableCommand::Ptr& command) const override;
 
+    /// Whether `undo`, or `redo`, has something to do.
     [[nodiscard]] bool canUndo() const noexcept;
     [[nodiscard]] bool canRedo() const noexcept;
 
@@ -60,6 +63,7 @@ public:
     /// Forgets all entries.
     void clear();
 
+    /// The largest number of entries.
     [[nodiscard]] std::size_t limit() const noexcept;
 
     /// Drops the oldest entries, then those that could be redone, until `limit` are left. Throws

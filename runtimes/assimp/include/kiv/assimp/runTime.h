@@ -13,6 +13,7 @@
 #include "kiv/sceneItem.h"
 #include "kiv/undoableCommand.h"
 
+/// Scene files of many formats.
 namespace Kiv_v4::assimp {
 
 class GatewayObserver;
@@ -21,7 +22,7 @@ class Mounts;
 /// An item of a file that was edited, and through which interfaces.
 struct EditedItem
 {
-    Path path;
+    Path path;               ///< Where the item is.
     bool transform = false;  ///< `Transform3d`
     bool camera = false;     ///< `Camera`
     bool light = false;      ///< `Light`
@@ -122,6 +123,7 @@ public:
     RunTime& operator=(const RunTime&) = delete;
     ~RunTime();
 
+    /// The id that the run-time was given.
     [[nodiscard]] Rtid id() const noexcept;
 
     /// Shows `file` under the gateway and gives its root item. Throws `std::invalid_argument`, with

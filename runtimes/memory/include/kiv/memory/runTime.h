@@ -8,6 +8,7 @@
 #include "kiv/rtid.h"
 #include "kiv/runTimeRegistration.h"
 
+/// An editable scene in memory.
 namespace Kiv_v4::memory {
 
 /// The in-memory data model as a run-time: the constructor registers name, handlers and component
@@ -26,7 +27,9 @@ public:
     RunTime& operator=(const RunTime&) = delete;
     ~RunTime();
 
+    /// The id that the run-time was given.
     [[nodiscard]] Rtid id() const noexcept;
+    /// The scene that the run-time shows.
     [[nodiscard]] DataModel& model() const noexcept;
 
 private:
