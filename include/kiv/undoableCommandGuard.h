@@ -25,7 +25,8 @@ namespace Kiv_v4 {
 /// `registerCmd` while the guard lives.
 ///
 /// Guards nest: an inner guard's composite becomes one entry of the outer one's, whether it
-/// succeeded or not, and an inner failure makes the outer guard fail.
+/// succeeded or not, and an inner failure makes the outer guard fail unless `setSuccess` is called
+/// for it afterwards.
 ///
 /// A manager must be installed before the first guard; without one, the guard ends without effect
 /// and leaves its own manager installed. An exception from the host's `registerCmd` terminates the

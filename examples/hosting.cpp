@@ -1,0 +1,179 @@
+// What a host sets up, and what its panels then do.
+#include <iostream>
+#include <memory>
+#include <set>
+#include <string>
+
+#include "kiv/host/undoHistory.h"
+#include "kiv/kiv.h"
+#include "kiv/memory/runTime.h"
+
+namespace {
+
+/// Keeps rows in step with the scene.
+class Outliner : public Kiv::Observer
+{
+public:
+    void operator()(const Kiv::Notification& notification) override
+    {
+        if (const auto* all = dynamic_cast<const Kiv::SceneCompositeNotification*>(&notification)) {
+            std::cout << "outliner: " << all->size() << " changes at once\n";
+            for (const auto& op : *all) {
+                update(op);
+            }
+        } else if (const auto* one = dynamic_cast<const Kiv::SceneChanged*>(&notification)) {
+            update(Kiv::SceneCompositeNotification::Op(*one));
+        }
+    }
+
+private:
+    /// A single change, and each change of a batch.
+    void update(const Kiv::SceneCompositeNotification::Op& op)
+    {
+        const auto path = Kiv::PathString::string(op.path);
+        switch (op.opType) {
+        case Kiv::SceneChanged::Added:
+            _rows.insert(path);
+            std::cout << "outliner: + " << path << '\n';
+            break;
+        case Kiv::SceneChanged::Deleted:
+            if (_rows.erase(path) != 0) { // maybe told twice
+                std::cout << "outliner: - " << path << '\n';
+            }
+            break;
+        case Kiv::SceneChanged::PathChanged: // a rename, a move, a path more or a path less
+            _rows.erase(path);
+            if (op.item) {
+                _rows.insert(Kiv::PathString::string(op.item->path()));
+            }
+            break;
+        default:
+            std::cout << "outliner: read anew below " << path << '\n';
+        }
+    }
+
+    std::set<std::string> _rows;
+};
+
+/// Shows what is selected.
+class Panel : public Kiv::Observer
+{
+public:
+    void operator()(const Kiv::Notification& /*notification*/) override
+    {
+        std::cout << "panel:";
+        for (const auto& item : *Kiv::GlobalSelection::get()) {
+            std::cout << ' ' << item->nodeName();
+        }
+        std::cout << '\n';
+    }
+};
+
+/// Says that one item was moved, wherever it is.
+class MoveReport : public Kiv::Observer
+{
+public:
+    void operator()(const Kiv::Notification& /*notification*/) override
+    {
+        std::cout << "viewport: it moved\n";
+    }
+};
+
+/// What every tool does with a command that it was given.
+bool execute(const Kiv::UndoableCommand::Ptr& command)
+{
+    if (command) { // null: the run-time refuses
+        Kiv::UndoableCommandMgr::instance().executeCmd(command);
+    }
+    return command != nullptr;
+}
+
+void printHistory(const Kiv::host::UndoHistory& history)
+{
+    std::cout << "history:";
+    for (const auto& entry : history.entries()) {
+        std::cout << " [" << entry << ']';
+    }
+    std::cout << " done: " << history.nbDone() << '\n';
+}
+
+} // namespace
+
+int main()
+{
+    // At start-up, once, before the run-times come.
+    const auto history = std::make_shared<Kiv::host::UndoHistory>();
+    Kiv::Scene::initializeInstance(std::make_shared<Kiv::Scene>());
+    Kiv::UndoableCommandMgr::initializeInstance(history);
+    Kiv::GlobalSelection::initializeInstance(std::make_shared<Kiv::ObservableSelection>());
+
+    auto runTime = std::make_unique<Kiv::memory::RunTime>();
+    const auto root = runTime->model().item(runTime->model().root());
+
+    // Observers live as long as their owners keep them.
+    const auto outliner = std::make_shared<Outliner>();
+    Kiv::Scene::instance().addObserver(outliner);
+    const auto panel = std::make_shared<Panel>();
+    Kiv::GlobalSelection::get()->addObserver(panel);
+
+    // An edit: ask for the interface, make the command, execute it through the manager.
+    const auto add = Kiv::Hierarchy::hierarchy(root)->createChildCmd("mesh", std::string("cube"));
+    execute(add);
+    const auto cube = add->sceneItem();
+
+    // Several edits, one entry.
+    {
+        const Kiv::UndoableCommandGuard step("Set the table");
+        const Kiv::NotificationGuard batch(Kiv::Scene::instance());
+        const auto hierarchy = Kiv::Hierarchy::hierarchy(root);
+        execute(hierarchy->createChildCmd("mesh", std::string("cup")));
+        execute(hierarchy->createChildCmd("mesh", std::string("plate")));
+        Kiv::UndoableCommandGuard::setSuccess();
+    }
+    printHistory(*history);
+
+    // Drag: one command, set again and again.
+    Kiv::Transform3dPathSubject cubeInTheWorld(cube->path());
+    const auto report = std::make_shared<MoveReport>();
+    cubeInTheWorld.addObserver(report);
+    const auto drag = std::dynamic_pointer_cast<Kiv::SetDouble3UndoableCommand>(
+        Kiv::Transform3d::transform3d(cube)->translateCmd(1, 0, 0));
+    execute(drag);
+    drag->set(2, 0, 0);
+    drag->set(3, 0, 0);
+    history->undo();
+    history->redo();
+
+    // A click. The selection commands are undoable as all others.
+    const auto selection = Kiv::GlobalSelection::get();
+    execute(std::make_shared<Kiv::SelectionAppendItem>(selection, cube));
+    execute(std::make_shared<Kiv::SelectionClear>(selection));
+    history->undo();
+
+    // Many changes, told once.
+    {
+        const Kiv::NotificationGuard batch(*selection);
+        for (const auto& child : Kiv::Hierarchy::hierarchy(root)->children()) {
+            selection->append(child); // false for the cube: it is selected
+        }
+    }
+    std::cout << "below the root: " << selection->containsDescendant(root->path()) << '\n';
+
+    // What a tool leaves for the next one.
+    *Kiv::NamedSelection::get("myPlugIn.lastPicked") = *selection;
+    std::cout << "kept: " << Kiv::NamedSelection::get("myPlugIn.lastPicked")->size() << '\n';
+
+    while (history->undo()) {
+    }
+
+    // At the end, before the run-times go: let go of what belongs to them.
+    Kiv::NamedSelection::remove("myPlugIn.lastPicked");
+    selection->clear();
+    history->clear();
+    runTime.reset();
+
+    // Then take the host's own objects back.
+    Kiv::GlobalSelection::initializeInstance(nullptr);
+    Kiv::UndoableCommandMgr::initializeInstance(nullptr);
+    Kiv::Scene::initializeInstance(nullptr);
+}
