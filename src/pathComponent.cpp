@@ -1,5 +1,7 @@
 #include "kiv/pathComponent.h"
 
+#include "kiv/detail/poolAllocator.h"
+
 #include "internTable.h"
 
 namespace Kiv_v4 {
@@ -24,7 +26,8 @@ PathComponent PathComponent::intern(std::string_view name)
     if (auto* known = table.find(name, hash)) {
         return PathComponent(known->self.lock());
     }
-    auto data = std::make_shared<Data>(Data{{}, std::string(name), nextId, hash});
+    auto data = std::allocate_shared<Data>(detail::PoolAllocator<Data>(),
+                                           Data{nextId, {}, std::string(name), hash});
     data->self = data;
     table.insert(*data);
     ++nextId;

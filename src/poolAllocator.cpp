@@ -127,19 +127,11 @@ public:
         }
         if (slab.taken == 0 && (slab.next || slab.previous)) {
             unlink(slab);
-            ::operator delete (&slab, std::align_val_t{kSlabAlignment});
+            emptySlabs.keepOrFree(slab);
         }
     }
 
 private:
-    static Slab* makeSlab()
-    {
-        auto* const memory = ::operator new (kSlabSize, std::align_val_t{kSlabAlignment});
-        auto* const slab = new (memory) Slab;
-        slab->untouched = static_cast<char*>(memory) + sizeof(Slab);
-        return slab;
-    }
-
     void link(Slab& slab) noexcept
     {
         slab.next = _open;

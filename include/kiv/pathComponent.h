@@ -31,9 +31,9 @@ public:
     /// The record that all components of one name share.
     struct Data
     {
+        std::uint64_t id;         ///< Given when the name was interned, never given again.
         std::weak_ptr<Data> self; ///< What the table hands out; beside the name, as read with it.
         std::string name;         ///< Any bytes.
-        std::uint64_t id;         ///< Given when the name was interned, never given again.
         std::size_t nameHash;     ///< Kept so that the table never hashes a name twice.
     };
 
