@@ -4,130 +4,87 @@
 #include <utility>
 
 #include "headCount.h"
+#include "pathBuilder.h"
 #include "pathText.h"
 
 namespace Kiv_v4 {
 
 namespace {
 
-/// The components of `from` up to `end`, with room for and followed by `last`.
-PathSegment withLast(const PathSegment& from, PathSegment::const_iterator end,
-                     const PathComponent& last)
-{
-    PathSegment::Components components;
-    components.reserve(static_cast<std::size_t>(end - from.begin()) + 1);
-    components.assign(from.begin(), end);
-    components.push_back(last);
-    return {std::move(components), from.runTimeId(), from.separator()};
-}
+using detail::PathBuilder;
 
-/// The components of `from` from `begin` on.
-PathSegment tail(const PathSegment& from, PathSegment::const_iterator begin)
-{
-    return {PathSegment::Components(begin, from.end()), from.runTimeId(), from.separator()};
-}
-
-/// The components of `first`, followed by those of `second` from `begin` on.
-PathSegment joined(const PathSegment& first, const PathSegment& second,
-                   PathSegment::const_iterator begin)
-{
-    PathSegment::Components components;
-    components.reserve(first.size() + static_cast<std::size_t>(second.end() - begin));
-    components.assign(first.begin(), first.end());
-    components.insert(components.end(), begin, second.end());
-    return {std::move(components), first.runTimeId(), first.separator()};
-}
-
-/// Goes through a path's components without its flat view being made.
-class ComponentCursor
-{
-public:
-    explicit ComponentCursor(const Path& path) : _segment(path.getSegments().begin()) {}
-
-    /// The next component, of which there must be one.
-    const PathComponent& next() noexcept
-    {
-        while (_offset == _segment->size()) {
-            ++_segment;
-            _offset = 0;
-        }
-        return _segment->components()[_offset++];
-    }
-
-private:
-    Path::Segments::const_iterator _segment;
-    std::size_t _offset = 0;
-};
-
-bool continues(const PathSegment& first, const PathSegment& second)
+bool continues(const PathSegmentView& first, const PathSegmentView& second)
 {
     return first.runTimeId() == second.runTimeId() && first.separator() == second.separator();
 }
 
-} // namespace
-
-Path::Body::Body(Segments&& pathSegments) noexcept : segments(std::move(pathSegments))
+std::size_t sizeOf(const Path::Segments& segments)
 {
+    std::size_t size = 0;
     for (const auto& segment : segments) {
         size += segment.size();
     }
+    return size;
 }
 
-Path::Body::~Body()
+std::uint32_t hashOf(const detail::PathBody& body)
 {
-    delete flat.load(std::memory_order_acquire);
-}
-
-const Path::Components& Path::Body::flatView() const
-{
-    const auto* made = flat.load(std::memory_order_acquire);
-    if (!made) {
-        auto all = std::make_unique<Components>();
-        all->reserve(size);
-        for (const auto& segment : segments) {
-            all->insert(all->end(), segment.begin(), segment.end());
-        }
-        // Of several threads that came here, the first one's view is kept and given to all.
-        if (flat.compare_exchange_strong(made, all.get(), std::memory_order_acq_rel)) {
-            made = all.release();
-        }
+    std::uint32_t hash = 0x345678;
+    for (const auto& component : body) {
+        hash = (hash * 1000003U) ^ static_cast<std::uint32_t>(component.id());
     }
-    return *made;
+    hash ^= static_cast<std::uint32_t>(body.size());
+    // All bits set is for containers that mark what has no hash.
+    return hash == 0xFFFFFFFF ? 0xFFFFFFFE : hash;
 }
 
-Path::Path(const PathSegment& segment) : Path(PathSegment(segment)) {}
+} // namespace
+
+Path::Path(const detail::PathBody* body) noexcept : _body(body), _hash(hashOf(*body)) {}
+
+Path::Path(const PathSegment& segment)
+{
+    PathBuilder made(1, segment.size());
+    made.addSegment(PathSegmentView(segment));
+    *this = std::move(made).path();
+}
 
 Path::Path(PathSegment&& segment)
 {
-    Segments segments;
-    segments.push_back(std::move(segment));
-    _body = std::make_shared<const Body>(std::move(segments));
+    PathBuilder made(1, segment.size());
+    made.addSegment(std::move(segment));
+    *this = std::move(made).path();
 }
 
-Path::Path(const Segments& segments) : Path(Segments(segments)) {}
+Path::Path(const Segments& segments)
+{
+    PathBuilder made(segments.size(), sizeOf(segments));
+    for (const auto& segment : segments) {
+        made.addSegment(PathSegmentView(segment));
+    }
+    *this = std::move(made).path();
+}
 
 Path::Path(Segments&& segments)
 {
-    if (!segments.empty()) {
-        _body = std::make_shared<const Body>(std::move(segments));
+    PathBuilder made(segments.size(), sizeOf(segments));
+    for (auto& segment : segments) {
+        made.addSegment(std::move(segment));
     }
+    segments.clear();
+    *this = std::move(made).path();
 }
 
 PathComponent Path::back() const
 {
     requireComponents();
-    auto last = getSegments().rbegin();
-    while (last->empty()) {
-        ++last;
-    }
-    return last->components().back();
+    return *(end() - 1);
 }
 
 Path Path::operator+(const PathComponent& component) const
 {
     requireComponents();
-    const auto& last = getSegments().back();
-    return segmentsWithLast(withLast(last, last.end(), component));
+    return withTip(0, &component);
 }
 
 Path Path::operator+(const std::string& name) const
@@ -137,72 +94,69 @@ Path Path::operator+(const std::string& name) const
 
 Path Path::operator+(const PathSegment& segment) const
 {
-    Segments segments;
-    segments.reserve(nbSegments() + 1);
-    segments = getSegments();
-    segments.push_back(segment);
-    return segments;
+    PathBuilder made(nbSegments() + 1, size() + segment.size());
+    made.addSegments(*this, 0, nbSegments());
+    made.addSegment(PathSegmentView(segment));
+    return std::move(made).path();
 }
 
 Path Path::pop() const
 {
     requireComponents();
-    const auto& segments = getSegments();
-    if (segments.back().size() == 1) {
-        return Segments(segments.begin(), segments.end() - 1);
-    }
-    return segmentsWithLast(segments.back().pop());
+    return segment(nbSegments() - 1).size() == 1 ? popSegment() : withTip(1, nullptr);
 }
 
 Path Path::popHead() const
 {
     requireComponents();
-    const auto& segments = getSegments();
-    if (segments.front().size() == 1) {
-        return Segments(segments.begin() + 1, segments.end());
+    const auto first = segment(0);
+    if (first.empty()) {
+        throw InvalidOperationOnPathSegment(PathSegment(first));
     }
-    Segments result;
-    result.reserve(segments.size());
-    result.push_back(segments.front().popHead());
-    result.insert(result.end(), segments.begin() + 1, segments.end());
-    return result;
+    const auto dropped = first.size() == 1 ? 1U : 0U;
+    PathBuilder made(nbSegments() - dropped, size() - 1);
+    if (dropped == 0) {
+        made.add(first.begin() + 1, first.end());
+        made.endSegment(first.runTimeId(), first.separator());
+    }
+    made.addSegments(*this, 1, nbSegments());
+    return std::move(made).path();
 }
 
 Path Path::popSegment() const
 {
     requireComponents();
-    return Segments(getSegments().begin(), getSegments().end() - 1);
+    const auto kept = nbSegments() - 1;
+    PathBuilder made(kept, size() - segment(kept).size());
+    made.addSegments(*this, 0, kept);
+    return std::move(made).path();
 }
 
 Path Path::head(int n) const
 {
-    auto count = detail::headCount(n, size());
+    const auto count = detail::headCount(n, size());
     if (count == 0) {
         throw InvalidOperationOnPath(*this);
     }
-    Segments result;
-    result.reserve(nbSegments());
-    for (const auto& segment : getSegments()) {
-        if (segment.size() > count) {
-            if (count > 0) {
-                result.push_back(segment.head(static_cast<int>(count)));
-            }
-            break;
-        }
-        result.push_back(segment);
-        count -= segment.size();
+    std::size_t whole = 0;
+    auto left = count;
+    for (; whole != nbSegments() && segment(whole).size() <= left; ++whole) {
+        left -= segment(whole).size();
     }
-    return result;
+    PathBuilder made(whole + (left > 0 ? 1 : 0), count);
+    made.addSegments(*this, 0, whole);
+    if (left > 0) {
+        const auto cut = segment(whole);
+        made.add(cut.begin(), cut.begin() + left);
+        made.endSegment(cut.runTimeId(), cut.separator());
+    }
+    return std::move(made).path();
 }
 
 Path Path::sibling(const PathComponent& component) const
 {
     requireComponents();
-    const auto& last = getSegments().back();
-    if (last.empty()) {
-        throw InvalidOperationOnPathSegment(last);
-    }
-    return segmentsWithLast(withLast(last, last.end() - 1, component));
+    return withTip(1, &component);
 }
 
 Path Path::replaceComponent(int index, const PathComponent& component) const
@@ -210,16 +164,16 @@ Path Path::replaceComponent(int index, const PathComponent& component) const
     if (index < 0 || static_cast<std::size_t>(index) >= size()) {
         throw InvalidOperationOnPath(*this);
     }
-    auto segments = getSegments();
-    auto offset = static_cast<std::size_t>(index);
-    auto segment = segments.begin();
-    for (; offset >= segment->size(); ++segment) {
-        offset -= segment->size();
+    const auto* const replaced = begin() + index;
+    PathBuilder made(nbSegments(), size());
+    for (std::size_t i = 0; i != nbSegments(); ++i) {
+        const auto part = segment(i);
+        for (const auto& own : part) {
+            made.add(&own == replaced ? component : own);
+        }
+        made.endSegment(part.runTimeId(), part.separator());
     }
-    auto components = segment->components();
-    components[offset] = component;
-    *segment = PathSegment(std::move(components), segment->runTimeId(), segment->separator());
-    return segments;
+    return std::move(made).path();
 }
 
 Path Path::reparent(const Path& oldParent, const Path& newParent) const
@@ -227,67 +181,66 @@ Path Path::reparent(const Path& oldParent, const Path& newParent) const
     if (!startsWith(oldParent)) {
         throw InvalidOperationOnPath(*this);
     }
-    const auto& segments = getSegments();
-    auto rest = oldParent.size();
-    auto cut = segments.begin();
-    for (; cut != segments.end() && rest > cut->size(); ++cut) {
-        rest -= cut->size();
+    auto dropped = oldParent.size();
+    std::size_t cut = 0;
+    for (; cut != nbSegments() && dropped > segment(cut).size(); ++cut) {
+        dropped -= segment(cut).size();
     }
-    if (cut == segments.end()) {
+    if (cut == nbSegments()) {
         return newParent;
     }
 
-    const auto& ahead = newParent.getSegments();
-    Segments result;
-    result.reserve(ahead.size() + static_cast<std::size_t>(segments.end() - cut));
+    const auto tail = segment(cut);
+    const auto ahead = newParent.nbSegments();
     // Without an old parent the whole path follows, an empty first segment included.
-    const auto begin = cut->begin() + static_cast<std::ptrdiff_t>(rest);
-    if (begin == cut->end() && !oldParent.empty()) {
-        result = ahead;
-    } else if (!ahead.empty() && continues(ahead.back(), *cut)) {
-        result.assign(ahead.begin(), ahead.end() - 1);
-        result.push_back(joined(ahead.back(), *cut, begin));
-    } else {
-        result = ahead;
-        result.push_back(tail(*cut, begin));
+    const auto hasTail = dropped != tail.size() || oldParent.empty();
+    const auto joins = hasTail && ahead != 0 && continues(newParent.segment(ahead - 1), tail);
+    PathBuilder made(ahead + (hasTail && !joins ? 1 : 0) + nbSegments() - cut - 1,
+                     newParent.size() + size() - oldParent.size());
+    made.addSegments(newParent, 0, ahead);
+    if (joins) {
+        made.reopenSegment();
     }
-    result.insert(result.end(), cut + 1, segments.end());
-    return result;
+    if (hasTail) {
+        made.add(tail.begin() + dropped, tail.end());
+        made.endSegment(tail.runTimeId(), tail.separator());
+    }
+    made.addSegments(*this, cut + 1, nbSegments());
+    return std::move(made).path();
 }
 
 bool Path::startsWith(const Path& prefix) const noexcept
 {
-    if (prefix.size() > size()) {
-        return false;
-    }
-    ComponentCursor mine(*this);
-    ComponentCursor theirs(prefix);
-    for (auto left = prefix.size(); left > 0; --left) {
-        if (mine.next() != theirs.next()) {
-            return false;
-        }
-    }
-    return true;
+    return prefix.size() <= size() && std::equal(prefix.begin(), prefix.end(), begin());
 }
 
 std::string Path::string() const
 {
-    return detail::joinedText(getSegments());
+    return detail::joinedText(*this);
 }
 
 bool Path::operator==(const Path& other) const noexcept
 {
-    return _body == other._body || getSegments() == other.getSegments();
+    return _body == other._body ||
+           (_hash == other._hash && _body && other._body && *_body == *other._body);
 }
 
-Path::Segments Path::segmentsWithLast(PathSegment&& last) const
+/// The path without the last `dropped` components of its last segment, which then gets `added`, if
+/// that is not null.
+Path Path::withTip(std::size_t dropped, const PathComponent* added) const
 {
-    const auto& segments = getSegments();
-    Segments result;
-    result.reserve(segments.size());
-    result.assign(segments.begin(), segments.end() - 1);
-    result.push_back(std::move(last));
-    return result;
+    const auto last = segment(nbSegments() - 1);
+    if (last.size() < dropped) {
+        throw InvalidOperationOnPathSegment(PathSegment(last));
+    }
+    PathBuilder made(nbSegments(), size() - dropped + (added ? 1 : 0));
+    made.addSegments(*this, 0, nbSegments() - 1);
+    made.add(last.begin(), last.end() - dropped);
+    if (added) {
+        made.add(*added);
+    }
+    made.endSegment(last.runTimeId(), last.separator());
+    return std::move(made).path();
 }
 
 void Path::requireComponents() const
@@ -297,33 +250,9 @@ void Path::requireComponents() const
     }
 }
 
-std::uint32_t Path::computeHash() const noexcept
-{
-    std::uint32_t hash = 0x345678;
-    for (const auto& segment : getSegments()) {
-        for (const auto& component : segment) {
-            hash = (hash * 1000003U) ^ static_cast<std::uint32_t>(component.id());
-        }
-    }
-    hash ^= static_cast<std::uint32_t>(size());
-    if (hash == kNoHash) {
-        hash = 0xFFFFFFFE;
-    }
-    if (_body) {
-        _body->hash = hash;
-    }
-    return hash;
-}
-
 const Path::Segments& Path::noSegments() noexcept
 {
     static const auto& none = *new Segments;
-    return none;
-}
-
-const Path::Components& Path::noComponents() noexcept
-{
-    static const auto& none = *new Components;
     return none;
 }
 

@@ -1,28 +1,29 @@
 #include "kiv/pathSegment.h"
 
-#include <algorithm>
+#include <string_view>
+#include <utility>
 
 #include "headCount.h"
 #include "pathText.h"
-#include "splitting.h"
 
 namespace Kiv_v4 {
 
-PathSegment::Components detail::componentsOf(std::string_view text, char separator)
+namespace {
+
+PathSegment::Components componentsOf(std::string_view text, char separator)
 {
-    text = lstripped(text, separator);
     PathSegment::Components components;
-    if (separator != 0) {
-        components.reserve(
-            static_cast<std::size_t>(std::count(text.begin(), text.end(), separator)) + 1);
-    }
-    forEachPiece(text, separator,
-                 [&](std::string_view name) { components.push_back(PathComponent::intern(name)); });
+    components.reserve(detail::componentCount(text, separator));
+    detail::forEachComponent(text, separator, [&components](PathComponent&& component) {
+        components.push_back(std::move(component));
+    });
     return components;
 }
 
+} // namespace
+
 PathSegment::PathSegment(const std::string& text, Rtid runTimeId, char separator)
-    : PathSegment(detail::componentsOf(text, separator), runTimeId, separator)
+    : PathSegment(componentsOf(text, separator), runTimeId, separator)
 {}
 
 PathSegment::PathSegment(const Components& components, Rtid runTimeId, char separator)
@@ -35,6 +36,11 @@ PathSegment::PathSegment(Components&& components, Rtid runTimeId, char separator
 
 PathSegment::PathSegment(const PathComponent& component, Rtid runTimeId, char separator)
     : PathSegment(Components{component}, runTimeId, separator)
+{}
+
+PathSegment::PathSegment(const PathSegmentView& view)
+    : _components(view.begin(), view.end()), _runTimeId(view.runTimeId()),
+      _separator(view.separator())
 {}
 
 PathSegment PathSegment::pop() const

@@ -8,12 +8,15 @@
 #include "kiv/runTimeMgr.h"
 #include "kiv/stringUtils.h"
 
+#include "pathBuilder.h"
 #include "pathText.h"
 #include "splitting.h"
 
 namespace Kiv_v4 {
 
 namespace {
+
+using detail::PathBuilder;
 
 /// A component separator and one run-time that registered it.
 using SeparatorEntry = std::pair<char, Rtid>;
@@ -47,8 +50,7 @@ Settings& settings()
 
 std::string DefaultString::operator()(const Path& path) const
 {
-    return path.empty() ? std::string()
-                        : detail::joinedText(path.getSegments(), settings().segmentSeparator);
+    return path.empty() ? std::string() : detail::joinedText(path, settings().segmentSeparator);
 }
 
 void requireRunTime(Rtid rtId)
@@ -90,32 +92,43 @@ Path singleSegmentPath(const std::string& text)
     throw InvalidPath(text);
 }
 
-/// What the path creator makes of the segments, which the default one may as well keep.
-Path createdPath(std::vector<PathSegment>&& segments)
+/// What the path creator makes of the segments of `path`, which the default one may as well keep.
+Path created(Path&& path)
 {
     if (settings().createPathFn.target<DefaultCreatePath>()) {
-        return std::move(segments);
+        return std::move(path);
     }
-    return PathString::createPathFn()(segments);
+    return PathString::createPathFn()(path.getSegments());
 }
 
-/// The segment for the first of the run-times sharing its separator under which the scene has an
-/// item.
-PathSegment existingSegment(const std::string& text, const std::vector<PathSegment>& before,
-                            const PathSegment::Components& components, char separator)
+/// A builder with room for the segments and components of a text.
+PathBuilder roomFor(std::string_view text, std::string_view separator)
+{
+    std::size_t nbSegments = 0;
+    std::size_t size = 0;
+    detail::forEachPiece(text, separator, [&](std::string_view segmentText) {
+        ++nbSegments;
+        size += segmentText.empty() ? 0 : detail::componentCount(segmentText, segmentText.front());
+    });
+    return {nbSegments, size};
+}
+
+/// Makes the components added the segment of the first of the run-times sharing its separator under
+/// which the scene has an item.
+void endExistingSegment(PathBuilder& made, const std::string& text, char separator)
 {
     for (const auto candidate : PathString::pathComponentSeparatorRunTimeIds(separator)) {
-        auto trial = before;
-        trial.emplace_back(components, candidate, separator);
-        if (Hierarchy::createItem(PathString::createPathFn()(trial))) {
-            return std::move(trial.back());
+        made.endSegment(candidate, separator);
+        if (Hierarchy::createItem(created(made.soFar()))) {
+            return;
         }
+        made.reopenSegment();
     }
     throw InvalidPath(text);
 }
 
-PathSegment parsedSegment(const std::string& text, const std::vector<PathSegment>& before,
-                          std::string_view segmentText)
+/// Adds the segment that `segmentText` writes, which is a piece of `text`.
+void addSegment(PathBuilder& made, const std::string& text, std::string_view segmentText)
 {
     if (segmentText.empty()) {
         throw EmptyPathSegment(text);
@@ -129,11 +142,14 @@ PathSegment parsedSegment(const std::string& text, const std::vector<PathSegment
     if (segmentText.size() == 1) {
         throw EmptyPathSegment(text);
     }
-    auto components = detail::componentsOf(segmentText, separator);
+    detail::forEachComponent(segmentText, separator, [&made](PathComponent&& component) {
+        made.add(std::move(component));
+    });
     if (std::none_of(first + 1, entries.end(), isOf(separator))) {
-        return {std::move(components), first->second, separator};
+        made.endSegment(first->second, separator);
+    } else {
+        endExistingSegment(made, text, separator);
     }
-    return existingSegment(text, before, components, separator);
 }
 
 } // namespace
@@ -227,16 +243,14 @@ Path PathString::path(const std::string& text)
     if (endsWith(text, separator)) {
         throw EmptyPathSegment(text);
     }
-    const auto count = detail::pieceCount(text, separator);
-    if (count == 1 && !isRegistered(text.front())) {
+    if (!isRegistered(text.front()) && text.find(separator) == text.npos) {
         return singleSegmentPath(text);
     }
-    std::vector<PathSegment> segments;
-    segments.reserve(count);
+    auto made = roomFor(text, separator);
     detail::forEachPiece(text, std::string_view(separator), [&](std::string_view segmentText) {
-        segments.push_back(parsedSegment(text, segments, segmentText));
+        addSegment(made, text, segmentText);
     });
-    return createdPath(std::move(segments));
+    return created(std::move(made).path());
 }
 
 EmptyPathSegment::EmptyPathSegment(const std::string& pathText)

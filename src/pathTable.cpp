@@ -6,47 +6,6 @@
 
 namespace Kiv_v4::detail {
 
-namespace {
-
-/// Whether the components are the same segment by segment.
-bool samePieces(const Path::Segments& left, const Path::Segments& right) noexcept
-{
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [](const PathSegment& mine, const PathSegment& theirs) {
-                          return mine.components() == theirs.components();
-                      });
-}
-
-/// Whether the components are the same, compared in the longest runs that lie in one segment on
-/// both sides.
-bool sameComponents(const Path::Segments& left, const Path::Segments& right) noexcept
-{
-    auto leftSegment = left.begin();
-    auto rightSegment = right.begin();
-    std::size_t leftDone = 0;
-    std::size_t rightDone = 0;
-    while (true) {
-        for (; leftSegment != left.end() && leftDone == leftSegment->size(); ++leftSegment) {
-            leftDone = 0;
-        }
-        for (; rightSegment != right.end() && rightDone == rightSegment->size(); ++rightSegment) {
-            rightDone = 0;
-        }
-        if (leftSegment == left.end() || rightSegment == right.end()) {
-            return leftSegment == left.end() && rightSegment == right.end();
-        }
-        const auto run = std::min(leftSegment->size() - leftDone, rightSegment->size() - rightDone);
-        const auto* const from = leftSegment->components().data() + leftDone;
-        if (!std::equal(from, from + run, rightSegment->components().data() + rightDone)) {
-            return false;
-        }
-        leftDone += run;
-        rightDone += run;
-    }
-}
-
-} // namespace
-
 PathTable::PathTable(PathTable&& other) noexcept
     : _slots(std::move(other._slots)), _size(other._size), _shift(other._shift)
 {
@@ -96,7 +55,7 @@ PathTable::Slot& PathTable::slot(const Path& path) noexcept
 void PathTable::fill(Slot& slot, Position position) noexcept
 {
     const auto& path = (*position)->path();
-    slot = {path.hash(), &path.getSegments(), position};
+    slot = {path.hash(), static_cast<std::uint32_t>(path.size()), path.begin(), position};
     ++_size;
 }
 
@@ -135,10 +94,9 @@ std::size_t PathTable::mask() const noexcept
 std::size_t PathTable::indexOf(const Path& path) const noexcept
 {
     const auto hash = path.hash();
-    const auto& segments = path.getSegments();
-    const auto same = [&](const Slot& slot) {
-        return slot.segments == &segments || samePieces(*slot.segments, segments) ||
-               sameComponents(*slot.segments, segments);
+    const auto same = [&path](const Slot& slot) {
+        return slot.components == path.begin() ||
+               std::equal(slot.components, slot.components + slot.size, path.begin(), path.end());
     };
     auto i = home(hash);
     while (!(_slots[i].hash == hash && same(_slots[i])) && !_slots[i].free()) {

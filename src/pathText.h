@@ -5,15 +5,37 @@
 #include <string>
 #include <string_view>
 
+#include "kiv/path.h"
 #include "kiv/pathSegment.h"
+
+#include "splitting.h"
 
 namespace Kiv_v4::detail {
 
-/// The components that `text` writes; see the constructor of `PathSegment` from a text.
-[[nodiscard]] PathSegment::Components componentsOf(std::string_view text, char separator);
+/// The number of components that `text` writes.
+[[nodiscard]] inline std::size_t componentCount(std::string_view text, char separator) noexcept
+{
+    if (separator == 0) {
+        return 1;
+    }
+    text = lstripped(text, separator);
+    // A separator at the end starts no component.
+    return text.empty()
+               ? 0
+               : static_cast<std::size_t>(std::count(text.begin(), text.end() - 1, separator)) + 1;
+}
+
+/// Hands the components that `text` writes to `take`, in order; see the constructor of
+/// `PathSegment` from a text.
+template <class Take>
+void forEachComponent(std::string_view text, char separator, Take take)
+{
+    forEachPiece(lstripped(text, separator), separator,
+                 [&take](std::string_view name) { take(PathComponent::intern(name)); });
+}
 
 /// The length of the text of `segment`.
-[[nodiscard]] inline std::size_t textSize(const PathSegment& segment) noexcept
+[[nodiscard]] inline std::size_t textSize(const PathSegmentView& segment) noexcept
 {
     auto size = segment.separator() == 0 ? std::size_t{0} : segment.size();
     for (const auto& component : segment) {
@@ -24,7 +46,7 @@ namespace Kiv_v4::detail {
 
 /// Writes each component to `out`, preceded by the separator unless that is 0, and returns the end
 /// of what it wrote, `textSize(segment)` characters.
-inline char* writeText(char* out, const PathSegment& segment) noexcept
+inline char* writeText(char* out, const PathSegmentView& segment) noexcept
 {
     for (const auto& component : segment) {
         if (segment.separator() != 0) {
@@ -35,21 +57,21 @@ inline char* writeText(char* out, const PathSegment& segment) noexcept
     return out;
 }
 
-/// The texts of all segments with `between` between each two.
-template <class Segments>
-[[nodiscard]] std::string joinedText(const Segments& segments, std::string_view between = {})
+/// The texts of all segments of `path` with `between` between each two.
+[[nodiscard]] inline std::string joinedText(const Path& path, std::string_view between = {})
 {
-    std::size_t size = 0;
-    for (const auto& segment : segments) {
-        size += textSize(segment) + (&segment == &*segments.begin() ? 0 : between.size());
+    const auto count = path.nbSegments();
+    auto size = count == 0 ? std::size_t{0} : (count - 1) * between.size();
+    for (std::size_t i = 0; i != count; ++i) {
+        size += textSize(path.segment(i));
     }
     std::string text(size, '\0');
     auto* out = text.data();
-    for (const auto& segment : segments) {
-        if (&segment != &*segments.begin()) {
+    for (std::size_t i = 0; i != count; ++i) {
+        if (i != 0) {
             out = std::copy(between.begin(), between.end(), out);
         }
-        out = writeText(out, segment);
+        out = writeText(out, path.segment(i));
     }
     return text;
 }

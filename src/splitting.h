@@ -49,12 +49,4 @@ void forEachPiece(std::string_view s, std::string_view separator, Take take)
     }
 }
 
-/// The number of pieces of `s` at the text `separator`.
-[[nodiscard]] inline std::size_t pieceCount(std::string_view s, std::string_view separator)
-{
-    std::size_t count = 0;
-    forEachPiece(s, separator, [&count](std::string_view) { ++count; });
-    return count;
-}
-
 } // namespace Kiv_v4::detail

@@ -1,15 +1,14 @@
 #pragma once
 
-#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
-#include <iterator>
-#include <memory>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "kiv/detail/pathBody.h"
 #include "kiv/export.h"
 #include "kiv/pathComponent.h"
 #include "kiv/pathSegment.h"
@@ -32,12 +31,10 @@ namespace Kiv_v4 {
 /// components. Segments may be empty: they count in `nbSegments` and in equality only. "No
 /// components" below means an empty flat view, whatever the number of segments.
 ///
-/// **Reentrancy.** `hash()` caches its result without a lock; a path that several threads read has
-/// its hash computed before it is shared.
-///
 /// **Cost.** Copying and moving are constant; the operations that give a new path are linear in the
-/// number of its components. The flat view of a path of several segments is made, once for all
-/// copies, when `begin` or `end` is first called; a loop over the segments does without.
+/// number of its components, and allocate once. The components lie side by side. The vector of
+/// segments is made, once for all copies, when `getSegments` is first called; `segment` does
+/// without.
 ///
 /// **Errors.** An operation that the path does not allow throws `InvalidOperationOnPath` with the
 /// path's text as its message.
@@ -46,9 +43,8 @@ class KIV_EXPORT Path
 public:
     /// The segments from the first run-time to the last.
     using Segments = std::vector<PathSegment>;
-    /// Names in order.
-    using Components = PathSegment::Components;
-    using const_iterator = Components::const_iterator;
+    /// Walks the flat view.
+    using const_iterator = const PathComponent*;
     using iterator = const_iterator;
     using value_type = PathComponent;
 
@@ -62,38 +58,71 @@ public:
     Path(const Segments& segments);
     Path(Segments&& segments);
 
-    // A moved-from path is the empty path.
-    Path(const Path&) noexcept = default;
-    Path(Path&&) noexcept = default;
-    ~Path() = default;
-    Path& operator=(const Path&) noexcept = default;
-    Path& operator=(Path&&) noexcept = default;
+    /// A copy shares all with the other.
+    Path(const Path& other) noexcept : _body(other._body), _hash(other._hash)
+    {
+        if (_body) {
+            _body->hold();
+        }
+    }
+
+    /// A moved-from path is the empty path.
+    Path(Path&& other) noexcept
+        : _body(std::exchange(other._body, nullptr)), _hash(std::exchange(other._hash, kEmptyHash))
+    {}
+
+    ~Path()
+    {
+        if (_body) {
+            _body->letGo();
+        }
+    }
+
+    Path& operator=(const Path& other) noexcept { return *this = Path(other); }
+
+    Path& operator=(Path&& other) noexcept
+    {
+        Path taken(std::move(other));
+        std::swap(_body, taken._body);
+        std::swap(_hash, taken._hash);
+        return *this;
+    }
 
     /// The number of components over all segments.
-    [[nodiscard]] std::size_t size() const noexcept { return _body ? _body->size : 0; }
+    [[nodiscard]] std::size_t size() const noexcept { return _body ? _body->size() : 0; }
 
     /// Whether there are no components.
     [[nodiscard]] bool empty() const noexcept { return size() == 0; }
 
     /// The number of segments, empty ones included.
-    [[nodiscard]] std::size_t nbSegments() const noexcept { return getSegments().size(); }
+    [[nodiscard]] std::size_t nbSegments() const noexcept
+    {
+        return _body ? _body->nbSegments() : 0;
+    }
+
+    /// The segment at `index`, which is less than `nbSegments()`; good for as long as any copy of
+    /// this path.
+    [[nodiscard]] PathSegmentView segment(std::size_t index) const noexcept
+    {
+        return _body->segment(index);
+    }
 
     /// The segments, good for as long as any copy of this path.
-    [[nodiscard]] const Segments& getSegments() const noexcept
+    [[nodiscard]] const Segments& getSegments() const
     {
-        return _body ? _body->segments : noSegments();
+        return _body ? _body->segments() : noSegments();
     }
 
     /// The flat view: the components of all segments, in order.
-    [[nodiscard]] const_iterator begin() const { return components().begin(); }
-    [[nodiscard]] const_iterator end() const { return components().end(); }
-    [[nodiscard]] const_iterator cbegin() const { return begin(); }
-    [[nodiscard]] const_iterator cend() const { return end(); }
+    [[nodiscard]] const_iterator begin() const noexcept { return _body ? _body->begin() : nullptr; }
+    [[nodiscard]] const_iterator end() const noexcept { return _body ? _body->end() : nullptr; }
+    [[nodiscard]] const_iterator cbegin() const noexcept { return begin(); }
+    [[nodiscard]] const_iterator cend() const noexcept { return end(); }
 
     /// The run-time of the last segment; 0 without segments.
     [[nodiscard]] Rtid runTimeId() const noexcept
     {
-        return nbSegments() == 0 ? Rtid{0} : getSegments().back().runTimeId();
+        return _body ? _body->marks()[_body->nbSegments() - 1].runTimeId : Rtid{0};
     }
 
     /// The last component. Throws without components.
@@ -150,53 +179,28 @@ public:
     /// back, see `PathString`.
     [[nodiscard]] std::string string() const;
 
-    /// A hash of the components, computed once per body. Paths of the same components in different
-    /// segments hash alike.
-    [[nodiscard]] std::uint32_t hash() const noexcept
-    {
-        return _body && _body->hash != kNoHash ? _body->hash : computeHash();
-    }
+    /// A hash of the components, computed when the path is made. Paths of the same components in
+    /// different segments hash alike.
+    [[nodiscard]] std::uint32_t hash() const noexcept { return _hash; }
 
     /// Equal segments, pairwise.
     bool operator==(const Path& other) const noexcept;
     bool operator!=(const Path& other) const noexcept { return !(*this == other); }
 
 private:
-    static constexpr std::uint32_t kNoHash = 0xFFFFFFFF;
+    friend class detail::PathBuilder;
 
-    /// What copies share. Nothing in it changes once it is there.
-    struct Body
-    {
-        KIV_HIDDEN explicit Body(Segments&& pathSegments) noexcept;
-        Body(const Body&) = delete;
-        ~Body();
-        Body& operator=(const Body&) = delete;
+    /// The hash of a path without components.
+    static constexpr std::uint32_t kEmptyHash = 0x345678;
 
-        [[nodiscard]] const Components& components() const
-        {
-            return segments.size() == 1 ? segments.front().components() : flatView();
-        }
+    explicit Path(const detail::PathBody* body) noexcept;
 
-        [[nodiscard]] const Components& flatView() const;
-
-        Segments segments;
-        std::size_t size = 0; ///< The number of components.
-        mutable std::atomic<const Components*> flat = nullptr;
-        mutable std::uint32_t hash = kNoHash;
-    };
-
-    [[nodiscard]] const Components& components() const
-    {
-        return _body ? _body->components() : noComponents();
-    }
-
-    [[nodiscard]] KIV_HIDDEN Segments segmentsWithLast(PathSegment&& last) const;
+    [[nodiscard]] KIV_HIDDEN Path withTip(std::size_t dropped, const PathComponent* added) const;
     KIV_HIDDEN void requireComponents() const;
-    std::uint32_t computeHash() const noexcept;
     static const Segments& noSegments() noexcept;
-    static const Components& noComponents() noexcept;
 
-    std::shared_ptr<const Body> _body;
+    const detail::PathBody* _body = nullptr;
+    std::uint32_t _hash = kEmptyHash;
 };
 
 /// An operation that the path does not allow. The message is the path's text.

@@ -11,6 +11,55 @@
 
 namespace Kiv_v4 {
 
+class PathSegment;
+
+namespace detail {
+class PathBuilder;
+}
+
+/// A segment seen where it lies, in a `PathSegment` or in a `Path`, and good for as long as that.
+/// Making and copying one costs nothing; `PathSegment` keeps what it shows.
+class PathSegmentView
+{
+public:
+    /// Walks the components.
+    using const_iterator = const PathComponent*;
+    using iterator = const_iterator;
+    using value_type = PathComponent;
+
+    /// A view of the components from `begin` up to `end`.
+    PathSegmentView(const_iterator begin, const_iterator end, Rtid runTimeId,
+                    char separator) noexcept
+        : _begin(begin), _end(end), _runTimeId(runTimeId), _separator(separator)
+    {}
+
+    /// Deliberately implicit.
+    PathSegmentView(const PathSegment& segment) noexcept;
+
+    /// The run-time that the segment belongs to.
+    [[nodiscard]] Rtid runTimeId() const noexcept { return _runTimeId; }
+    /// The character in front of each name in text; 0 for none.
+    [[nodiscard]] char separator() const noexcept { return _separator; }
+
+    /// The number of components.
+    [[nodiscard]] std::size_t size() const noexcept
+    {
+        return static_cast<std::size_t>(_end - _begin);
+    }
+    /// Whether there are no components.
+    [[nodiscard]] bool empty() const noexcept { return _begin == _end; }
+
+    /// The components in order.
+    [[nodiscard]] const_iterator begin() const noexcept { return _begin; }
+    [[nodiscard]] const_iterator end() const noexcept { return _end; }
+
+private:
+    const_iterator _begin;
+    const_iterator _end;
+    Rtid _runTimeId;
+    char _separator;
+};
+
 /// The part of a path that belongs to one run-time: the names from the segment's root to its tip,
 /// the run-time's id, and the character that separates the names in text (0 for none).
 ///
@@ -35,6 +84,9 @@ public:
     PathSegment(const Components& components, Rtid runTimeId, char separator);
     PathSegment(Components&& components, Rtid runTimeId, char separator) noexcept;
     PathSegment(const PathComponent& component, Rtid runTimeId, char separator);
+
+    /// What the view shows, kept.
+    explicit PathSegment(const PathSegmentView& view);
 
     /// The run-time that the segment belongs to.
     [[nodiscard]] Rtid runTimeId() const noexcept { return _runTimeId; }
@@ -72,10 +124,17 @@ public:
     bool operator!=(const PathSegment& other) const noexcept { return !(*this == other); }
 
 private:
+    friend class detail::PathBuilder;
+
     Components _components;
     Rtid _runTimeId;
     char _separator;
 };
+
+inline PathSegmentView::PathSegmentView(const PathSegment& segment) noexcept
+    : PathSegmentView(segment.components().data(), segment.components().data() + segment.size(),
+                      segment.runTimeId(), segment.separator())
+{}
 
 /// An operation that the segment is too short for. The message is the segment's text.
 class KIV_EXPORT InvalidOperationOnPathSegment : public std::out_of_range

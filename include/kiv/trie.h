@@ -432,12 +432,10 @@ template <class T>
 typename Trie<T>::Node* Trie<T>::walk(const Path& path) const noexcept
 {
     auto* node = _root.get();
-    for (const auto& segment : path.getSegments()) {
-        for (const auto& component : segment) {
-            node = node->child(component);
-            if (!node) {
-                return nullptr;
-            }
+    for (const auto& component : path) {
+        node = node->child(component);
+        if (!node) {
+            return nullptr;
         }
     }
     return node;
@@ -451,17 +449,15 @@ typename Trie<T>::Node* Trie<T>::reach(const Path& path)
     auto* node = _root.get();
     NodePtr branch;
     auto* last = node;
-    for (const auto& segment : path.getSegments()) {
-        for (const auto& component : segment) {
-            if (branch) {
-                last->hang(makeNode(component));
-                last = last->child(component);
-            } else if (auto* const child = node->child(component)) {
-                node = last = child;
-            } else {
-                branch = makeNode(component);
-                last = branch.get();
-            }
+    for (const auto& component : path) {
+        if (branch) {
+            last->hang(makeNode(component));
+            last = last->child(component);
+        } else if (auto* const child = node->child(component)) {
+            node = last = child;
+        } else {
+            branch = makeNode(component);
+            last = branch.get();
         }
     }
     if (branch) {
@@ -498,16 +494,14 @@ template <bool Inclusive>
 bool Trie<T>::containsAncestorHelper(const Path& path) const noexcept
 {
     const auto* node = _root.get();
-    auto left = path.size() - (Inclusive || path.empty() ? 0 : 1);
-    for (const auto& segment : path.getSegments()) {
-        for (auto component = segment.begin(); left > 0 && component != segment.end(); --left) {
-            node = node->child(*component++);
-            if (!node) {
-                return false;
-            }
-            if (node->hasData()) {
-                return true;
-            }
+    const auto* const end = path.end() - (Inclusive || path.empty() ? 0 : 1);
+    for (const auto* component = path.begin(); component != end; ++component) {
+        node = node->child(*component);
+        if (!node) {
+            return false;
+        }
+        if (node->hasData()) {
+            return true;
         }
     }
     return false;

@@ -26,7 +26,8 @@ SceneItem::Ptr itemAt(const std::string& text)
 
 char separatorOf(const SceneItem::Ptr& item)
 {
-    return item->path().getSegments().back().separator();
+    const auto& path = item->path();
+    return path.segment(path.nbSegments() - 1).separator();
 }
 
 SceneItem::Ptr childNamed(const SceneItem::Ptr& item, const std::string& name)

@@ -20,7 +20,7 @@ using SelectedItems = std::list<SceneItem::Ptr, PoolAllocator<SceneItem::Ptr>>;
 /// - the number of slots is 0 or a power of two, and at least a quarter of them are free;
 /// - no free slot lies between an entry's home slot (the top bits of its mixed hash) and its own
 ///   slot, which erasing keeps by shifting later entries back;
-/// - the items keep the segments that the slots point at.
+/// - the items keep the components that the slots point at.
 class PathTable
 {
 public:
@@ -32,7 +32,8 @@ public:
         static constexpr std::uint32_t kFree = 0xFFFFFFFF;
 
         std::uint32_t hash = kFree;
-        const Path::Segments* segments = nullptr; ///< What copies of the item's path share.
+        std::uint32_t size = 0;                    ///< The number of components.
+        const PathComponent* components = nullptr; ///< Those of the item's path and its copies.
         Position position;
 
         [[nodiscard]] bool free() const noexcept { return hash == kFree; }

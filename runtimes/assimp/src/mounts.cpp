@@ -11,6 +11,15 @@
 
 namespace Kiv_v4::assimp {
 
+namespace {
+
+PathSegmentView lastSegment(const Path& path)
+{
+    return path.segment(path.nbSegments() - 1);
+}
+
+} // namespace
+
 void Mounts::add(const Mount& mount, const Path& gateway)
 {
     requireFree(gateway);
@@ -143,7 +152,7 @@ std::shared_ptr<Item> Mounts::materialItem(const Path& gateway, NodeIndex index)
 std::shared_ptr<Item> Mounts::item(const Path& path) const
 {
     const auto* mount = mountOf(path);
-    const auto index = mount ? mount->file->find(path.getSegments().back()) : std::nullopt;
+    const auto index = mount ? mount->file->find(lastSegment(path)) : std::nullopt;
     return index ? std::make_shared<Item>(path, mount->file, *index) : nullptr;
 }
 
@@ -156,7 +165,7 @@ std::optional<MountedNode> Mounts::nodeOrMaterial(const SceneItem::Ptr& item) co
     const auto* own = dynamic_cast<const Item*>(item.get());
     const auto index = own && own->file() == mount->file
                            ? own->index()
-                           : mount->file->find(item->path().getSegments().back());
+                           : mount->file->find(lastSegment(item->path()));
     return index ? std::optional(MountedNode(item, *mount, *index)) : std::nullopt;
 }
 
@@ -174,7 +183,7 @@ const Mount* Mounts::mountOf(const Path& path) const
     if (path.empty()) {
         return nullptr;
     }
-    const auto& segment = path.getSegments().back();
+    const auto segment = lastSegment(path);
     if (segment.runTimeId() != _runTimeId || segment.separator() != RunTime::kSeparator) {
         return nullptr;
     }

@@ -107,7 +107,7 @@ SceneFile::SceneFile(const aiScene& scene, std::string name, const Sources& sour
     sortForFinding();
 }
 
-std::optional<NodeIndex> SceneFile::find(const PathSegment& segment) const
+std::optional<NodeIndex> SceneFile::find(const PathSegmentView& segment) const
 {
     if (segment.empty()) {
         return std::nullopt;

@@ -60,7 +60,7 @@ public:
     [[nodiscard]] const Node& node(NodeIndex index) const noexcept { return _nodes[index]; }
 
     /// The node that `segment` names, its first component being that of a top.
-    [[nodiscard]] std::optional<NodeIndex> find(const PathSegment& segment) const;
+    [[nodiscard]] std::optional<NodeIndex> find(const PathSegmentView& segment) const;
 
     /// The name that the node has in the file; empty for the materials' top.
     [[nodiscard]] std::string originalName(NodeIndex index) const;

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <new>
+#include <utility>
+
+#include "kiv/detail/pathBody.h"
+#include "kiv/path.h"
+
+namespace Kiv_v4::detail {
+
+/// A path in the making: components and segments are written where they stay. It is told how many
+/// of each will come; nothing after its construction needs memory.
+class PathBuilder
+{
+public:
+    PathBuilder(std::size_t nbSegments, std::size_t size);
+    PathBuilder(const PathBuilder&) = delete;
+    ~PathBuilder();
+    PathBuilder& operator=(const PathBuilder&) = delete;
+
+    template <class Component>
+    void add(Component&& component) noexcept
+    {
+        new (_components + _body->_size) PathComponent(std::forward<Component>(component));
+        ++_body->_size;
+    }
+
+    void add(const PathComponent* begin, const PathComponent* end) noexcept;
+
+    /// Adds a whole segment, in the second case without what it holds.
+    void addSegment(const PathSegmentView& segment) noexcept;
+    void addSegment(PathSegment&& segment) noexcept;
+
+    /// Adds the segments of `path` from `first` up to `last`.
+    void addSegments(const Path& path, std::size_t first, std::size_t last) noexcept;
+
+    /// Makes the components since the last segment the next one.
+    void endSegment(Rtid runTimeId, char separator) noexcept;
+
+    /// Goes back behind the last `endSegment`.
+    void reopenSegment() noexcept { --_body->_nbSegments; }
+
+    /// A path of the segments so far.
+    [[nodiscard]] Path soFar() const;
+
+    /// The path, when all that was announced has come. The builder is left without.
+    [[nodiscard]] Path path() && noexcept;
+
+private:
+    PathBody* _body = nullptr;
+    PathComponent* _components = nullptr;
+    PathBody::Mark* _marks = nullptr;
+};
+
+} // namespace Kiv_v4::detail
