@@ -23,6 +23,9 @@
 #include <boost/multi_index/sequenced_index.hpp>
 #include <boost/multi_index_container.hpp>
 #endif
+#ifdef KIV_BENCH_TSL
+#include <tsl/ordered_set.h>
+#endif
 
 namespace {
 
@@ -108,6 +111,51 @@ private:
             index::hashed_unique<index::const_mem_fun<SceneItem, const Path&, &SceneItem::path>,
                                  std::hash<Path>>>>
         _items;
+};
+#endif
+
+#ifdef KIV_BENCH_TSL
+/// Items in the order of insertion, found by path. It can take from its middle only in linear time.
+class OrderedSet
+{
+public:
+    bool append(const SceneItem::Ptr& item) { return _items.insert(item).second; }
+    void clear() { _items.clear(); }
+
+    [[nodiscard]] bool contains(const Path& path) const
+    {
+        return _items.find(path) != _items.end();
+    }
+
+    [[nodiscard]] const auto& items() const { return _items; }
+
+private:
+    static const Path& pathOf(const Path& path) { return path; }
+    static const Path& pathOf(const SceneItem::Ptr& item) { return item->path(); }
+
+    struct Hash
+    {
+        using is_transparent = void;
+
+        template <class Key>
+        std::size_t operator()(const Key& key) const
+        {
+            return pathOf(key).hash();
+        }
+    };
+
+    struct Equal
+    {
+        using is_transparent = void;
+
+        template <class Left, class Right>
+        bool operator()(const Left& left, const Right& right) const
+        {
+            return pathOf(left) == pathOf(right);
+        }
+    };
+
+    tsl::ordered_set<SceneItem::Ptr, Hash, Equal> _items;
 };
 #endif
 
@@ -278,12 +326,6 @@ void addPlayer(Size size, const std::string& who)
     addQuestion("selection: contains", size, who, scene<Path>, &Player::contains);
     addQuestion("selection: contains, path made anew", size, who, twins, &Player::contains);
     addQuestion("selection: contains, absent", size, who, strangers, &Player::contains);
-    addRound<Player>("selection: remove", size, who, fillIn,
-                     [](Player& player, const Items& given) {
-                         for (const auto& item : given) {
-                             player.remove(item);
-                         }
-                     });
     addRound<Player>("selection: clear", size, who, fillIn,
                      [](Player& player, const Items&) { player.clear(); });
     addRow("selection: walk", size.name, who, [=](benchmark::State& state) {
@@ -298,6 +340,18 @@ void addPlayer(Size size, const std::string& who)
     if (size.count != kHot.count) {
         addBytes<Player>("selection: bytes per item", size, who, fillIn);
     }
+}
+
+template <class Player>
+void addRemove(Size size, const std::string& who)
+{
+    const auto fillIn = [](Player& player, const Items& given) { fill(player, given); };
+    addRound<Player>("selection: remove", size, who, fillIn,
+                     [](Player& player, const Items& given) {
+                         for (const auto& item : given) {
+                             player.remove(item);
+                         }
+                     });
 }
 
 /// What the peers of the selection cannot do; `trie_bench` has the peers of the trie.
@@ -324,9 +378,15 @@ void addPrefixQuestions(Size size)
 const bool registered = [] {
     for (const auto& size : kSizes) {
         addPlayer<Selection>(size, "kiv");
+        addRemove<Selection>(size, "kiv");
         addPlayer<ListAndMap>(size, "list + unordered_map");
+        addRemove<ListAndMap>(size, "list + unordered_map");
 #ifdef KIV_BENCH_BOOST
         addPlayer<MultiIndex>(size, "boost::multi_index");
+        addRemove<MultiIndex>(size, "boost::multi_index");
+#endif
+#ifdef KIV_BENCH_TSL
+        addPlayer<OrderedSet>(size, "tsl::ordered_set");
 #endif
         addPrefixQuestions(size);
     }
