@@ -75,8 +75,10 @@ TEST_F(PathStrings, EachSegmentIsReadByItsFirstCharacter)
         {"a,/b", "separator: a"},
         {"/a,b,,", "empty: /a,b,,"},
         {"abc", "invalid: abc"}};
+    const auto names = PathComponent::tableSize();
     for (const auto& [text, outcome] : cases) {
         EXPECT_EQ(parsed(text), outcome) << text;
+        EXPECT_EQ(PathComponent::tableSize(), names) << text; // also of a text refused half-way
     }
 }
 

@@ -202,6 +202,27 @@ TEST(Path, AMovedFromPathIsTheEmptyPath)
     const auto target = std::move(source);
     EXPECT_EQ(target, path("/a|:b"));
     EXPECT_EQ(source, Path()); // NOLINT(bugprone-use-after-move): the contract
+    EXPECT_EQ(source.hash(), Path().hash());
+}
+
+TEST(Path, CopiesShareWhatIsMadeOnceAndLetGoOfTheirNamesTogether)
+{
+    const auto names = PathComponent::tableSize();
+    auto one = path("/lone1/lone2|:lone3");
+    auto other = one;
+    EXPECT_EQ(&one.getSegments(), &other.getSegments());
+    auto& same = one;
+    one = same;
+    one = std::move(same);
+    EXPECT_EQ(one, other);
+    EXPECT_EQ(PathSegment(one.segment(1)), one.getSegments().back());
+    one = Path();
+    EXPECT_EQ(PathComponent::tableSize(), names + 3);
+    EXPECT_EQ(other.begin()->string(), "lone1");
+    other = other.pop();
+    EXPECT_EQ(notation(other), "/lone1/lone2");
+    other = Path();
+    EXPECT_EQ(PathComponent::tableSize(), names);
 }
 
 TEST(Path, AHashIsNeverTheValueThatMeansNoneIsKnown)
@@ -271,6 +292,7 @@ TEST(Path, RandomEditsGiveWhatTheyGiveOnPlainVectors)
             }
         }
         ASSERT_EQ(path, Path(segments));
+        ASSERT_EQ(path.getSegments(), segments);
         ASSERT_EQ(namesOf(path), flat);
         ASSERT_EQ(path.size(), flat.size());
         ASSERT_EQ(path.hash(), hash ^ static_cast<std::uint32_t>(flat.size()));

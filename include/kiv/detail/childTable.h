@@ -6,6 +6,7 @@
 #include <new>
 #include <utility>
 
+#include "kiv/detail/poolAllocator.h"
 #include "kiv/pathComponent.h"
 
 namespace Kiv_v4::detail {
@@ -122,7 +123,7 @@ public:
                 }
                 slot->~Slot();
             }
-            ::operator delete(doomed);
+            releaseCell(doomed, sizeOf(doomed->capacity));
             doomed = later;
         }
     }
@@ -137,6 +138,11 @@ private:
     static_assert(sizeof(Block) % alignof(Slot) == 0);
 
     static constexpr std::uint64_t kMix = 0x9E3779B97F4A7C15;
+
+    [[nodiscard]] static std::size_t sizeOf(std::size_t capacity) noexcept
+    {
+        return sizeof(Block) + capacity * sizeof(Slot);
+    }
 
     [[nodiscard]] static Slot* slotsOf(Block* block) noexcept
     {
@@ -185,7 +191,7 @@ private:
     void grow()
     {
         const auto larger = _slots ? capacity() * 2 : 2;
-        auto* const memory = ::operator new(sizeof(Block) + larger * sizeof(Slot));
+        auto* const memory = allocateCell(sizeOf(larger));
         auto* const slots = slotsOf(new (memory) Block{larger, nullptr});
         for (std::size_t i = 0; i < larger; ++i) {
             new (slots + i) Slot;
@@ -214,7 +220,7 @@ private:
             }
             slot->~Slot();
         }
-        ::operator delete(old);
+        releaseCell(old, sizeOf(old->capacity));
     }
 
     /// Gives the slots away and is empty.
