@@ -88,8 +88,7 @@ Tree::~Tree()
 Node* Tree::find(const Path& path) noexcept
 {
     if (path.nbSegments() != 1 || path.empty() || path.runTimeId() != runTimeId() ||
-        path.segment(0).separator() != DataModel::kSeparator ||
-        *path.begin() != _root.name) {
+        path.segment(0).separator() != DataModel::kSeparator || *path.begin() != _root.name) {
         return nullptr;
     }
     auto* node = &_root;
