@@ -12,6 +12,8 @@ namespace {
 class CompositeCommand : public CompositeUndoableCommand
 {
 public:
+    using CompositeUndoableCommand::take;
+
     explicit CompositeCommand(const std::string& name) : _name(name) {}
 
     [[nodiscard]] std::string commandString() const override { return _name; }
@@ -24,17 +26,21 @@ private:
 class CompositeMgr : public UndoableCommandMgr
 {
 public:
-    explicit CompositeMgr(const std::string& name)
-        : composite(std::make_shared<CompositeCommand>(name))
+    CompositeMgr(const UndoableCommandGuard& owner, const std::string& name)
+        : guard(&owner), composite(std::make_shared<CompositeCommand>(name)), entry{composite}
     {}
 
     void executeCmd(const UndoableCommand::Ptr& command) const override
     {
+        CompositeUndoableCommand::Commands executed{command};
+        const auto gathered = composite; // the command may have this manager cleared
         command->execute();
-        composite->append(command);
+        gathered->take(executed);
     }
 
+    const UndoableCommandGuard* const guard;
     const std::shared_ptr<CompositeCommand> composite;
+    CompositeUndoableCommand::Commands entry; ///< What an outer guard takes.
     bool success = false;
 };
 
@@ -43,18 +49,18 @@ public:
 UndoableCommandGuard::UndoableCommandGuard(const std::string& name)
     : _previous(UndoableCommandMgr::installed())
 {
-    UndoableCommandMgr::installed() = std::make_shared<CompositeMgr>(name);
+    UndoableCommandMgr::installed() = std::make_shared<CompositeMgr>(*this, name);
 }
 
 UndoableCommandGuard::~UndoableCommandGuard()
 {
-    if (!_previous) {
+    const auto own = std::dynamic_pointer_cast<CompositeMgr>(UndoableCommandMgr::installed());
+    if (!_previous || !own || own->guard != this) {
         return;
     }
-    const auto own = std::static_pointer_cast<CompositeMgr>(UndoableCommandMgr::installed());
     const auto success = own->success && std::uncaught_exceptions() == 0;
     if (auto* outer = dynamic_cast<CompositeMgr*>(_previous.get())) {
-        outer->composite->append(own->composite);
+        outer->composite->take(own->entry);
         outer->success = outer->success && success;
     } else if (success) {
         _previous->registerCmd(own->composite);

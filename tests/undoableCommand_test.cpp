@@ -116,6 +116,28 @@ TEST_F(Commands, LeaveNoEntryUnderGuardsThatFail)
     testing::internal::GetCapturedStderr();
 }
 
+TEST_F(Commands, AreForgottenWhenTheManagerIsClearedUnderTheirGuard)
+{
+    struct Clear : UndoableCommand
+    {
+        void undo() override {}
+        void redo() override { UndoableCommandMgr::initializeInstance(nullptr); }
+    };
+    for (const auto installsAgain : {true, false}) {
+        {
+            const UndoableCommandGuard outer("outer");
+            const UndoableCommandGuard inner("inner");
+            UndoableCommandGuard::setSuccess();
+            execute(std::make_shared<Clear>());
+            UndoableCommandMgr::initializeInstance(installsAgain ? history : nullptr);
+        }
+        if (!installsAgain) {
+            UndoableCommandMgr::initializeInstance(history);
+        }
+    }
+    EXPECT_THAT(history->entries(), IsEmpty());
+}
+
 TEST_F(Commands, AreManagedByTheOneInstalledManager)
 {
     const auto other = std::make_shared<UndoableCommandMgr>();

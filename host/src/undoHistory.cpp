@@ -1,33 +1,34 @@
 #include "kiv/host/undoHistory.h"
 
-#include <algorithm>
-#include <deque>
+#include <iterator>
+#include <list>
 #include <stdexcept>
+#include <utility>
 
 namespace Kiv_v4::host {
 
+using Entries = std::list<UndoableCommand::Ptr>;
+
 struct UndoHistory::State
 {
-    std::deque<UndoableCommand::Ptr> entries;
-    std::size_t nbDone = 0; // the entries behind these can be redone
+    Entries done;
+    Entries undone; // can be redone, the first one first
     std::size_t limit = kDefaultLimit;
     bool running = false;
 
-    void enter(const UndoableCommand::Ptr& command)
+    /// Enters a list of one command. Never fails: what it takes is there before the command runs.
+    void enter(Entries&& entry) noexcept
     {
-        entries.resize(nbDone);
-        entries.push_back(command);
-        ++nbDone;
+        undone.clear();
+        done.splice(done.end(), entry);
         trim();
     }
 
-    void trim()
+    void trim() noexcept
     {
-        while (entries.size() > limit && nbDone > 0) {
-            entries.pop_front();
-            --nbDone;
+        while (done.size() + undone.size() > limit) {
+            done.empty() ? undone.pop_back() : done.pop_front();
         }
-        entries.resize(std::min(entries.size(), limit));
     }
 
     void requireIdle() const
@@ -74,30 +75,31 @@ UndoHistory::~UndoHistory() = default;
 void UndoHistory::executeCmd(const UndoableCommand::Ptr& command) const
 {
     const auto nested = _state->running;
+    Entries entry{command};
     {
         const Running running(_state->running);
         command->execute();
     }
     if (!nested) {
-        _state->enter(command);
+        _state->enter(std::move(entry));
     }
 }
 
 void UndoHistory::registerCmd(const UndoableCommand::Ptr& command) const
 {
     if (!_state->running) {
-        _state->enter(command);
+        _state->enter({command});
     }
 }
 
 bool UndoHistory::canUndo() const noexcept
 {
-    return _state->nbDone > 0;
+    return !_state->done.empty();
 }
 
 bool UndoHistory::canRedo() const noexcept
 {
-    return _state->nbDone < _state->entries.size();
+    return !_state->undone.empty();
 }
 
 bool UndoHistory::undo()
@@ -107,8 +109,9 @@ bool UndoHistory::undo()
         return false;
     }
     const Running running(_state->running);
-    _state->entries[_state->nbDone - 1]->undo();
-    --_state->nbDone;
+    auto& done = _state->done;
+    done.back()->undo();
+    _state->undone.splice(_state->undone.begin(), done, std::prev(done.end()));
     return true;
 }
 
@@ -119,30 +122,33 @@ bool UndoHistory::redo()
         return false;
     }
     const Running running(_state->running);
-    _state->entries[_state->nbDone]->redo();
-    ++_state->nbDone;
+    auto& undone = _state->undone;
+    undone.front()->redo();
+    _state->done.splice(_state->done.end(), undone, undone.begin());
     return true;
 }
 
 std::vector<std::string> UndoHistory::entries() const
 {
     std::vector<std::string> texts;
-    for (const auto& command : _state->entries) {
-        texts.push_back(command->commandString());
+    for (const auto* entries : {&_state->done, &_state->undone}) {
+        for (const auto& command : *entries) {
+            texts.push_back(command->commandString());
+        }
     }
     return texts;
 }
 
 std::size_t UndoHistory::nbDone() const noexcept
 {
-    return _state->nbDone;
+    return _state->done.size();
 }
 
 void UndoHistory::clear()
 {
     _state->requireIdle();
-    _state->entries.clear();
-    _state->nbDone = 0;
+    _state->done.clear();
+    _state->undone.clear();
 }
 
 std::size_t UndoHistory::limit() const noexcept

@@ -39,6 +39,11 @@ public:
     void undo() override;
     void redo() override;
 
+protected:
+    /// Moves all of `commands` to the end. Nothing is allocated: who must not fail after a command
+    /// has run makes the list before.
+    void take(Commands& commands) noexcept { _commands.splice(_commands.end(), commands); }
+
 private:
     Commands _commands;
 };

@@ -28,6 +28,8 @@ namespace Kiv_v4 {
 /// succeeded or not, and an inner failure makes the outer guard fail unless `setSuccess` is called
 /// for it afterwards.
 ///
+/// A guard under which the manager is cleared ends without effect, whatever is installed by then.
+///
 /// A manager must be installed before the first guard; without one, the guard ends without effect
 /// and leaves its own manager installed. An exception from the host's `registerCmd` terminates the
 /// process.
