@@ -38,15 +38,22 @@ public:
         if (!item) {
             return false;
         }
-        auto& subject = _subjects[item->path()];
-        if (!subject) {
-            subject = std::make_shared<SubjectOfItem>(item);
+        const auto [entry, isNew] = _subjects.try_emplace(item->path());
+        try {
+            if (isNew) {
+                entry->second = std::make_shared<SubjectOfItem>(item);
+            }
+            const auto added = entry->second->addObserver(observer);
+            if (added) {
+                ++_counts[item->runTimeId()]; // allocates, if ever, for a new subject
+            }
+            return added;
+        } catch (...) {
+            if (isNew) {
+                _subjects.erase(entry);
+            }
+            throw;
         }
-        const auto added = subject->addObserver(observer);
-        if (added) {
-            ++_counts[item->runTimeId()];
-        }
-        return added;
     }
 
     bool remove(const Path& path, const Observer::Ptr& observer)

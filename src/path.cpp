@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "headCount.h"
+#include "immortal.h"
 #include "pathBuilder.h"
 #include "pathText.h"
 
@@ -252,8 +253,7 @@ void Path::requireComponents() const
 
 const Path::Segments& Path::noSegments() noexcept
 {
-    static const auto& none = *new Segments;
-    return none;
+    return detail::immortal<const Segments>();
 }
 
 InvalidOperationOnPath::InvalidOperationOnPath(const Path& path) : std::out_of_range(path.string())

@@ -2,6 +2,7 @@
 
 #include "kiv/detail/poolAllocator.h"
 
+#include "immortal.h"
 #include "internTable.h"
 
 namespace Kiv_v4 {
@@ -51,8 +52,7 @@ std::size_t PathComponent::tableSize()
 
 const std::string& PathComponent::emptyName() noexcept
 {
-    static const auto& empty = *new std::string;
-    return empty;
+    return detail::immortal<const std::string>();
 }
 
 void PathComponent::forget(const Data& data) noexcept

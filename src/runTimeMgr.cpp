@@ -95,14 +95,22 @@ Rtid RunTimeMgr::register_(const std::string& name, const Handlers& handlers)
     if (names.count(name) != 0) {
         throw InvalidRunTimeName(name);
     }
-    const auto rtId = registry().nextRtid++;
-    storeAll(rtId, handlers.hierarchyHandler, handlers.transform3dHandler,
-             handlers.sceneItemOpsHandler, handlers.attributesHandler, handlers.connectionHandler,
-             handlers.uiNodeGraphNodeHandler, handlers.object3dHandler, handlers.materialHandler,
-             handlers.contextOpsHandler, handlers.uiInfoHandler, handlers.cameraHandler,
-             handlers.lightHandler, handlers.pathMappingHandler, handlers.nodeDefHandler,
-             handlers.sceneSegmentHandler, handlers.batchOpsHandler);
-    names.emplace(name, rtId);
+    const auto rtId = registry().nextRtid;
+    const auto entry = names.emplace(name, rtId).first;
+    try {
+        storeAll(rtId, handlers.hierarchyHandler, handlers.transform3dHandler,
+                 handlers.sceneItemOpsHandler, handlers.attributesHandler,
+                 handlers.connectionHandler, handlers.uiNodeGraphNodeHandler,
+                 handlers.object3dHandler, handlers.materialHandler, handlers.contextOpsHandler,
+                 handlers.uiInfoHandler, handlers.cameraHandler, handlers.lightHandler,
+                 handlers.pathMappingHandler, handlers.nodeDefHandler, handlers.sceneSegmentHandler,
+                 handlers.batchOpsHandler);
+    } catch (...) {
+        eraseHandlers(rtId);
+        names.erase(entry);
+        throw;
+    }
+    ++registry().nextRtid;
     return rtId;
 }
 

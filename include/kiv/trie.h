@@ -419,7 +419,12 @@ typename Trie<T>::NodePtr Trie<T>::move(const Path& oldPath, const Path& newPath
     if (node) {
         const auto newParent = createNode(newPath.pop());
         auto oldParent = node->parent();
-        node->move(newPath.back(), newParent);
+        try {
+            node->move(newPath.back(), newParent);
+        } catch (...) {
+            cleanUpNode(newParent);
+            throw;
+        }
         if (oldParent) {
             cleanUpNode(std::move(oldParent));
         }

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstddef>
+#include <new>
+#include <type_traits>
+
+namespace Kiv_v4::detail {
+
+/// The one default-made T of the process, never destroyed. It is made in place, so that no first
+/// use fails for want of memory.
+template <class T>
+T& immortal() noexcept
+{
+    static_assert(std::is_nothrow_default_constructible_v<T>);
+    alignas(T) static std::byte place[sizeof(T)];
+    static auto& made = *new (place) T;
+    return made;
+}
+
+} // namespace Kiv_v4::detail
