@@ -2,6 +2,7 @@
 
 #include "kiv/attributeNotification.h"
 #include "kiv/attributes.h"
+#include "kiv/log.h"
 #include "kiv/scene.h"
 #include "kiv/sceneNotification.h"
 
@@ -10,59 +11,80 @@ namespace Kiv_v4::memory {
 namespace {
 
 template <class Change, class... Arguments>
-void announce(const Arguments&... arguments)
+void announce(const Arguments&... arguments) noexcept
 {
-    if (Scene::hasInstance()) {
-        Scene::instance().notify(Change(arguments...));
-    }
+    announced([&] {
+        if (Scene::hasInstance()) {
+            Scene::instance().notify(Change(arguments...));
+        }
+    });
 }
 
 } // namespace
 
-void announceAdd(const SceneItem::Ptr& item)
+void logUnannounced(const char* what) noexcept
+{
+    try {
+        log("announce", "runtimes/memory/src/announcements", __LINE__,
+            std::string("An observer or the announcement of a change threw ") + what);
+    } catch (...) {
+        // Not even memory for the message.
+    }
+}
+
+void announceAdd(const SceneItem::Ptr& item) noexcept
 {
     announce<ObjectAdd>(item);
 }
 
-void announcePreDelete(const SceneItem::Ptr& item)
+void announcePreDelete(const SceneItem::Ptr& item) noexcept
 {
     announce<ObjectPreDelete>(item);
 }
 
-void announcePostDelete(const SceneItem::Ptr& item)
+void announcePostDelete(const SceneItem::Ptr& item) noexcept
 {
     announce<ObjectPostDelete>(item);
 }
 
-void announceRename(const SceneItem::Ptr& item, const Path& previousPath)
+void announceRename(const SceneItem::Ptr& item, const Path& previousPath) noexcept
 {
     announce<ObjectRename>(item, previousPath);
 }
 
-void announceReparent(const SceneItem::Ptr& item, const Path& previousPath)
+void announceReparent(const SceneItem::Ptr& item, const Path& previousPath) noexcept
 {
     announce<ObjectReparent>(item, previousPath);
 }
 
-void announceInvalidate(const SceneItem::Ptr& root)
+void announceInvalidate(const SceneItem::Ptr& root) noexcept
 {
     announce<SubtreeInvalidate>(root);
 }
 
-void announceAttribute(const Path& item, const std::string& name)
+void announceAttribute(const Path& item, const std::string& name) noexcept
 {
-    Attributes::notify(AttributeChanged(item, name));
+    announced([&] { Attributes::notify(AttributeChanged(item, name)); });
 }
 
-void announceMetadata(const Path& item, const std::string& attribute, const std::string& key)
+void announceMetadata(const Path& item, const std::string& attribute,
+                      const std::string& key) noexcept
 {
-    Attributes::notify(AttributeMetadataChanged(item, attribute, key));
+    announced([&] { Attributes::notify(AttributeMetadataChanged(item, attribute, key)); });
 }
 
 AnnouncementBatch::AnnouncementBatch(bool gather)
 {
-    if (gather && Scene::hasInstance()) {
-        _guard.emplace(Scene::instance());
+    if (gather && Scene::hasInstance() && !Scene::instance().inCompositeNotification()) {
+        Scene::instance().beginNotificationGuard();
+        _scene = &Scene::instance();
+    }
+}
+
+AnnouncementBatch::~AnnouncementBatch()
+{
+    if (_scene) {
+        announced([this] { _scene->endNotificationGuard(); });
     }
 }
 

@@ -1,28 +1,49 @@
 #pragma once
 
-#include <optional>
+#include <exception>
 #include <string>
 
-#include "kiv/notificationGuard.h"
 #include "kiv/path.h"
 #include "kiv/sceneItem.h"
 
+namespace Kiv_v4 {
+class Scene;
+}
+
 namespace Kiv_v4::memory {
+
+void logUnannounced(const char* what) noexcept;
+
+/// Tells observers of a change that was made. What they throw that subjects let out, and the want
+/// of memory, goes to the log: the change stands whoever heard of it, so what made it must not
+/// fail.
+template <class Tell>
+void announced(Tell tell) noexcept
+{
+    try {
+        tell();
+    } catch (const std::exception& caught) {
+        logUnannounced(caught.what());
+    } catch (...) {
+        logUnannounced("that is no std::exception");
+    }
+}
 
 // Tells the observers of the installed scene what changed; without an installed scene nobody is
 // told.
 
-void announceAdd(const SceneItem::Ptr& item);
-void announcePreDelete(const SceneItem::Ptr& item);
-void announcePostDelete(const SceneItem::Ptr& item);
-void announceRename(const SceneItem::Ptr& item, const Path& previousPath);
-void announceReparent(const SceneItem::Ptr& item, const Path& previousPath);
-void announceInvalidate(const SceneItem::Ptr& root);
+void announceAdd(const SceneItem::Ptr& item) noexcept;
+void announcePreDelete(const SceneItem::Ptr& item) noexcept;
+void announcePostDelete(const SceneItem::Ptr& item) noexcept;
+void announceRename(const SceneItem::Ptr& item, const Path& previousPath) noexcept;
+void announceReparent(const SceneItem::Ptr& item, const Path& previousPath) noexcept;
+void announceInvalidate(const SceneItem::Ptr& root) noexcept;
 
 // Tells the observers of attributes.
 
-void announceAttribute(const Path& item, const std::string& name);
-void announceMetadata(const Path& item, const std::string& attribute, const std::string& key);
+void announceAttribute(const Path& item, const std::string& name) noexcept;
+void announceMetadata(const Path& item, const std::string& attribute,
+                      const std::string& key) noexcept;
 
 /// Gathers what is announced of the scene while it lives into one notification, unless `gather` is
 /// false.
@@ -30,9 +51,12 @@ class AnnouncementBatch
 {
 public:
     explicit AnnouncementBatch(bool gather = true);
+    AnnouncementBatch(const AnnouncementBatch&) = delete;
+    AnnouncementBatch& operator=(const AnnouncementBatch&) = delete;
+    ~AnnouncementBatch();
 
 private:
-    std::optional<NotificationGuard> _guard;
+    Scene* _scene = nullptr; ///< Null when nothing is gathered, or by somebody else.
 };
 
 } // namespace Kiv_v4::memory

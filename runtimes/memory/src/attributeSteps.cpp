@@ -48,7 +48,8 @@ public:
     {
         auto& item = existing(*_tree, _info.path());
         requireFree(item, _info.path(), _info.name());
-        tableOf(item).insert(std::move(_outside), _position);
+        tableOf(item).insert(_outside, _position);
+        _outside.reset();
         announceAttribute(_info.path(), _info.name());
     }
 

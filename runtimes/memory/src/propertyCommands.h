@@ -13,6 +13,7 @@
 #include "kiv/setValueCommands.h"
 #include "kiv/transform3dRead.h"
 
+#include "announcements.h"
 #include "steps.h"
 #include "tree.h"
 
@@ -122,7 +123,7 @@ public:
         auto& node = existing(*_tree, Base::path());
         place(node) = std::move(*_before);
         _before.reset();
-        RecordOfT<Access>::announce(Base::path(), node);
+        announced([&] { RecordOfT<Access>::announce(Base::path(), node); });
     }
 
     void redo() override
@@ -134,7 +135,7 @@ public:
             _before = current;
         }
         current = std::move(value);
-        RecordOfT<Access>::announce(Base::path(), node);
+        announced([&] { RecordOfT<Access>::announce(Base::path(), node); });
     }
 
 protected:

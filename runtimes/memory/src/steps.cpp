@@ -46,8 +46,9 @@ public:
         requireFree(*_tree, parent, _place.name);
         auto* before = sibling(*_tree, _place.parent, parent, _place.before);
         _outside.get()->name = _place.name;
-        const auto& node = _tree->attach(std::move(_outside), parent, before);
-        announceAdd(makeItem(_place.path(), node));
+        const auto item = makeItem(_place.path(), *_outside.get());
+        _tree->attach(std::move(_outside), parent, before);
+        announceAdd(item);
     }
 
     void leave()
@@ -89,19 +90,15 @@ private:
             requireFree(*_tree, parent, to.name);
         }
         auto* before = sibling(*_tree, to.parent, parent, to.before);
+        const auto item = sameParent && from.name == to.name ? makeItem(to.parent, parent)
+                                                             : makeItem(to.path(), node);
         _tree->move(node, parent, before == &node ? node.next : before, to.name);
-        announce(from, to, node);
-    }
-
-    static void announce(const Place& from, const Place& to, const Node& node)
-    {
-        const auto item = makeItem(to.path(), node);
-        if (from.parent != to.parent) {
-            announceReparent(item, from.path());
+        if (!sameParent) {
+            announceReparent(item, path);
         } else if (from.name != to.name) {
-            announceRename(item, from.path());
+            announceRename(item, path);
         } else {
-            announceInvalidate(makeItem(to.parent, *node.parent));
+            announceInvalidate(item);
         }
     }
 
@@ -133,8 +130,9 @@ private:
         for (const auto& name : names) {
             children.push_back(_tree->child(parent, name));
         }
+        const auto item = makeItem(_parent, parent);
         _tree->reorder(parent, children);
-        announceInvalidate(makeItem(_parent, parent));
+        announceInvalidate(item);
     }
 
     const std::shared_ptr<Tree> _tree;

@@ -134,8 +134,7 @@ Detached Tree::make(const std::string& type, const PathComponent& name)
 Node& Tree::attach(Detached&& subtree, Node& parent, Node* before)
 {
     auto& node = *subtree.get();
-    node.parent = &parent;
-    enter(node);
+    enter(node, parent);
     subtree.release();
     link(node, parent, before);
     return node;
@@ -222,9 +221,9 @@ std::size_t Tree::ChildKeyHash::operator()(const ChildKey& key) const noexcept
     return (parent ^ (key.name.id() * 0x9E3779B97F4A7C15U)) * 0xC2B2AE3D27D4EB4FU >> 17;
 }
 
-void Tree::enter(Node& node)
+void Tree::enter(Node& node, const Node& parent)
 {
-    _index.emplace(ChildKey{node.parent, node.name}, &node);
+    _index.emplace(ChildKey{&parent, node.name}, &node);
 }
 
 void Tree::leave(const Node& node) noexcept

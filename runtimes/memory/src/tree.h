@@ -121,7 +121,7 @@ private:
     /// A new node with the type, name and attributes of that one.
     [[nodiscard]] Detached makeLike(const Node& node);
 
-    void enter(Node& node);
+    void enter(Node& node, const Node& parent);
     void leave(const Node& node) noexcept;
 
     Node _root;

@@ -61,6 +61,7 @@ class Tree;
 ///
 /// **Errors.** A path that names no item, and a name, place or value that is not allowed, throw
 /// `std::invalid_argument` with the path or name in the message; the scene stays as it was.
+/// Nothing that observers throw stops an edit; it goes to the log.
 class KIV_EXPORT DataModel
 {
 public:
