@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <random>
 #include <set>
 
 #include "kiv/batchOpsHandler.h"
@@ -19,6 +18,8 @@
 
 #include "items.h"
 #include "memoryScene.h"
+#include "modelledHistory.h"
+#include "random.h"
 
 using namespace Kiv_v4;
 using testing::ElementsAre;
@@ -81,127 +82,12 @@ private:
 
 struct MemoryEdit : test::MemoryScene
 {
-    MemoryEdit()
-    {
-        UndoableCommandMgr::initializeInstance(history);
-        GlobalSelection::initializeInstance(std::make_shared<ObservableSelection>());
-    }
-
-    ~MemoryEdit() override
-    {
-        GlobalSelection::initializeInstance(nullptr);
-        UndoableCommandMgr::initializeInstance(nullptr);
-    }
-
     [[nodiscard]] Texts paths() const { return test::pathsOf(test::allUnder(world)); }
 
     /// Everything that an undo has to bring back.
-    [[nodiscard]] Texts snapshot() const
-    {
-        auto texts = paths();
-        for (const auto& item : test::allUnder(world)) {
-            texts.push_back(item->nodeType());
-        }
-        const auto selected = test::pathsOf(*GlobalSelection::get());
-        texts.insert(texts.end(), selected.begin(), selected.end());
-        return texts;
-    }
+    [[nodiscard]] Texts snapshot() const { return test::sceneState(world); }
 
-    static bool execute(const UndoableCommand::Ptr& command)
-    {
-        if (command) {
-            UndoableCommandMgr::instance().executeCmd(command);
-        }
-        return command != nullptr;
-    }
-
-    const std::shared_ptr<host::UndoHistory> history = std::make_shared<host::UndoHistory>(100000);
-};
-
-/// Makes one random edit of any kind through the library's interfaces.
-class RandomEditor
-{
-public:
-    RandomEditor(memory::DataModel& model, unsigned seed) : _model(model), _random(seed) {}
-
-    UndoableCommand::Ptr command()
-    {
-        const auto item = any();
-        const auto hierarchy = Hierarchy::hierarchy(item);
-        const auto ops = SceneItemOps::sceneItemOps(item);
-        switch (pick(12)) {
-        case 0:
-        case 1:
-        case 2:
-            return hierarchy->createChildCmd(pick(2) ? "mesh" : "group", name());
-        case 3:
-            return hierarchy->insertChildCmd(any(), oneOf(hierarchy->children()));
-        case 4:
-            return hierarchy->createGroupCmd(some(hierarchy->children()), name());
-        case 5:
-            return hierarchy->reorderCmd(shuffled(hierarchy->children()));
-        case 6:
-            return hierarchy->ungroupCmd();
-        case 7:
-            return pick(2) ? ops->deleteItemCmd() : nullptr;
-        case 8:
-            return _model.size() < 60 ? ops->duplicateItemCmd() : nullptr;
-        case 9:
-        case 10:
-            return ops->renameItemCmd(name());
-        default:
-            return selectionCommand();
-        }
-    }
-
-    std::size_t pick(std::size_t n) { return _random() % n; }
-
-    SceneItem::Ptr any() { return oneOf(test::allUnder(_model.item(_model.root()))); }
-
-private:
-    /// A change of the global selection; none while it holds items that are gone, since those
-    /// cannot be brought back.
-    UndoableCommand::Ptr selectionCommand()
-    {
-        const auto& selection = GlobalSelection::get();
-        const auto item = any();
-        if (std::any_of(selection->begin(), selection->end(),
-                        [this](const auto& selected) { return !_model.item(selected->path()); })) {
-            return nullptr;
-        }
-        if (!selection->contains(item->path())) {
-            return std::make_shared<SelectionAppendItem>(selection, item);
-        }
-        Selection replacement;
-        replacement.append(item);
-        return pick(2) ? UndoableCommand::Ptr(std::make_shared<SelectionClear>(selection))
-                       : std::make_shared<SelectionReplaceWith>(selection, replacement);
-    }
-
-    PathComponent name() { return std::string(1, static_cast<char>('a' + pick(4))); }
-
-    template <class Items>
-    SceneItem::Ptr oneOf(const Items& items)
-    {
-        return items.empty() ? nullptr
-                             : *std::next(items.begin(), static_cast<long>(pick(items.size())));
-    }
-
-    SceneItemList some(SceneItemList items)
-    {
-        items.remove_if([this](const auto&) { return pick(2) == 0; });
-        return items;
-    }
-
-    SceneItemList shuffled(const SceneItemList& items)
-    {
-        std::vector<SceneItem::Ptr> order(items.begin(), items.end());
-        std::shuffle(order.begin(), order.end(), _random);
-        return {order.begin(), order.end()};
-    }
-
-    memory::DataModel& _model;
-    std::mt19937 _random;
+    const test::Services services;
 };
 
 } // namespace
@@ -245,66 +131,23 @@ TEST_F(MemoryModel, IsRegisteredOnlyWhileItsRunTimeLives)
     EXPECT_THAT(PathString::pathComponentSeparatorRunTimeIds('/'), ElementsAre(runTime.id()));
 }
 
-TEST_F(MemoryEdit, OfAnyKindIsUndoneToTheStartAndRedoneToTheEndStepByStep)
+TEST(MemoryHistory, IsUndoneToTheStartAndRedoneToTheEndStepByStep)
 {
-    const auto seed = std::random_device()();
-    SCOPED_TRACE("seed " + std::to_string(seed));
-    RandomEditor editor(model, seed);
-    const auto mirror = std::make_shared<Mirror>(asSet(paths()));
+    test::Random random;
+    test::ModelledHistory both(random);
+    const auto paths = [&] { return asSet(test::pathsOf(test::allUnder(both.world()))); };
+    const auto mirror = std::make_shared<Mirror>(paths());
     Scene::instance().addObserver(mirror);
-    const auto expectMirrored = [&] { ASSERT_EQ(mirror->paths, asSet(paths())); };
-
-    std::vector<Texts> states{snapshot()};
-    const auto noteState = [&] {
-        if (history->nbDone() == states.size()) {
-            states.push_back(snapshot());
-        }
-        expectMirrored();
-    };
-    for (auto i = 0; i < 600; ++i) {
-        if (editor.pick(5) != 0) {
-            execute(editor.command());
-            noteState();
-            continue;
-        }
-        // A guard with a few edits, some of them in a guard of their own. One that fails leaves its
-        // edits done and unknown to the history, so they are taken back by hand.
-        const auto fails = editor.pick(4) == 0;
-        CompositeUndoableCommand unregistered;
-        {
-            UndoableCommandGuard outer("several");
-            for (auto n = editor.pick(4); n > 0; --n) {
-                UndoableCommandGuard inner("inner");
-                const auto command = editor.command();
-                if (execute(command)) {
-                    unregistered.append(command);
-                }
-                UndoableCommandGuard::setSuccess();
-            }
-            if (!fails) {
-                UndoableCommandGuard::setSuccess();
-            }
-        }
-        if (fails) {
-            unregistered.undo();
-            ASSERT_EQ(snapshot(), states.back());
-        } else if (history->nbDone() == states.size()) {
-            ASSERT_EQ(history->entries().back(), "several");
-        }
-        noteState();
-    }
-    ASSERT_GT(states.size(), 200U);
-    EXPECT_GT(mirror->nbHeard, states.size());
-
-    for (auto left = states.size() - 1; left > 0; --left) {
-        ASSERT_TRUE(history->undo());
-        ASSERT_EQ(snapshot(), states[left - 1]) << "after undoing step " << left;
+    const auto expectMirrored = [&] { ASSERT_EQ(mirror->paths, paths()); };
+    for (auto i = 0; i < 800; ++i) {
+        both.step();
         expectMirrored();
     }
-    EXPECT_FALSE(history->undo());
-    for (std::size_t step = 1; step < states.size(); ++step) {
-        ASSERT_TRUE(history->redo());
-        ASSERT_EQ(snapshot(), states[step]) << "after redoing step " << step;
+    EXPECT_GT(mirror->nbHeard, 200U);
+    while (both.undo()) {
+        expectMirrored();
+    }
+    while (both.redo()) {
         expectMirrored();
     }
 }

@@ -9,7 +9,6 @@
 #include "kiv/pathString.h"
 #include "kiv/stringUtils.h"
 
-#include "random.h"
 #include "stubs.h"
 
 using namespace Kiv_v4;
@@ -88,22 +87,13 @@ TEST_F(PathStrings, WritingAndParsingGivesThePathBack)
     EXPECT_EQ(PathString::string(Path({none, none})), "");
     EXPECT_EQ(PathString::string(Path({none, PathSegment(":b", colon, ':'), none})), ",:b,");
 
-    test::Random random;
     using namespace std::string_literals;
-    const std::vector names = {"a"s, "\0"s, "x\0y"s, "ü方"s, "\xff"s, ";"s, "a b\n"s, "."s};
-    for (int round = 0; round < 2'000; ++round) {
-        PathString::setPathSegmentSeparator(std::vector{",", "::", "->"}[random.below(3)]);
-        std::vector<PathSegment> segments;
-        for (auto left = random.below(5); left > 0; --left) {
-            PathSegment::Components components;
-            for (auto count = 1 + random.below(4); count > 0; --count) {
-                components.emplace_back(random.of(names) + std::to_string(random.below(100)));
-            }
-            const auto first = random.below(2) == 0;
-            segments.emplace_back(std::move(components), first ? slash : colon, first ? '/' : ':');
-        }
-        const Path path(segments);
-        ASSERT_EQ(PathString::path(PathString::string(path)), path) << PathString::string(path);
+    const auto names = PathComponent::toComponents(
+        {"a"s, "\0"s, "x\0y"s, "ü方"s, "\xff"s, ";"s, "a b\n"s, "."s, "-"s});
+    const Path path({PathSegment(names, slash, '/'), PathSegment(names, colon, ':')});
+    for (const auto* separator : {",", "::", "->"}) {
+        PathString::setPathSegmentSeparator(separator);
+        EXPECT_EQ(PathString::path(PathString::string(path)), path) << separator;
     }
 }
 

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "kiv/path.h"
+#include "kiv/sceneItem.h"
 #include "kiv/stringUtils.h"
 
 namespace test {
@@ -35,6 +37,21 @@ inline std::string notation(const Kiv_v4::Path& path)
         text += segment.empty() ? std::string(1, segment.separator()) : segment.string();
     }
     return text;
+}
+
+/// An item that is nothing but its path.
+class Item : public Kiv_v4::SceneItem
+{
+public:
+    using SceneItem::SceneItem;
+
+    [[nodiscard]] std::string nodeType() const override { return "item"; }
+};
+
+/// An item at the path that the notation of paths.h writes.
+inline Kiv_v4::SceneItem::Ptr itemAt(const std::string& notation)
+{
+    return std::make_shared<Item>(path(notation));
 }
 
 } // namespace test

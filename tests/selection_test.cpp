@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <gmock/gmock.h>
 #include <stdexcept>
 #include <string>
@@ -8,6 +7,7 @@
 
 #include "paths.h"
 #include "random.h"
+#include "selectionModel.h"
 #include "stubs.h"
 
 using namespace Kiv_v4;
@@ -17,11 +17,6 @@ using test::path;
 using testing::ElementsAre;
 
 namespace {
-
-std::vector<SceneItem::Ptr> items(const Selection& selection)
-{
-    return {selection.begin(), selection.end()};
-}
 
 std::vector<std::string> paths(const Selection& selection)
 {
@@ -59,105 +54,19 @@ private:
     std::vector<std::string>& _log;
 };
 
-/// A selection made by searching a vector.
-struct Model
-{
-    using Items = std::vector<SceneItem::Ptr>;
-
-    Items::iterator find(const Path& wanted)
-    {
-        return std::find_if(items.begin(), items.end(), [&](const SceneItem::Ptr& candidate) {
-            return candidate->path().size() == wanted.size() &&
-                   candidate->path().startsWith(wanted);
-        });
-    }
-
-    bool contains(const Path& wanted) { return find(wanted) != items.end(); }
-
-    bool related(const Path& wanted, bool above)
-    {
-        return std::any_of(items.begin(), items.end(), [&](const SceneItem::Ptr& candidate) {
-            const auto& selected = candidate->path();
-            return selected.size() != wanted.size() &&
-                   (above ? wanted.startsWith(selected) : selected.startsWith(wanted));
-        });
-    }
-
-    Items items;
-};
-
-/// An item of one of some hundred paths, some of which differ in their segments only.
-SceneItem::Ptr randomItem(test::Random& random)
-{
-    std::string notation = "/" + std::to_string(random.below(30));
-    for (auto depth = random.below(3); depth > 0; --depth) {
-        notation += random.below(2) == 0 ? "|:" : "/";
-        notation += std::to_string(random.below(3));
-        if (notation.find('|') != std::string::npos) {
-            break;
-        }
-    }
-    return itemAt(notation);
-}
-
 } // namespace
 
 TEST(Selection, RandomChangesGiveWhatTheyGiveOnAVector)
 {
     test::Random random;
     for (int round = 0; round < 4; ++round) {
-        Selection selection;
-        Model model;
+        test::ModelledSelection both(random);
         const auto firstPrefixQuestion = static_cast<int>(random.below(1'500));
         for (int step = 0; step < 1'500; ++step) {
-            const auto chosen = randomItem(random);
-            const auto known = model.contains(chosen->path());
-            const auto kind = random.below(100);
-            if (kind < 40) {
-                ASSERT_EQ(selection.append(chosen), !known);
-                if (!known) {
-                    model.items.push_back(chosen);
-                }
-            } else if (kind < 75) {
-                ASSERT_EQ(selection.remove(chosen), known);
-                if (known) {
-                    model.items.erase(model.find(chosen->path()));
-                }
-            } else if (kind < 98) {
-                if (!model.items.empty()) {
-                    const auto position = random.of(model.items);
-                    ASSERT_EQ(selection.insert(position, chosen), !known);
-                    if (!known) {
-                        model.items.insert(model.find(position->path()), chosen);
-                    }
-                }
-            } else if (kind == 98) {
-                Selection other = random.below(2) ? selection : std::move(selection);
-                selection.clear();
-                selection = std::move(other);
-            } else if (random.below(4) == 0) {
-                selection.clear();
-                model.items.clear();
-            }
-
-            const auto asked = randomItem(random)->path();
-            ASSERT_EQ(selection.contains(asked), model.contains(asked));
-            ASSERT_EQ(selection.size(), model.items.size());
-            if (step >= firstPrefixQuestion) {
-                ASSERT_EQ(selection.containsAncestor(asked), model.related(asked, true));
-                ASSERT_EQ(selection.containsDescendant(asked), model.related(asked, false));
-                const auto node = selection.trie().find(asked);
-                ASSERT_EQ(node ? *node->data() : nullptr,
-                          model.contains(asked) ? *model.find(asked) : nullptr);
-            }
+            both.change();
+            both.compareOne(step >= firstPrefixQuestion);
             if (step % 25 == 0) {
-                ASSERT_EQ(items(selection), model.items);
-                ASSERT_TRUE(std::equal(selection.rbegin(), selection.rend(), model.items.rbegin(),
-                                       model.items.rend()));
-                for (auto at = model.items.begin(); at != model.items.end(); ++at) {
-                    const auto next = std::next(at) == model.items.end() ? nullptr : at[1];
-                    ASSERT_EQ(selection.next(*at), next);
-                }
+                both.compareAll();
             }
         }
     }

@@ -12,21 +12,6 @@
 
 namespace test {
 
-/// An item that is nothing but its path.
-class Item : public Kiv_v4::SceneItem
-{
-public:
-    using SceneItem::SceneItem;
-
-    [[nodiscard]] std::string nodeType() const override { return "item"; }
-};
-
-/// An item at the path that the notation of paths.h writes.
-inline Kiv_v4::SceneItem::Ptr itemAt(const std::string& notation)
-{
-    return std::make_shared<Item>(path(notation));
-}
-
 /// A hierarchy handler that does what its functions do, and makes nothing while they are empty.
 class HierarchyStub : public Kiv_v4::HierarchyHandler
 {

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <stdexcept>
+
+namespace test {
+
+/// Ends a test, or a fuzzing run, in which something is not as it has to be. For checks that both
+/// kinds of programs share.
+inline void require(bool condition, const char* complaint)
+{
+    if (!condition) {
+        throw std::logic_error(complaint);
+    }
+}
+
+} // namespace test
