@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <fuzzer/FuzzedDataProvider.h>
+
+/// Numbers that the fuzzer chooses, in the manner of the tests' `Random`. Zeros when the data is
+/// used up.
+class Choices : public FuzzedDataProvider
+{
+public:
+    using FuzzedDataProvider::FuzzedDataProvider;
+
+    [[nodiscard]] bool left() { return remaining_bytes() != 0; }
+
+    /// A number from 0 up to `bound`, which is left out.
+    std::size_t below(std::size_t bound)
+    {
+        return ConsumeIntegralInRange<std::size_t>(0, bound - 1);
+    }
+};
