@@ -18,8 +18,12 @@ struct Size
     std::size_t count;
 };
 
+/// For what does not depend on the size of the scene.
 inline constexpr Size kHot{"2 k hot", 2'000};
-inline constexpr Size kSizes[] = {kHot, {"100 k", 100'000}, {"1 M", 1'000'000}};
+
+/// From what a cache holds to what none does.
+inline constexpr Size kSizes[] = {
+    {"1 k", 1'000}, {"10 k", 10'000}, {"100 k", 100'000}, {"1 M", 1'000'000}};
 
 /// A small generator whose numbers are the same everywhere.
 class Random

@@ -316,6 +316,12 @@ void addBytes(const std::string& operation, Size size, const std::string& who, F
     })->Iterations(1);
 }
 
+/// Whether the bytes of one item stand out from those of the container itself.
+bool isLarge(Size size)
+{
+    return size.count >= 100'000;
+}
+
 template <class Player>
 void addPlayer(Size size, const std::string& who)
 {
@@ -337,7 +343,7 @@ void addPlayer(Size size, const std::string& who)
         }
         state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * size.count));
     });
-    if (size.count != kHot.count) {
+    if (isLarge(size)) {
         addBytes<Player>("selection: bytes per item", size, who, fillIn);
     }
 }
@@ -366,7 +372,7 @@ void addPrefixQuestions(Size size)
                 &Selection::containsAncestor);
     addQuestion("selection: containsDescendant", size, "kiv", twins,
                 &Selection::containsDescendant);
-    if (size.count != kHot.count) {
+    if (isLarge(size)) {
         addBytes<Selection>("selection: bytes per item with trie", size, "kiv",
                             [=](Selection& selection, const Items& given) {
                                 fillIn(selection, given);

@@ -193,7 +193,7 @@ private:
     /// The hash of a path without components.
     static constexpr std::uint32_t kEmptyHash = 0x345678;
 
-    explicit Path(const detail::PathBody* body) noexcept;
+    KIV_HIDDEN explicit Path(const detail::PathBody* body) noexcept;
 
     [[nodiscard]] KIV_HIDDEN Path withTip(std::size_t dropped, const PathComponent* added) const;
     KIV_HIDDEN void requireComponents() const;
