@@ -78,8 +78,10 @@ public:
         }
     }
 
+    /// As the constructors.
     Path& operator=(const Path& other) noexcept { return *this = Path(other); }
 
+    /// As the constructors.
     Path& operator=(Path&& other) noexcept
     {
         Path taken(std::move(other));
