@@ -13,7 +13,8 @@
 #include "kiv/object3d.h"
 #include "kiv/uiNodeGraphNode.h"
 
-#include "sceneDocumentFields.h"
+#include "attributeClasses.h"
+#include "properties.h"
 
 namespace app {
 

@@ -9,8 +9,9 @@
 #include "kiv/pathString.h"
 #include "kiv/uiNodeGraphNode.h"
 
+#include "attributeClasses.h"
 #include "exactJson.h"
-#include "sceneDocumentFields.h"
+#include "properties.h"
 #include "sceneDocumentFormat.h"
 
 namespace app {

@@ -2,6 +2,7 @@
 #include "kiv/connectionHandler.h"
 #include "kiv/pathString.h"
 
+#include "attributeClasses.h"
 #include "sections.h"
 
 namespace app {
@@ -13,35 +14,19 @@ namespace {
 /// The metadata keys to ask for: the interface does not list those that an attribute has.
 constexpr const char* kMetadataKeys[] = {Attribute::kLocked};
 
-/// Whether the attribute is of class `A`, whose value is then stored in `value`.
-template <class A>
-bool isRead(const Attribute& attribute, Json& value)
-{
-    const auto* typed = dynamic_cast<const A*>(&attribute);
-    if (typed) {
-        value = json(typed->get());
-    }
-    return typed != nullptr;
-}
-
-template <class... As>
-Json valueAsOneOf(const Attribute& attribute)
-{
-    Json value;
-    return (isRead<As>(attribute, value) || ...) ? value : Json(attribute.string());
-}
-
 /// The value as its type has it; as display text when the library has no name for the type.
 Json valueOf(const Attribute& attribute)
 {
     if (!attribute.hasValue()) {
         return {};
     }
-    return valueAsOneOf<AttributeBool, AttributeInt, AttributeFloat, AttributeDouble,
-                        AttributeString, AttributeFilename, AttributeEnumString,
-                        AttributeColorFloat3, AttributeColorFloat4, AttributeInt3, AttributeFloat2,
-                        AttributeFloat3, AttributeFloat4, AttributeDouble3, AttributeMatrix3d,
-                        AttributeMatrix4d>(attribute);
+    Json value(attribute.string());
+    visitAttributeClass(attribute.type(), [&]<class A>(AttributeClass<A>) {
+        if (const auto* typed = dynamic_cast<const A*>(&attribute)) {
+            value = json(typed->get());
+        }
+    });
+    return value;
 }
 
 Json metadataOf(const Attribute& attribute)

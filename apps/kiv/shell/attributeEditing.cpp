@@ -5,6 +5,7 @@
 #include "kiv/attributes.h"
 #include "kiv/connectionHandler.h"
 
+#include "attributeClasses.h"
 #include "command.h"
 #include "editing.h"
 #include "numbers.h"
@@ -27,35 +28,21 @@ Attribute::Ptr attributeOf(const SceneItem::Ptr& item, const std::string& name)
     return required(attributesOf(item)->attribute(name), item, "has no attribute '" + name + "'");
 }
 
-/// Makes the command if the attribute is of class `A`, whose `get` gives the type of value.
-template <class A>
-bool makeSetCmd(Attribute& attribute, const Words& words, UndoableCommand::Ptr& command)
-{
-    auto* typed = dynamic_cast<A*>(&attribute);
-    if (typed) {
-        command = typed->setCmd(valueOf<decltype(typed->get())>(words));
-    }
-    return typed != nullptr;
-}
-
-template <class... As>
-UndoableCommand::Ptr setCmdAsOneOf(Attribute& attribute, const Words& words)
+UndoableCommand::Ptr setCmd(Attribute& attribute, const Words& words)
 {
     UndoableCommand::Ptr command;
-    if (!(makeSetCmd<As>(attribute, words, command) || ...)) {
+    auto isTyped = false;
+    visitAttributeClass(attribute.type(), [&]<class A>(AttributeClass<A>) {
+        if (auto* typed = dynamic_cast<A*>(&attribute)) {
+            command = typed->setCmd(valueOf<decltype(typed->get())>(words));
+            isTyped = true;
+        }
+    });
+    if (!isTyped) {
         throw std::runtime_error("attribute '" + attribute.name() + "' is of type " +
                                  attribute.type() + ", which has no value to set");
     }
     return command;
-}
-
-UndoableCommand::Ptr setCmd(Attribute& attribute, const Words& words)
-{
-    return setCmdAsOneOf<AttributeBool, AttributeInt, AttributeFloat, AttributeDouble,
-                         AttributeString, AttributeFilename, AttributeEnumString,
-                         AttributeColorFloat3, AttributeColorFloat4, AttributeInt3, AttributeFloat2,
-                         AttributeFloat3, AttributeFloat4, AttributeDouble3, AttributeMatrix3d,
-                         AttributeMatrix4d>(attribute, words);
 }
 
 void requireUnlocked(const SceneItem::Ptr& item, const Attribute& attribute)

@@ -1,3 +1,6 @@
+#include <algorithm>
+#include <iterator>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -8,6 +11,7 @@
 #include "command.h"
 #include "editing.h"
 #include "numbers.h"
+#include "properties.h"
 #include "sections.h"
 
 namespace app::shell {
@@ -16,65 +20,39 @@ using namespace Kiv_v4;
 
 namespace {
 
-/// A property by the name that `show --json` has for it, and the command that sets it to the value
-/// that the words are. Null means that this kind of object does not have it, or a refusal.
-template <class Interface>
-struct Property
-{
-    std::string_view name;
-    UndoableCommand::Ptr (*cmd)(Interface& object, const Words& words);
-};
+/// The command that sets a property; nothing when there is none of that name.
+using SetCmd = std::optional<UndoableCommand::Ptr>;
 
-using Lens = UndoableCommand::Ptr (Camera::*)(float);
-
-template <Lens set>
-UndoableCommand::Ptr lens(Camera& camera, const Words& words)
+const auto* named(const auto& properties, const std::string& name)
 {
-    return (camera.*set)(valueOf<float>(words));
+    const auto found = std::ranges::find_if(
+        properties, [&name](const auto& property) { return name == property.key; });
+    return found == std::end(properties) ? nullptr : &*found;
 }
 
-UndoableCommand::Ptr projection(Camera& camera, const Words& words)
+UndoableCommand::Ptr projectionCmd(Camera& camera, const std::string& name)
 {
-    const auto name = valueOf<std::string>(words);
     if (name != "perspective" && name != "orthographic") {
         throw std::runtime_error("'" + name + "' is neither perspective nor orthographic");
     }
     return camera.projectionCmd(name == "perspective" ? Camera::Perspective : Camera::Orthographic);
 }
 
-constexpr Property<Camera> kCameraProperties[] = {
-    {"projection", projection},
-    {"focalLength", lens<&Camera::focalLengthCmd>},
-    {"horizontalAperture", lens<&Camera::horizontalApertureCmd>},
-    {"verticalAperture", lens<&Camera::verticalApertureCmd>},
-    {"horizontalApertureOffset", lens<&Camera::horizontalApertureOffsetCmd>},
-    {"verticalApertureOffset", lens<&Camera::verticalApertureOffsetCmd>},
-    {"fStop", lens<&Camera::fStopCmd>},
-    {"focusDistance", lens<&Camera::focusDistanceCmd>},
-    {"nearClipPlane", lens<&Camera::nearClipPlaneCmd>},
-    {"farClipPlane", lens<&Camera::farClipPlaneCmd>},
+SetCmd setCmd(Camera& camera, const std::string& name, const Words& words)
+{
+    if (name == "projection") {
+        return projectionCmd(camera, valueOf<std::string>(words));
+    }
+    const auto* field = named(kCameraFields, name);
+    return field ? SetCmd((camera.*field->setCmd)(valueOf<float>(words))) : std::nullopt;
+}
+
+/// A property of a kind of light. The command is null for a light of another kind.
+struct KindProperty
+{
+    std::string_view key;
+    UndoableCommand::Ptr (*setCmd)(Light& light, const Words& words);
 };
-
-using Factor = UndoableCommand::Ptr (Light::*)(float);
-using Color = UndoableCommand::Ptr (Light::*)(float, float, float);
-
-template <Factor set>
-UndoableCommand::Ptr factor(Light& light, const Words& words)
-{
-    return (light.*set)(valueOf<float>(words));
-}
-
-template <Color set>
-UndoableCommand::Ptr color(Light& light, const Words& words)
-{
-    const auto value = valueOf<Color3f>(words);
-    return (light.*set)(value.r(), value.g(), value.b());
-}
-
-UndoableCommand::Ptr shadowEnable(Light& light, const Words& words)
-{
-    return light.shadowEnableCmd(valueOf<bool>(words));
-}
 
 UndoableCommand::Ptr angle(Light& light, const Words& words)
 {
@@ -114,13 +92,7 @@ UndoableCommand::Ptr normalize(Light& light, const Words& words)
     return area ? area->normalizeCmd(valueOf<bool>(words)) : nullptr;
 }
 
-constexpr Property<Light> kLightProperties[] = {
-    {"intensity", factor<&Light::intensityCmd>},
-    {"color", color<&Light::colorCmd>},
-    {"diffuse", factor<&Light::diffuseCmd>},
-    {"specular", factor<&Light::specularCmd>},
-    {"shadowEnable", shadowEnable},
-    {"shadowColor", color<&Light::shadowColorCmd>},
+constexpr KindProperty kKindProperties[] = {
     {"angle", angle},
     {"radius", radius},
     {"asPoint", asPoint},
@@ -130,46 +102,50 @@ constexpr Property<Light> kLightProperties[] = {
     {"normalize", normalize},
 };
 
-template <class Properties>
-const auto& propertyNamed(const Properties& properties, const std::string& name)
+SetCmd setCmd(Light& light, const std::string& name, const Words& words)
 {
-    std::string names;
-    for (const auto& property : properties) {
-        if (property.name == name) {
-            return property;
-        }
-        names += (names.empty() ? "" : ", ") + std::string(property.name);
+    if (name == "shadowEnable") {
+        return light.shadowEnableCmd(valueOf<bool>(words));
     }
-    throw std::runtime_error("'" + name + "' is none of " + names);
+    if (const auto* field = named(kLightFields, name)) {
+        return (light.*field->setCmd)(valueOf<float>(words));
+    }
+    if (const auto* field = named(kLightColorFields, name)) {
+        const auto color = valueOf<Color3f>(words);
+        return (light.*field->setCmd)(color.r(), color.g(), color.b());
+    }
+    const auto* property = named(kKindProperties, name);
+    return property ? SetCmd(property->setCmd(light, words)) : std::nullopt;
 }
 
 /// Sets the property that the arguments name or, without one, prints all.
-template <class Interface, class Properties>
+template <class Interface>
 void editOrPrint(Session& session, const Arguments& arguments, const SceneItem::Ptr& item,
-                 const std::shared_ptr<Interface>& object, const Properties& properties,
-                 Section (*section)(const SceneItem::Ptr&))
+                 Interface& object, Section section)
 {
     if (arguments.size() == 1) {
-        auto facts = section(item);
-        facts.title.clear();
-        return writeText({facts}, session.output());
+        section.title.clear();
+        return writeText({section}, session.output());
     }
-    const auto& property = propertyNamed(properties, arguments[1]);
-    edit(arguments[1] + " " + item->nodeName(), item, property.cmd(*object, arguments.from(2)));
+    const auto command = setCmd(object, arguments[1], arguments.from(2));
+    if (!command) {
+        fail(item, "has no property '" + arguments[1] + "'");
+    }
+    edit(arguments[1] + " " + item->nodeName(), item, *command);
 }
 
 void editCamera(Session& session, const Arguments& arguments)
 {
     const auto item = session.item(arguments[0]);
     const auto object = required(Camera::camera(item), item, "is no camera");
-    editOrPrint(session, arguments, item, object, kCameraProperties, camera);
+    editOrPrint(session, arguments, item, *object, camera(item));
 }
 
 void editLight(Session& session, const Arguments& arguments)
 {
     const auto item = session.item(arguments[0]);
     const auto object = required(Light::light(item), item, "is no light");
-    editOrPrint(session, arguments, item, object, kLightProperties, light);
+    editOrPrint(session, arguments, item, *object, light(item));
 }
 
 constexpr Command kCommands[] = {

@@ -1,19 +1,17 @@
 #pragma once
 
 #include <cstring>
-#include <string>
-#include <tuple>
 
-#include "kiv/attribute.h"
 #include "kiv/camera.h"
 #include "kiv/light.h"
 #include "kiv/transform3d.h"
 
 namespace app {
 
-// What the writer and the reader of scene documents share.
+// The properties of interfaces that are plain values, by the keys that JSON has for them: what
+// reads, writes and edits all of them goes through these tables.
 
-/// A property of an interface under its key in the document.
+/// A property of an interface.
 template <class Interface, class Value, class... Arguments>
 struct Field
 {
@@ -80,42 +78,6 @@ inline constexpr LightField kLightFields[] = {
 inline constexpr LightColorField kLightColorFields[] = {
     {"color", &Kiv_v4::Light::color, &Kiv_v4::Light::colorCmd},
     {"shadowColor", &Kiv_v4::Light::shadowColor, &Kiv_v4::Light::shadowColorCmd}};
-
-/// The class that attributes of a type are of.
-template <class A>
-struct AttributeClass
-{
-    using Type = A;
-    const char* name;
-};
-
-/// Calls `visit` with the `AttributeClass` of the type; false for one without values to reach.
-template <class Visit>
-bool visitAttributeClass(const std::string& type, Visit visit)
-{
-    using namespace Kiv_v4;
-    constexpr std::tuple classes{AttributeClass<AttributeBool>{Attribute::kBool},
-                                 AttributeClass<AttributeInt>{Attribute::kInt},
-                                 AttributeClass<AttributeFloat>{Attribute::kFloat},
-                                 AttributeClass<AttributeDouble>{Attribute::kDouble},
-                                 AttributeClass<AttributeString>{Attribute::kString},
-                                 AttributeClass<AttributeFilename>{Attribute::kFilename},
-                                 AttributeClass<AttributeEnumString>{Attribute::kEnumString},
-                                 AttributeClass<AttributeColorFloat3>{Attribute::kColorFloat3},
-                                 AttributeClass<AttributeColorFloat4>{Attribute::kColorFloat4},
-                                 AttributeClass<AttributeInt3>{Attribute::kInt3},
-                                 AttributeClass<AttributeFloat2>{Attribute::kFloat2},
-                                 AttributeClass<AttributeFloat3>{Attribute::kFloat3},
-                                 AttributeClass<AttributeFloat4>{Attribute::kFloat4},
-                                 AttributeClass<AttributeDouble3>{Attribute::kDouble3},
-                                 AttributeClass<AttributeMatrix3d>{Attribute::kMatrix3d},
-                                 AttributeClass<AttributeMatrix4d>{Attribute::kMatrix4d}};
-    return std::apply(
-        [&](auto... candidates) {
-            return ((type == candidates.name && (visit(candidates), true)) || ...);
-        },
-        classes);
-}
 
 /// Whether two values of plain numbers are the same bit for bit, which tells 0 from -0.
 template <class T>
