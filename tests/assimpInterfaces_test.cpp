@@ -2,12 +2,14 @@
 #include <assimp/Importer.hpp>
 #include <assimp/postprocess.h>
 #include <assimp/scene.h>
+#include <clocale>
 #include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <limits>
+#include <locale>
 #include <unistd.h>
 
 #include "kiv/assimp/runTime.h"
@@ -212,8 +214,13 @@ TEST_F(AssimpInterfaces, AgreeWithTheImporterOnEveryModelAndPrintNothing)
             const auto items = test::allUnder(root);
             EXPECT_EQ(items.size(), files.nbItems(gateway("all")));
             test::expectReachable(items);
+            // The importer reads as it should in the classic locale only.
+            const std::string hosts = std::setlocale(LC_ALL, nullptr);
+            const auto global = std::locale::global(std::locale::classic());
             Assimp::Importer importer;
             const auto* scene = importer.ReadFile(source, aiProcess_ValidateDataStructure);
+            std::locale::global(global);
+            std::setlocale(LC_ALL, hosts.c_str());
             ASSERT_TRUE(scene);
             expectSame(root, *scene);
             files.unmount(gateway("all"));

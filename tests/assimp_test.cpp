@@ -1,8 +1,10 @@
 #include <algorithm>
+#include <clocale>
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <locale>
 #include <stdexcept>
 #include <thread>
 #include <unistd.h>
@@ -345,16 +347,22 @@ TEST_F(AssimpScene, RefusesWhatItCannotReadWithOneLine)
                 HasSubstr("3000000000"));
 }
 
-TEST_F(AssimpScene, ReportsProgressUntilItIsGivenUp)
+TEST_F(AssimpScene, ReportsProgressInTheHostsLocaleUntilItIsGivenUp)
 {
+    const std::locale hosts(std::setlocale(LC_ALL, nullptr));
+    std::locale::global(hosts); // with a name, unlike the one before
+    std::setlocale(LC_NUMERIC, "C");
     const auto file = write("a.gltf", gltf({{"Scene", {}, kMesh}}));
     std::vector<float> told;
     const auto thread = std::this_thread::get_id();
     EXPECT_TRUE(assimp::read(file, [&](float fraction) {
         EXPECT_EQ(std::this_thread::get_id(), thread);
+        EXPECT_TRUE(std::locale() == hosts);
         told.push_back(fraction);
         return true;
     }));
+    EXPECT_TRUE(std::locale() == hosts);
+    EXPECT_STREQ(std::setlocale(LC_NUMERIC, nullptr), "C");
     EXPECT_TRUE(std::is_sorted(told.begin(), told.end()));
     EXPECT_EQ(told.front(), 0);
     EXPECT_EQ(told.back(), 1);

@@ -7,6 +7,7 @@
 #include <assimp/scene.h>
 #include <iostream>
 
+#include "classicNumbers.h"
 #include "quietStreams.h"
 #include "sceneNodes.h"
 
@@ -20,18 +21,25 @@ constexpr auto kChecks = aiProcess_ValidateDataStructure;
 /// have names of their own.
 constexpr auto kClean = aiProcess_FindInvalidData;
 
-/// Tells the reader's progress, never backwards, and remembers that reading was given up.
+/// Tells the reader's progress, never backwards and in the host's locale, and remembers that
+/// reading was given up.
 class ProgressBridge : public Assimp::ProgressHandler
 {
 public:
-    explicit ProgressBridge(const Progress& progress) : _progress(progress) {}
+    ProgressBridge(const Progress& progress, ClassicNumbers& numbers)
+        : _progress(progress), _numbers(numbers)
+    {}
 
     bool Update(float fraction) override
     {
         if (fraction > _fraction) { // unknown progress is negative
             _fraction = std::min(fraction, 1.0F);
         }
-        _isCancelled = _isCancelled || !_progress(_fraction);
+        if (!_isCancelled) {
+            _numbers.pause();
+            _isCancelled = !_progress(_fraction);
+            _numbers.resume();
+        }
         return !_isCancelled;
     }
 
@@ -44,6 +52,7 @@ public:
 
 private:
     const Progress& _progress;
+    ClassicNumbers& _numbers;
     float _fraction = 0;
     bool _isCancelled = false;
 };
@@ -73,8 +82,9 @@ std::shared_ptr<const SceneFile> imported(const std::string& file, const Progres
     const QuietStream quietOut(std::cout);
     const QuietStream quietErr(std::cerr);
     const QuietStream quietLog(std::clog);
+    ClassicNumbers numbers;
     Assimp::Importer importer;
-    auto* bridge = new ProgressBridge(progress);
+    auto* bridge = new ProgressBridge(progress, numbers);
     importer.SetProgressHandler(bridge); // the importer owns it now
 
     // The importer itself looks at what the bridge returns here and there only.

@@ -26,6 +26,12 @@ class SceneFile;
 /// itself runs on a thread with a stack of its own, large enough for scenes of a hundred thousand
 /// levels, while the caller waits; what it writes to the standard C++ streams is dropped.
 ///
+/// **Locales.** A file is read the same in every locale, and `progress` is called in the host's.
+/// The C library's locale is changed on the importer's thread only. The global C++ locale, which is
+/// the whole program's, is left alone when it writes numbers as the classic one does; otherwise,
+/// while the importer works, it is the host's with the numbers of the classic locale. Of other
+/// threads this reaches only the C++ streams that they construct meanwhile.
+///
 /// Cost: the file is read and converted as a whole; nothing is read later.
 [[nodiscard]] KIV_EXPORT std::shared_ptr<const SceneFile> read(const std::string& file,
                                                                const Progress& progress = {});
