@@ -4,6 +4,7 @@
 
 #include "dispatch.h"
 #include "executed.h"
+#include "immortal.h"
 #include "itemSubjects.h"
 
 namespace Kiv_v4 {
@@ -18,11 +19,13 @@ struct ItemAttributes : Subject
 
 using ObservedItems = detail::ItemSubjects<AttributeChanged, ItemAttributes>;
 
-/// The subject for all attributes of all items.
+/// What the observers of all attributes of all items are registered on.
+struct AllAttributes : Subject
+{};
+
 Subject& allAttributes()
 {
-    static auto& subject = *new Subject;
-    return subject;
+    return detail::immortal<AllAttributes>();
 }
 
 /// Executes a command that gives an attribute; null when there is no command.

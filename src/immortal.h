@@ -6,12 +6,11 @@
 
 namespace Kiv_v4::detail {
 
-/// The one default-made T of the process, never destroyed. It is made in place, so that no first
-/// use fails for want of memory.
+/// The one default-made T of the process, never destroyed: destructors of other static objects may
+/// still use it. It is made in place, so that the first use needs no memory of its own.
 template <class T>
-T& immortal() noexcept
+T& immortal() noexcept(std::is_nothrow_default_constructible_v<T>)
 {
-    static_assert(std::is_nothrow_default_constructible_v<T>);
     alignas(T) static std::byte place[sizeof(T)];
     static auto& made = *new (place) T;
     return made;

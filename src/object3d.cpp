@@ -7,6 +7,7 @@
 #include "kiv/subject.h"
 
 #include "dispatch.h"
+#include "immortal.h"
 
 namespace Kiv_v4 {
 
@@ -14,11 +15,13 @@ namespace {
 
 constexpr auto kInfinity = std::numeric_limits<double>::infinity();
 
-/// The one subject for the objects of all run-times.
+/// What the observers of the objects of all run-times are registered on.
+struct AnyObject3d : Subject
+{};
+
 Subject& anyObject3d()
 {
-    static auto& subject = *new Subject; // observers may outlive other statics
-    return subject;
+    return detail::immortal<AnyObject3d>();
 }
 
 } // namespace

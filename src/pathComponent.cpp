@@ -12,8 +12,7 @@ namespace {
 // Never destroyed: components held by other static objects outlive every order of destruction.
 detail::InternTable& internTable()
 {
-    static auto& table = *new detail::InternTable;
-    return table;
+    return detail::immortal<detail::InternTable>();
 }
 
 std::uint64_t nextId = 0;

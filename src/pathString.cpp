@@ -8,6 +8,7 @@
 #include "kiv/runTimeMgr.h"
 #include "kiv/stringUtils.h"
 
+#include "immortal.h"
 #include "pathBuilder.h"
 #include "pathText.h"
 #include "splitting.h"
@@ -44,8 +45,7 @@ struct Settings
 // Never destroyed: run-times in other shared objects may unregister after this one's statics died.
 Settings& settings()
 {
-    static auto& instance = *new Settings;
-    return instance;
+    return detail::immortal<Settings>();
 }
 
 std::string DefaultString::operator()(const Path& path) const

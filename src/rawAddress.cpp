@@ -1,5 +1,6 @@
 #include "kiv/rawAddress.h"
 
+#include "immortal.h"
 #include "ownerOrdered.h"
 
 namespace Kiv_v4 {
@@ -9,8 +10,7 @@ namespace {
 template <class T>
 detail::OwnerOrderedSet<T>& remembered()
 {
-    static auto& set = *new detail::OwnerOrderedSet<T>;
-    return set;
+    return detail::immortal<detail::OwnerOrderedSet<T>>();
 }
 
 template <class T>

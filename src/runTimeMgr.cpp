@@ -6,6 +6,7 @@
 #include <unordered_map>
 
 #include "handlerTable.h"
+#include "immortal.h"
 
 namespace Kiv_v4 {
 
@@ -38,11 +39,10 @@ struct Registry
     }
 };
 
-// Never destroyed: run-times in other shared objects may unregister after this one's statics died.
+// Run-times in other shared objects may unregister after this one's statics died.
 Registry& registry()
 {
-    static auto& instance = *new Registry;
-    return instance;
+    return detail::immortal<Registry>();
 }
 
 template <class Handler>
