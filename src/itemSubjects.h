@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <memory>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 #include "kiv/path.h"
@@ -22,7 +23,7 @@ struct ItemSubject : Subject
 };
 
 /// The observers of single items: one subject per observed path, made by the first observer and
-/// erased with the last, and a count of observers per run-time.
+/// erased with the last, and the run-times that were ever observed.
 ///
 /// A template so that each kind of change has a registry of its own, found by its notification.
 template <class Changed, class SubjectOfItem = ItemSubject>
@@ -45,7 +46,7 @@ public:
             }
             const auto added = entry->second->addObserver(observer);
             if (added) {
-                ++_counts[item->runTimeId()]; // allocates, if ever, for a new subject
+                _observed.insert(item->runTimeId()); // allocates, if ever, for a new subject
             }
             return added;
         } catch (...) {
@@ -62,7 +63,6 @@ public:
         if (!subject || !subject->removeObserver(observer)) {
             return false;
         }
-        --_counts[path.runTimeId()];
         if (subject->nbObservers() == 0) {
             _subjects.erase(path);
         }
@@ -88,8 +88,8 @@ public:
 
     [[nodiscard]] bool hasAny(const Path& path) const { return _subjects.count(path) != 0; }
 
-    /// Whether the run-time was ever observed: its count is kept when it is back to 0.
-    [[nodiscard]] bool hasAny(Rtid runTimeId) const { return _counts.count(runTimeId) != 0; }
+    /// Whether the run-time was ever observed.
+    [[nodiscard]] bool hasAny(Rtid runTimeId) const { return _observed.count(runTimeId) != 0; }
 
     /// The subject of the path, or null. The share keeps it alive while its observers are notified.
     [[nodiscard]] SubjectPtr find(const Path& path) const
@@ -108,7 +108,7 @@ public:
 
 private:
     std::unordered_map<Path, SubjectPtr> _subjects;
-    std::unordered_map<Rtid, std::ptrdiff_t> _counts;
+    std::unordered_set<Rtid> _observed;
 };
 
 } // namespace Kiv_v4::detail
