@@ -26,7 +26,7 @@ struct KIV_EXPORT BoundingBox3d
     void extend(const TypedVectorN<double, 3>& point) noexcept;
     void extend(const BoundingBox3d& other) noexcept;
 
-    /// Exact; empty boxes of different numbers differ.
+    /// Whether the same points are in it: exact, and empty boxes are equal whatever their numbers.
     bool operator==(const BoundingBox3d& other) const noexcept;
     bool operator!=(const BoundingBox3d& other) const noexcept { return !(*this == other); }
 
