@@ -234,10 +234,14 @@ TEST_F(Lights, EditWhatTheirKindHas)
     EXPECT_EQ(spot->coneInterface()->coneProps(), (Light::ConeProps{30, 5, 2}));
     EXPECT_TRUE(dynamic_cast<SetConePropsUndoableCommand&>(*cone).set({31, 6, 3}));
     EXPECT_EQ(spot->coneInterface()->coneProps(), (Light::ConeProps{31, 6, 3}));
+    EXPECT_NE(spot->coneInterface()->coneProps(), (Light::ConeProps{31, 6, 2}));
+    spot->coneInterface()->coneProps(32, 7, 4);
+    EXPECT_EQ(spot->coneInterface()->coneProps(), (Light::ConeProps{32, 7, 4}));
     cone->undo();
     EXPECT_EQ(spot->coneInterface()->coneProps(), before);
     spot->sphereInterface()->sphereProps(2, true);
     EXPECT_EQ(spot->sphereInterface()->sphereProps(), (Light::SphereProps{2, true}));
+    EXPECT_NE(spot->sphereInterface()->sphereProps(), (Light::SphereProps{2, false}));
     EXPECT_FALSE(spot->sphereInterface()->spherePropsCmd(NAN, true));
 
     const auto area = lightOf("areaLight")->areaInterface();

@@ -5,12 +5,11 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
-#include "kiv/hierarchy.h"
-#include "kiv/log.h"
-#include "kiv/rawAddress.h"
+#include "kiv/kiv.h"
 
 #include "paths.h"
 #include "stubs.h"
@@ -31,19 +30,85 @@ std::string written(Operation operation)
     return testing::internal::GetCapturedStderr();
 }
 
-/// The log's record of an exception that an entry point of the hierarchy let through.
-std::string recordOf(const std::string& what, const std::string& function)
+/// The log's record of an exception that an entry point let through.
+std::string recordOf(const std::string& what, const std::string& function, const std::string& file)
 {
-    return "caught exception " + what +
-           "\n\n\tFile: src/hierarchy\n\tLine: [0-9]+\n\tFunction: " + function + "\n";
+    return "caught exception " + what + "\n\n\tFile: " + file +
+           "\n\tLine: [0-9]+\n\tFunction: " + function + "\n";
 }
 
-/// Run-time 1 with a hierarchy handler under the test's control, and an item of it.
+/// A node in the first version of the interface.
+struct GraphNode : UINodeGraphNode
+{
+    bool hasPosition() const override { return false; }
+    TypedVectorN<float, 2> position() const override { return {}; }
+    UndoableCommand::Ptr setPositionCmd(TypedVectorN<float, 2> const&) override { return nullptr; }
+};
+
+template <class... Handlers>
+struct All : Handlers...
+{};
+
+/// A handler of every kind that makes something of an item. It has but nodes for items.
+struct Everything : All<HierarchyHandler, Transform3dHandler, SceneItemOpsHandler,
+                        AttributesHandler, UINodeGraphNodeHandler, Object3dHandler, MaterialHandler,
+                        ContextOpsHandler, CameraHandler, LightHandler, NodeDefHandler>
+{
+    using Item = SceneItem::Ptr;
+
+    Hierarchy::Ptr hierarchy(Item const& item) override { return answer(item); }
+    Item createItem(Path const& path) override
+    {
+        return answer(std::make_shared<test::Item>(path));
+    }
+    SceneItemList rootItems(Path const&) override { return {}; }
+    Transform3d::Ptr transform3d(Item const& item) const override { return answer(item); }
+    SceneItemOps::Ptr sceneItemOps(Item const& item) override { return answer(item); }
+    Attributes::Ptr attributes(Item const& item) override { return answer(item); }
+    UINodeGraphNode::Ptr uiNodeGraphNode(Item const& item) override { return answer(item), node; }
+    Object3d::Ptr object3d(Item const& item) override { return answer(item); }
+    Material::Ptr material(Item const& item) override { return answer(item); }
+    ContextOps::Ptr contextOps(Item const& item) override { return answer(item); }
+    Camera::Ptr camera(Item const& item) override { return answer(item); }
+    Selection findCameras(Path const&) override { return {}; }
+    Light::Ptr light(Item const& item) override { return answer(item); }
+    NodeDef::Ptr definition(Item const& item) override { return answer(item); }
+    NodeDef::Ptr definition(std::string const&) override { return answer(nullptr); }
+    std::vector<NodeDef::Ptr> definitions(std::string const&) override { return {}; }
+
+    std::function<std::nullptr_t(const SceneItem::Ptr&)> answer;
+    const UINodeGraphNode::Ptr node = std::make_shared<GraphNode>();
+};
+
+/// An entry point that takes an item: its name and file in the log, and how to call it.
+using EntryPoint = std::tuple<std::string, std::string,
+                              std::function<std::shared_ptr<void>(const SceneItem::Ptr&)>>;
+const std::vector<EntryPoint> kEntryPoints = {
+    {"hierarchy", "src/hierarchy", Hierarchy::hierarchy},
+    {"createItem", "src/hierarchy",
+     [](const auto& item) { return item ? Hierarchy::createItem(item->path()) : nullptr; }},
+    {"transform3dRead", "src/transform3d", Transform3dRead::transform3dRead},
+    {"transform3d", "src/transform3d", Transform3d::transform3d},
+    {"editTransform3d", "src/transform3d",
+     std::bind(Transform3d::editTransform3d, std::placeholders::_1, EditTransform3dHint::Scale)},
+    {"sceneItemOps", "src/sceneItemOps", SceneItemOps::sceneItemOps},
+    {"attributes", "src/attributes", Attributes::attributes},
+    {"uiNodeGraphNode", "src/uiNodeGraphNode", UINodeGraphNode::uiNodeGraphNode},
+    {"uiNodeGraphNode", "src/uiNodeGraphNode", UINodeGraphNode_v4_1::uiNodeGraphNode},
+    {"object3d", "src/object3d", Object3d::object3d},
+    {"material", "src/material", Material::material},
+    {"contextOps", "src/contextOps", ContextOps::contextOps},
+    {"camera", "src/camera", Camera::camera},
+    {"light", "src/light", Light::light},
+};
+
+/// Run-time 1 with handlers under the test's control, and an item of it.
 class Dispatch : public testing::Test
 {
 protected:
-    std::shared_ptr<test::HierarchyStub> handler = std::make_shared<test::HierarchyStub>();
-    Rtid id = test::registered("run-time", handler);
+    std::shared_ptr<Everything> h = std::make_shared<Everything>();
+    Rtid id = RunTimeMgr::instance().register_(
+        "run-time", {h, h, h, h, h, h, h, {}, h, h, {}, h, {}, {}, h, {}});
     Path path{PathSegment("/world/a", id, '/')};
     SceneItem::Ptr item = std::make_shared<test::Item>(path);
 };
@@ -69,89 +134,78 @@ TEST(SceneItem, IsItsPath)
 
 TEST_F(Dispatch, HandsTheRequestToTheRunTimeOfTheLastSegment)
 {
-    const SceneItem* seen = nullptr;
-    handler->onHierarchy = [&](const SceneItem::Ptr& asked) {
-        seen = asked.get();
+    std::string seen;
+    h->answer = [&](const auto& asked) {
+        seen = asked->path().string();
         return nullptr;
     };
-    handler->onCreateItem = [&](const Path& asked) {
-        return std::make_shared<test::Item>(asked + std::string("!"));
-    };
-    EXPECT_EQ(Hierarchy::hierarchy(item), nullptr);
-    EXPECT_EQ(seen, item.get());
-    EXPECT_EQ(Hierarchy::createItem(path)->path().string(), "/world/a/!");
     const auto other = test::registered("other", std::make_shared<test::HierarchyStub>());
-    EXPECT_EQ(Hierarchy::createItem(path + PathSegment(":b", other, ':')), nullptr);
+    const auto elsewhere = std::make_shared<test::Item>(path + PathSegment(":b", other, ':'));
+    for (const auto& [function, file, ask] : kEntryPoints) {
+        EXPECT_EQ(ask(elsewhere), nullptr) << function;
+        EXPECT_EQ(std::exchange(seen, ""), "") << function;
+        (void)ask(item);
+        EXPECT_EQ(std::exchange(seen, ""), "/world/a") << function;
+    }
+    EXPECT_EQ(UINodeGraphNode::uiNodeGraphNode(item), h->node);
+    EXPECT_EQ(UINodeGraphNode_v4_1::uiNodeGraphNode(item), nullptr) << "not of that version";
 }
 
 TEST_F(Dispatch, WithoutAPathThereIsNothingToAskAndNothingToReport)
 {
-    handler->onHierarchy = [](const auto&) -> Hierarchy::Ptr { throw std::logic_error("asked"); };
-    handler->onCreateItem = [](const auto&) -> SceneItem::Ptr { throw std::logic_error("asked"); };
+    h->answer = [](const auto&) -> std::nullptr_t { throw std::logic_error("asked"); };
     const auto output = written([&] {
-        EXPECT_EQ(Hierarchy::hierarchy(nullptr), nullptr);
-        for (const auto& none : {Path(), Path(PathSegment("", id, '/')), test::path("/|:")}) {
-            EXPECT_EQ(Hierarchy::hierarchy(std::make_shared<test::Item>(none)), nullptr);
-            EXPECT_EQ(Hierarchy::createItem(none), nullptr);
+        for (const auto& [function, file, ask] : kEntryPoints) {
+            EXPECT_EQ(ask(nullptr), nullptr) << function;
+            for (const auto& none : {Path(), Path(PathSegment("", id, '/')), test::path("/|:")}) {
+                EXPECT_EQ(ask(std::make_shared<test::Item>(none)), nullptr) << function;
+            }
         }
     });
     EXPECT_THAT(output, IsEmpty());
 }
 
-TEST_F(Dispatch, AMissingHierarchyIsLoggedAndThrown)
+TEST_F(Dispatch, OnlyAMissingHierarchyIsLoggedAndThrown)
 {
     for (const auto unfit : {test::registered("bare", nullptr), Rtid{126}}) {
         const auto orphan = std::make_shared<test::Item>(PathSegment("/a", unfit, '/'));
         const auto message = std::to_string(unfit);
-        EXPECT_THAT(written([&] {
-                        expectError<InvalidRunTimeId>(
-                            [&] { (void)Hierarchy::createItem(orphan->path()); }, message);
-                    }),
-                    MatchesRegex(recordOf(message, "createItem")));
-        EXPECT_THAT(written([&] {
-                        expectError<InvalidRunTimeId>([&] { (void)Hierarchy::hierarchy(orphan); },
-                                                      message);
-                    }),
-                    MatchesRegex(recordOf(message, "hierarchy")));
+        for (const auto& [function, file, ask] : kEntryPoints) {
+            const auto missed = file == "src/hierarchy";
+            const auto output = written([&, &ask = ask] {
+                if (missed) {
+                    expectError<InvalidRunTimeId>([&] { (void)ask(orphan); }, message);
+                } else {
+                    EXPECT_EQ(ask(orphan), nullptr);
+                }
+            });
+            EXPECT_THAT(output, MatchesRegex(missed ? recordOf(message, function, file) : ""));
+        }
+        EXPECT_EQ(NodeDef::definition(unfit, "type"), nullptr);
     }
 }
 
-TEST_F(Dispatch, WhatAHandlerThrowsIsLoggedAndReachesTheCallerAsTheSameObject)
+TEST_F(Dispatch, WhatAHandlerThrowsReachesTheCallerAndIsLoggedWhenItIsAStandardException)
 {
-    struct Custom : std::exception
-    {
-        const char* what() const noexcept override { return "no such file"; }
-    };
-    const Custom* thrown = nullptr;
-    handler->onHierarchy = [&](const auto&) -> Hierarchy::Ptr {
-        try {
-            throw Custom();
-        } catch (const Custom& error) {
-            thrown = &error;
-            throw;
+    const auto define = [this](const auto&) { return NodeDef::definition(id, "type"); };
+    auto entryPoints = kEntryPoints;
+    entryPoints.emplace_back("definition", "src/nodeDef", define);
+    const auto standard = std::make_exception_ptr(std::runtime_error("no such file"));
+    for (const auto& error : {standard, std::make_exception_ptr(42)}) {
+        h->answer = [&](const auto&) -> std::nullptr_t { std::rethrow_exception(error); };
+        for (const auto& [function, file, ask] : entryPoints) {
+            const auto output = written([&, &ask = ask] {
+                try {
+                    (void)ask(item);
+                    ADD_FAILURE() << "nothing thrown";
+                } catch (...) {
+                    EXPECT_EQ(std::current_exception(), error) << "not the same object";
+                }
+            });
+            const auto record = recordOf("no such file", function, file);
+            EXPECT_THAT(output, MatchesRegex(error == standard ? record : "")) << function;
         }
-    };
-    const auto output = written([&] {
-        try {
-            (void)Hierarchy::hierarchy(item);
-            ADD_FAILURE() << "nothing thrown";
-        } catch (const Custom& caught) {
-            EXPECT_EQ(&caught, thrown);
-        }
-    });
-    EXPECT_THAT(output, MatchesRegex(recordOf("no such file", "hierarchy")));
-}
-
-TEST_F(Dispatch, WhatIsNoStandardExceptionPassesWithoutARecord)
-{
-    handler->onHierarchy = [](const auto&) -> Hierarchy::Ptr { throw 42; };
-    EXPECT_THAT(written([&] { EXPECT_THROW((void)Hierarchy::hierarchy(item), int); }), IsEmpty());
-}
-
-TEST(Log, WritesTheMessageThenWhereItComesFrom)
-{
-    EXPECT_EQ(written([] { log("notify", "src/subject", 12, "two\nlines"); }),
-              "two\nlines\n\tFile: src/subject\n\tLine: 12\n\tFunction: notify\n");
+    }
 }
 
 TEST(RawAddress, LeadsBackToTheLivingObjectItWasMadeOf)

@@ -61,6 +61,8 @@ TEST(PathSegment, TextIsSplitAtTheSeparatorAndWrittenWithItInFront)
     EXPECT_EQ(PathSegment(PathComponent("a/b"), 1, ':').string(), ":a/b");
     EXPECT_EQ(PathSegment(PathComponent::toComponents({"a", "", "b/"}), 1, '\0').string(), "ab/");
     EXPECT_EQ(PathSegment("//", 1, '/').string(), "");
+    EXPECT_NE(PathSegment("/a", 1, '/'), PathSegment("/a", 2, '/'));
+    EXPECT_NE(PathSegment("/a", 1, '/'), PathSegment(":a", 1, ':'));
 }
 
 TEST(PathSegment, HeadsKeepAtLeastOneAndAtMostAll)

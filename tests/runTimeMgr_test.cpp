@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -123,21 +124,24 @@ TEST(RunTimeMgr, UnregisteringReleasesTheHandlersInOrderWithTheNameBeforeTheLast
 
 TEST(RunTimeMgr, AMissingHandlerEntryStopsUnregisteringThere)
 {
-    // The hierarchy handler removes the run-time from under the removal that releases it, and puts
-    // part of it back; so the first removal finds an entry gone that it did not erase.
-    RunTimeMgr::Handlers handlers;
-    auto again = true;
-    handlers.hierarchyHandler = handlerReleasing<HierarchyHandler>([&] {
-        if (std::exchange(again, false)) {
-            manager.setHierarchyHandler(1, nullptr);
-            EXPECT_TRUE(manager.unregister(1));
-            manager.setCameraHandler(1, handlerReleasing<CameraHandler>([] {}));
+    // Each handler puts back what went before it and removes the run-time from under the removal
+    // that releases it; so that removal finds an entry, or at last the name, gone.
+    const auto last = handlerReleasing<BatchOpsHandler>([] {});
+    std::vector<std::function<void(Rtid)>> putBack;
+    forEachKind([&]<class H>(std::shared_ptr<H> RunTimeMgr::Handlers::*, auto set, auto) {
+        if constexpr (!std::is_same_v<H, BatchOpsHandler>) {
+            putBack.push_back([set](Rtid id) { (manager.*set)(id, nullptr); });
+            const auto id = manager.register_("stubborn", {});
+            const auto undermine = [&] {
+                std::for_each(putBack.begin(), putBack.end(), [id](auto& put) { put(id); });
+                EXPECT_TRUE(manager.unregister(id));
+                manager.setBatchOpsHandler(id, last);
+            };
+            (manager.*set)(id, handlerReleasing<H>(undermine));
+            EXPECT_FALSE(manager.unregister(id) || manager.hasId(id)) << putBack.size();
+            EXPECT_EQ(manager.batchOpsHandler(id), last) << putBack.size();
         }
     });
-    ASSERT_EQ(manager.register_("stubborn", std::exchange(handlers, {})), 1U);
-    EXPECT_FALSE(manager.unregister(1));
-    EXPECT_NE(manager.cameraHandler(1), nullptr);
-    EXPECT_FALSE(manager.hasId(1));
 }
 
 TEST(RunTimeMgr, HandlersCanBeSetForIdsThatNobodyRegistered)

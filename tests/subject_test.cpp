@@ -5,10 +5,15 @@
 #include <utility>
 #include <vector>
 
+#include "kiv/attributes.h"
+#include "kiv/camera.h"
+#include "kiv/light.h"
 #include "kiv/notificationGuard.h"
 #include "kiv/subject.h"
+#include "kiv/transform3d.h"
 
 #include "callback.h"
+#include "paths.h"
 #include "random.h"
 
 using namespace Kiv_v4;
@@ -186,4 +191,38 @@ TEST(Subject, SurvivesWhatItsObserversDoWhileTheyAreNotified)
         EXPECT_EQ(subject.nbObservers(), owners.size());
     }
     testing::internal::GetCapturedStderr();
+}
+
+template <class Interface>
+struct ItemObservers : testing::Test
+{};
+using ObservedInterfaces = testing::Types<Attributes, Transform3d, Camera, Light>;
+TYPED_TEST_SUITE(ItemObservers, ObservedInterfaces);
+
+TYPED_TEST(ItemObservers, AreKeptByPathUntilTheLastOfThemIsRemoved)
+{
+    using I = TypeParam;
+    const auto [item, again] = std::pair(test::itemAt("/a/b"), test::itemAt("/a/b"));
+    const auto observer = std::make_shared<Observer>();
+    auto dying = std::make_shared<Observer>();
+    EXPECT_FALSE(I::addObserver(nullptr, observer) || I::hasObservers(item->runTimeId()));
+    EXPECT_TRUE(I::addObserver(item, observer) && I::addObserver(again, dying));
+    EXPECT_TRUE(!I::addObserver(again, observer) && I::hasObserver(again, observer));
+    for (const auto& other : {SceneItem::Ptr(), test::itemAt("/a"), test::itemAt(":a/b")}) {
+        EXPECT_FALSE(I::hasObserver(other, observer) || I::removeObserver(other, observer));
+        EXPECT_EQ(I::nbObservers(other), 0U);
+    }
+    EXPECT_EQ(I::nbObservers(again), 2U);
+    dying.reset();
+    EXPECT_EQ(I::nbObservers(again), 1U);
+    EXPECT_TRUE(I::removeObserver(again, observer)) << "the last";
+    EXPECT_FALSE(I::hasObservers(item->path()) || I::removeObserver(item, observer));
+    EXPECT_TRUE(I::hasObservers(item->runTimeId()) && !I::hasObservers(test::runTimeOf(':')));
+
+    I::addObserver(item, std::make_shared<Observer>());
+    EXPECT_TRUE(I::hasObservers(item->path())) << "the dead count";
+    if constexpr (requires { I::removeObserver(Path(), observer); }) {
+        EXPECT_TRUE(I::addObserver(item, observer) && I::removeObserver(item->path(), observer));
+        EXPECT_FALSE(I::hasObservers(item->path()));
+    }
 }
