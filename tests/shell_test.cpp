@@ -125,10 +125,14 @@ TEST_F(Shell, FaultyCommandsSayWhyAndLeaveTheSceneAsItWas)
 
 TEST_F(Shell, TerminalCompletesCommandsAndPathsAndKeepsItsHistory)
 {
+    // The keys come once the prompt is there: before, nothing would complete.
     const auto typed = [&](const std::string& keys) {
-        return shell("cd '" + folder.string() + "' && (sleep 0.5; printf '" + keys +
-                     "'; sleep 0.5) | XDG_STATE_HOME=. TERM=xterm script -qec \"'" KIV_PROGRAM
-                     "' shell examples/workshop.gltf\" /dev/null")
+        return shell("cd '" + folder.string() + "' && : >typed && " +
+                     "(for i in $(seq 500); do grep -q '/world>' typed && break; sleep 0.02; done; "
+                     "printf '" +
+                     keys +
+                     "'; sleep 0.5) | XDG_STATE_HOME=. TERM=xterm script -qfec \"'" KIV_PROGRAM
+                     "' shell examples/workshop.gltf\" /dev/null >typed; cat typed")
             .out;
     };
     const auto session =
