@@ -96,7 +96,8 @@ TEST(FailingAllocations, LeaveNamesAndPathsAsTheyWere)
 
 TEST(FailingAllocations, LeaveSelectionsAndTriesAsTheyWere)
 {
-    const auto [one, two] = std::pair(test::itemAt("/a/b"), test::itemAt("/a/c/d"));
+    const auto one = test::itemAt("/a/b");
+    const auto two = test::itemAt("/a/c/d");
     const auto other = test::itemAt("/x/y");
     for (const auto withTrie : {false, true}) {
         Selection selection;
