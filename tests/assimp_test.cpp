@@ -259,8 +259,11 @@ TEST_F(AssimpScene, FollowsAndAnnouncesItsGatewayThroughTheScene)
     model.rename(group->sceneItem()->path(), "g");
     EXPECT_TRUE(Hierarchy::createItem(PathString::path("/world/g/in,:Scene")));
     model.rename(PathString::path("/world/g"), "group");
+    invalidated.clear();
     group->undo();
     EXPECT_TRUE(Hierarchy::createItem(PathString::path("/world/in,:Scene")));
+    EXPECT_THAT(invalidated, testing::Contains("/world/in"))
+        << "whoever was told of the move before it";
 
     invalidated.clear();
     files.unmount(gateway->path());
@@ -316,6 +319,26 @@ TEST_F(AssimpScene, LeavesAndComesBackWithItsGatewayAndItsEdits)
     Scene::instance().notify(ObjectDestroyed(in));
     second->undo();
     EXPECT_EQ(files.file(in), "");
+}
+
+TEST_F(AssimpScene, ComesBackToItsPlaceThoughAnotherIsParkedThere)
+{
+    const auto mountInGroup = [&](const std::string& name) {
+        const auto group = model.make(model.root(), "group", "group");
+        const auto in = model.make(group->path(), "gateway", "in")->path();
+        model.setGateway(in, files.id());
+        return files.mount(assimp::read(write(name, gltf({{name, {}, kMesh}}))), in);
+    };
+    model.remove(mountInGroup("first.gltf")->path().popSegment().pop());
+    const auto root = mountInGroup("second.gltf");
+    const auto edit = Transform3d::transform3d(root)->translateCmd(1, 2, 3);
+    edit->execute();
+    const auto group = Hierarchy::createItem(root->path().popSegment().pop());
+    const auto ungroup = Hierarchy::hierarchy(group)->ungroupCmd();
+    ungroup->execute();
+    ungroup->undo(); // the group is added, with its child in it already
+    EXPECT_TRUE(Hierarchy::createItem(root->path()));
+    EXPECT_NO_THROW(edit->undo());
 }
 
 TEST_F(AssimpScene, IsRegisteredOnlyWhileItsRunTimeLives)

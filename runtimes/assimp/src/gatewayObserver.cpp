@@ -39,7 +39,7 @@ void GatewayObserver::apply(const SceneCompositeNotification::Op& op)
         op.opType == SceneChanged::PathChanged &&
         (op.subOpType == ObjectPathChange::Renamed || op.subOpType == ObjectPathChange::Reparented);
     if (moved && op.item) {
-        _mounts->moveAll(op.path, op.item->path());
+        move(op.path, op.item->path());
     } else if (op.opType == SceneChanged::Added) {
         resume(op.path);
     } else if (op.opType == SceneChanged::Deleted && op.subOpType == ObjectDelete::Destroyed) {
@@ -49,12 +49,22 @@ void GatewayObserver::apply(const SceneCompositeNotification::Op& op)
     }
 }
 
+// Observers that were called before this one may have looked under the gateways already, and found
+// nothing: each gateway that has its file is announced.
+
+void GatewayObserver::move(const Path& oldPath, const Path& newPath)
+{
+    for (const auto& gateway : _mounts->moveAll(oldPath, newPath)) {
+        announceInvalidated(gateway);
+    }
+}
+
 void GatewayObserver::resume(const Path& path)
 {
     for (const auto& gateway : _mounts->parkedUnder(path)) {
         if (isGatewayInto(_mounts->runTimeId(), gateway)) {
             _mounts->resume(gateway);
-            announceInvalidated(gateway); // observers may have looked under it already
+            announceInvalidated(gateway);
         }
     }
 }

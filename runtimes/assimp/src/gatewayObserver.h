@@ -20,6 +20,7 @@ public:
 
 private:
     void apply(const SceneCompositeNotification::Op& op);
+    void move(const Path& oldPath, const Path& newPath);
     void resume(const Path& path);
 
     const std::shared_ptr<Mounts> _mounts;

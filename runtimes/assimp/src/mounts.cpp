@@ -68,7 +68,7 @@ bool Mounts::move(const Path& gateway, const Path& newGateway)
     return true;
 }
 
-void Mounts::moveAll(const Path& oldPath, const Path& newPath)
+std::vector<Path> Mounts::moveAll(const Path& oldPath, const Path& newPath)
 {
     std::vector<Mount> moved;
     for (auto mount = _mounts.begin(); mount != _mounts.end();) {
@@ -78,22 +78,29 @@ void Mounts::moveAll(const Path& oldPath, const Path& newPath)
         }
         mount = moves ? _mounts.erase(mount) : std::next(mount);
     }
+    std::vector<Path> gateways;
     for (const auto& mount : moved) {
-        const auto gateway = mount.edits->gateway.reparent(oldPath, newPath);
-        mount.edits->gateway = _mounts.emplace(gateway, mount).second ? gateway : Path();
+        gateways.push_back(mount.edits->gateway.reparent(oldPath, newPath));
+        if (const auto inTheWay = _mounts.find(gateways.back()); inTheWay != _mounts.end()) {
+            parkMount(inTheWay);
+        }
+        add(mount, gateways.back());
     }
+    return gateways;
 }
 
 void Mounts::park(const Path& path)
 {
     for (auto mount = _mounts.begin(); mount != _mounts.end();) {
-        const auto goes = mount->first.startsWith(path);
-        if (goes) {
-            _parked.push_back({mount->first, mount->second});
-            mount->second.edits->gateway = {};
-        }
-        mount = goes ? _mounts.erase(mount) : std::next(mount);
+        mount = mount->first.startsWith(path) ? parkMount(mount) : std::next(mount);
     }
+}
+
+Mounts::Shown::iterator Mounts::parkMount(Shown::iterator mount)
+{
+    _parked.push_back({mount->first, mount->second});
+    mount->second.edits->gateway = {};
+    return _mounts.erase(mount);
 }
 
 std::vector<Path> Mounts::parkedUnder(const Path& path) const

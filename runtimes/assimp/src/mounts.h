@@ -35,9 +35,10 @@ public:
     /// Throws `std::invalid_argument` when `newGateway` is empty or in use.
     bool move(const Path& gateway, const Path& newGateway);
 
-    /// Moves the mounts of the gateways at and under `oldPath` along with it. A mount that
-    /// is in the way of another is kept, the other dropped.
-    void moveAll(const Path& oldPath, const Path& newPath);
+    /// Moves the mounts of the gateways at and under `oldPath` along with it, and gives the
+    /// gateways that they are under now. A mount in the way of another, which is a parked one that
+    /// came back too early, is parked.
+    std::vector<Path> moveAll(const Path& oldPath, const Path& newPath);
 
     /// Shows the mounts of the gateways at and under `path` no longer, but keeps them.
     void park(const Path& path);
@@ -73,6 +74,8 @@ public:
     [[nodiscard]] std::optional<MountedNode> node(const SceneItem::Ptr& item) const;
 
 private:
+    using Shown = std::unordered_map<Path, Mount>;
+
     struct Parked
     {
         Path gateway;
@@ -80,6 +83,9 @@ private:
     };
 
     void requireFree(const Path& gateway) const;
+
+    /// Parks a mount that is shown; gives the next one.
+    Shown::iterator parkMount(Shown::iterator mount);
 
     /// The item of a node that has no parent.
     [[nodiscard]] std::shared_ptr<Item>
@@ -92,7 +98,7 @@ private:
     [[nodiscard]] std::vector<Parked>::iterator lastParked(const Path& gateway);
 
     const Rtid _runTimeId;
-    std::unordered_map<Path, Mount> _mounts;
+    Shown _mounts;
     std::vector<Parked> _parked; ///< In the order in which they were parked.
 };
 

@@ -44,8 +44,10 @@ struct EditedItem
 /// file's own.
 ///
 /// With a scene installed (`Scene::initializeInstance`), mounting and unmounting are announced as
-/// one `SubtreeInvalidate` of the gateway, and mounts follow gateways that the scene reports as
-/// renamed or reparented, from the scene that was installed when the file was mounted.
+/// one `SubtreeInvalidate` of the gateway. Mounts follow gateways that the scene reports as renamed
+/// or reparented, from the scene that was installed when the file was mounted. They do so as an
+/// observer, so that others that were told earlier find nothing under the gateway; each mount that
+/// has followed is announced as well.
 ///
 /// **Deletion.** When that scene reports a gateway, or an ancestor of it, as deleted, the mount is
 /// parked with its edits: it is not shown, and another file can be mounted at the path. Commands on
