@@ -1,8 +1,10 @@
 // What a host sets up, and what its panels then do.
+#include <cstddef>
 #include <iostream>
+#include <iterator>
 #include <memory>
-#include <set>
 #include <string>
+#include <unordered_set>
 
 #include "kiv/host/undoHistory.h"
 #include "kiv/kiv.h"
@@ -10,7 +12,7 @@
 
 namespace {
 
-/// Keeps rows in step with the scene.
+/// Keeps a row for each item of the scene.
 class Outliner : public Kiv::Observer
 {
 public:
@@ -30,29 +32,55 @@ private:
     /// A single change, and each change of a batch.
     void update(const Kiv::SceneCompositeNotification::Op& op)
     {
-        const auto path = Kiv::PathString::string(op.path);
         switch (op.opType) {
         case Kiv::SceneChanged::Added:
-            _rows.insert(path);
-            std::cout << "outliner: + " << path << '\n';
+            add(op.path);
             break;
-        case Kiv::SceneChanged::Deleted:
-            if (_rows.erase(path) != 0) { // maybe told twice
-                std::cout << "outliner: - " << path << '\n';
-            }
+        case Kiv::SceneChanged::Deleted: // maybe told twice
+            drop(op.path);
             break;
         case Kiv::SceneChanged::PathChanged: // a rename, a move, a path more or a path less
-            _rows.erase(path);
+            if (op.subOpType != Kiv::ObjectPathChange::PathAdded) {
+                drop(op.path);
+            }
             if (op.item) {
-                _rows.insert(Kiv::PathString::string(op.item->path()));
+                add(op.item->path());
             }
             break;
-        default:
-            std::cout << "outliner: read anew below " << path << '\n';
+        default: // the subtree is to be read anew
+            drop(op.path);
+            add(op.path);
         }
     }
 
-    std::set<std::string> _rows;
+    /// Rows for what is at the path and under it: nothing when a later change took it away.
+    void add(const Kiv::Path& path)
+    {
+        if (const auto item = Kiv::Hierarchy::createItem(path)) {
+            if (_rows.insert(path).second) {
+                std::cout << "outliner: + " << Kiv::PathString::string(path) << '\n';
+            }
+            for (const auto& child : Kiv::Hierarchy::hierarchy(item)->children()) {
+                add(child->path());
+            }
+        }
+    }
+
+    void drop(const Kiv::Path& path)
+    {
+        std::size_t dropped = 0;
+        for (auto row = _rows.begin(); row != _rows.end();) {
+            const auto goes = row->startsWith(path);
+            row = goes ? _rows.erase(row) : std::next(row);
+            dropped += goes ? 1 : 0;
+        }
+        if (dropped != 0) {
+            std::cout << "outliner: - " << Kiv::PathString::string(path) << ", rows: " << dropped
+                      << '\n';
+        }
+    }
+
+    std::unordered_set<Kiv::Path> _rows;
 };
 
 /// Shows what is selected.
@@ -131,6 +159,14 @@ int main()
         Kiv::UndoableCommandGuard::setSuccess();
     }
     printHistory(*history);
+
+    // A rename speaks for all that is under the item.
+    const auto group = Kiv::Hierarchy::hierarchy(root)->createGroupCmd({cube}, std::string("dice"));
+    execute(group);
+    execute(
+        Kiv::SceneItemOps::sceneItemOps(group->sceneItem())->renameItemCmd(std::string("game")));
+    history->undo();
+    history->undo();
 
     // Drag: one command, set again and again.
     Kiv::Transform3dPathSubject cubeInTheWorld(cube->path());

@@ -71,7 +71,7 @@ void leavingWhileBeingTold(Kiv::memory::DataModel& model)
     std::cout << "observers: " << Kiv::Scene::instance().nbObservers() << '\n';
 }
 
-/// Answers a change with a change: the observers behind it hear of its own first.
+/// Answers a change with a change: the observers after it hear of its own first.
 class Numbering : public Kiv::Observer
 {
 public:
@@ -103,10 +103,9 @@ public:
     std::size_t nbAdded = 0;
 };
 
-void changingWhileBeingTold(Kiv::memory::DataModel& model)
+void changingWhileBeingTold(Kiv::memory::DataModel& model, const std::shared_ptr<Count>& count)
 {
     const auto numbering = std::make_shared<Numbering>(model);
-    const auto count = std::make_shared<Count>();
     Kiv::Scene::instance().addObserver(numbering);
     Kiv::Scene::instance().addObserver(count);
     model.make(model.root(), "shelf", "shelf");
@@ -114,12 +113,14 @@ void changingWhileBeingTold(Kiv::memory::DataModel& model)
 }
 
 /// What a plug-in does before its code is unloaded.
-void unload(std::unique_ptr<Kiv::memory::RunTime>& runTime, Kiv::host::UndoHistory& history)
+void unload(std::unique_ptr<Kiv::memory::RunTime>& runTime, const Kiv::Observer::Ptr& observer,
+            Kiv::host::UndoHistory& history)
 {
-    history.clear();                              // its commands
-    Kiv::GlobalSelection::get()->clear();         // its items
-    Kiv::NamedSelection::remove("plugIn.recent"); // its items again
-    runTime.reset();                              // its handlers, name and separator
+    history.clear();                                 // its commands
+    Kiv::GlobalSelection::get()->clear();            // its items
+    Kiv::NamedSelection::remove("plugIn.recent");    // its items again
+    Kiv::Scene::instance().removeObserver(observer); // its observers, from each subject
+    runTime.reset();                                 // its handlers, name and separator
 }
 
 } // namespace
@@ -136,10 +137,11 @@ int main()
     itemsAndPaths(model.make(model.root(), "light", "lamp"));
     namesOutliveItems(model.make(model.root(), "mesh", "chair"));
     leavingWhileBeingTold(model);
-    changingWhileBeingTold(model);
+    const auto count = std::make_shared<Count>();
+    changingWhileBeingTold(model, count);
 
     const auto kept = model.item(model.root());
-    unload(runTime, *history);
+    unload(runTime, count, *history);
     try {
         (void)Kiv::Hierarchy::hierarchy(kept);
     } catch (const Kiv::InvalidRunTimeId& error) {

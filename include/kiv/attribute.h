@@ -18,7 +18,9 @@ namespace Kiv_v4 {
 /// tells; its value is reached through the class of that kind:
 ///
 ///     const auto size = std::dynamic_pointer_cast<AttributeFloat>(attributes->attribute("size"));
-///     UndoableCommandMgr::instance().executeCmd(size->setCmd(2.5F));
+///     if (const auto command = size ? size->setCmd(2.5F) : nullptr) { // null: none, or refused
+///         UndoableCommandMgr::instance().executeCmd(command);
+///     }
 ///
 /// Setters and commands change the attribute in its run-time, which announces each change through
 /// `Attributes::notify`.
@@ -122,8 +124,9 @@ public:
     [[nodiscard]] virtual T get() const = 0;
     virtual void set(const T& value) = 0;
 
-    /// A command that sets the value; undone, it sets the value of now. Changes nothing yet. Throws
-    /// `std::bad_weak_ptr` when the attribute is not held by a shared pointer.
+    /// A command that sets the value; undone, it sets the value that the attribute had when the
+    /// command was made, so execute it at once. Changes nothing yet. Throws `std::bad_weak_ptr`
+    /// when the attribute is not held by a shared pointer.
     [[nodiscard]] virtual UndoableCommand::Ptr setCmd(const T& value);
 };
 

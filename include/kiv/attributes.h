@@ -28,14 +28,15 @@ class Path;
 ///
 /// Changes are announced with `notify` by the run-time that makes them, to the observers of all
 /// attributes and to those of the item. Observers are held by weak reference; a null item is
-/// answered with false or 0.
+/// answered with false or 0. Observers of single items are removed with an item of the path they
+/// were added under.
 class KIV_EXPORT Attributes
 {
 public:
     using Ptr = std::shared_ptr<Attributes>;
 
-    /// The attributes of `item`; null for a null item, an empty path, or a run-time that offers
-    /// none. Exceptions of the run-time are logged and pass through.
+    /// The attributes of `item`; null for a null item, an empty path, a run-time that offers
+    /// none, and an item that has none. Exceptions of the run-time are logged and pass through.
     [[nodiscard]] static Ptr attributes(SceneItem::Ptr const& item);
 
     Attributes();
@@ -131,7 +132,8 @@ public:
     AttributesHandler& operator=(const AttributesHandler&) = delete;
     virtual ~AttributesHandler();
 
-    /// The attributes of `item`, an item of this run-time.
+    /// The attributes of `item`, an item of this run-time, maybe out of date; null when it has
+    /// none.
     [[nodiscard]] virtual Attributes::Ptr attributes(SceneItem::Ptr const& item) = 0;
 };
 

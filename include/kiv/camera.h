@@ -16,10 +16,12 @@ namespace Kiv_v4 {
 /// origin of the item's space, looks along -z and has +y upward.
 ///
 /// Each property has a command maker, which changes nothing and gives null when the run-time
-/// refuses, a setter, which executes that command and drops it, and a getter.
+/// refuses, a setter, which executes that command and drops it, or does nothing when there is none,
+/// and a getter.
 ///
 /// Run-times announce changes with `notify`. Observers of an item are found by its path and held by
-/// weak reference; a null item is answered with false or 0.
+/// weak reference; a null item is answered with false or 0. The item given to the first observer is
+/// kept, for the notifications, until the last one is removed: do remove observers.
 class KIV_EXPORT Camera
 {
 public:

@@ -19,7 +19,7 @@ public:
     /// handler.
     [[nodiscard]] static Selection find(Path const& path);
 
-    /// The same across run-times: behind the cameras of the run-time those of each gateway under
+    /// The same across run-times: after the cameras of the run-time those of each gateway under
     /// `path`, gateway by gateway, each camera once. Exceptions of the run-times pass through.
     [[nodiscard]] static Selection findAll(Path const& path);
 

@@ -56,8 +56,8 @@ public:
     /// The keys from the top of the menu to an entry.
     using ItemPath = std::vector<std::string>;
 
-    /// The menu of `item`; null for a null item, an empty path, or a run-time that offers none.
-    /// Exceptions of the run-time are logged and pass through.
+    /// The menu of `item`; null for a null item, an empty path, a run-time that offers none, and an
+    /// item that has none. Exceptions of the run-time are logged and pass through.
     [[nodiscard]] static Ptr contextOps(SceneItem::Ptr const& item);
 
     ContextOps();
@@ -90,7 +90,7 @@ public:
     ContextOpsHandler& operator=(const ContextOpsHandler&) = delete;
     virtual ~ContextOpsHandler();
 
-    /// The menu of `item`, an item of this run-time.
+    /// The menu of `item`, an item of this run-time, maybe out of date; null when it has none.
     [[nodiscard]] virtual ContextOps::Ptr contextOps(SceneItem::Ptr const& item) = 0;
 };
 

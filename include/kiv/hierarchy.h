@@ -18,7 +18,7 @@ namespace Kiv_v4 {
 ///     }
 ///
 /// At a gateway, an item under which another run-time's segment begins, the children are the other
-/// run-time's root items (behind the item's own children, if it has any), and their parent is the
+/// run-time's root items (after the item's own children, if it has any), and their parent is the
 /// gateway.
 ///
 /// The operations with the suffix `Cmd` change nothing until the command is executed, and give null
@@ -77,14 +77,14 @@ public:
     createChildCmd(std::string const& nodeType, PathComponent const& name) = 0;
 
     /// Moves `child`, an item of the same run-time, with all that is under it, to just before
-    /// `before`, one of this item's children, or behind the last child when `before` is null. It
+    /// `before`, one of this item's children, or after the last child when `before` is null. It
     /// keeps its name unless that is taken.
     [[nodiscard]] virtual InsertChildCommand::Ptr insertChildCmd(SceneItem::Ptr const& child,
                                                                  SceneItem::Ptr const& before) = 0;
 
     /// Makes a group under this item, in the place of the first of `members`, and moves `members`,
     /// all of them children of this item, under it in the given order. Without members, makes an
-    /// empty group behind the last child.
+    /// empty group after the last child.
     [[nodiscard]] virtual SceneItemResultUndoableCommand::Ptr
     createGroupCmd(SceneItemList const& members, PathComponent const& name) = 0;
 

@@ -20,10 +20,13 @@ using Color3f = TypedColorN<float, 3>;
 /// shines along -z of the item's space. What only some kinds have is in interfaces of their own.
 ///
 /// Each property has a command maker, which changes nothing and gives null when the run-time
-/// refuses, a setter, which executes that command and drops it, and a getter.
+/// refuses, a setter, which executes that command and drops it, or does nothing when there is none,
+/// and a getter.
 ///
 /// Run-times announce changes with `notify`. Observers of an item are found by its path and held by
-/// weak reference; a null item is answered with false or 0.
+/// weak reference; a null item is answered with false or 0. The item given to the first observer is
+/// kept, for the notifications, until the last one is removed: do remove observers, with an item of
+/// the path they were added under.
 class KIV_EXPORT Light
 {
 public:

@@ -14,8 +14,8 @@ class KIV_EXPORT Material
 public:
     using Ptr = std::shared_ptr<Material>;
 
-    /// The materials of `item`; null for a null item, an empty path, or a run-time that offers
-    /// none. Exceptions of the run-time are logged and pass through.
+    /// The materials of `item`; null for a null item, an empty path, a run-time that offers
+    /// none, and an item that has none. Exceptions of the run-time are logged and pass through.
     [[nodiscard]] static Ptr material(SceneItem::Ptr const& item);
 
     Material();
@@ -39,7 +39,7 @@ public:
     MaterialHandler& operator=(const MaterialHandler&) = delete;
     virtual ~MaterialHandler();
 
-    /// The materials of `item`, an item of this run-time.
+    /// The materials of `item`, an item of this run-time, maybe out of date; null when it has none.
     [[nodiscard]] virtual Material::Ptr material(SceneItem::Ptr const& item) = 0;
 };
 

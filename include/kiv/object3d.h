@@ -44,8 +44,8 @@ class KIV_EXPORT Object3d
 public:
     using Ptr = std::shared_ptr<Object3d>;
 
-    /// The object at `item`; null for a null item, an empty path, or a run-time that offers none.
-    /// Exceptions of the run-time are logged and pass through.
+    /// The object at `item`; null for a null item, an empty path, a run-time that offers none, and
+    /// an item that has none. Exceptions of the run-time are logged and pass through.
     [[nodiscard]] static Ptr object3d(SceneItem::Ptr const& item);
 
     Object3d();
@@ -88,7 +88,7 @@ public:
     Object3dHandler& operator=(const Object3dHandler&) = delete;
     virtual ~Object3dHandler();
 
-    /// The object at `item`, an item of this run-time.
+    /// The object at `item`, an item of this run-time, maybe out of date; null when it has none.
     [[nodiscard]] virtual Object3d::Ptr object3d(SceneItem::Ptr const& item) = 0;
 };
 

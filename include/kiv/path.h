@@ -152,7 +152,7 @@ public:
     [[nodiscard]] Path popSegment() const;
 
     /// The first `n` components, or for a negative `n` all but the last `-n`, in their segments.
-    /// Empty segments right behind the cut are kept. Throws unless `n` is not 0 and `-size() < n <=
+    /// Empty segments right after the cut are kept. Throws unless `n` is not 0 and `-size() < n <=
     /// size()`.
     [[nodiscard]] Path head(int n) const;
 

@@ -15,14 +15,19 @@ namespace Kiv_v4 {
 /// and each of its ancestors announce on their own subjects, also after the item or an ancestor was
 /// renamed or reparented. When one of them is deleted, it follows nothing any more.
 ///
+/// Of a rename above a gateway it may hear before the run-time behind the gateway does. Then that
+/// run-time's items cannot be found, and only their ancestors are followed from there on; a host
+/// that must not miss their changes makes the path subject anew on `SubtreeInvalidate`.
+///
 /// What the items' subjects are is up to two functions that attach an observer to an item and
 /// detach it from the item at a path, such as the registry of transforms.
 ///
 /// **Lifetime.** A scene must be installed when it is made; it hears of renames, reparents and
 /// deletes from that scene. When it dies, nothing of it stays attached.
 ///
-/// **Errors.** Items that are not there are skipped. An empty function throws
-/// `std::bad_function_call` when it is used; in the destructor that is written to the log instead.
+/// **Errors.** Items that are not there when the path subject attaches to them are skipped, and not
+/// tried again when they are added later. An empty function throws `std::bad_function_call` when it
+/// is used; in the destructor that is written to the log instead.
 class KIV_EXPORT PathSubject : public Subject
 {
 public:

@@ -67,7 +67,9 @@ public:
     void endNotificationGuard() override;
 
 protected:
-    /// Runs once per change, behind the last observer. By default does nothing.
+    /// Runs once per change that is delivered by itself, after the last observer. What was gathered
+    /// under a guard comes to the hook of the composite alone, so override that one too. By default
+    /// does nothing.
     virtual void postNotifyObjectAdd(const ObjectAdd& notification);
     virtual void postNotifyObjectDelete(const ObjectDelete& notification);
     virtual void postNotifyObjectPathChange(const ObjectPathChange& notification);

@@ -43,8 +43,8 @@ class KIV_EXPORT SceneItemOps
 public:
     using Ptr = std::shared_ptr<SceneItemOps>;
 
-    /// The operations of `item`; null for a null item, an empty path, or a run-time that offers
-    /// none. Exceptions of the run-time are logged and pass through.
+    /// The operations of `item`; null for a null item, an empty path, a run-time that offers
+    /// none, and an item that has none. Exceptions of the run-time are logged and pass through.
     [[nodiscard]] static Ptr sceneItemOps(SceneItem::Ptr const& item);
 
     SceneItemOps();
@@ -95,7 +95,8 @@ public:
     SceneItemOpsHandler& operator=(const SceneItemOpsHandler&) = delete;
     virtual ~SceneItemOpsHandler();
 
-    /// The operations of `item`, an item of this run-time.
+    /// The operations of `item`, an item of this run-time, maybe out of date; null when it has
+    /// none.
     [[nodiscard]] virtual SceneItemOps::Ptr sceneItemOps(SceneItem::Ptr const& item) = 0;
 };
 

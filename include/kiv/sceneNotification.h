@@ -33,8 +33,9 @@ public:
     explicit SceneChanged(OpType opType);
     ~SceneChanged() override;
 
-    /// The path under which observers have known the changed item, which after a rename or a
-    /// reparent is no longer its own; empty when the notification is not about one item.
+    /// The path by which observers knew the changed item, which after a rename or a reparent is no
+    /// longer its own (for `ObjectPathAdd` the further path); empty when the notification is not
+    /// about one item.
     [[nodiscard]] virtual Path changedPath() const;
 
     /// For deletes and path changes, which kind: a value of their `SubOpType`. Otherwise 0.
@@ -107,7 +108,8 @@ private:
     SceneItem::Ptr _item;
 };
 
-/// The object is about to leave the scene and can still be asked about.
+/// The object is about to leave the scene and can still be asked about, unless the notification
+/// was gathered under a guard.
 class KIV_EXPORT ObjectPreDelete : public ObjectDelete
 {
 public:
@@ -222,14 +224,15 @@ private:
     Path _removedPath;
 };
 
-/// Nothing known about the items under `root` holds any more; ask again.
+/// Nothing known about `root`, but for its path, and about the items under it holds any more; ask
+/// again.
 class KIV_EXPORT SubtreeInvalidate : public SceneChanged
 {
 public:
     explicit SubtreeInvalidate(const SceneItem::Ptr& root);
     ~SubtreeInvalidate() override;
 
-    /// The item under which all is to be asked for anew.
+    /// The item that, with all that is under it, is to be asked for anew.
     [[nodiscard]] SceneItem::Ptr root() const { return _root; }
 
     [[nodiscard]] Path changedPath() const override;
@@ -240,6 +243,9 @@ private:
 
 /// The changes gathered under a notification guard, in the order in which they happened. Holds none
 /// when nothing changed under the guard.
+///
+/// It arrives when all of them have happened: the item or path of a change may have been renamed or
+/// deleted by a later one, so `Hierarchy::createItem` may be null for it.
 class KIV_EXPORT SceneCompositeNotification : public SceneChanged
 {
 public:

@@ -93,7 +93,7 @@ public:
     [[nodiscard]] const SceneItem::Ptr& front() const noexcept { return _items.front(); }
     [[nodiscard]] const SceneItem::Ptr& back() const noexcept { return _items.back(); }
 
-    /// The item that follows the one of `item`'s path, null behind the last. Throws for a null item
+    /// The item that follows the one of `item`'s path, null after the last. Throws for a null item
     /// and for one that is not selected.
     [[nodiscard]] SceneItem::Ptr next(const SceneItem::Ptr& item) const;
 

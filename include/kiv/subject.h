@@ -49,7 +49,7 @@ class Notification;
 ///
 /// **Errors.** An observer that throws does not keep the others from being called: exceptions
 /// derived from `std::exception` are written to the diagnostic log and swallowed. Any other
-/// exception ends the notification and reaches the caller of `notify`; the observers behind are not
+/// exception ends the notification and reaches the caller of `notify`; the later observers are not
 /// called.
 ///
 /// **Threads.** A subject and its observers belong to the host's main thread.
@@ -68,7 +68,8 @@ public:
     Subject& operator=(Subject&&) noexcept;
     virtual ~Subject();
 
-    /// Lets `obs` hear of what happens from now on; false when it does so already.
+    /// Lets `obs`, which is not null, hear of what happens from now on; false when it does so
+    /// already.
     bool addObserver(const std::shared_ptr<Observer>& obs);
 
     /// False when `obs` was not among the observers.

@@ -47,18 +47,20 @@ private:
 /// shear are factors. The values are absolute: `translate` sets the translation.
 ///
 /// Each property has a command maker, which changes nothing and gives null when the run-time
-/// refuses, a setter, which executes that command and drops it, and a getter. The last four vector
-/// properties are optional: unless a run-time overrides them, nothing can be set and zero is read.
+/// refuses, a setter, which executes that command and drops it, or does nothing when there is none,
+/// and a getter. The last four vector properties are optional: unless a run-time overrides them,
+/// nothing can be set and zero is read.
 ///
 /// Run-times announce changes with `notify`. Observers of an item are found by its path and held by
-/// weak reference; a null item is answered with false or 0.
+/// weak reference; a null item is answered with false or 0. The item given to the first observer is
+/// kept, for the notifications, until the last one is removed: do remove observers.
 class KIV_EXPORT Transform3d : public Transform3dRead
 {
 public:
     using Ptr = std::shared_ptr<Transform3d>;
 
-    /// The transform of `item`; null for a null item, an empty path, or a run-time that offers
-    /// none. Exceptions of the run-time are logged and pass through.
+    /// The transform of `item`; null for a null item, an empty path, a run-time that offers
+    /// none, and an item that has none. Exceptions of the run-time are logged and pass through.
     [[nodiscard]] static Ptr transform3d(SceneItem::Ptr const& item);
 
     /// The same, suited to the edit that is to come.

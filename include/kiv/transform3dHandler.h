@@ -23,7 +23,7 @@ public:
     /// reading.
     [[nodiscard]] virtual Transform3dRead::Ptr transform3dRead(SceneItem::Ptr const& item) const;
 
-    /// The transform of `item`, an item of this run-time.
+    /// The transform of `item`, an item of this run-time, maybe out of date; null when it has none.
     [[nodiscard]] virtual Transform3d::Ptr transform3d(SceneItem::Ptr const& item) const = 0;
 
     /// By default `transform3d(item)`; overridden by a run-time that has editors to choose from.

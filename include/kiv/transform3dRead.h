@@ -26,8 +26,8 @@ class KIV_EXPORT Transform3dRead
 public:
     using Ptr = std::shared_ptr<Transform3dRead>;
 
-    /// The transform of `item`; null for a null item, an empty path, or a run-time that offers
-    /// none. Exceptions of the run-time are logged and pass through.
+    /// The transform of `item`; null for a null item, an empty path, a run-time that offers
+    /// none, and an item that has none. Exceptions of the run-time are logged and pass through.
     [[nodiscard]] static Ptr transform3dRead(SceneItem::Ptr const& item);
 
     Transform3dRead();
@@ -52,8 +52,9 @@ public:
     [[nodiscard]] virtual Matrix4d segmentExclusiveMatrix() const = 0;
 
     /// From the item's space to world space, across run-times: the segment's matrix times the
-    /// inclusive matrix of the gateway item, and so on up to the first run-time. Every gateway item
-    /// must have a transform. Exceptions of a run-time are logged and pass through.
+    /// inclusive matrix of the gateway item, and so on up to the first run-time. Every gateway must
+    /// be an item and have a transform: that is not checked. Exceptions of a run-time are logged
+    /// and pass through.
     [[nodiscard]] Matrix4d inclusiveMatrix() const;
 
     /// The same without the item's own matrix: from its parent's space to world space.

@@ -21,7 +21,7 @@ public:
     constexpr TypedVectorN() noexcept = default;
     constexpr TypedVectorN(std::array<T, N>&& elements) noexcept : vector(elements) {}
 
-    /// The first two elements.
+    /// The first two elements. The others are `vector[2]` and `vector[3]`.
     [[nodiscard]] constexpr T x() const noexcept { return vector[0]; }
     [[nodiscard]] constexpr T y() const noexcept { return vector[1]; }
 

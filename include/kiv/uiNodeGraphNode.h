@@ -16,8 +16,8 @@ class KIV_EXPORT UINodeGraphNode
 public:
     using Ptr = std::shared_ptr<UINodeGraphNode>;
 
-    /// The node of `item`; null for a null item, an empty path, or a run-time that offers none.
-    /// Exceptions of the run-time are logged and pass through.
+    /// The node of `item`; null for a null item, an empty path, a run-time that offers none, and an
+    /// item that has none. Exceptions of the run-time are logged and pass through.
     [[nodiscard]] static Ptr uiNodeGraphNode(SceneItem::Ptr const& item);
 
     UINodeGraphNode();
@@ -75,7 +75,7 @@ public:
     UINodeGraphNodeHandler& operator=(const UINodeGraphNodeHandler&) = delete;
     virtual ~UINodeGraphNodeHandler();
 
-    /// The node of `item`, an item of this run-time.
+    /// The node of `item`, an item of this run-time, maybe out of date; null when it has none.
     [[nodiscard]] virtual UINodeGraphNode::Ptr uiNodeGraphNode(SceneItem::Ptr const& item) = 0;
 };
 

@@ -21,9 +21,9 @@ namespace Kiv_v4::host {
 /// A new entry drops what was undone and could be redone; beyond the limit, the oldest entries are
 /// dropped. An `UndoableCommandGuard` that succeeds becomes one entry.
 ///
-/// **Reentrancy.** A command that is running must not use the history: `std::logic_error`. Commands
-/// that it executes through the installed manager while it runs are its own business and become no
-/// entries.
+/// **Reentrancy.** A command that is running must not call `undo`, `redo` or `clear`:
+/// `std::logic_error`. What it executes or registers through the installed manager is its own
+/// business and becomes no entry.
 class KIV_EXPORT UndoHistory : public UndoableCommandMgr
 {
 public:
@@ -34,8 +34,8 @@ public:
     explicit UndoHistory(std::size_t limit = kDefaultLimit);
     ~UndoHistory() override;
 
-    /// Executes `command` and enters it. When it throws, there is no entry and nothing else
-    /// changes.
+    /// Executes `command` and enters it. When it throws, the history stays as it was; what the
+    /// command did before stays done.
     void executeCmd(const UndoableCommand::Ptr& command) const override;
 
     /// Enters a command that was executed already.
@@ -46,11 +46,11 @@ public:
     [[nodiscard]] bool canRedo() const noexcept;
 
     /// Undoes the last entry that is done; false when there is none. When the command throws, the
-    /// entry still counts as done.
+    /// entry still counts as done, though part of it may have been undone.
     bool undo();
 
     /// Redoes the first entry that is undone; false when there is none. When the command throws,
-    /// the entry still counts as undone.
+    /// the entry still counts as undone, though part of it may have been redone.
     bool redo();
 
     /// The entries' texts (`UndoableCommand::commandString`), oldest first, those that are undone

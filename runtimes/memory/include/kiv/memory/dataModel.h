@@ -25,7 +25,7 @@ class Tree;
 ///     const auto props = model.make(model.root(), "group", "props");
 ///     const auto cube = model.make(props->path(), "mesh", "cube"); // /world/props/cube
 ///
-/// An item can be a gateway: the items of another run-time begin under it, behind its own children.
+/// An item can be a gateway: the items of another run-time begin under it, after its own children.
 ///
 /// **Node types.** Any text; some mean something. Items of type `camera` offer `Camera`. Lights are
 /// of a type for their kind: `directionalLight`, `pointLight`, `spotLight`, `areaLight`, or `light`
@@ -90,7 +90,7 @@ public:
     /// Gives the item another name and returns it under its new path.
     SceneItem::Ptr rename(const Path& item, const std::string& name);
 
-    /// Moves the item with all that is under it behind the last child of `parent`, which must not
+    /// Moves the item with all that is under it after the last child of `parent`, which must not
     /// be the item or lie under it, and returns it under its new path.
     SceneItem::Ptr move(const Path& item, const Path& parent);
 
