@@ -319,6 +319,13 @@ TEST_F(AssimpScene, LeavesAndComesBackWithItsGatewayAndItsEdits)
     Scene::instance().notify(ObjectDestroyed(in));
     second->undo();
     EXPECT_EQ(files.file(in), "");
+
+    model.setGateway(model.root(), files.id()); // a gateway that nothing lies above
+    files.mount(assimp::read((folder / "scene.gltf").string()), model.root());
+    Scene::instance().notify(ObjectPostDelete(world));
+    EXPECT_EQ(files.file(model.root()), "");
+    Scene::instance().notify(ObjectAdd(world));
+    EXPECT_NE(files.file(model.root()), "");
 }
 
 TEST_F(AssimpScene, ComesBackToItsPlaceThoughAnotherIsParkedThere)

@@ -14,8 +14,12 @@ namespace {
 
 bool isGatewayInto(Rtid nestedRunTimeId, const Path& path)
 {
-    return SceneSegmentHandler::isGateway(path) &&
-           SceneSegmentHandler::findGatewayItems(path.pop(), nestedRunTimeId).contains(path);
+    if (!SceneSegmentHandler::isGateway(path)) {
+        return false;
+    }
+    const auto parent = path.pop();
+    const auto isTop = parent.nbSegments() < path.nbSegments(); // nobody above it can be asked
+    return isTop || SceneSegmentHandler::findGatewayItems(parent, nestedRunTimeId).contains(path);
 }
 
 } // namespace
