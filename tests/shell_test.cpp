@@ -94,9 +94,13 @@ TEST_F(Shell, FaultyCommandsSayWhyAndLeaveTheSceneAsItWas)
         {"add group Float size big", "'big' is no number"},
         {"add group Fload size", "refuses"},
         {"select @lamps", "no selection is named 'lamps'"},
+        {"rm @", "'@' is no item: nothing is selected"},
+        {"find --type=x; group g @found", "'@found' is no item: the selection is empty"},
+        {"selection list lamps", "'selection list' takes no name"},
         {"end", "there is no step to end"},
         {"redo", "nothing is left to redo"},
         {"undo 0", "'0' is less than 1"},
+        {"undo 9", "only 3 steps are left to undo"},
         {"make 'group b", "the quote ' is not closed"},
         {"mount missing.gltf", "missing.gltf: no such file"},
         {"unmount group", "/world/group: no file is mounted here"},
@@ -121,6 +125,34 @@ TEST_F(Shell, FaultyCommandsSayWhyAndLeaveTheSceneAsItWas)
         EXPECT_THAT(errors[i], HasSubstr(faults[i].error)) << faults[i].line;
     }
     EXPECT_EQ(contentOf(folder / "after.json"), contentOf(folder / "before.json"));
+}
+
+struct Outcome
+{
+    std::string script;
+    std::string end; ///< What it prints last.
+};
+
+TEST_F(Shell, CommandsDoUndoAndPrintWhatTheySay)
+{
+    const std::vector<Outcome> outcomes{
+        {"make mesh a; make mesh b; undo; begin; begin; end; end; redo; ls", "a  mesh\nb  mesh\n"},
+        {"make mesh a; undo; begin; begin; select /world; end; end; history", "1  edits\n"},
+        {"make mesh a; make mesh b; select a b; deselect a; undo; selection",
+         "/world/b\n/world/a\n/world/b\n"},
+        {"make group g; make mesh a g; select g g/a; ungroup g; selection; undo; selection",
+         "/world/g/a\n/world/a\n/world/g\n/world/g/a\n"},
+        {"make mesh a; select a; selection store s; rm a; selection list; undo; rename a b; "
+         "selection show s",
+         "@s  0 items\n/world/b\n/world/b\n"},
+        {"make group g; select g; mount examples/workshop.gltf @", "/world/g/workshop\n"},
+        {"make mesh a; select @; deselect @; selection", "/world/a\n"},
+    };
+    for (const auto& [script, end] : outcomes) {
+        const auto result = run("-c '" + script + "'");
+        EXPECT_THAT(result.out, testing::EndsWith(end)) << script;
+        EXPECT_EQ(result.err, "") << script;
+    }
 }
 
 TEST_F(Shell, TerminalCompletesCommandsAndPathsAndKeepsItsHistory)

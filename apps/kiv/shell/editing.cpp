@@ -26,20 +26,27 @@ void run(Edits& edits, const SceneItem::Ptr& item, const UndoableCommand::Ptr& c
     edits.run(command);
 }
 
-void deselectUnder(const Session& session, Edits& edits, const std::vector<SceneItem::Ptr>& items)
+void deselectIf(const Session& session, Edits& edits,
+                const std::function<bool(const SceneItem::Ptr&)>& goes)
 {
     const auto& selection = *session.selection();
     Selection kept;
     for (const auto& item : selection) {
-        const auto goes = std::ranges::any_of(
-            items, [&](const auto& top) { return item->path().startsWith(top->path()); });
-        if (!goes) {
+        if (!goes(item)) {
             kept.append(item);
         }
     }
     if (kept.size() < selection.size()) {
         edits.run(std::make_shared<SelectionReplaceWith>(session.selection(), kept));
     }
+}
+
+void deselectUnder(const Session& session, Edits& edits, const std::vector<SceneItem::Ptr>& items)
+{
+    deselectIf(session, edits, [&items](const SceneItem::Ptr& item) {
+        return std::ranges::any_of(
+            items, [&](const auto& top) { return item->path().startsWith(top->path()); });
+    });
 }
 
 std::string textOf(const SceneItem::Ptr& item)

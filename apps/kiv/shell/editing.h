@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -20,8 +21,13 @@ void edit(const std::string& name, const Kiv_v4::SceneItem::Ptr& item,
 void run(Edits& edits, const Kiv_v4::SceneItem::Ptr& item,
          const Kiv_v4::UndoableCommand::Ptr& command);
 
-/// Takes what is at and under the items out of the selection, as part of a step that removes them,
-/// so that undoing the step selects them again.
+/// Takes the items for which `goes` is true out of the selection, as part of a step: undoing it
+/// selects them again, in their places.
+void deselectIf(const Session& session, Edits& edits,
+                const std::function<bool(const Kiv_v4::SceneItem::Ptr&)>& goes);
+
+/// Takes what is at and under the items out of the selection in the same way: part of a step that
+/// removes them.
 void deselectUnder(const Session& session, Edits& edits,
                    const std::vector<Kiv_v4::SceneItem::Ptr>& items);
 

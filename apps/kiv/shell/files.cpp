@@ -29,6 +29,9 @@ struct NewPlace
 /// The item that `word` names, or a new one of that path, whose parent must be there.
 NewPlace newPlaceOf(const Session& session, const std::string& word)
 {
+    if (namesSelection(word)) {
+        return {session.item(word), ""};
+    }
     if (const auto item = lookUp(session.scene().root(), session.current(), word)) {
         return {item, ""};
     }

@@ -48,10 +48,10 @@ Path movedPath(const Path& path, const Op& change)
 struct Stray
 {
     SceneItem::Ptr selected;
-    SceneItem::Ptr now; ///< Null when the item is gone.
+    SceneItem::Ptr now; ///< Null when the item is gone and not kept.
 };
 
-std::vector<Stray> straysOf(const Selection& selection, const Op& change)
+std::vector<Stray> straysOf(const Selection& selection, const Op& change, Gone gone)
 {
     std::vector<Stray> strays;
     for (const auto& item : selection) {
@@ -59,7 +59,7 @@ std::vector<Stray> straysOf(const Selection& selection, const Op& change)
             continue;
         }
         const auto now = Hierarchy::createItem(movedPath(item->path(), change));
-        if (!now || now->path() != item->path()) {
+        if (now ? now->path() != item->path() : gone == Gone::dropped) {
             strays.push_back({item, now});
         }
     }
@@ -80,12 +80,12 @@ Path followed(const Path& path, const Op& change)
     return now;
 }
 
-void follow(Selection& selection, const Op& change)
+void follow(Selection& selection, const Op& change, Gone gone)
 {
     if (!concerns(change) || !selection.containsDescendantInclusive(change.path)) {
         return;
     }
-    const auto strays = straysOf(selection, change);
+    const auto strays = straysOf(selection, change, gone);
     auto* observable = dynamic_cast<ObservableSelection*>(&selection);
     std::optional<NotificationGuard> guard;
     if (observable && !strays.empty()) {

@@ -14,9 +14,9 @@ using namespace Kiv_v4;
 
 namespace {
 
-void print(const Session& session, const Selection& selection)
+void print(const Session& session, const auto& items)
 {
-    for (const auto& item : selection) {
+    for (const auto& item : items) {
         session.output().line(printable(textOf(item)));
     }
 }
@@ -24,7 +24,7 @@ void print(const Session& session, const Selection& selection)
 void select(Session& session, const Arguments& arguments)
 {
     Edits edits("select");
-    for (const auto& item : session.items(arguments.words())) {
+    for (const auto& item : session.itemsIfAny(arguments.words())) {
         if (!session.selection()->contains(item->path())) {
             edits.run(std::make_shared<SelectionAppendItem>(session.selection(), item));
         }
@@ -34,22 +34,23 @@ void select(Session& session, const Arguments& arguments)
 
 void deselect(Session& session, const Arguments& arguments)
 {
+    Selection going;
+    for (const auto& item : session.itemsIfAny(arguments.words())) {
+        going.append(item);
+    }
     Edits edits("deselect");
     if (arguments.size() == 0 && !session.selection()->empty()) {
         edits.run(std::make_shared<SelectionClear>(session.selection()));
     }
-    for (const auto& item : session.items(arguments.words())) {
-        if (session.selection()->contains(item->path())) {
-            edits.run(std::make_shared<SelectionRemoveItem>(session.selection(), item));
-        }
-    }
+    deselectIf(session, edits,
+               [&going](const SceneItem::Ptr& item) { return going.contains(item->path()); });
     edits.commit();
 }
 
 void list(Session& session)
 {
     for (const auto& name : session.selectionNames()) {
-        const auto size = session.namedSelection(name).size();
+        const auto size = session.itemsIfAny(Words{"@" + name}).size();
         session.output().line("@" + printable(name) + "  " + std::to_string(size) +
                               (size == 1 ? " item" : " items"));
     }
@@ -59,7 +60,7 @@ void list(Session& session)
 void recall(Session& session, const std::string& name)
 {
     Selection items;
-    for (const auto& item : session.items(Words{"@" + name})) {
+    for (const auto& item : session.itemsIfAny(Words{"@" + name})) {
         items.append(item);
     }
     Edits edits("selection recall " + name);
@@ -73,7 +74,11 @@ void selection(Session& session, const Arguments& arguments)
         return print(session, *session.selection());
     }
     const auto& verb = arguments[0];
-    if (verb == "list" && arguments.size() == 1) {
+    if (verb == "list") {
+        if (arguments.size() > 1) {
+            throw std::runtime_error("'selection list' takes no name, so not '" + arguments[1] +
+                                     "'");
+        }
         return list(session);
     }
     if (arguments.size() < 2) {
@@ -82,9 +87,7 @@ void selection(Session& session, const Arguments& arguments)
     }
     const auto& name = arguments[1];
     if (verb == "show") {
-        for (const auto& item : session.items(Words{"@" + name})) {
-            session.output().line(printable(textOf(item)));
-        }
+        print(session, session.itemsIfAny(Words{"@" + name}));
     } else if (verb == "store") {
         session.namedSelection(name).replaceWith(*session.selection());
     } else if (verb == "recall") {

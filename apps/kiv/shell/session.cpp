@@ -1,7 +1,9 @@
 #include "session.h"
 
+#include <algorithm>
 #include <stdexcept>
 
+#include "kiv/compositeUndoableCommand.h"
 #include "kiv/globalSelection.h"
 #include "kiv/hierarchy.h"
 #include "kiv/namedSelection.h"
@@ -20,16 +22,34 @@ namespace {
 
 constexpr char kSelectionMark = '@';
 
+bool doesNothing(const UndoableCommand::Ptr& command)
+{
+    const auto* composite = dynamic_cast<const CompositeUndoableCommand*>(command.get());
+    return composite && std::ranges::all_of(composite->cmdsList(), doesNothing);
+}
+
+/// Takes no note of a step in which nothing was done: it would drop what can be redone.
+class History : public host::UndoHistory
+{
+public:
+    void registerCmd(const UndoableCommand::Ptr& command) const override
+    {
+        if (!doesNothing(command)) {
+            UndoHistory::registerCmd(command);
+        }
+    }
+};
+
+} // namespace
+
 bool namesSelection(const std::string& word)
 {
     return word.starts_with(kSelectionMark);
 }
 
-} // namespace
-
 Session::Session(Output& output)
     : _output(output), _selection(std::make_shared<ObservableSelection>()),
-      _history(std::make_shared<host::UndoHistory>())
+      _history(std::make_shared<History>())
 {
     Scene::initializeInstance(
         std::make_shared<HostScene>([this](const auto& change) { follow(change); }));
@@ -73,11 +93,25 @@ SceneItem::Ptr Session::item(const std::string& word) const
 
 std::vector<SceneItem::Ptr> Session::items(std::span<const std::string> words) const
 {
+    for (const auto& word : words) {
+        if (namesSelection(word) && itemsIfAny({&word, 1}).empty()) {
+            throw std::runtime_error(
+                "'" + word + "' is no item: " +
+                (word.size() == 1 ? "nothing is selected" : "the selection is empty"));
+        }
+    }
+    return itemsIfAny(words);
+}
+
+std::vector<SceneItem::Ptr> Session::itemsIfAny(std::span<const std::string> words) const
+{
     Selection found;
     for (const auto& word : words) {
         if (namesSelection(word)) {
             for (const auto& item : selectionOf(word)) {
-                found.append(item);
+                if (const auto now = Hierarchy::createItem(item->path())) {
+                    found.append(now);
+                }
             }
         } else if (const auto item = lookUp(_scene->root(), current(), word)) {
             found.append(item);
@@ -141,9 +175,9 @@ void Session::watch(bool on)
 void Session::follow(const SceneCompositeNotification::Op& change)
 {
     _current = followed(_current, change);
-    app::shell::follow(*_selection, change);
+    app::shell::follow(*_selection, change, Gone::dropped);
     for (const auto& name : _selectionNames) {
-        app::shell::follow(*NamedSelection::get(name), change);
+        app::shell::follow(*NamedSelection::get(name), change, Gone::kept);
     }
     if (_watch && change.opType != SceneChanged::Deleted) {
         _watch->include(change.item ? change.item->path() : change.path);

@@ -22,6 +22,9 @@
 
 namespace app::shell {
 
+/// Whether the word is `@`, for the selection, or `@NAME`, for a named one.
+[[nodiscard]] bool namesSelection(const std::string& word);
+
 /// What a host keeps for its user: the scene with its run-times, the current item, the selections,
 /// the undo history. The constructor installs the process-wide scene, selection and command
 /// manager, the destructor takes them back; so there is one at a time.
@@ -49,11 +52,17 @@ public:
     /// named selection.
     [[nodiscard]] Kiv_v4::SceneItem::Ptr item(const std::string& word) const;
 
-    /// All items that the words name, each once; `@` stands for all that are selected.
+    /// All items that the words name, each once; `@` stands for all that are selected, at least
+    /// one.
     [[nodiscard]] std::vector<Kiv_v4::SceneItem::Ptr>
     items(std::span<const std::string> words) const;
 
-    /// The named selection, made empty when there is none.
+    /// The same, where a selection may be empty.
+    [[nodiscard]] std::vector<Kiv_v4::SceneItem::Ptr>
+    itemsIfAny(std::span<const std::string> words) const;
+
+    /// The named selection, made empty when there is none. It keeps items that are gone, so that
+    /// they are back when undoing brings them back; `items` leaves them out.
     Kiv_v4::Selection& namedSelection(const std::string& name);
     [[nodiscard]] const std::set<std::string>& selectionNames() const { return _selectionNames; }
     void dropSelection(const std::string& name);

@@ -49,6 +49,11 @@ void print(const Session& session, const Items& items)
     }
 }
 
+auto isItem(const SceneItem::Ptr& wanted)
+{
+    return [path = wanted->path()](const SceneItem::Ptr& other) { return other->path() == path; };
+}
+
 /// Those of the items that do not lie under another of them.
 Items topmost(const Items& items)
 {
@@ -145,6 +150,7 @@ void ungroup(Session& session, const Arguments& arguments)
 {
     const auto item = session.item(arguments[0]);
     Edits edits("ungroup " + item->nodeName());
+    deselectIf(session, edits, isItem(item));
     run(edits, item, hierarchyOf(item)->ungroupCmd());
     edits.commit();
 }
@@ -152,9 +158,6 @@ void ungroup(Session& session, const Arguments& arguments)
 /// The siblings of `item`, itself at the place that the arguments name.
 SceneItemList reordered(Session& session, const SceneItem::Ptr& item, const Arguments& arguments)
 {
-    const auto isItem = [](const SceneItem::Ptr& wanted) {
-        return [&wanted](const SceneItem::Ptr& other) { return other->path() == wanted->path(); };
-    };
     auto siblings = hierarchyOf(parentOf(item))->children();
     siblings.remove_if(isItem(item));
     const auto& place = arguments[1];

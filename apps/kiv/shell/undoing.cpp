@@ -21,9 +21,9 @@ void end(Session& session, const Arguments&)
     session.endStep();
 }
 
-/// Goes through the history as far as the argument says, one step without it.
-void steps(const Session& session, const Arguments& arguments, bool (host::UndoHistory::*step)(),
-           const std::string& none)
+/// How many steps the argument says, one without it; at most `nbLeft`.
+std::size_t nbSteps(const Session& session, const Arguments& arguments, std::size_t nbLeft,
+                    const std::string& verb)
 {
     if (session.isInStep()) {
         throw std::runtime_error("a step is open: end it first");
@@ -32,21 +32,31 @@ void steps(const Session& session, const Arguments& arguments, bool (host::UndoH
     if (count < 1) {
         throw std::runtime_error("'" + arguments[0] + "' is less than 1");
     }
-    for (int i = 0; i < count; ++i) {
-        if (!(session.history().*step)()) {
-            throw std::runtime_error(none);
-        }
+    const auto wanted = static_cast<std::size_t>(count);
+    if (wanted > nbLeft) {
+        throw std::runtime_error(nbLeft == 0 ? "nothing is left to " + verb
+                                             : "only " + std::to_string(nbLeft) +
+                                                   (nbLeft == 1 ? " step is" : " steps are") +
+                                                   " left to " + verb);
     }
+    return wanted;
 }
 
 void undo(Session& session, const Arguments& arguments)
 {
-    steps(session, arguments, &host::UndoHistory::undo, "nothing is left to undo");
+    auto& history = session.history();
+    for (auto left = nbSteps(session, arguments, history.nbDone(), "undo"); left > 0; --left) {
+        history.undo();
+    }
 }
 
 void redo(Session& session, const Arguments& arguments)
 {
-    steps(session, arguments, &host::UndoHistory::redo, "nothing is left to redo");
+    auto& history = session.history();
+    const auto nbUndone = history.entries().size() - history.nbDone();
+    for (auto left = nbSteps(session, arguments, nbUndone, "redo"); left > 0; --left) {
+        history.redo();
+    }
 }
 
 void history(Session& session, const Arguments&)
