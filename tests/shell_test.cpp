@@ -90,6 +90,10 @@ TEST_F(Shell, FaultyCommandsSayWhyAndLeaveTheSceneAsItWas)
         {"rm group/child /world", "refuses"}, // the first one comes back
         {"group g group/child workshop", "/world/workshop: is no sibling of /world/group/child"},
         {"order group before group/child", "/world/group/child: is no sibling of /world/group"},
+        {"order group before group", "/world/group: has no place beside itself"},
+        {"order group first workshop", "a place is one of: first, last, before ITEM, after ITEM"},
+        {"order workshop before workshop/Workshop", "Workshop: belongs to another run-time than"},
+        {"order workshop/Workshop first", "Workshop: belongs to another run-time than"},
         {"set group size 2", "/world/group: has no attribute 'size'"},
         {"add group Float size big", "'big' is no number"},
         {"add group Fload size", "refuses"},
@@ -145,6 +149,8 @@ TEST_F(Shell, CommandsDoUndoAndPrintWhatTheySay)
         {"make mesh a; select a; selection store s; rm a; selection list; undo; rename a b; "
          "selection show s",
          "@s  0 items\n/world/b\n/world/b\n"},
+        {"mount examples/workshop.gltf w; make mesh a w; make mesh b w; order w/b first; ls w",
+         "b  mesh\na  mesh\nWorkshop  transform  [assimp]\n"},
         {"make group g; select g; mount examples/workshop.gltf @", "/world/g/workshop\n"},
         {"make mesh a; select @; deselect @; selection", "/world/a\n"},
     };

@@ -155,26 +155,53 @@ void ungroup(Session& session, const Arguments& arguments)
     edits.commit();
 }
 
-/// The siblings of `item`, itself at the place that the arguments name.
-SceneItemList reordered(Session& session, const SceneItem::Ptr& item, const Arguments& arguments)
+/// The children of the parent that its run-time puts in order: where a file is mounted, those of
+/// the other run-time stand behind them.
+SceneItemList orderedChildren(const SceneItem::Ptr& parent)
 {
-    auto siblings = hierarchyOf(parentOf(item))->children();
+    auto children = hierarchyOf(parent)->children();
+    children.remove_if([&parent](const SceneItem::Ptr& child) {
+        return child->runTimeId() != parent->runTimeId();
+    });
+    return children;
+}
+
+/// Where `siblings` have the item that is wanted as a neighbour of `item`.
+SceneItemList::iterator neighbour(SceneItemList& siblings, const SceneItem::Ptr& wanted,
+                                  const SceneItem::Ptr& item)
+{
+    if (isItem(item)(wanted)) {
+        fail(item, "has no place beside itself");
+    }
+    if (wanted->runTimeId() != item->runTimeId()) {
+        fail(wanted,
+             "belongs to another run-time than " + textOf(item) + ", with which it has no order");
+    }
+    const auto at = std::ranges::find_if(siblings, isItem(wanted));
+    if (at == siblings.end()) {
+        fail(wanted, "is no sibling of " + textOf(item));
+    }
+    return at;
+}
+
+/// The siblings of `item`, itself at the place that the arguments name.
+SceneItemList reordered(const Session& session, const SceneItem::Ptr& item,
+                        const Arguments& arguments)
+{
+    auto siblings = orderedChildren(parentOf(item));
     siblings.remove_if(isItem(item));
     const auto& place = arguments[1];
-    if (place == "first" || place == "last") {
+    const auto isAtEnd = place == "first" || place == "last";
+    const auto isBeside = place == "before" || place == "after";
+    if (!(isAtEnd && arguments.size() == 2) && !(isBeside && arguments.size() == 3)) {
+        throw std::runtime_error("a place is one of: first, last, before ITEM, after ITEM");
+    }
+    if (isAtEnd) {
         siblings.insert(place == "first" ? siblings.begin() : siblings.end(), item);
-        return siblings;
+    } else {
+        const auto at = neighbour(siblings, session.item(arguments[2]), item);
+        siblings.insert(place == "after" ? std::next(at) : at, item);
     }
-    if ((place != "before" && place != "after") || arguments.size() < 3) {
-        throw std::runtime_error("'" + place +
-                                 "' is no place: first, last, before ITEM or after ITEM");
-    }
-    const auto sibling = session.item(arguments[2]);
-    auto at = std::ranges::find_if(siblings, isItem(sibling));
-    if (at == siblings.end()) {
-        fail(sibling, "is no sibling of " + textOf(item));
-    }
-    siblings.insert(place == "after" ? std::next(at) : at, item);
     return siblings;
 }
 
@@ -182,6 +209,10 @@ void order(Session& session, const Arguments& arguments)
 {
     const auto item = session.item(arguments[0]);
     const auto parent = parentOf(item);
+    if (item->runTimeId() != parent->runTimeId()) {
+        fail(item, "belongs to another run-time than " + textOf(parent) +
+                       ", which puts in order its own children only");
+    }
     edit("order " + item->nodeName(), parent,
          hierarchyOf(parent)->reorderCmd(reordered(session, item, arguments)));
 }
