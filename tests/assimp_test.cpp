@@ -283,6 +283,15 @@ TEST_F(AssimpScene, LeavesAndComesBackWithItsGatewayAndItsEdits)
     ASSERT_EQ(edited.size(), 1U);
     EXPECT_EQ(edited.front().path, inGroup + root->path().getSegments().back());
     EXPECT_TRUE(edited.front().transform && !edited.front().visibility);
+
+    const auto copied = files.copyMountCmd(inGroup, in);
+    copied->execute();
+    edit->undo();
+    EXPECT_EQ(files.editedItems(in).size(), 1U) << "edits of its own";
+    edit->redo();
+    copied->undo();
+    EXPECT_EQ(files.file(in), "");
+    EXPECT_THROW((void)files.copyMountCmd(in, inGroup), std::invalid_argument);
     const auto removal = SceneItemOps::sceneItemOps(group->sceneItem())->deleteItemCmd();
     for (const auto inOne : {false, true}) { // of all changes
         removal->execute();

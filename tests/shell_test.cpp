@@ -151,6 +151,10 @@ TEST_F(Shell, CommandsDoUndoAndPrintWhatTheySay)
          "@s  0 items\n/world/b\n/world/b\n"},
         {"mount examples/workshop.gltf w; make mesh a w; make mesh b w; order w/b first; ls w",
          "b  mesh\na  mesh\nWorkshop  transform  [assimp]\n"},
+        {"mount examples/workshop.gltf w; mount examples/workshop.gltf w/x; move w/x/Workshop 7 8 "
+         "9; "
+         "cp w; rename w1 v; move w/x/Workshop 0 0 0; undo 3; redo 3; matrix v/x/Workshop",
+         "1  0  0  0\n0  1  0  0\n0  0  1  0\n7  8  9  1\n"},
         {"make group g; select g; mount examples/workshop.gltf @", "/world/g/workshop\n"},
         {"make mesh a; select @; deselect @; selection", "/world/a\n"},
     };

@@ -195,6 +195,24 @@ UndoableCommand::Ptr Mounting::gatewayCmd(const Path& item, const File& file)
                                             file ? _files.mountCmd(*file, item) : nullptr);
 }
 
+std::vector<UndoableCommand::Ptr> Mounting::copyMountsCmds(const SceneItem::Ptr& source,
+                                                           const Path& copy)
+{
+    auto gateways = SceneSegmentHandler::findGatewayItems(source->path(), _files.id());
+    if (isGateway(*source)) {
+        gateways.append(source);
+    }
+    std::vector<UndoableCommand::Ptr> commands;
+    for (const auto& gateway : gateways) {
+        const auto& path = gateway->path();
+        const auto target = path.reparent(source->path(), copy);
+        commands.push_back(std::make_shared<GatewayCommand>(
+            model(), target, _files.id(),
+            mountedFile(path).empty() ? nullptr : _files.copyMountCmd(path, target)));
+    }
+    return commands;
+}
+
 std::vector<Mounting::Mount> Mounting::mounts() const
 {
     std::vector<Mount> mounts;

@@ -66,6 +66,11 @@ public:
     [[nodiscard]] Kiv_v4::UndoableCommand::Ptr gatewayCmd(const Kiv_v4::Path& item,
                                                           const File& file);
 
+    /// Commands that make what lies at and under `copy`, a copy in memory of what lies at and under
+    /// `source`, show the same files with the same edits.
+    [[nodiscard]] std::vector<Kiv_v4::UndoableCommand::Ptr>
+    copyMountsCmds(const Kiv_v4::SceneItem::Ptr& source, const Kiv_v4::Path& copy);
+
     /// The mounted files, in the order of the tree.
     [[nodiscard]] std::vector<Mount> mounts() const;
 

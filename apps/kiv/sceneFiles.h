@@ -50,6 +50,11 @@ public:
     [[nodiscard]] Kiv_v4::UndoableCommand::Ptr mountCmd(const File& file,
                                                         const Kiv_v4::Path& gateway);
 
+    /// A command that shows the file that is shown under `source`, with its edits of now, under
+    /// another gateway as well.
+    [[nodiscard]] Kiv_v4::UndoableCommand::Ptr copyMountCmd(const Kiv_v4::Path& source,
+                                                            const Kiv_v4::Path& gateway);
+
     /// The file under the gateway, as it was given to `read`; empty when there is none.
     [[nodiscard]] std::string file(const Kiv_v4::Path& gateway) const;
 

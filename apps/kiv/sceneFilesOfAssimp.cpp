@@ -43,6 +43,12 @@ Kiv_v4::UndoableCommand::Ptr SceneFiles::mountCmd(const File& file, const Kiv_v4
     return _runTime->files.mountCmd(file.file, gateway);
 }
 
+Kiv_v4::UndoableCommand::Ptr SceneFiles::copyMountCmd(const Kiv_v4::Path& source,
+                                                      const Kiv_v4::Path& gateway)
+{
+    return _runTime->files.copyMountCmd(source, gateway);
+}
+
 std::string SceneFiles::file(const Kiv_v4::Path& gateway) const
 {
     return _runTime->files.file(gateway);

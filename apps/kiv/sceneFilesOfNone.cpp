@@ -29,6 +29,11 @@ Kiv_v4::UndoableCommand::Ptr SceneFiles::mountCmd(const File&, const Kiv_v4::Pat
     return nullptr;
 }
 
+Kiv_v4::UndoableCommand::Ptr SceneFiles::copyMountCmd(const Kiv_v4::Path&, const Kiv_v4::Path&)
+{
+    return nullptr;
+}
+
 std::string SceneFiles::file(const Kiv_v4::Path&) const
 {
     return {};

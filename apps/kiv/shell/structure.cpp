@@ -126,6 +126,9 @@ void cp(Session& session, const Arguments& arguments)
     for (const auto& item : items) {
         const auto copy = copies ? copies->targetItem(item->path()) : nullptr;
         made.push_back(required(copy, item, "its run-time refuses to duplicate it"));
+        for (const auto& mounting : session.scene().copyMountsCmds(item, made.back()->path())) {
+            edits.run(mounting);
+        }
     }
     edits.commit();
     print(session, made);

@@ -88,6 +88,18 @@ UndoableCommand::Ptr RunTime::mountCmd(const std::shared_ptr<const SceneFile>& f
     return std::make_shared<MountCommand>(_mounts, _gatewayObserver, Mount{file}, gateway);
 }
 
+UndoableCommand::Ptr RunTime::copyMountCmd(const Path& source, const Path& gateway)
+{
+    const auto* mount = _mounts->find(source);
+    if (!mount) {
+        throw std::invalid_argument("No file is mounted under '" + PathString::string(source) +
+                                    "'.");
+    }
+    Mount copy{mount->file, std::make_shared<Edits>(*mount->edits)};
+    copy.edits->gateway = {}; // not shown yet
+    return std::make_shared<MountCommand>(_mounts, _gatewayObserver, std::move(copy), gateway);
+}
+
 bool RunTime::unmount(const Path& gateway)
 {
     const auto removed = _mounts->remove(gateway);

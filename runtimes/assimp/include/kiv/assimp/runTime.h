@@ -140,6 +140,10 @@ public:
     [[nodiscard]] UndoableCommand::Ptr mountCmd(const std::shared_ptr<const SceneFile>& file,
                                                 const Path& gateway);
 
+    /// The same for the file that is shown under `source`, with the edits that it has now. Throws
+    /// `std::invalid_argument` when there is none.
+    [[nodiscard]] UndoableCommand::Ptr copyMountCmd(const Path& source, const Path& gateway);
+
     /// Takes the file under the gateway away, with all edits, or lets go of the one that was parked
     /// there last when none is shown; false when there is neither.
     bool unmount(const Path& gateway);
