@@ -151,6 +151,12 @@ TEST_F(Shell, CommandsDoUndoAndPrintWhatTheySay)
          "@s  0 items\n/world/b\n/world/b\n"},
         {"mount examples/workshop.gltf w; make mesh a w; make mesh b w; order w/b first; ls w",
          "b  mesh\na  mesh\nWorkshop  transform  [assimp]\n"},
+        {"make group g; make mesh a g; move g 1 2 3; scale g 1 4 2; rotate g 0 0 90; "
+         "matrix g/a 1 0 0 0 0 2 0 0 0 0 1 0 5 6 7 1 --world; matrix g/a --world",
+         "1  0  0  0\n0  2  0  0\n0  0  1  0\n5  6  7  1\n"},
+        {"make group g; make mesh a g; scale g 1 1 1e-30; matrix g/a 1 0 0 0 0 1 0 0 0 0 1 0 0 0 0 "
+         "1 --world; matrix g/a",
+         "    0      0  1e+30      0\n    0      0      0      1\n"},
         {"mount examples/workshop.gltf w; mount examples/workshop.gltf w/x; move w/x/Workshop 7 8 "
          "9; "
          "cp w; rename w1 v; move w/x/Workshop 0 0 0; undo 3; redo 3; matrix v/x/Workshop",
@@ -163,6 +169,10 @@ TEST_F(Shell, CommandsDoUndoAndPrintWhatTheySay)
         EXPECT_THAT(result.out, testing::EndsWith(end)) << script;
         EXPECT_EQ(result.err, "") << script;
     }
+    EXPECT_THAT(run("-c 'make group g; make mesh a g; scale g 0 1 1; rotate g 10 20 30; matrix g/a "
+                    "1 0 0 0 0 1 0 0 0 0 1 0 0 0 0 1 --world'")
+                    .err,
+                HasSubstr("/world/g/a: cannot be placed in world space"));
 }
 
 TEST_F(Shell, TerminalCompletesCommandsAndPathsAndKeepsItsHistory)

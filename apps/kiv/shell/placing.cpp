@@ -6,6 +6,7 @@
 #include "command.h"
 #include "editing.h"
 #include "facts.h"
+#include "matrixInverse.h"
 #include "numbers.h"
 
 namespace app::shell {
@@ -80,17 +81,33 @@ void print(const Session& session, const Matrix4d& matrix)
     }
 }
 
+Transform3dRead::Ptr placeOf(const SceneItem::Ptr& item)
+{
+    return required(Transform3dRead::transform3dRead(item), item, "has no transform");
+}
+
+/// The matrix that an item needs of its own to have `world` in world space.
+Matrix4d ownMatrix(const SceneItem::Ptr& item, const Matrix4d& world)
+{
+    const auto fromWorld = inverse(placeOf(item)->exclusiveMatrix());
+    if (!fromWorld) {
+        fail(item, "cannot be placed in world space: its parent's world matrix is singular");
+    }
+    return world * *fromWorld;
+}
+
 void matrix(Session& session, const Arguments& arguments)
 {
     const auto item = session.item(arguments[0]);
-    if (arguments.size() > 1) {
-        const auto value = valueOf<Matrix4d>(arguments.from(1));
-        const auto transform = transformOf(item, EditTransform3dHint::Matrix);
-        return edit("matrix " + item->nodeName(), item, transform->setMatrixCmd(value));
+    const auto isWorld = arguments.has("--world");
+    if (arguments.size() == 1) {
+        const auto place = placeOf(item);
+        return print(session, isWorld ? place->inclusiveMatrix() : place->matrix());
     }
-    const auto transform =
-        required(Transform3dRead::transform3dRead(item), item, "has no transform");
-    print(session, arguments.has("--world") ? transform->inclusiveMatrix() : transform->matrix());
+    const auto value = valueOf<Matrix4d>(arguments.from(1));
+    const auto transform = transformOf(item, EditTransform3dHint::Matrix);
+    edit("matrix " + item->nodeName(), item,
+         transform->setMatrixCmd(isWorld ? ownMatrix(item, value) : value));
 }
 
 constexpr Command kCommands[] = {
@@ -99,7 +116,9 @@ constexpr Command kCommands[] = {
      rotate},
     {"scale", "ITEM X Y Z [--by]", "Set the scale factors, or multiply them.", scale},
     {"matrix", "ITEM [NUMBER...] [--world]",
-     "Print the matrix, or set it from 16 numbers, row by row, translation last.", matrix},
+     "Print the matrix, or set it from 16 numbers, row by row, translation last; both "
+     "may be in world space.",
+     matrix},
 };
 
 } // namespace
