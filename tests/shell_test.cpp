@@ -82,7 +82,9 @@ TEST_F(Shell, FaultyCommandsSayWhyAndLeaveTheSceneAsItWas)
         {"move group 1 2 1e999", "'1e999' is out of range"},
         {"move group 1 2 nan", "run-time memory refuses"},
         {"light workshop/Workshop/View intensity 1", "is no light"},
+        {"light workshop/Workshop/Lamp/Bulb normalize yes", "Bulb: is no area light"},
         {"camera workshop/Workshop/View fStop much", "'much' is no number"},
+        {"camera workshop/Workshop/View focal", "has no property 'focal', only projection, focalL"},
         {"rename group/nothing x", "'group/nothing' is no item"},
         {"rename workshop/Workshop/View x", "its run-time offers no operations on items"},
         {"mv group/child workshop/Workshop", "refuses"},
@@ -96,7 +98,7 @@ TEST_F(Shell, FaultyCommandsSayWhyAndLeaveTheSceneAsItWas)
         {"order workshop/Workshop first", "Workshop: belongs to another run-time than"},
         {"set group size 2", "/world/group: has no attribute 'size'"},
         {"add group Float size big", "'big' is no number"},
-        {"add group Fload size", "refuses"},
+        {"add group Fload size", "'Fload' is no kind of attribute: Bool, Int, Float"},
         {"select @lamps", "no selection is named 'lamps'"},
         {"rm @", "'@' is no item: nothing is selected"},
         {"find --type=x; group g @found", "'@found' is no item: the selection is empty"},
@@ -161,6 +163,8 @@ TEST_F(Shell, CommandsDoUndoAndPrintWhatTheySay)
          "9; "
          "cp w; rename w1 v; move w/x/Workshop 0 0 0; undo 3; redo 3; matrix v/x/Workshop",
          "1  0  0  0\n0  1  0  0\n0  0  1  0\n7  8  9  1\n"},
+        {"make camera c; camera c focalLength 70; camera c focalLength", "70\n"},
+        {"make mesh a; add a Float f; metadata a f Locked on; metadata a f Locked", "yes\n"},
         {"make group g; select g; mount examples/workshop.gltf @", "/world/g/workshop\n"},
         {"make mesh a; select @; deselect @; selection", "/world/a\n"},
     };

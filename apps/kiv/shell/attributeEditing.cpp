@@ -1,6 +1,7 @@
 #include <charconv>
 #include <stdexcept>
 #include <string>
+#include <tuple>
 
 #include "kiv/attributes.h"
 #include "kiv/connectionHandler.h"
@@ -72,11 +73,27 @@ void set(Session& session, const Arguments& arguments)
     edit("set " + arguments[1], item, setCmd(*attribute, arguments.from(2)));
 }
 
+bool isKind(const std::string& name)
+{
+    return visitAttributeClass(name, [](auto) {}) || name == Attribute::kGeneric;
+}
+
+std::string kindNames()
+{
+    std::string names;
+    std::apply([&names](auto... kinds) { ((names += std::string(kinds.name) + ", "), ...); },
+               attributeClasses());
+    return names + Attribute::kGeneric;
+}
+
 void add(Session& session, const Arguments& arguments)
 {
     const auto item = session.item(arguments[0]);
     Edits edits("add " + arguments[2]);
     const auto command = attributesOf(item)->addAttributeCmd(arguments[1], arguments[2]);
+    if (!command && !isKind(arguments[1])) {
+        throw std::runtime_error("'" + arguments[1] + "' is no kind of attribute: " + kindNames());
+    }
     run(edits, item, command);
     if (arguments.size() > 3) {
         run(edits, item, setCmd(*command->attribute(), arguments.from(3)));
@@ -91,9 +108,12 @@ void drop(Session& session, const Arguments& arguments)
     edit("drop " + arguments[1], item, attributesOf(item)->removeAttributeCmd(attribute->name()));
 }
 
-/// A boolean or a number when the word reads as one.
-Value metadataOf(const std::string& word)
+/// A boolean or a number when the word reads as one; for what is a boolean, never anything else.
+Value metadataOf(const std::string& key, const std::string& word)
 {
+    if (key == Attribute::kLocked) {
+        return Value(valueOf<bool>(word));
+    }
     if (word == "true" || word == "false") {
         return Value(word == "true");
     }
@@ -118,7 +138,7 @@ void metadata(Session& session, const Arguments& arguments)
             printable(app::textOf(json(attribute->metadata(arguments[2])))));
     }
     edit("metadata " + arguments[2], item,
-         attribute->setMetadataCmd(arguments[2], metadataOf(arguments[3])));
+         attribute->setMetadataCmd(arguments[2], metadataOf(arguments[2], arguments[3])));
 }
 
 /// The ends that the four arguments name, and the handler that connects them.

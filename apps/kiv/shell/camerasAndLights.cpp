@@ -13,6 +13,7 @@
 #include "numbers.h"
 #include "properties.h"
 #include "sections.h"
+#include "terminal.h"
 
 namespace app::shell {
 
@@ -47,7 +48,7 @@ SetCmd setCmd(Camera& camera, const std::string& name, const Words& words)
     return field ? SetCmd((camera.*field->setCmd)(valueOf<float>(words))) : std::nullopt;
 }
 
-/// A property of a kind of light. The command is null for a light of another kind.
+/// A property of a kind of light, which setting fails on a light of another kind.
 struct KindProperty
 {
     std::string_view key;
@@ -56,31 +57,32 @@ struct KindProperty
 
 UndoableCommand::Ptr angle(Light& light, const Words& words)
 {
-    const auto directional = light.directionalInterface();
-    return directional ? directional->angleCmd(valueOf<float>(words)) : nullptr;
+    const auto directional =
+        required(light.directionalInterface(), light.sceneItem(), "is no directional light");
+    return directional->angleCmd(valueOf<float>(words));
+}
+
+Light::SphereInterface::Ptr sphereOf(Light& light)
+{
+    return required(light.sphereInterface(), light.sceneItem(), "is no point or spot light");
 }
 
 UndoableCommand::Ptr radius(Light& light, const Words& words)
 {
-    const auto sphere = light.sphereInterface();
-    return sphere ? sphere->spherePropsCmd(valueOf<float>(words), sphere->sphereProps().asPoint)
-                  : nullptr;
+    const auto sphere = sphereOf(light);
+    return sphere->spherePropsCmd(valueOf<float>(words), sphere->sphereProps().asPoint);
 }
 
 UndoableCommand::Ptr asPoint(Light& light, const Words& words)
 {
-    const auto sphere = light.sphereInterface();
-    return sphere ? sphere->spherePropsCmd(sphere->sphereProps().radius, valueOf<bool>(words))
-                  : nullptr;
+    const auto sphere = sphereOf(light);
+    return sphere->spherePropsCmd(sphere->sphereProps().radius, valueOf<bool>(words));
 }
 
 template <float Light::ConeProps::*field>
 UndoableCommand::Ptr cone(Light& light, const Words& words)
 {
-    const auto cone = light.coneInterface();
-    if (!cone) {
-        return nullptr;
-    }
+    const auto cone = required(light.coneInterface(), light.sceneItem(), "is no spot light");
     auto props = cone->coneProps();
     props.*field = valueOf<float>(words);
     return cone->conePropsCmd(props.coneAngle, props.penumbraAngle, props.dropoff);
@@ -88,8 +90,8 @@ UndoableCommand::Ptr cone(Light& light, const Words& words)
 
 UndoableCommand::Ptr normalize(Light& light, const Words& words)
 {
-    const auto area = light.areaInterface();
-    return area ? area->normalizeCmd(valueOf<bool>(words)) : nullptr;
+    const auto area = required(light.areaInterface(), light.sceneItem(), "is no area light");
+    return area->normalizeCmd(valueOf<bool>(words));
 }
 
 constexpr KindProperty kKindProperties[] = {
@@ -118,20 +120,47 @@ SetCmd setCmd(Light& light, const std::string& name, const Words& words)
     return property ? SetCmd(property->setCmd(light, words)) : std::nullopt;
 }
 
-/// Sets the property that the arguments name or, without one, prints all.
+/// Prints all properties under the names that set them.
+void print(const Session& session, Section properties)
+{
+    properties.title.clear();
+    for (auto& property : properties.facts) {
+        property.label = property.key;
+    }
+    writeText({properties}, session.output());
+}
+
+[[noreturn]] void failWithoutProperty(const SceneItem::Ptr& item, const std::string& name,
+                                      const Section& properties)
+{
+    std::string keys;
+    for (const auto& property : properties.facts) {
+        keys += (keys.empty() ? "" : ", ") + property.key;
+    }
+    fail(item, "has no property '" + name + "', only " + keys);
+}
+
+/// Sets the property that the arguments name or prints it or, without one, all.
 template <class Interface>
 void editOrPrint(Session& session, const Arguments& arguments, const SceneItem::Ptr& item,
-                 Interface& object, Section section)
+                 Interface& object, const Section& properties)
 {
     if (arguments.size() == 1) {
-        section.title.clear();
-        return writeText({section}, session.output());
+        return print(session, properties);
     }
-    const auto command = setCmd(object, arguments[1], arguments.from(2));
+    const auto& name = arguments[1];
+    const auto* property = named(properties.facts, name);
+    if (arguments.size() == 2 && property) {
+        return session.output().line(printable(app::textOf(property->value)));
+    }
+    const auto command = setCmd(object, name, arguments.from(2));
+    if (!command && property) {
+        fail(item, "property '" + name + "' cannot be set");
+    }
     if (!command) {
-        fail(item, "has no property '" + arguments[1] + "'");
+        failWithoutProperty(item, name, properties);
     }
-    edit(arguments[1] + " " + item->nodeName(), item, *command);
+    edit(name + " " + item->nodeName(), item, *command);
 }
 
 void editCamera(Session& session, const Arguments& arguments)
@@ -149,9 +178,9 @@ void editLight(Session& session, const Arguments& arguments)
 }
 
 constexpr Command kCommands[] = {
-    {"camera", "ITEM [PROPERTY] [VALUE...]", "Print a camera, or set one of its properties.",
-     editCamera},
-    {"light", "ITEM [PROPERTY] [VALUE...]", "Print a light, or set one of its properties.",
+    {"camera", "ITEM [PROPERTY] [VALUE...]",
+     "Print a camera or one of its properties, or set that.", editCamera},
+    {"light", "ITEM [PROPERTY] [VALUE...]", "Print a light or one of its properties, or set that.",
      editLight},
 };
 
