@@ -54,9 +54,12 @@ TEST_F(Shell, ScriptStopsAtItsFirstErrorUnlessToldOtherwise)
     EXPECT_EQ(gone.out, "/world/a\n/world/b\n/world/c\n");
     EXPECT_EQ(gone.status, 1);
 
-    write("endless.kiv", "run endless.kiv\n");
-    EXPECT_THAT(run("-c 'run endless.kiv'").err, HasSubstr("more than 32 deep"));
-    EXPECT_EQ(run("-c 'make group a; quit; frob'").status, 0);
+    write("endless.kiv", "\nrun ./endless.kiv\n");
+    EXPECT_EQ(run("-c 'run endless.kiv'").err,
+              "kiv: line 1: endless.kiv: line 2: ./endless.kiv: is running already\n");
+    write("foreign.kiv", "\xEF\xBB\xBFmake group a\r\n \r\nquit\r\n");
+    EXPECT_EQ(run("--echo <foreign.kiv").out, "> make group a\n/world/a\n> quit\n");
+    EXPECT_EQ(run("-c 'make group a; exit; frob'").status, 0);
     EXPECT_EQ(run("examples/missing.gltf -c 'make group never'").out, "");
 }
 

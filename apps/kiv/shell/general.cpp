@@ -70,9 +70,12 @@ void quit(Session& session, const Arguments&)
 
 constexpr Command kCommands[] = {
     {"watch", "on|off", "Print every notification as a line.", watch},
-    {"run", "FILE", "Run the commands of a file; the first error ends it.", runScript},
+    {"run", "FILE",
+     "Run the commands of a file, without --echo and --keep-going: the first error ends it.",
+     runScript},
     {"help", "[COMMAND]", "List the commands, or tell how to call one.", help},
     {"quit", "", "Leave the shell.", quit},
+    {"exit", "", "The same as quit.", quit},
 };
 
 } // namespace

@@ -1,8 +1,11 @@
 #include "script.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
+#include <utility>
+#include <vector>
 
 #include "command.h"
 #include "diagnostics.h"
@@ -12,31 +15,44 @@ namespace app::shell {
 
 namespace {
 
-constexpr std::size_t kMaxScriptDepth = 32;
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
-/// Counts a script that runs, for as long as it does.
+/// Remembers a script that runs, for as long as it does. One that would run itself would never end,
+/// since there are no conditions.
 class Running
 {
 public:
-    explicit Running(Session& session) : _session(session)
+    Running(Session& session, const std::string& file) : _scripts(session.scripts)
     {
-        if (_session.scriptDepth >= kMaxScriptDepth) {
-            throw std::runtime_error("scripts run each other more than " +
-                                     std::to_string(kMaxScriptDepth) + " deep");
+        auto script = std::filesystem::weakly_canonical(file);
+        if (std::ranges::find(_scripts, script) != _scripts.end()) {
+            throw std::runtime_error(file + ": is running already");
         }
-        ++_session.scriptDepth;
+        _scripts.push_back(std::move(script));
     }
     Running(const Running&) = delete;
     Running& operator=(const Running&) = delete;
-    ~Running() { --_session.scriptDepth; }
+    ~Running() { _scripts.pop_back(); }
 
 private:
-    Session& _session;
+    std::vector<std::filesystem::path>& _scripts;
 };
 
-void echo(const Session& session, const std::string& line)
+/// Drops what editors of other systems put around a line.
+std::string_view plainLine(std::string_view line, bool isFirst)
 {
-    if (line.find_first_not_of(" \t\r") != std::string::npos) {
+    if (isFirst && line.starts_with(kByteOrderMark)) {
+        line.remove_prefix(kByteOrderMark.size());
+    }
+    if (line.ends_with('\r')) {
+        line.remove_suffix(1);
+    }
+    return line;
+}
+
+void echo(const Session& session, std::string_view line)
+{
+    if (line.find_first_not_of(" \t") != std::string_view::npos) {
         session.output().line("> " + printable(line));
     }
 }
@@ -56,8 +72,8 @@ bool runLines(Session& session, std::istream& lines, const ScriptStyle& style)
 {
     auto isFaultless = true;
     std::size_t number = 0;
-    for (std::string line; !session.isOver() && std::getline(lines, line);) {
-        ++number;
+    for (std::string text; !session.isOver() && std::getline(lines, text);) {
+        const auto line = plainLine(text, ++number == 1);
         if (style.echoes) {
             echo(session, line);
         }
@@ -77,7 +93,7 @@ bool runLines(Session& session, std::istream& lines, const ScriptStyle& style)
 
 void runFile(Session& session, const std::string& file)
 {
-    const Running running(session);
+    const Running running(session, file);
     std::ifstream lines(file, std::ios::binary);
     if (!lines || std::filesystem::is_directory(file)) {
         throw std::runtime_error(file + ": cannot be read");

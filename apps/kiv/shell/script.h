@@ -23,7 +23,7 @@ struct ScriptStyle
 bool runLines(Session& session, std::istream& lines, const ScriptStyle& style = {});
 
 /// Runs a file's lines; throws `std::runtime_error` when it cannot be read, "FILE: line N: reason"
-/// for an error in it, and when scripts run each other too deeply.
+/// for an error in it, and when it is running already.
 void runFile(Session& session, const std::string& file);
 
 /// Complains, behind what was printed so far.

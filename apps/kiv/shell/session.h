@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstddef>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <set>
@@ -78,8 +78,8 @@ public:
     void quit() { _isOver = true; }
     [[nodiscard]] bool isOver() const { return _isOver; }
 
-    /// The scripts that are running, one inside the other.
-    std::size_t scriptDepth = 0;
+    /// The files of the scripts that are running, one inside the other.
+    std::vector<std::filesystem::path> scripts;
 
 private:
     void follow(const Kiv_v4::SceneCompositeNotification::Op& change);
