@@ -1,7 +1,9 @@
 #include "kiv/subject.h"
 
+#include <iterator>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 #include "kiv/log.h"
 #include "kiv/notification.h"
@@ -25,6 +27,15 @@ void deliver(const Notification& notification, Observer& observer)
             std::string("Subject notification caught and silenced exception ") + error.what() +
                 "\n");
     }
+}
+
+/// The entry behind that of an observer called, which may be gone, or go with the observer.
+template <class Observers>
+auto behind(Observers& observers, Observer::Ptr called)
+{
+    const typename Observers::key_type place = called;
+    called.reset();
+    return observers.upper_bound(place);
 }
 
 } // namespace
@@ -54,7 +65,9 @@ bool Subject::addObserver(const std::shared_ptr<Observer>& obs)
 
 bool Subject::removeObserver(const std::shared_ptr<Observer>& obs)
 {
-    return _observers.erase(obs) != 0;
+    const auto nbErased = _observers.erase(obs);
+    _nbRemoved += nbErased;
+    return nbErased != 0;
 }
 
 bool Subject::hasObserver(const std::shared_ptr<Observer>& obs) const
@@ -75,12 +88,16 @@ void Subject::notify(const Notification& notification)
             "Illegal call to Subject::notify() inside a composite notification.");
     }
     Observers expired;
-    for (const auto& entry : _observers) {
-        if (const auto observer = entry.lock()) {
-            deliver(notification, *observer);
-        } else {
-            expired.insert(entry);
+    for (auto entry = _observers.begin(); entry != _observers.end();) {
+        auto observer = entry->lock();
+        if (!observer) {
+            expired.insert(*entry++);
+            continue;
         }
+        const auto nbRemoved = _nbRemoved;
+        deliver(notification, *observer);
+        const auto stays = nbRemoved == _nbRemoved && observer.use_count() != 1;
+        entry = stays ? std::next(entry) : behind(_observers, std::move(observer));
     }
     cleanObservers(expired);
 }
@@ -97,7 +114,7 @@ void Subject::endNotificationGuard() {}
 void Subject::cleanObservers(const Observers& expired)
 {
     for (const auto& entry : expired) {
-        _observers.erase(entry);
+        _nbRemoved += _observers.erase(entry);
     }
 }
 

@@ -1,6 +1,9 @@
 #include <cmath>
+#include <functional>
 #include <gtest/gtest.h>
 #include <map>
+#include <memory>
+#include <vector>
 
 #include "kiv/host/undoHistory.h"
 #include "kiv/setValueCommands.h"
@@ -277,6 +280,45 @@ TEST_F(MemoryTransform, AreFollowedFromBelowAMovedGateway)
     EXPECT_EQ(nbHeard, 3U) << "not an ancestor any more";
     model.remove(gateway->path());
     EXPECT_TRUE(subject.path().empty());
+}
+
+TEST_F(MemoryTransform, TellsEverybodyAlsoWhenPathSubjectsLetGoMeanwhile)
+{
+    const auto many = [](const Callback::Function& function) {
+        std::vector<Observer::Ptr> observers(20);
+        for (auto& observer : observers) {
+            observer = Callback::make(function);
+        }
+        return observers;
+    };
+    const auto add = [](const SceneItem::Ptr& seen, const std::vector<Observer::Ptr>& observers) {
+        for (const auto& observer : observers) {
+            Transform3d::addObserver(seen, observer);
+        }
+    };
+    const std::vector<std::function<void(const Path&)>> edits = {
+        [this](const Path& path) { model.rename(path, "renamed"); },
+        [this](const Path& path) { model.move(path, group->path()); },
+        [this](const Path& path) { model.remove(path); }};
+    for (const auto& edit : edits) {
+        const auto seen = model.make(model.root(), "mesh", "seen");
+        const auto path = seen->path();
+        auto nbHeard = 0;
+        const auto first = many([&](const auto&) { ++nbHeard; });
+        Transform3dPathSubject follower(path);
+        Observer::Ptr leaver; // releases itself and a path subject
+        leaver = Callback::make([&, own = std::make_shared<Transform3dPathSubject>(path)](
+                                    const auto&) { leaver.reset(); });
+        const auto last = many([&](const auto&) { ++nbHeard; });
+        add(seen, first);
+        add(seen, {leaver});
+        add(seen, last);
+        const auto editor = Callback::make([&](const auto&) { edit(path); });
+        follower.addObserver(editor);
+        Transform3d::notify(path);
+        EXPECT_EQ(nbHeard, 40);
+        EXPECT_NE(follower.path(), path);
+    }
 }
 
 TEST(Transform3d, WithoutTheOptionalPropertiesReadsZeroAndSetsNothing)
