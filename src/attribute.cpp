@@ -76,15 +76,18 @@ public:
     void undo() override
     {
         if (_hadValue) {
-            _attribute->setMetadata(_key, _oldValue);
+            set(_oldValue);
         } else {
             _attribute->clearMetadata(_key);
         }
     }
 
-    void redo() override { _attribute->setMetadata(_key, _newValue); }
+    void redo() override { set(_newValue); }
 
 private:
+    /// Hands out a copy: to read a value is to consume it.
+    void set(const Value& value) { _attribute->setMetadata(_key, Value(value)); }
+
     const Attribute::Ptr _attribute;
     const std::string _key;
     const bool _hadValue;

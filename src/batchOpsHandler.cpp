@@ -46,7 +46,9 @@ UndoableCommand::Ptr BatchOpsHandler::duplicateSelectionCmd(Selection const& sel
     std::shared_ptr<BatchedSelectionUndoableCommand> batch;
     for (const auto runTimeId : RunTimeMgr::instance().getIds()) {
         const auto handler = RunTimeMgr::instance().batchOpsHandler(runTimeId);
-        const auto command = handler ? handler->duplicateItemsCmd(selection, options) : nullptr;
+        // A copy of the options for each: to read a value is to consume it.
+        const auto command =
+            handler ? handler->duplicateItemsCmd(selection, DuplicateOptions(options)) : nullptr;
         if (!command) {
             continue;
         }

@@ -191,6 +191,36 @@ TEST_F(AttributesTest, KeepMetadataThatAreSetAndClearedByCommand)
     EXPECT_THAT(heard(), ElementsAre("size Locked", "size Locked", "size Locked", "size Locked"));
 }
 
+TEST_F(AttributesTest, ReadWhatACommandSetsAsMetadataAfreshEachTime)
+{
+    /// Reads the numbers that it is given.
+    struct Reader : AttributeGeneric
+    {
+        using AttributeGeneric::AttributeGeneric;
+        bool hasValue() const override { return false; }
+        std::string name() const override { return "reader"; }
+        std::string displayName() const override { return "Reader"; }
+        std::string string() const override { return ""; }
+        std::string nativeType() const override { return ""; }
+        Value metadata(const std::string&) const override { return 1; }
+        bool hasMetadata(const std::string&) const override { return true; }
+        bool clearMetadata(const std::string&) override { return false; }
+        bool setMetadata(const std::string&, const Value& value) override
+        {
+            numbers.push_back(value.get<int>());
+            return true;
+        }
+        std::vector<int> numbers;
+    };
+    const auto reader = std::make_shared<Reader>(item);
+    const auto command = reader->setMetadataCmd("key", Value(7));
+    command->execute();
+    command->undo();
+    command->redo();
+    command->undo();
+    EXPECT_THAT(reader->numbers, ElementsAre(7, 1, 7, 1));
+}
+
 TEST_F(AttributesTest, ThatAreGoneSayWhereAndServeAgainWhenTheyAreBack)
 {
     const auto size = add<AttributeInt>(A::kInt, "size");

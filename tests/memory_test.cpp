@@ -236,6 +236,23 @@ TEST_F(MemoryEdit, DuplicatesTheTopmostSelectedItemsOfTheRunTimeAsOneCommand)
     command->undo();
     EXPECT_EQ(snapshot(), before);
     EXPECT_FALSE(BatchOpsHandler::duplicateSelectionCmd(Selection(), {}));
+
+    /// Reads its options and refuses.
+    struct Reader : BatchOpsHandler
+    {
+        UndoableCommand::Ptr duplicateItemsCmd(Selection const&,
+                                               DuplicateOptions const& options) override
+        {
+            copies.push_back(options.at("copies").get<int>());
+            return nullptr;
+        }
+        std::vector<int> copies;
+    };
+    const auto reader = std::make_shared<Reader>();
+    RunTimeMgr::instance().setBatchOpsHandler(runTime.id(), reader);
+    RunTimeMgr::instance().setBatchOpsHandler(other.id(), reader);
+    EXPECT_FALSE(BatchOpsHandler::duplicateSelectionCmd(selection, {{"copies", 3}}));
+    EXPECT_THAT(reader->copies, ElementsAre(3, 3));
 }
 
 TEST_F(MemoryEdit, IsOfferedInTheContextMenu)
