@@ -70,6 +70,13 @@ bool eraseHandlers(Rtid rtId)
                       registry().tables);
 }
 
+void enterName(const std::string& name, Rtid rtId)
+{
+    if (!registry().nameToId.emplace(name, rtId).second) {
+        throw InvalidRunTimeName(name);
+    }
+}
+
 bool eraseName(Rtid rtId)
 {
     const auto name = registry().findName(rtId);
@@ -91,12 +98,11 @@ RunTimeMgr& RunTimeMgr::instance()
 
 Rtid RunTimeMgr::register_(const std::string& name, const Handlers& handlers)
 {
-    auto& names = registry().nameToId;
-    if (names.count(name) != 0) {
+    if (registry().nameToId.count(name) != 0) {
         throw InvalidRunTimeName(name);
     }
-    const auto rtId = registry().nextRtid;
-    const auto entry = names.emplace(name, rtId).first;
+    // Storing may release handlers that were set for the id before; they may use the registry.
+    const auto rtId = registry().nextRtid++;
     try {
         storeAll(rtId, handlers.hierarchyHandler, handlers.transform3dHandler,
                  handlers.sceneItemOpsHandler, handlers.attributesHandler,
@@ -105,12 +111,13 @@ Rtid RunTimeMgr::register_(const std::string& name, const Handlers& handlers)
                  handlers.uiInfoHandler, handlers.cameraHandler, handlers.lightHandler,
                  handlers.pathMappingHandler, handlers.nodeDefHandler, handlers.sceneSegmentHandler,
                  handlers.batchOpsHandler);
+        enterName(name, rtId);
     } catch (...) {
-        eraseHandlers(rtId);
-        names.erase(entry);
+        if (eraseHandlers(rtId)) {
+            registry().batchOpsTable.erase(rtId);
+        }
         throw;
     }
-    ++registry().nextRtid;
     return rtId;
 }
 

@@ -134,6 +134,12 @@ TEST(FailingAllocations, LeaveRegistriesAsTheyWere)
     failEachAllocation(
         "run-time", [&] { runTime.emplace(); }, [&] { runTime.reset(); },
         [] { return RunTimeMgr::instance().getIds(); });
+    RunTimeMgr::Handlers handlers;
+    handlers.batchOpsHandler = {std::make_shared<int>(), nullptr};
+    failEachAllocation(
+        "register", [&] { RunTimeMgr::instance().register_("plain", handlers); },
+        [] { RunTimeMgr::instance().unregister(RunTimeMgr::instance().getId("plain")); },
+        [&] { return handlers.batchOpsHandler.use_count(); });
     const auto observer = std::make_shared<Observer>();
     const auto item = test::itemAt("/a");
     failEachAllocation(

@@ -74,6 +74,22 @@ TEST(RunTimeMgr, IdsCountUpFromOneAndAreNeverGivenAgain)
     }
 }
 
+TEST(RunTimeMgr, RegistersRunTimesFromInsideTheRegistrationOfAnother)
+{
+    // Handlers were set for the next id, and use the registry when its run-time replaces them.
+    manager.setLightHandler(1, handlerReleasing<LightHandler>([] {
+                                EXPECT_FALSE(manager.hasId(1));
+                                EXPECT_EQ(manager.register_("inner", {}), 2U);
+                            }));
+    EXPECT_EQ(manager.register_("outer", {}), 1U);
+    EXPECT_EQ(manager.getName(1) + manager.getName(2), "outerinner");
+
+    manager.setLightHandler(3, handlerReleasing<LightHandler>([] { manager.register_("c", {}); }));
+    expectError<InvalidRunTimeName>([] { manager.register_("c", {}); }, "c");
+    EXPECT_EQ(manager.getId("c"), 4U);
+    EXPECT_THAT(manager.getIds(), UnorderedElementsAre(1, 2, 4));
+}
+
 TEST(RunTimeMgr, KeepsEachKindOfHandlerApartAndReleasesWhatIsReplaced)
 {
     RunTimeMgr::Handlers handlers;
