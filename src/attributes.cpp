@@ -11,13 +11,7 @@ namespace Kiv_v4 {
 
 namespace {
 
-/// What the observers of one item's attributes are registered on.
-struct ItemAttributes : Subject
-{
-    explicit ItemAttributes(const SceneItem::Ptr&) {}
-};
-
-using ObservedItems = detail::ItemSubjects<AttributeChanged, ItemAttributes>;
+using ObservedItems = detail::ItemSubjects<AttributeChanged, detail::UnkeptItemSubject>;
 
 /// What the observers of all attributes of all items are registered on.
 struct AllAttributes : Subject

@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <memory>
 #include <unordered_map>
-#include <unordered_set>
 #include <utility>
 
 #include "kiv/path.h"
@@ -22,8 +21,14 @@ struct ItemSubject : Subject
     const SceneItem::Ptr item; ///< The one given to the first observer.
 };
 
-/// The observers of single items: one subject per observed path, made by the first observer and
-/// erased with the last, and the run-times that were ever observed.
+/// The same for observers that are told of the item's path alone, so that the item is not kept.
+struct UnkeptItemSubject : Subject
+{
+    explicit UnkeptItemSubject(const SceneItem::Ptr&) {}
+};
+
+/// The observers of single items: by run-time, and kept from its first observer on, one subject per
+/// observed path, made by the first observer and erased with the last or with the run-time.
 ///
 /// A template so that each kind of change has a registry of its own, found by its notification.
 template <class Changed, class SubjectOfItem = ItemSubject>
@@ -39,22 +44,13 @@ public:
         if (!item) {
             return false;
         }
-        const auto [entry, isNew] = _subjects.try_emplace(item->path());
-        try {
-            if (isNew) {
-                entry->second = std::make_shared<SubjectOfItem>(item);
-            }
-            const auto added = entry->second->addObserver(observer);
-            if (added) {
-                _observed.insert(item->runTimeId()); // allocates, if ever, for a new subject
-            }
-            return added;
-        } catch (...) {
-            if (isNew) {
-                _subjects.erase(entry);
-            }
-            throw;
+        if (const auto subject = find(item->path())) {
+            return subject->addObserver(observer);
         }
+        const auto subject = std::make_shared<SubjectOfItem>(item);
+        subject->addObserver(observer);
+        _subjects[item->runTimeId()].emplace(item->path(), subject);
+        return true;
     }
 
     bool remove(const Path& path, const Observer::Ptr& observer)
@@ -64,7 +60,7 @@ public:
             return false;
         }
         if (subject->nbObservers() == 0) {
-            _subjects.erase(path);
+            _subjects.at(path.runTimeId()).erase(path);
         }
         return true;
     }
@@ -72,6 +68,16 @@ public:
     bool remove(const SceneItem::Ptr& item, const Observer::Ptr& observer)
     {
         return item && remove(item->path(), observer);
+    }
+
+    /// Takes all observers from the run-time's items, and with the subjects what they keep.
+    void forget(Rtid runTimeId) noexcept
+    {
+        const auto found = _subjects.find(runTimeId);
+        if (found != _subjects.end()) {
+            // Items may use the registry in their destructors: they die after it has settled.
+            const auto forgotten = std::exchange(found->second, {});
+        }
     }
 
     [[nodiscard]] std::size_t count(const SceneItem::Ptr& item) const
@@ -86,16 +92,16 @@ public:
         return subject && subject->hasObserver(observer);
     }
 
-    [[nodiscard]] bool hasAny(const Path& path) const { return _subjects.count(path) != 0; }
+    [[nodiscard]] bool hasAny(const Path& path) const { return entry(path) != nullptr; }
 
     /// Whether the run-time was ever observed.
-    [[nodiscard]] bool hasAny(Rtid runTimeId) const { return _observed.count(runTimeId) != 0; }
+    [[nodiscard]] bool hasAny(Rtid runTimeId) const { return _subjects.count(runTimeId) != 0; }
 
     /// The subject of the path, or null. The share keeps it alive while its observers are notified.
     [[nodiscard]] SubjectPtr find(const Path& path) const
     {
-        const auto found = _subjects.find(path);
-        return found == _subjects.end() ? nullptr : found->second;
+        const auto* const found = entry(path);
+        return found ? *found : nullptr;
     }
 
     /// Tells the observers of the item at `path` with a notification that carries the item.
@@ -107,8 +113,17 @@ public:
     }
 
 private:
-    std::unordered_map<Path, SubjectPtr> _subjects;
-    std::unordered_set<Rtid> _observed;
+    [[nodiscard]] const SubjectPtr* entry(const Path& path) const
+    {
+        const auto ofRunTime = _subjects.find(path.runTimeId());
+        if (ofRunTime == _subjects.end()) {
+            return nullptr;
+        }
+        const auto found = ofRunTime->second.find(path);
+        return found == ofRunTime->second.end() ? nullptr : &found->second;
+    }
+
+    std::unordered_map<Rtid, std::unordered_map<Path, SubjectPtr>> _subjects;
 };
 
 } // namespace Kiv_v4::detail

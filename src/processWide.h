@@ -4,6 +4,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "immortal.h"
+
 namespace Kiv_v4::detail {
 
 /// The one T of the process, made on first use. What it holds is dropped when the library is
@@ -12,7 +14,7 @@ namespace Kiv_v4::detail {
 template <class T>
 T& processWide()
 {
-    static auto& value = *new T;
+    static auto& value = immortal<T>();
     struct Drop
     {
         ~Drop() { const auto dropped = std::exchange(value, T()); }

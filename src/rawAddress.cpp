@@ -2,6 +2,7 @@
 
 #include "immortal.h"
 #include "ownerOrdered.h"
+#include "rawAddresses.h"
 
 namespace Kiv_v4 {
 
@@ -41,6 +42,12 @@ std::shared_ptr<T> recall(unsigned long long address)
 }
 
 } // namespace
+
+void detail::forgetDeadAddresses() noexcept
+{
+    eraseExpired(remembered<SceneItem>());
+    eraseExpired(remembered<Attributes>());
+}
 
 unsigned long long getRawAddress(std::shared_ptr<SceneItem> const& item)
 {

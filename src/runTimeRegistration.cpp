@@ -1,10 +1,28 @@
 #include "kiv/runTimeRegistration.h"
 
-#include "kiv/attributes.h"
+#include "kiv/attributeNotification.h"
+#include "kiv/cameraNotification.h"
+#include "kiv/lightNotification.h"
 #include "kiv/pathString.h"
-#include "kiv/rawAddress.h"
+#include "kiv/transform3dNotification.h"
+
+#include "itemSubjects.h"
+#include "rawAddresses.h"
 
 namespace Kiv_v4 {
+
+namespace {
+
+using detail::ItemSubjects;
+
+/// Takes the observers from the run-time's items, in each of the registries.
+template <class... Registry>
+void forgetIn(Rtid runTimeId) noexcept
+{
+    (Registry::instance().forget(runTimeId), ...);
+}
+
+} // namespace
 
 RunTimeRegistration::RunTimeRegistration(const std::string& name, char separator,
                                          const RunTimeMgr::Handlers& handlers)
@@ -22,13 +40,15 @@ RunTimeRegistration::~RunTimeRegistration()
 {
     try {
         PathString::unregisterPathComponentSeparator(_id, _separator);
-    } catch (const std::out_of_range&) {
+    } catch (const std::exception&) {
         // Somebody took the separator back already.
     }
     RunTimeMgr::instance().unregister(_id);
-    // Remembering forgets what has died: entries for the run-time's objects lead into its code.
-    static_cast<void>(getRawAddress(SceneItem::Ptr()));
-    static_cast<void>(getRawAddress(Attributes::Ptr()));
+    // What is kept of the run-time's objects leads into its code, also when they have died.
+    forgetIn<ItemSubjects<AttributeChanged, detail::UnkeptItemSubject>,
+             ItemSubjects<Transform3dChanged>, ItemSubjects<CameraChanged>,
+             ItemSubjects<LightChanged>>(_id);
+    detail::forgetDeadAddresses();
 }
 
 } // namespace Kiv_v4

@@ -12,8 +12,15 @@ SceneItem::Ptr create(const std::string& text)
     return Hierarchy::createItem(PathString::path(text));
 }
 
-/// Uses the plug-in's run-time and gives a value that was made in it.
-Value used(plugin::Load* load)
+/// What the host is left with once the plug-in is gone.
+struct Left
+{
+    Value note; ///< Made in the plug-in.
+    std::unique_ptr<Transform3dPathSubject> follower;
+};
+
+/// Uses the plug-in's run-time.
+Left used(plugin::Load* load)
 {
     enum class HostError { unwantedItem };
     const auto listener = std::make_shared<plugin::Listener>();
@@ -31,7 +38,8 @@ Value used(plugin::Load* load)
     EXPECT_NE(getRawAddress(SceneItem::Ptr(item)), 0U);
     EXPECT_TRUE(Transform3d::hasObservers(PathString::path("!observed")));
     Scene::instance().notify(ObjectAdd(item));
-    return item->note();
+    Camera::addObserver(item, std::make_shared<Observer>()); // released, but never removed
+    return {item->note(), std::make_unique<Transform3dPathSubject>(item->path())};
 }
 
 } // namespace
@@ -42,12 +50,15 @@ TEST(Plugin, LeavesNothingBehindHoweverOftenItIsLoadedAndUnloaded)
     for (int round = 0; round < 100; ++round) {
         const auto object = dlopen(KIV_TEST_PLUGIN, RTLD_NOW | RTLD_LOCAL);
         ASSERT_TRUE(object) << dlerror();
-        const auto note = used(reinterpret_cast<plugin::Load*>(dlsym(object, "load")));
+        auto left = used(reinterpret_cast<plugin::Load*>(dlsym(object, "load")));
         ASSERT_FALSE(dlclose(object) || dlopen(KIV_TEST_PLUGIN, RTLD_NOW | RTLD_NOLOAD));
 
         // Whatever were left would lead into code and data that are gone.
-        EXPECT_EQ(note.get<std::string>(), "from the plug-in");
-        EXPECT_TRUE(note.isType<std::string>());
+        EXPECT_EQ(left.note.get<std::string>(), "from the plug-in");
+        EXPECT_TRUE(left.note.isType<std::string>());
+        const auto item = left.follower->path();
+        EXPECT_FALSE(Transform3d::hasObservers(item) || Camera::hasObservers(item));
+        left.follower.reset();
         EXPECT_TRUE(RunTimeMgr::instance().getIds().empty());
         EXPECT_EQ(Scene::instance().nbObservers(), 0U);
         EXPECT_EQ(getRawAddress(SceneItem::Ptr()), 0U);

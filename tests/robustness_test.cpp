@@ -6,6 +6,7 @@
 #include <new>
 
 #include "kiv/object3d.h"
+#include "kiv/runTimeRegistration.h"
 #include "kiv/transform3dPathSubject.h"
 
 #include "callback.h"
@@ -140,6 +141,11 @@ TEST(FailingAllocations, LeaveRegistriesAsTheyWere)
         "register", [&] { RunTimeMgr::instance().register_("plain", handlers); },
         [] { RunTimeMgr::instance().unregister(RunTimeMgr::instance().getId("plain")); },
         [&] { return handlers.batchOpsHandler.use_count(); });
+    std::optional<RunTimeRegistration> registration(std::in_place, "plain", '/', handlers);
+    untilFailure = 1;
+    registration.reset();
+    EXPECT_EQ(std::exchange(untilFailure, 0), 1U) << "allocations while a run-time goes";
+
     const auto observer = std::make_shared<Observer>();
     const auto item = test::itemAt("/a");
     failEachAllocation(

@@ -9,6 +9,7 @@
 #include "kiv/camera.h"
 #include "kiv/light.h"
 #include "kiv/notificationGuard.h"
+#include "kiv/runTimeRegistration.h"
 #include "kiv/subject.h"
 #include "kiv/transform3d.h"
 
@@ -225,4 +226,26 @@ TYPED_TEST(ItemObservers, AreKeptByPathUntilTheLastOfThemIsRemoved)
         EXPECT_TRUE(I::addObserver(item, observer) && I::removeObserver(item->path(), observer));
         EXPECT_FALSE(I::hasObservers(item->path()));
     }
+}
+
+TYPED_TEST(ItemObservers, GoWithTheRunTimeOfTheItemAndDoNotKeepTheItem)
+{
+    using I = TypeParam;
+    const auto [kept, late] = std::pair(test::itemAt("!kept"), test::itemAt("!late"));
+    const auto observer = std::make_shared<Observer>();
+    auto runTime = std::make_unique<RunTimeRegistration>("leaving", '/');
+    const auto id = runTime->id();
+    const Path path(PathSegment("/a/b", id, '/'));
+    const auto release = [&, late = late](const test::Item* dying) {
+        I::addObserver(late, observer);
+        delete dying;
+    };
+    I::addObserver(kept, observer);
+    I::addObserver(SceneItem::Ptr(new test::Item(path), release), observer);
+    I::addObserver(std::make_shared<test::Item>(path.pop()), std::make_shared<Observer>());
+    runTime.reset();
+    EXPECT_FALSE(I::hasObservers(path) || I::hasObservers(path.pop()));
+    EXPECT_TRUE(I::hasObservers(id)) << "whether there ever were any";
+    EXPECT_TRUE(I::hasObserver(kept, observer) && I::hasObserver(late, observer));
+    EXPECT_TRUE(I::removeObserver(kept, observer) && I::removeObserver(late, observer));
 }
