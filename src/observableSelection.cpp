@@ -6,6 +6,22 @@
 
 namespace Kiv_v4 {
 
+namespace {
+
+/// Gathers that `item` was added; takes it out again when that fails.
+template <class Gather>
+void gatherAddition(Selection& selection, const SceneItem::Ptr& item, Gather gather)
+{
+    try {
+        gather();
+    } catch (...) {
+        selection.doRemove(item);
+        throw;
+    }
+}
+
+} // namespace
+
 ObservableSelection::ObservableSelection() = default;
 
 ObservableSelection::ObservableSelection(const Selection& other) : Selection(other) {}
@@ -63,7 +79,7 @@ void ObservableSelection::endNotificationGuard()
 void ObservableSelection::postAppend(const SceneItem::Ptr& item)
 {
     if (inCompositeNotification()) {
-        _compositeNotification->appendAppendOp(item);
+        gatherAddition(*this, item, [&] { _compositeNotification->appendAppendOp(item); });
     } else {
         notify(SelectionItemAppended(item));
     }
@@ -81,7 +97,8 @@ void ObservableSelection::postRemove(const SceneItem::Ptr& item)
 void ObservableSelection::postInsert(const SceneItem::Ptr& position, const SceneItem::Ptr& item)
 {
     if (inCompositeNotification()) {
-        _compositeNotification->appendInsertOp(position, item);
+        gatherAddition(*this, item,
+                       [&] { _compositeNotification->appendInsertOp(position, item); });
     } else {
         notify(SelectionItemInserted(position, item));
     }

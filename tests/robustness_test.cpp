@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <new>
 
+#include "kiv/notificationGuard.h"
 #include "kiv/object3d.h"
 #include "kiv/runTimeRegistration.h"
 #include "kiv/transform3dPathSubject.h"
@@ -101,19 +102,23 @@ TEST(FailingAllocations, LeaveSelectionsAndTriesAsTheyWere)
     const auto two = test::itemAt("/a/c/d");
     const auto other = test::itemAt("/x/y");
     for (const auto withTrie : {false, true}) {
-        Selection selection;
-        selection.append(one);
-        selection.append(two);
-        const auto state = [&] {
-            return std::tuple(test::pathsOf(selection), selection.contains(other->path()),
-                              withTrie ? std::as_const(selection).trie().size() : 0);
-        };
-        (void)state();
-        const auto remove = [&] { selection.remove(other); };
-        failEachAllocation(
-            "append", [&] { selection.append(other); }, remove, state);
-        failEachAllocation(
-            "insert", [&] { selection.insert(two, other); }, remove, state);
+        Selection plain;
+        ObservableSelection gathering;
+        const NotificationGuard guard(gathering);
+        for (auto* const selection : {&plain, static_cast<Selection*>(&gathering)}) {
+            selection->append(one);
+            selection->append(two);
+            const auto state = [&] {
+                return std::tuple(test::pathsOf(*selection), selection->contains(other->path()),
+                                  withTrie ? std::as_const(*selection).trie().size() : 0);
+            };
+            (void)state();
+            const auto remove = [&] { selection->remove(other); };
+            failEachAllocation(
+                "append", [&] { selection->append(other); }, remove, state);
+            failEachAllocation(
+                "insert", [&] { selection->insert(two, other); }, remove, state);
+        }
     }
     Trie<std::string> trie;
     trie.add(one->path(), "one");

@@ -26,6 +26,9 @@ class SelectionCompositeNotification;
 /// starts without. A selection destroyed under a guard delivers nothing.
 ///
 /// **Reentrancy.** As told at `Subject`. An observer may change the selection.
+///
+/// **Errors.** As told at `Selection`. But a change stays when an allocation fails while observers
+/// are told of it, and a removal, untold, when it fails while that is gathered under a guard.
 class KIV_EXPORT ObservableSelection : public Selection, public Subject
 {
 public:
