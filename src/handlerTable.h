@@ -7,6 +7,8 @@
 
 #include "kiv/rtid.h"
 
+#include "immortal.h"
+
 namespace Kiv_v4::detail {
 
 /// The handlers of one kind by run-time. There are few run-times and their ids ascend, so a sorted
@@ -32,9 +34,8 @@ public:
     /// The entry's handler (which may be null), or null when there is no entry.
     [[nodiscard]] const Ptr& get(Rtid rtId) const noexcept
     {
-        static const Ptr none;
         const auto at = position(*this, rtId);
-        return at != _entries.end() && at->first == rtId ? at->second : none;
+        return at != _entries.end() && at->first == rtId ? at->second : immortal<const Ptr>();
     }
 
     /// Whether there was an entry to erase.

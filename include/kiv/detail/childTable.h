@@ -67,7 +67,7 @@ public:
     /// Makes room for one more child, so that the next `put` does not throw.
     void reserveOne()
     {
-        if ((_size + 1) * 8 > capacity() * 5) {
+        if ((size() + 1) * 8 > capacity() * 5) {
             grow();
         }
     }
