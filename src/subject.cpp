@@ -1,6 +1,6 @@
 #include "kiv/subject.h"
 
-#include <iterator>
+#include <cstddef>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -18,6 +18,10 @@ namespace {
 constexpr auto kLogFile = "src/subject";
 constexpr int kLogLine = 82;
 
+/// Entries erased from any subject, for walks to learn that the one they are at may be gone:
+/// counted together, since a subject has no state but its observers.
+std::size_t nbErased = 0;
+
 void deliver(const Notification& notification, Observer& observer)
 {
     try {
@@ -29,9 +33,9 @@ void deliver(const Notification& notification, Observer& observer)
     }
 }
 
-/// The entry behind that of an observer called, which may be gone, or go with the observer.
+/// The entry after that of an observer called, which may be gone, or go with the observer.
 template <class Observers>
-auto behind(Observers& observers, Observer::Ptr called)
+auto entryAfter(Observers& observers, Observer::Ptr called)
 {
     const typename Observers::key_type place = called;
     called.reset();
@@ -65,9 +69,9 @@ bool Subject::addObserver(const std::shared_ptr<Observer>& obs)
 
 bool Subject::removeObserver(const std::shared_ptr<Observer>& obs)
 {
-    const auto nbErased = _observers.erase(obs);
-    _nbRemoved += nbErased;
-    return nbErased != 0;
+    const auto isErased = _observers.erase(obs) != 0;
+    nbErased += isErased ? 1 : 0;
+    return isErased;
 }
 
 bool Subject::hasObserver(const std::shared_ptr<Observer>& obs) const
@@ -94,10 +98,13 @@ void Subject::notify(const Notification& notification)
             expired.insert(*entry++);
             continue;
         }
-        const auto nbRemoved = _nbRemoved;
+        const auto nbErasedBefore = nbErased;
         deliver(notification, *observer);
-        const auto stays = nbRemoved == _nbRemoved && observer.use_count() != 1;
-        entry = stays ? std::next(entry) : behind(_observers, std::move(observer));
+        if (nbErased == nbErasedBefore && observer.use_count() != 1) {
+            ++entry;
+        } else {
+            entry = entryAfter(_observers, std::move(observer));
+        }
     }
     cleanObservers(expired);
 }
@@ -114,7 +121,7 @@ void Subject::endNotificationGuard() {}
 void Subject::cleanObservers(const Observers& expired)
 {
     for (const auto& entry : expired) {
-        _nbRemoved += _observers.erase(entry);
+        nbErased += _observers.erase(entry);
     }
 }
 

@@ -107,7 +107,6 @@ protected:
 
 private:
     mutable Observers _observers;
-    std::size_t _nbRemoved = 0; ///< Tells a walk whether its entry may be gone.
 };
 
 } // namespace Kiv_v4
