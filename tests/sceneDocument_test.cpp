@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "kiv/host/undoHistory.h"
@@ -192,6 +193,26 @@ TEST_F(SceneDocument, IsSavedAsAWholeOrNotAtAll)
     EXPECT_EQ(fs::status("new.json").permissions(), fs::perms::owner_all);
     EXPECT_EQ(std::distance(fs::directory_iterator("."), {}), 4) << "nothing is left behind";
     EXPECT_THROW((void)saved("links"), std::runtime_error);
+}
+
+TEST_F(SceneDocument, KeepsItsFileFromThoseWhoMayNotWriteItAndItsOwnersOtherwise)
+{
+    constexpr uid_t nobody = 65534;
+    const auto isRoot = geteuid() == 0;
+    write("scene.json", "");
+    fs::permissions("scene.json", fs::perms::owner_read);
+    fs::permissions(".", fs::perms::all);
+    ASSERT_TRUE(!isRoot || seteuid(nobody) == 0);
+    EXPECT_THROW((void)saved("scene.json"), std::runtime_error);
+    EXPECT_EQ(seteuid(getuid()), 0);
+    if (isRoot) {
+        ASSERT_EQ(chown("scene.json", nobody, nobody), 0);
+        (void)saved("scene.json");
+        struct stat status
+        {};
+        ASSERT_EQ(stat("scene.json", &status), 0);
+        EXPECT_EQ(std::pair(status.st_uid, status.st_gid), std::pair(nobody, nobody));
+    }
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include <fcntl.h>
 #include <stdexcept>
 #include <sys/stat.h>
+#include <tuple>
 #include <unistd.h>
 #include <utility>
 
@@ -24,8 +25,18 @@ void require(bool succeeded)
     }
 }
 
-/// The mode for the content of `file`: the one that it has, or that of any new file.
-mode_t modeFor(const fs::path& file)
+constexpr auto kOfNewFile = static_cast<uid_t>(-1); ///< The owner and group that one begins with.
+
+/// Who may do what with a file.
+struct Access
+{
+    uid_t owner;
+    gid_t group;
+    mode_t mode;
+};
+
+/// The access to `file`, which must be open to writing by this program, or to any new one.
+Access accessFor(const fs::path& file)
 {
     struct stat status = {};
     if (::stat(file.c_str(), &status) == 0) {
@@ -33,12 +44,13 @@ mode_t modeFor(const fs::path& file)
             throw std::runtime_error(S_ISDIR(status.st_mode) ? "is a directory"
                                                              : "is not a regular file");
         }
-        return status.st_mode & 07777;
+        require(::faccessat(AT_FDCWD, file.c_str(), W_OK, AT_EACCESS) == 0);
+        return {status.st_uid, status.st_gid, status.st_mode & 07777};
     }
     require(errno == ENOENT);
     const auto mask = ::umask(0);
     ::umask(mask);
-    return 0666 & ~mask;
+    return {kOfNewFile, kOfNewFile, 0666 & ~mask};
 }
 
 /// A new file beside another, which is removed unless it took the place of that.
@@ -65,14 +77,14 @@ public:
         }
     }
 
-    void write(std::string_view content, mode_t mode)
+    void write(std::string_view content, const Access& access)
     {
         while (!content.empty()) {
             const auto written = ::write(_descriptor, content.data(), content.size());
             require(written >= 0 || errno == EINTR);
             content.remove_prefix(written > 0 ? static_cast<std::size_t>(written) : 0);
         }
-        require(::fchmod(_descriptor, mode) == 0);
+        give(access);
         require(::fsync(_descriptor) == 0);
         require(::close(std::exchange(_descriptor, -1)) == 0);
     }
@@ -84,6 +96,14 @@ public:
     }
 
 private:
+    /// Owner and group as far as that is allowed, then the mode, which a change of them resets.
+    void give(const Access& access) const
+    {
+        std::ignore = ::fchown(_descriptor, access.owner, access.group) == 0 ||
+                      ::fchown(_descriptor, kOfNewFile, access.group) == 0;
+        require(::fchmod(_descriptor, access.mode) == 0);
+    }
+
     std::string _path;
     int _descriptor = -1;
 };
@@ -117,9 +137,9 @@ fs::path linkTarget(const fs::path& file)
 void replaceFile(const std::string& file, std::string_view content)
 {
     const auto target = linkTarget(file);
-    const auto mode = modeFor(target);
+    const auto access = accessFor(target);
     NewFile replacement(target);
-    replacement.write(content, mode);
+    replacement.write(content, access);
     replacement.replace(target);
     settle(target.parent_path());
 }

@@ -10,12 +10,13 @@ namespace app {
 /// `file`. Throws `std::runtime_error` for links in a circle.
 [[nodiscard]] std::filesystem::path linkTarget(const std::filesystem::path& file);
 
-/// Makes `content` the content of the file, a new one or one that is there, whose mode is kept. It
-/// is written to a new file beside it that then takes its place, so that whatever goes wrong, the
-/// old content or the new one is there as a whole. Symbolic links are followed.
+/// Makes `content` the content of the file, a new one or one that is there, whose mode is kept,
+/// and owner and group where that is allowed. It is written to a new file beside it that then takes
+/// its place, so that whatever goes wrong, the old content or the new one is there as a whole.
+/// Symbolic links are followed.
 ///
-/// Throws `std::runtime_error` with the reason, not the file, as its message; the old content is
-/// there then, and nothing else is left behind.
+/// Throws `std::runtime_error`, also for a file that the user may not write, with the reason, not
+/// the file, as its message; the old content is there then, and nothing else is left behind.
 void replaceFile(const std::string& file, std::string_view content);
 
 } // namespace app
