@@ -182,24 +182,50 @@ TEST_F(Shell, CommandsDoUndoAndPrintWhatTheySay)
                 HasSubstr("/world/g/a: cannot be placed in world space"));
 }
 
-TEST_F(Shell, TerminalCompletesCommandsAndPathsAndKeepsItsHistory)
+/// A shell on a terminal of its own, in the folder of the test.
+class ShellOnTerminal : public Shell
 {
-    // The keys come once the prompt is there: before, nothing would complete.
-    const auto typed = [&](const std::string& keys) {
-        return shell("cd '" + folder.string() + "' && : >typed && " +
-                     "(for i in $(seq 500); do grep -q '/world>' typed && break; sleep 0.02; done; "
-                     "printf '" +
-                     keys +
-                     "'; sleep 0.5) | XDG_STATE_HOME=. TERM=xterm script -qfec \"'" KIV_PROGRAM
-                     "' shell examples/workshop.gltf\" /dev/null >typed; cat typed")
+protected:
+    /// What the terminal shows when the keys come, each group a while behind the one before, once
+    /// the prompt is there: before, nothing would complete.
+    std::string typed(const std::vector<std::string>& keys, const std::string& arguments = "") const
+    {
+        std::string typing;
+        for (const auto& group : keys) {
+            typing += "printf '" + group + "'; sleep 0.5; ";
+        }
+        return shell(
+                   "cd '" + folder.string() + "' && : >typed && { " +
+                   "for i in $(seq 500); do grep -q '/world>' typed && break; sleep 0.02; done; " +
+                   typing + "printf '\\004'; } | " + // which the end of the keys repeats
+                   "XDG_STATE_HOME=. TERM=xterm timeout 60 script -qfec \"'" KIV_PROGRAM
+                   "' shell " +
+                   arguments + "\" /dev/null >typed; cat typed")
             .out;
-    };
+    }
+};
+
+TEST_F(ShellOnTerminal, CompletesCommandsAndPathsAndKeepsItsHistory)
+{
     const auto session =
-        typed("ren\\t work\\t shop\\ncd shop/Work\\tBench/Leg\\tfr\\tl\\t\\npwd\\nquit\\n");
+        typed({"ren\\t work\\t shop\\ncd shop/Work\\tBench/Leg\\tfr\\tl\\t\\npwd\\nundo\\n"},
+              "examples/workshop.gltf");
     EXPECT_THAT(session, HasSubstr("\n/world/shop,:Workshop:Bench:Leg front left\r\n"));
-    EXPECT_THAT(session, Not(HasSubstr("kiv:")));
-    EXPECT_THAT(typed("\\033[A\\033[A\\033[A\\033[A\\n"),
+    EXPECT_THAT(session, Not(HasSubstr("kiv: ")));
+    EXPECT_THAT(typed({"\\033[A\\033[A\\033[A\\033[A\\n"}, "examples/workshop.gltf"),
                 HasSubstr("\n/world/shop\r\n")); // the first line
+}
+
+TEST_F(ShellOnTerminal, CompletesWholeCharactersThatCanBeTyped)
+{
+    write("line\nbreak.kiv", "");
+    write("line.kiv", "make group typed\n");
+    const auto session =
+        typed({"make mesh Übung\\nmake mesh 日é\\nmake mesh 日è\\ncd Üb\\t\\npwd\\n"
+               "cd /world\\ncd 日\\té\\npwd\\ncd /world\\nrun li\\t\\n"});
+    EXPECT_THAT(session, HasSubstr("pwd\r\n/world/Übung\r\n"));
+    EXPECT_THAT(session, HasSubstr("pwd\r\n/world/日é\r\n"));
+    EXPECT_THAT(session, HasSubstr("\n/world/typed\r\n"));
 }
 
 } // namespace

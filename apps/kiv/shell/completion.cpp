@@ -235,6 +235,12 @@ std::string Completion::commonPart() const
         const auto [end, other] = std::ranges::mismatch(common, candidate.word);
         common.erase(end, common.end());
     }
+    const auto isCut = [&, &whole = candidates.front().word] { // within a character
+        return common.size() < whole.size() && (whole[common.size()] & 0xC0) == 0x80;
+    };
+    while (isCut()) {
+        common.pop_back();
+    }
     return common;
 }
 

@@ -22,7 +22,8 @@ struct Completion
     std::string word;                  ///< The word as it is.
     std::vector<Candidate> candidates; ///< In order, each beginning with `word`.
 
-    /// What all candidates begin with; `word` when there are none.
+    /// What all candidates begin with, in whole characters if they are UTF-8; `word` when there
+    /// are none.
     [[nodiscard]] std::string commonPart() const;
 };
 

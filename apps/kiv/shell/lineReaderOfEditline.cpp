@@ -97,6 +97,12 @@ private:
     const fs::path _file = historyFile();
 };
 
+/// Whether the editor takes the text into its line: it refuses what is no UTF-8.
+bool canBeTyped(const std::string& text)
+{
+    return printable(text) == text;
+}
+
 void list(const Completion& completion)
 {
     std::fputc('\n', stdout);
@@ -144,7 +150,9 @@ struct LineReader::State
         const auto* line = ::el_line(editor);
         const std::string_view typed(line->buffer,
                                      static_cast<std::size_t>(line->cursor - line->buffer));
-        const auto completion = of(editor).completer(typed);
+        auto completion = of(editor).completer(typed);
+        std::erase_if(completion.candidates,
+                      [](const auto& each) { return !canBeTyped(each.word); });
         if (completion.candidates.empty()) {
             return CC_REFRESH_BEEP;
         }
@@ -156,7 +164,7 @@ struct LineReader::State
             return CC_REDISPLAY;
         }
         const auto text = escaped(common) + (isDone && first.isWhole ? " " : "");
-        ::el_deletestr(editor, static_cast<int>(typed.size() - completion.begin));
+        ::el_deletestr(editor, static_cast<int>(columns(typed.substr(completion.begin))));
         ::el_insertstr(editor, text.c_str());
         return CC_REFRESH;
     }
