@@ -198,7 +198,7 @@ protected:
                    "cd '" + folder.string() + "' && : >typed && { " +
                    "for i in $(seq 500); do grep -q '/world>' typed && break; sleep 0.02; done; " +
                    typing + "printf '\\004'; } | " + // which the end of the keys repeats
-                   "XDG_STATE_HOME=. TERM=xterm timeout 60 script -qfec \"'" KIV_PROGRAM
+                   "XDG_STATE_HOME=. TERM=xterm timeout 60 script -qfec \"set -m; '" KIV_PROGRAM
                    "' shell " +
                    arguments + "\" /dev/null >typed; cat typed")
             .out;
@@ -226,6 +226,30 @@ TEST_F(ShellOnTerminal, CompletesWholeCharactersThatCanBeTyped)
     EXPECT_THAT(session, HasSubstr("pwd\r\n/world/Übung\r\n"));
     EXPECT_THAT(session, HasSubstr("pwd\r\n/world/日é\r\n"));
     EXPECT_THAT(session, HasSubstr("\n/world/typed\r\n"));
+}
+
+TEST_F(ShellOnTerminal, InterruptEndsAScriptButNotTheShell)
+{
+    shell("cd '" + folder.string() + "' && mkfifo slow && timeout 20 sh -c " +
+          "'while echo make group never; do sleep 0.1; done >slow' >/dev/null &");
+    EXPECT_THAT(
+        typed({"run slow\\n", "\\003", "make group after\\n"}),
+        testing::ContainsRegex("kiv: slow: line [0-9]+: interrupted\r\n.*\n/world/after\r\n"));
+}
+
+TEST_F(ShellOnTerminal, GoesOnWithTheLineAfterAStop)
+{
+    EXPECT_THAT(typed({"make group a", "\\032", "b\\n"}, "; stty sane; fg"),
+                HasSubstr("kiv /world> make group ab\r\n/world/ab\r\n"));
+}
+
+TEST_F(ShellOnTerminal, IsNotUsedForOutputThatGoesElsewhere)
+{
+    EXPECT_THAT(shell("cd '" + folder.string() +
+                      "'; printf 'pwd\\n\\004' | script -qec \"'" KIV_PROGRAM
+                      "' shell >log\" /dev/null; cat log")
+                    .out,
+                HasSubstr("pwd\r\n/world\n"));
 }
 
 } // namespace

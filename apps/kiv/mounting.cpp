@@ -11,6 +11,7 @@
 #include "kiv/selection.h"
 
 #include "diagnostics.h"
+#include "interrupts.h"
 #include "progressLine.h"
 
 namespace app {
@@ -186,7 +187,10 @@ Mounting::mountCmd(const std::string& file, const SceneItem::Ptr& parent, const 
 Mounting::File Mounting::read(const std::string& file) const
 {
     ProgressLine line("reading " + file);
-    return _files.read(file, [&line](float fraction) { line.show(fraction); });
+    return _files.read(file, [&line](float fraction) {
+        line.show(fraction);
+        endIfInterrupted();
+    });
 }
 
 UndoableCommand::Ptr Mounting::gatewayCmd(const Path& item, const File& file)

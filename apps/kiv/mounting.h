@@ -58,7 +58,7 @@ public:
     mountCmd(const std::string& file, const Kiv_v4::SceneItem::Ptr& parent,
              const std::string& name);
 
-    /// Reads a scene file as `mount` does.
+    /// Reads a scene file as `mount` does; an interrupt from the keyboard ends that.
     [[nodiscard]] File read(const std::string& file) const;
 
     /// A command that makes an ordinary item in memory a gateway that shows the file or, for null,

@@ -3,6 +3,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "interrupts.h"
+
 namespace app::shell {
 
 std::span<const CommandKind> commandKinds()
@@ -27,6 +29,7 @@ const Command* commandNamed(std::string_view name)
 
 void runCommand(Session& session, const Words& words)
 {
+    endIfInterrupted();
     const auto* command = commandNamed(words.front());
     if (!command) {
         throw std::runtime_error("'" + words.front() + "' is no command (help lists them)");

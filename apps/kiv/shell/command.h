@@ -34,7 +34,8 @@ struct CommandKind
 [[nodiscard]] const Command* commandNamed(std::string_view name);
 
 /// Runs the command that the words begin with. Throws `std::runtime_error` when there is none of
-/// that name or the arguments do not fit its usage; otherwise as the command does.
+/// that name, the arguments do not fit its usage or an interrupt came; otherwise as the command
+/// does.
 void runCommand(Session& session, const Words& words);
 
 // The kinds, each in a file of its own.

@@ -14,8 +14,7 @@ namespace app::shell {
 /// completion by the tab key; or, in a build without the means for that, plain lines. Which of the
 /// two it is, is chosen when the program is built.
 ///
-/// While it lives, an interrupt from the keyboard drops the line that is being typed and does not
-/// end the program.
+/// Where interrupts do not end the program, one drops the line that is being typed.
 class LineReader
 {
 public:

@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <cerrno>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -33,26 +32,6 @@ fs::path historyFile()
     }
     return state.empty() ? state : state / "kiv" / "history";
 }
-
-void ignoreInterrupt(int) {}
-
-/// Makes an interrupt end the reading of a line and nothing else.
-class Interrupts
-{
-public:
-    Interrupts()
-    {
-        struct sigaction action = {};
-        action.sa_handler = ignoreInterrupt; // without SA_RESTART, so that reading ends
-        ::sigaction(SIGINT, &action, &_before);
-    }
-    Interrupts(const Interrupts&) = delete;
-    Interrupts& operator=(const Interrupts&) = delete;
-    ~Interrupts() { ::sigaction(SIGINT, &_before, nullptr); }
-
-private:
-    struct sigaction _before = {};
-};
 
 /// The lines that were read, kept in the history file.
 class Lines
@@ -125,6 +104,7 @@ struct LineReader::State
         ::el_set(editor, EL_CLIENTDATA, this);
         ::el_set(editor, EL_PROMPT, prompt);
         ::el_set(editor, EL_EDITOR, "emacs");
+        ::el_set(editor, EL_SIGNAL, 1); // to be set up anew when it goes on or its window changes
         ::el_set(editor, EL_HIST, ::history, lines.get());
         ::el_set(editor, EL_ADDFN, "kiv-complete", "Complete the word", complete);
         ::el_set(editor, EL_BIND, "^I", "kiv-complete", nullptr);
@@ -170,7 +150,6 @@ struct LineReader::State
     }
 
     const Completer completer;
-    const Interrupts interrupts;
     Lines lines;
     std::string promptText;
     EditLine* const editor;

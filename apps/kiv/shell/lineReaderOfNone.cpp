@@ -1,5 +1,6 @@
+#include <cerrno>
+#include <cstdio>
 #include <iostream>
-#include <utility>
 
 #include "lineReader.h"
 
@@ -16,7 +17,17 @@ std::optional<std::string> LineReader::read(const std::string& prompt)
 {
     std::cout << prompt << std::flush;
     std::string line;
-    return std::getline(std::cin, line) ? std::optional(std::move(line)) : std::nullopt;
+    errno = 0;
+    if (std::getline(std::cin, line)) {
+        return line;
+    }
+    if (errno != EINTR) {
+        return std::nullopt;
+    }
+    std::clearerr(stdin);
+    std::cin.clear();
+    std::cout << '\n';
+    return std::string();
 }
 
 } // namespace app::shell

@@ -8,6 +8,7 @@
 #include "kiv/pathString.h"
 
 #include "diagnostics.h"
+#include "interrupts.h"
 #include "lineReader.h"
 #include "terminal.h"
 
@@ -30,21 +31,29 @@ std::string promptOf(const Session& session)
     return "kiv " + printable(Kiv_v4::PathString::string(session.current()->path())) + "> ";
 }
 
+/// Runs a line that was typed, or leaves the shell where there was none any more.
+void obey(Session& session, const std::optional<std::string>& line)
+{
+    if (!line) {
+        session.output().line("");
+        return session.quit();
+    }
+    Interrupts::forget();
+    try {
+        runLine(session, *line);
+    } catch (const std::exception& error) {
+        report(session, error.what());
+    }
+}
+
 void converse(Session& session)
 {
+    const Interrupts interrupts;
     LineReader reader([&](std::string_view line) { return completionOf(session, line); });
     session.output().line("kiv shell: help lists the commands, the tab key completes, quit leaves");
     while (!session.isOver()) {
         session.output().flush();
-        const auto line = reader.read(promptOf(session));
-        if (!line) {
-            return session.output().line("");
-        }
-        try {
-            runLine(session, *line);
-        } catch (const std::exception& error) {
-            report(session, error.what());
-        }
+        obey(session, reader.read(promptOf(session)));
     }
 }
 
@@ -53,7 +62,7 @@ void converse(Session& session)
 int shellCommand(const ShellOptions& options, Output& output)
 {
     Session session(output);
-    const auto isInteractive = !options.commands && isTerminal(STDIN_FILENO);
+    const auto isInteractive = !options.commands && isTerminal(STDIN_FILENO) && output.isTerminal();
     const auto notMounted = fill(session.scene(), {}, options.files);
     if (notMounted > 0 && !isInteractive && !options.style.keepsGoing) {
         return kFailure;
