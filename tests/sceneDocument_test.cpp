@@ -215,4 +215,22 @@ TEST_F(SceneDocument, KeepsItsFileFromThoseWhoMayNotWriteItAndItsOwnersOtherwise
     }
 }
 
+TEST_F(SceneDocument, NamesItsFilesAsLinksLeadToThem)
+{
+    fs::create_directories("real/deep");
+    fs::create_directory_symlink("real/deep", "deep");
+    fs::create_directory_symlink("real", "door");
+    fs::copy_file("workshop.gltf", "real/shop.gltf");
+    fs::create_symlink("real/shop.gltf", "link.gltf");
+    for (const auto& [mounted, document, file] :
+         {std::tuple("deep/../shop.gltf", "new.json", "real/shop.gltf"),
+          {"real/shop.gltf", "door/new.json", "shop.gltf"},
+          {"link.gltf", "new.json", "link.gltf"},
+          {"door/shop.gltf", "new.json", "door/shop.gltf"}}) {
+        scene.mount(mounted);
+        EXPECT_EQ(Json::parse(saved(document))["items"].back()["mount"]["file"], file);
+        EXPECT_NO_THROW(open(document));
+    }
+}
+
 } // namespace

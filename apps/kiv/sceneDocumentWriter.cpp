@@ -133,14 +133,34 @@ Json graphNodeOf(const SceneItem::Ptr& item)
     return record;
 }
 
+/// The path without links.
+fs::path real(const fs::path& path)
+{
+    return fs::weakly_canonical(fs::absolute(path));
+}
+
+/// The path without `..`: with the links that it goes through, unless a `..` leads elsewhere there.
+fs::path direct(const fs::path& path)
+{
+    const auto named = fs::absolute(path).lexically_normal();
+    return real(named) == real(path) ? named : real(path);
+}
+
+bool isUnder(const fs::path& relative)
+{
+    return !relative.empty() && *relative.begin() != "..";
+}
+
 /// As it is found in the document: relative to its folder when it is under that.
 std::string storedFile(const std::string& file, const fs::path& folder)
 {
-    const auto full = fs::absolute(file).lexically_normal();
-    const auto base = fs::absolute(folder / ".").lexically_normal().parent_path();
-    const auto relative = full.lexically_relative(base);
-    const auto isUnder = !relative.empty() && *relative.begin() != "..";
-    return (isUnder ? relative : full).string();
+    const auto full = direct(file);
+    const auto relative = full.lexically_relative(direct(folder / "x").parent_path());
+    if (isUnder(relative)) {
+        return relative.string();
+    }
+    const auto realRelative = real(file).lexically_relative(real(folder / "x").parent_path());
+    return (isUnder(realRelative) ? realRelative : full).string();
 }
 
 /// Makes the records of a document, whose folder is `folder`, of the items of `scene`.
