@@ -153,6 +153,7 @@ TEST_F(SceneDocument, IsRefusedWithOneLineAndTheSceneAsItWas)
         {"/items/1/attributes/1/value", "2147483648", ".*/1/value: is no integer of 32 bits"},
         {"/items/1/attributes/12/value/1", "true", ".*/12/value/1: is no .*"},
         {"/connections/0/source/attribute", R"("y")", ".*: 'y' is no attribute of the item"},
+        {"/items/0/mount", R"({"edits":[]})", "/items/0/mount: is of the root, .*"},
         {"/items/10/mount/file", R"("no.obj")", "/items/10/mount/file: no.obj: no such file"},
         {"/items/10/mount/edits/1/item", R"(":x")", ".*/edits/1: the file has no item ':x'"},
     };

@@ -181,7 +181,12 @@ private:
                 addAttribute(item, attribute);
             }
         }
-        add("mount", [this](const JsonPlace& mount) { return mountStep(mount); });
+        add("mount", [&](const JsonPlace& mount) {
+            if (isRoot) {
+                mount.fail("is of the root, where no file is mounted");
+            }
+            return mountStep(mount);
+        });
     }
 
     static void addAttribute(ItemPlan& item, const JsonPlace& place)
