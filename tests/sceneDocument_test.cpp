@@ -216,6 +216,29 @@ TEST_F(SceneDocument, KeepsItsFileFromThoseWhoMayNotWriteItAndItsOwnersOtherwise
     }
 }
 
+TEST_F(SceneDocument, TakesThePlaceOfNoOtherFileUnasked)
+{
+    const auto refusal = [&](const std::string& name, app::Replacing replacing) {
+        try {
+            app::save(scene, name, replacing);
+        } catch (const std::runtime_error& error) {
+            return std::string(error.what());
+        }
+        return std::string();
+    };
+    using enum app::Replacing;
+    fs::create_symlink("../workshop.gltf", "links/shop.gltf");
+    EXPECT_EQ(refusal("links/shop.gltf", anything), "links/shop.gltf: is mounted in the scene");
+    write("notes.txt", "{\"format\": \"kiv notes\"}");
+    EXPECT_THAT(refusal("notes.txt", documents), testing::HasSubstr("notes.txt: is no scene doc"));
+    EXPECT_EQ(refusal("notes.txt", anything), "");
+    write("compact.json", Json::parse(contentOf("notes.txt")).dump());
+    write("empty.json", "");
+    for (const auto* name : {"notes.txt", "compact.json", "empty.json", "new.json"}) {
+        EXPECT_EQ(refusal(name, documents), "") << name;
+    }
+}
+
 TEST_F(SceneDocument, NamesItsFilesAsLinksLeadToThem)
 {
     fs::create_directories("real/deep");
@@ -232,6 +255,30 @@ TEST_F(SceneDocument, NamesItsFilesAsLinksLeadToThem)
         EXPECT_EQ(Json::parse(saved(document))["items"].back()["mount"]["file"], file);
         EXPECT_NO_THROW(open(document));
     }
+}
+
+TEST_F(SceneDocument, OpensWithoutWhatIsMissingWhenToldSo)
+{
+    auto document = Json::parse(contentOf("scene.json"));
+    document["items"][10]["mount"]["edits"][1]["item"] = ":x";
+    auto lost = document["items"][10];
+    lost["name"] = "lost";
+    lost["mount"]["file"] = "no.obj";
+    document["items"].push_back(lost);
+    write("holed.json", document.dump());
+    const auto before = saved();
+    std::vector<std::string> complaints;
+    app::Edits edits("open");
+    app::open(scene, "holed.json", edits, [&](const auto& line) { complaints.push_back(line); });
+    edits.commit();
+    EXPECT_THAT(complaints, testing::ElementsAre(
+                                "holed.json: /items/13/mount/file: no.obj: no such file",
+                                "holed.json: /items/10/mount/edits/1: the file has no item ':x'"));
+    document["items"][13].erase("mount");
+    document["items"][10]["mount"]["edits"].erase(1);
+    EXPECT_EQ(Json::parse(saved()), document);
+    history->undo();
+    EXPECT_EQ(saved(), before);
 }
 
 } // namespace

@@ -118,6 +118,7 @@ TEST_F(Shell, FaultyCommandsSayWhyAndLeaveTheSceneAsItWas)
         {"open newer.json", "version 2"},
         {"open gone.json", "gone.gltf"},
         {"save missing/scene.json", "missing"},
+        {"save faults.kiv", "faults.kiv: is no scene document (save --force replaces it)"},
         {"run missing.kiv", "missing.kiv: cannot be read"},
     };
     std::string script = "mount examples/workshop.gltf; make group group; make mesh child group\n"
@@ -180,6 +181,19 @@ TEST_F(Shell, CommandsDoUndoAndPrintWhatTheySay)
                     "1 0 0 0 0 1 0 0 0 0 1 0 0 0 0 1 --world'")
                     .err,
                 HasSubstr("/world/g/a: cannot be placed in world space"));
+}
+
+TEST_F(Shell, SavesAndOpensAgainstTheOddsWhenToldSo)
+{
+    write("notes.txt", "notes");
+    write("gone.json", R"({"format": "kiv scene", "version": 1, "items": [
+        {"depth": 0, "name": "world", "type": "root"},
+        {"depth": 1, "name": "x", "type": "gateway", "mount": {"file": "gone.gltf"}}]})");
+    const auto told = run("-c 'open gone.json --keep-going; pwd; save notes.txt --force'");
+    EXPECT_EQ(told.out, "/world\n");
+    EXPECT_EQ(told.err, "kiv: gone.json: /items/1/mount/file: gone.gltf: no such file\n");
+    EXPECT_EQ(told.status, 0);
+    EXPECT_THAT(contentOf(folder / "notes.txt"), HasSubstr("\"x\""));
 }
 
 /// A shell on a terminal of its own, in the folder of the test.

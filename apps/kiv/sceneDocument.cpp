@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <regex>
 #include <stdexcept>
 
 #include "fileReplacement.h"
@@ -29,6 +30,29 @@ std::string contentOf(const std::string& file)
     return {std::istreambuf_iterator<char>(stream), {}};
 }
 
+/// Whether the file begins as documents do.
+bool isDocument(const std::string& file)
+{
+    static const std::regex start(R"(\s*\{\s*"format"\s*:\s*")" + std::string(kFormat) + '"');
+    std::string head(256, '\0');
+    std::ifstream(file, std::ios::binary).read(head.data(), std::ssize(head));
+    return std::regex_search(head, start, std::regex_constants::match_continuous);
+}
+
+void requireReplaceable(const Mounting& scene, const std::string& file, Replacing replacing)
+{
+    std::error_code none; // of what is not there, which nothing is lost with
+    for (const auto& mount : scene.mounts()) {
+        if (fs::equivalent(mount.file, file, none)) {
+            throw std::runtime_error("is mounted in the scene");
+        }
+    }
+    if (replacing == Replacing::documents && fs::is_regular_file(file, none) &&
+        !fs::is_empty(file) && !isDocument(file)) {
+        throw std::runtime_error("is no scene document (save --force replaces it)");
+    }
+}
+
 /// The folder that paths in the document are relative to: that of the file itself, whatever links
 /// lead to it.
 fs::path folderOf(const std::string& file)
@@ -49,14 +73,21 @@ void doWith(const std::string& file, Work work)
 
 } // namespace
 
-void save(const Mounting& scene, const std::string& file)
+void save(const Mounting& scene, const std::string& file, Replacing replacing)
 {
-    doWith(file, [&] { replaceFile(file, documentOf(scene, folderOf(file))); });
+    doWith(file, [&] {
+        requireReplaceable(scene, file, replacing);
+        replaceFile(file, documentOf(scene, folderOf(file)));
+    });
 }
 
-void open(Mounting& scene, const std::string& file, Edits& edits)
+void open(Mounting& scene, const std::string& file, Edits& edits, const OnMissing& onMissing)
 {
-    doWith(file, [&] { openDocument(scene, contentOf(file), folderOf(file), edits); });
+    const auto tell = [&](const std::string& complaint) { onMissing(file + ": " + complaint); };
+    doWith(file, [&] {
+        openDocument(scene, contentOf(file), folderOf(file), edits,
+                     onMissing ? OnMissing(tell) : nullptr);
+    });
 }
 
 } // namespace app

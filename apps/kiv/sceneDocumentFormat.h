@@ -5,6 +5,7 @@
 
 #include "edits.h"
 #include "mounting.h"
+#include "sceneDocument.h"
 
 namespace app {
 
@@ -16,8 +17,9 @@ inline constexpr auto kVersion = 1;
 /// The scene as the text of a document.
 [[nodiscard]] std::string documentOf(const Mounting& scene, const std::filesystem::path& folder);
 
-/// Replaces the scene by that of the document. Throws as `open` does, but without the file's name.
+/// Replaces the scene by that of the document. Throws, and tells `onMissing`, as `open` does, but
+/// without the file's name.
 void openDocument(Mounting& scene, const std::string& text, const std::filesystem::path& folder,
-                  Edits& edits);
+                  Edits& edits, const OnMissing& onMissing);
 
 } // namespace app

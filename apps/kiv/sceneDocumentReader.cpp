@@ -58,7 +58,9 @@ struct Plan
 class Reader
 {
 public:
-    Reader(const Mounting& scene, const fs::path& folder) : _scene(scene), _folder(folder) {}
+    Reader(const Mounting& scene, const fs::path& folder, const OnMissing& onMissing)
+        : _scene(scene), _folder(folder), _onMissing(onMissing)
+    {}
 
     Plan read(const Json& json)
     {
@@ -210,11 +212,14 @@ private:
                 edits.push_back(fileEdit(item));
             }
         }
-        return [source, edits](const Target& target) {
+        return [source, edits, onMissing = _onMissing](const Target& target) {
+            if (source && !source->file) {
+                return; // missing, which was told of
+            }
             const auto& gateway = target.item->path();
             target.edits.run(target.scene.gatewayCmd(gateway, source ? source->file : nullptr));
             for (const auto& edit : edits) {
-                doAt(edit.pointer, [&] { carryOut(edit, target, gateway); });
+                findAt(edit.pointer, onMissing, [&] { carryOut(edit, target, gateway); });
             }
         };
     }
@@ -308,13 +313,14 @@ private:
     void readFiles() const
     {
         for (const auto& [name, source] : _sources) {
-            doAt(source->pointer + ": " + name,
-                 [&, &file = name, &read = source->file] { read = _scene.read(file); });
+            findAt(source->pointer + ": " + name, _onMissing,
+                   [&, &file = name, &read = source->file] { read = _scene.read(file); });
         }
     }
 
     const Mounting& _scene;
     const fs::path& _folder;
+    const OnMissing& _onMissing;
     Plan _plan;
     std::vector<std::size_t> _lineage; ///< The positions of the last item and its ancestors.
     std::map<std::pair<std::size_t, std::string>, std::size_t> _positions; ///< By parent and name.
@@ -402,9 +408,10 @@ private:
 
 } // namespace
 
-void openDocument(Mounting& scene, const std::string& text, const fs::path& folder, Edits& edits)
+void openDocument(Mounting& scene, const std::string& text, const fs::path& folder, Edits& edits,
+                  const OnMissing& onMissing)
 {
-    const auto plan = Reader(scene, folder).read(parsedJson(text));
+    const auto plan = Reader(scene, folder, onMissing).read(parsedJson(text));
     Builder(scene, edits).build(plan);
 }
 

@@ -11,7 +11,9 @@
 
 #include "edits.h"
 #include "exactJson.h"
+#include "interrupts.h"
 #include "mounting.h"
+#include "sceneDocument.h"
 
 namespace app {
 
@@ -47,6 +49,21 @@ void doAt(const std::string& pointer, Work work)
         throw;
     } catch (const std::exception& error) {
         throw PlacedError(pointer + ": " + error.what());
+    }
+}
+
+/// Does `work` on what may be missing: then `onMissing`, if there is one, is told.
+template <class Work>
+void findAt(const std::string& pointer, const OnMissing& onMissing, Work work)
+{
+    try {
+        doAt(pointer, work);
+    } catch (const PlacedError& error) {
+        endIfInterrupted();
+        if (!onMissing) {
+            throw;
+        }
+        onMissing(error.what());
     }
 }
 

@@ -11,6 +11,7 @@
 #include "editing.h"
 #include "itemLookup.h"
 #include "sceneDocument.h"
+#include "script.h"
 #include "terminal.h"
 
 namespace app::shell {
@@ -75,7 +76,8 @@ void unmount(Session& session, const Arguments& arguments)
 
 void saveScene(Session& session, const Arguments& arguments)
 {
-    save(session.scene(), arguments[0]);
+    save(session.scene(), arguments[0],
+         arguments.has("--force") ? Replacing::anything : Replacing::documents);
 }
 
 void openScene(Session& session, const Arguments& arguments)
@@ -84,7 +86,9 @@ void openScene(Session& session, const Arguments& arguments)
     if (!session.selection()->empty()) {
         edits.run(std::make_shared<SelectionClear>(session.selection()));
     }
-    open(session.scene(), arguments[0], edits);
+    const auto goOn = [&session](const std::string& complaint) { report(session, complaint); };
+    open(session.scene(), arguments[0], edits,
+         arguments.has("--keep-going") ? OnMissing(goOn) : nullptr);
     edits.commit();
 }
 
@@ -92,8 +96,14 @@ constexpr Command kCommands[] = {
     {"mount", "FILE [ITEM]",
      "Show a scene file under the current item, or at ITEM, which may be a new one.", mount},
     {"unmount", "ITEM", "Take a scene file away again.", unmount},
-    {"save", "FILE", "Write the scene, with its mounts and edits, as a JSON document.", saveScene},
-    {"open", "FILE", "Replace the scene by that of a document.", openScene},
+    {"save", "FILE [--force]",
+     "Write the scene, with its mounts and edits, as a JSON document. Only with --force it takes "
+     "the place of a file that is no such document.",
+     saveScene},
+    {"open", "FILE [--keep-going]",
+     "Replace the scene by that of a document. With --keep-going without the scene files, and the "
+     "edits of their items, that cannot be found: saved again, these are lost.",
+     openScene},
 };
 
 } // namespace
