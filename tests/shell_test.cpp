@@ -257,6 +257,18 @@ TEST_F(ShellOnTerminal, GoesOnWithTheLineAfterAStop)
                 HasSubstr("kiv /world> make group ab\r\n/world/ab\r\n"));
 }
 
+TEST_F(ShellOnTerminal, TellsOnceThatTheSceneIsNotSaved)
+{
+    const auto* unsaved = "kiv: the scene is not saved; quit again to leave\r\n";
+    const auto session = typed({"begin\\nmake group a\\n\\004pwd\\nend\\nquit\\npwd\\n"});
+    EXPECT_THAT(session, HasSubstr("kiv /world (step)> "));
+    EXPECT_THAT(session, HasSubstr(unsaved));
+    EXPECT_EQ(session.find(unsaved), session.rfind(unsaved));
+    EXPECT_EQ(session.find("\n/world\r\n"), session.rfind("\n/world\r\n"));
+    EXPECT_THAT(typed({"make group a\\nsave a.json\\nselect a\\nquit\\n"}),
+                Not(HasSubstr("not saved")));
+}
+
 TEST_F(ShellOnTerminal, IsNotUsedForOutputThatGoesElsewhere)
 {
     EXPECT_THAT(shell("cd '" + folder.string() +

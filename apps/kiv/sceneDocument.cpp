@@ -81,6 +81,11 @@ void save(const Mounting& scene, const std::string& file, Replacing replacing)
     });
 }
 
+std::size_t stateOf(const Mounting& scene)
+{
+    return std::hash<std::string>()(documentOf(scene, "/"));
+}
+
 void open(Mounting& scene, const std::string& file, Edits& edits, const OnMissing& onMissing)
 {
     const auto tell = [&](const std::string& complaint) { onMissing(file + ": " + complaint); };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <string>
 
@@ -38,6 +39,10 @@ enum class Replacing {
 /// `std::runtime_error`, with the file in the message.
 void save(const Mounting& scene, const std::string& file,
           Replacing replacing = Replacing::documents);
+
+/// A number that is another one, but for odd chances, when a document of the scene would be. Costs
+/// as much as `save`.
+[[nodiscard]] std::size_t stateOf(const Mounting& scene);
 
 /// Told of a scene file that cannot be read, or an item that it has not, in one line.
 using OnMissing = std::function<void(const std::string& complaint)>;

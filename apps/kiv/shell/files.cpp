@@ -78,6 +78,7 @@ void saveScene(Session& session, const Arguments& arguments)
 {
     save(session.scene(), arguments[0],
          arguments.has("--force") ? Replacing::anything : Replacing::documents);
+    session.noteSaved();
 }
 
 void openScene(Session& session, const Arguments& arguments)
@@ -90,6 +91,7 @@ void openScene(Session& session, const Arguments& arguments)
     open(session.scene(), arguments[0], edits,
          arguments.has("--keep-going") ? OnMissing(goOn) : nullptr);
     edits.commit();
+    session.noteSaved();
 }
 
 constexpr Command kCommands[] = {

@@ -12,6 +12,7 @@
 #include "followers.h"
 #include "hostScene.h"
 #include "itemLookup.h"
+#include "sceneDocument.h"
 #include "terminal.h"
 
 namespace app::shell {
@@ -170,6 +171,29 @@ void Session::watch(bool on)
             [this](const std::string& line) { _output.line("~ " + printable(line)); },
             _scene->root());
     }
+}
+
+void Session::stay()
+{
+    noteSaved();
+    _isOver = false;
+}
+
+void Session::guardChanges()
+{
+    _savedState = stateOf(*_scene);
+}
+
+void Session::noteSaved()
+{
+    if (_savedState) {
+        guardChanges();
+    }
+}
+
+bool Session::isChanged() const
+{
+    return _savedState && *_savedState != stateOf(*_scene);
 }
 
 void Session::follow(const SceneCompositeNotification::Op& change)

@@ -78,6 +78,15 @@ public:
     void quit() { _isOver = true; }
     [[nodiscard]] bool isOver() const { return _isOver; }
 
+    /// Goes on after `quit`, and takes the scene for saved as it is, so that the next one is final.
+    void stay();
+
+    /// From now on, `isChanged` tells whether the scene is another than now, or than when it was
+    /// last saved or opened. Costs as much as saving does, there and each of these times.
+    void guardChanges();
+    void noteSaved();
+    [[nodiscard]] bool isChanged() const;
+
     /// The files of the scripts that are running, one inside the other.
     std::vector<std::filesystem::path> scripts;
 
@@ -94,6 +103,7 @@ private:
     std::unique_ptr<Mounting> _scene;
     const std::shared_ptr<Kiv_v4::host::UndoHistory> _history;
     std::vector<std::unique_ptr<Kiv_v4::UndoableCommandGuard>> _steps;
+    std::optional<std::size_t> _savedState; ///< Nothing while changes are not guarded.
     bool _isOver = false;
 };
 

@@ -28,7 +28,8 @@ int runScript(Session& session, std::istream& lines, const ScriptStyle& style)
 
 std::string promptOf(const Session& session)
 {
-    return "kiv " + printable(Kiv_v4::PathString::string(session.current()->path())) + "> ";
+    return "kiv " + printable(Kiv_v4::PathString::string(session.current()->path())) +
+           (session.isInStep() ? " (step)> " : "> ");
 }
 
 /// Runs a line that was typed, or leaves the shell where there was none any more.
@@ -51,9 +52,14 @@ void converse(Session& session)
     const Interrupts interrupts;
     LineReader reader([&](std::string_view line) { return completionOf(session, line); });
     session.output().line("kiv shell: help lists the commands, the tab key completes, quit leaves");
+    session.guardChanges();
     while (!session.isOver()) {
         session.output().flush();
         obey(session, reader.read(promptOf(session)));
+        if (session.isOver() && session.isChanged()) {
+            report(session, "the scene is not saved; quit again to leave");
+            session.stay();
+        }
     }
 }
 
