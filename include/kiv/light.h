@@ -25,8 +25,8 @@ using Color3f = TypedColorN<float, 3>;
 ///
 /// Run-times announce changes with `notify`. Observers of an item are found by its path and held by
 /// weak reference; a null item is answered with false or 0. The item given to the first observer is
-/// kept, for the notifications, until the last one is removed: do remove observers, with an item of
-/// the path they were added under.
+/// kept, for the notifications, until the last one is removed or the run-time's registration ends:
+/// do remove observers, with an item of the path they were added under.
 class KIV_EXPORT Light
 {
 public:

@@ -53,7 +53,8 @@ private:
 ///
 /// Run-times announce changes with `notify`. Observers of an item are found by its path and held by
 /// weak reference; a null item is answered with false or 0. The item given to the first observer is
-/// kept, for the notifications, until the last one is removed: do remove observers.
+/// kept, for the notifications, until the last one is removed or the run-time's registration ends:
+/// do remove observers.
 class KIV_EXPORT Transform3d : public Transform3dRead
 {
 public:
