@@ -2,6 +2,7 @@
 
 #include <string>
 #include <tuple>
+#include <vector>
 
 #include "kiv/attribute.h"
 
@@ -35,6 +36,16 @@ constexpr auto attributeClasses()
                       AttributeClass<AttributeDouble3>{Attribute::kDouble3},
                       AttributeClass<AttributeMatrix3d>{Attribute::kMatrix3d},
                       AttributeClass<AttributeMatrix4d>{Attribute::kMatrix4d}};
+}
+
+/// The types that an attribute can be given, those without values to reach among them.
+inline std::vector<std::string> attributeTypes()
+{
+    auto types =
+        std::apply([](auto... classes) { return std::vector<std::string>{classes.name...}; },
+                   attributeClasses());
+    types.emplace_back(Kiv_v4::Attribute::kGeneric);
+    return types;
 }
 
 /// Calls `visit` with the `AttributeClass` of the type; false for one without values to reach.

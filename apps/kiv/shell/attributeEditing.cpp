@@ -1,7 +1,6 @@
 #include <charconv>
 #include <stdexcept>
 #include <string>
-#include <tuple>
 
 #include "kiv/attributes.h"
 #include "kiv/connectionHandler.h"
@@ -73,17 +72,16 @@ void set(Session& session, const Arguments& arguments)
     edit("set " + arguments[1], item, setCmd(*attribute, arguments.from(2)));
 }
 
-bool isKind(const std::string& name)
-{
-    return visitAttributeClass(name, [](auto) {}) || name == Attribute::kGeneric;
-}
-
-std::string kindNames()
+void requireKind(const std::string& name)
 {
     std::string names;
-    std::apply([&names](auto... kinds) { ((names += std::string(kinds.name) + ", "), ...); },
-               attributeClasses());
-    return names + Attribute::kGeneric;
+    for (const auto& kind : attributeTypes()) {
+        if (kind == name) {
+            return;
+        }
+        names += (names.empty() ? "" : ", ") + kind;
+    }
+    throw std::runtime_error("'" + name + "' is no kind of attribute: " + names);
 }
 
 void add(Session& session, const Arguments& arguments)
@@ -91,8 +89,8 @@ void add(Session& session, const Arguments& arguments)
     const auto item = session.item(arguments[0]);
     Edits edits("add " + arguments[2]);
     const auto command = attributesOf(item)->addAttributeCmd(arguments[1], arguments[2]);
-    if (!command && !isKind(arguments[1])) {
-        throw std::runtime_error("'" + arguments[1] + "' is no kind of attribute: " + kindNames());
+    if (!command) {
+        requireKind(arguments[1]);
     }
     run(edits, item, command);
     if (arguments.size() > 3) {

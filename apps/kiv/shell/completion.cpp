@@ -10,6 +10,7 @@
 #include "kiv/pathString.h"
 #include "kiv/runTimeMgr.h"
 
+#include "attributeClasses.h"
 #include "command.h"
 #include "itemLookup.h"
 #include "sections.h"
@@ -129,12 +130,7 @@ Candidates nodeTypes(const Place& place)
 Candidates attributeKinds(const Place&)
 {
     Candidates names;
-    for (const auto* kind :
-         {Attribute::kBool, Attribute::kInt, Attribute::kFloat, Attribute::kDouble,
-          Attribute::kString, Attribute::kColorFloat3, Attribute::kColorFloat4,
-          Attribute::kFilename, Attribute::kEnumString, Attribute::kInt3, Attribute::kFloat2,
-          Attribute::kFloat3, Attribute::kFloat4, Attribute::kDouble3, Attribute::kMatrix3d,
-          Attribute::kMatrix4d, Attribute::kGeneric}) {
+    for (const auto& kind : attributeTypes()) {
         names.push_back({kind, true});
     }
     return names;

@@ -7,6 +7,8 @@
 #include "kiv/runTimeMgr.h"
 #include "kiv/selectionCommands.h"
 
+#include "terminal.h"
+
 namespace app::shell {
 
 using namespace Kiv_v4;
@@ -24,6 +26,11 @@ void run(Edits& edits, const SceneItem::Ptr& item, const UndoableCommand::Ptr& c
         fail(item, "run-time " + RunTimeMgr::instance().getName(item->runTimeId()) + " refuses");
     }
     edits.run(command);
+}
+
+void print(const Session& session, const SceneItem::Ptr& item)
+{
+    session.output().line(printable(textOf(item)));
 }
 
 void deselectIf(const Session& session, Edits& edits,

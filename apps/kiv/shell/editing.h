@@ -21,6 +21,17 @@ void edit(const std::string& name, const Kiv_v4::SceneItem::Ptr& item,
 void run(Edits& edits, const Kiv_v4::SceneItem::Ptr& item,
          const Kiv_v4::UndoableCommand::Ptr& command);
 
+/// Prints the path of an item, or of each of several.
+void print(const Session& session, const Kiv_v4::SceneItem::Ptr& item);
+
+template <class Items>
+void printAll(const Session& session, const Items& items)
+{
+    for (const auto& item : items) {
+        print(session, item);
+    }
+}
+
 /// Takes the items for which `goes` is true out of the selection, as part of a step: undoing it
 /// selects them again, in their places.
 void deselectIf(const Session& session, Edits& edits,

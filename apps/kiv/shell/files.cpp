@@ -12,7 +12,6 @@
 #include "itemLookup.h"
 #include "sceneDocument.h"
 #include "script.h"
-#include "terminal.h"
 
 namespace app::shell {
 
@@ -58,7 +57,7 @@ void mount(Session& session, const Arguments& arguments)
         arguments.size() > 1 ? newPlaceOf(session, arguments[1]) : NewPlace{session.current(), ""};
     const auto command = mountCmd(session, arguments[0], place);
     edit("mount " + arguments[0], place.parent, command);
-    session.output().line(printable(textOf(command->sceneItem())));
+    print(session, command->sceneItem());
 }
 
 void unmount(Session& session, const Arguments& arguments)

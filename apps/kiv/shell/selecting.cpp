@@ -14,13 +14,6 @@ using namespace Kiv_v4;
 
 namespace {
 
-void print(const Session& session, const auto& items)
-{
-    for (const auto& item : items) {
-        session.output().line(printable(textOf(item)));
-    }
-}
-
 void select(Session& session, const Arguments& arguments)
 {
     Edits edits("select");
@@ -71,7 +64,7 @@ void recall(Session& session, const std::string& name)
 void selection(Session& session, const Arguments& arguments)
 {
     if (arguments.size() == 0) {
-        return print(session, *session.selection());
+        return printAll(session, *session.selection());
     }
     const auto& verb = arguments[0];
     if (verb == "list") {
@@ -87,7 +80,7 @@ void selection(Session& session, const Arguments& arguments)
     }
     const auto& name = arguments[1];
     if (verb == "show") {
-        print(session, session.itemsIfAny(Words{"@" + name}));
+        printAll(session, session.itemsIfAny(Words{"@" + name}));
     } else if (verb == "store") {
         session.namedSelection(name).replaceWith(*session.selection());
     } else if (verb == "recall") {

@@ -11,7 +11,6 @@
 
 #include "command.h"
 #include "editing.h"
-#include "terminal.h"
 
 namespace app::shell {
 
@@ -35,18 +34,6 @@ SceneItemOps::Ptr operationsOf(const SceneItem::Ptr& item)
 SceneItem::Ptr parentOf(const SceneItem::Ptr& item)
 {
     return required(hierarchyOf(item)->parent(), item, "is the top of the scene");
-}
-
-void print(const Session& session, const SceneItem::Ptr& item)
-{
-    session.output().line(printable(textOf(item)));
-}
-
-void print(const Session& session, const Items& items)
-{
-    for (const auto& item : items) {
-        print(session, item);
-    }
 }
 
 auto isItem(const SceneItem::Ptr& wanted)
@@ -97,7 +84,7 @@ void mv(Session& session, const Arguments& arguments)
         moved.push_back(command->insertedChild());
     }
     edits.commit();
-    print(session, moved);
+    printAll(session, moved);
 }
 
 void rm(Session& session, const Arguments& arguments)
@@ -131,7 +118,7 @@ void cp(Session& session, const Arguments& arguments)
         }
     }
     edits.commit();
-    print(session, made);
+    printAll(session, made);
 }
 
 void group(Session& session, const Arguments& arguments)
