@@ -113,7 +113,8 @@ void defineShell(CLI::App& program, app::shell::ShellOptions& options)
         .add_option("-c", options.commands,
                     "Run these commands, separated by ; or newlines, and leave")
         ->type_name("COMMANDS");
-    shell.add_flag("--keep-going", options.style.keepsGoing, "Go on after an error in a script");
+    shell.add_flag("--keep-going", options.style.keepsGoing,
+                   "After an error in a script, go on with the next line");
     shell.add_flag("--echo", options.style.echoes, "Print each line of a script before it runs");
 }
 
