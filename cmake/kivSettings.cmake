@@ -24,6 +24,22 @@ macro(kiv_require option package consequence)
     endif()
 endmacro()
 
+# kiv_precompile(TARGET KIND HEADERS...): compiles HEADERS once for all targets of the same KIND. With g++
+# only: Clang builds each source on its own, which shows includes that are missing.
+function(kiv_precompile target kind)
+    if(NOT KIV_PRECOMPILE OR NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        return()
+    endif()
+    set(owner kiv_precompiled_${kind})
+    get_property(known GLOBAL PROPERTY ${owner})
+    if(known)
+        target_precompile_headers(${target} REUSE_FROM ${known})
+    else()
+        set_property(GLOBAL PROPERTY ${owner} ${target})
+        target_precompile_headers(${target} PRIVATE ${ARGN})
+    endif()
+endfunction()
+
 # kiv_settings(TARGET): the house rules for one target.
 function(kiv_settings target)
     target_compile_features(${target} PRIVATE cxx_std_20)
@@ -32,7 +48,9 @@ function(kiv_settings target)
         CXX_VISIBILITY_PRESET hidden
         VISIBILITY_INLINES_HIDDEN ON
         POSITION_INDEPENDENT_CODE ON)
-    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+    # A library's calls of its own functions are not up for replacement, so they may be inlined.
+    target_compile_options(${target} PRIVATE
+        -Wall -Wextra -Wpedantic -Wshadow -Wconversion -fno-semantic-interposition)
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
         # Wrong about strings put together with + (GCC bug 105651).
         target_compile_options(${target} PRIVATE -Wno-restrict)
@@ -45,6 +63,11 @@ function(kiv_settings target)
             -fsanitize=${KIV_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
         target_link_options(${target} PRIVATE -fsanitize=${KIV_SANITIZE})
     endif()
+    get_target_property(type ${target} TYPE)
+    if(type MATCHES "^(SHARED|STATIC)_LIBRARY$")
+        kiv_precompile(${target} library <algorithm> <cstddef> <cstdint> <functional> <list> <memory>
+            <optional> <stdexcept> <string> <string_view> <unordered_map> <utility> <vector>)
+    endif()
 endfunction()
 
 # kiv_library(NAME EXPORTED_AS SOURCES...): a shared library of the project with the headers of the
@@ -54,8 +77,6 @@ function(kiv_library name exported_as includes)
     add_library(${name} SHARED ${ARGN})
     add_library(kiv::${exported_as} ALIAS ${name})
     kiv_settings(${name})
-    # The library's calls of its own functions are not up for replacement, so they may be inlined.
-    target_compile_options(${name} PRIVATE -fno-semantic-interposition)
     if(UNIX AND NOT APPLE)
         set(exported ${kiv_SOURCE_DIR}/cmake/exported.map)
         target_link_options(${name} PRIVATE LINKER:--version-script=${exported})
