@@ -8,6 +8,7 @@ configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/kivConfig.cmake.in
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/kivConfigVersion.cmake
     COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/kivConfig.cmake ${PROJECT_BINARY_DIR}/kivConfigVersion.cmake
+    ${CMAKE_CURRENT_LIST_DIR}/kivPlugin.cmake
     DESTINATION ${package_dir})
 install(EXPORT kivTargets NAMESPACE kiv:: DESTINATION ${package_dir})
 

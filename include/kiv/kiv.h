@@ -45,6 +45,7 @@
 #include "kiv/pathSegment.h"
 #include "kiv/pathString.h"
 #include "kiv/pathSubject.h"
+#include "kiv/plugin.h"
 #include "kiv/rawAddress.h"
 #include "kiv/resultCommands.h"
 #include "kiv/rtid.h"
