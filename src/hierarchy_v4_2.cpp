@@ -4,6 +4,8 @@
 #include <iterator>
 #include <utility>
 
+#include "kiv/compositeUndoableCommand.h"
+
 namespace Kiv_v4 {
 
 namespace {
@@ -171,6 +173,20 @@ std::vector<ChildInfo> Hierarchy_v4_2::childInfos(std::size_t first, std::size_t
         infos.push_back({item->path().back(), item->nodeType(), item->runTimeId()});
     }
     return infos;
+}
+
+UndoableCommand::Ptr Hierarchy_v4_2::createChildrenCmd(std::string const& nodeType,
+                                                       std::vector<PathComponent> const& names)
+{
+    auto all = std::make_shared<CompositeUndoableCommand>();
+    for (const auto& name : names) {
+        const auto one = createChildCmd(nodeType, name);
+        if (!one) {
+            return nullptr;
+        }
+        all->append(one);
+    }
+    return all;
 }
 
 SegmentWalk::Ptr Hierarchy_v4_2::segmentWalk() const

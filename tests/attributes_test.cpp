@@ -191,6 +191,30 @@ TEST_F(AttributesTest, KeepMetadataThatAreSetAndClearedByCommand)
     EXPECT_THAT(heard(), ElementsAre("size Locked", "size Locked", "size Locked", "size Locked"));
 }
 
+TEST_F(AttributesTest, AreSetByCommandsThatKeepNeitherThemNorTheirItem)
+{
+    add(A::kInt, "size");
+    auto fresh = model.item(item->path());
+    auto size =
+        std::dynamic_pointer_cast<AttributeInt>(Attributes::attributes(fresh)->attribute("size"));
+    const auto set = size->setCmd(3);
+    const auto describe = size->setMetadataCmd("unit", Value(std::string("cm")));
+    const std::weak_ptr<SceneItem> keptItem = std::exchange(fresh, nullptr);
+    const std::weak_ptr<Attribute> keptAttribute = std::exchange(size, nullptr);
+    EXPECT_TRUE(keptItem.expired());
+    EXPECT_TRUE(keptAttribute.expired());
+    EXPECT_EQ(set->commandString(), "Set size of cube");
+    EXPECT_EQ(describe->commandString(), "Set unit of size of cube");
+    set->execute();
+    describe->execute();
+    const auto read = attributes->attribute("size");
+    EXPECT_EQ(read->string() + read->metadata("unit").get<std::string>(), "3cm");
+    describe->undo();
+    EXPECT_FALSE(read->hasMetadata("unit"));
+    model.remove(item->path());
+    EXPECT_THROW(set->undo(), std::invalid_argument);
+}
+
 TEST_F(AttributesTest, ReadWhatACommandSetsAsMetadataAfreshEachTime)
 {
     /// Reads the numbers that it is given.

@@ -1,10 +1,14 @@
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <stdexcept>
 #include <tuple>
 #include <utility>
 
 #include "kiv/hierarchyHandler.h"
 #include "kiv/hierarchy_v4_2.h"
+#include "kiv/sceneSegmentHandler.h"
+#include "kiv/selection.h"
 #include "kiv/subtreeWalk.h"
 
 #include "items.h"
@@ -209,4 +213,70 @@ TEST_F(HierarchyRows, AreWalkedWithoutWhatNoHandlerAnswersFor)
         EXPECT_EQ(walk.runTimeId(), runTime.id());
     }
     EXPECT_EQ(nbWalked, 61);
+}
+
+TEST_F(HierarchyRows, FollowEditsOfManySiblings)
+{
+    test::Random random;
+    const auto parent = model.make(model.root(), "group", "parent")->path();
+    const auto elsewhere = model.make(model.root(), "group", "elsewhere")->path();
+    const auto hierarchy = [&] { return Hierarchy_v4_2::hierarchy(model.item(parent)); };
+    std::vector<SceneItem::Ptr> rows;
+    for (auto i = 0; i < 3000; ++i) {
+        const auto row = random.below(rows.size() + 1);
+        const auto at = rows.begin() + static_cast<std::ptrdiff_t>(row);
+        if (i < 1000 || random.below(2) == 0 || rows.empty()) {
+            const auto made = model.make(elsewhere, "mesh", "item" + std::to_string(i));
+            const auto insert = hierarchy()->insertChildCmd(made, at == rows.end() ? nullptr : *at);
+            insert->execute();
+            rows.insert(at, insert->insertedChild());
+        } else if (at != rows.end()) {
+            model.remove((*at)->path());
+            rows.erase(at);
+        }
+        if (random.below(300) == 0) {
+            std::reverse(rows.begin(), rows.end());
+            ASSERT_TRUE(hierarchy()->reorder({rows.begin(), rows.end()}));
+        }
+        ASSERT_EQ(hierarchy()->nbChildren(), rows.size());
+        if (!rows.empty()) {
+            const auto asked = random.below(rows.size());
+            ASSERT_EQ(hierarchy()->row(rows[asked]->path()), asked);
+            ASSERT_EQ(*hierarchy()->child(asked), *rows[asked]);
+        }
+    }
+}
+
+TEST_F(HierarchyRows, AreWalkedAnewAfterAnEdit)
+{
+    SubtreeWalk walk(world);
+    EXPECT_TRUE(walk.next());
+    model.rename(Hierarchy::hierarchy(world)->children().front()->path(), "renamed");
+    EXPECT_THROW(walk.next(), std::logic_error);
+}
+
+TEST_F(HierarchyRows, LeadToGatewaysInTheirOrder)
+{
+    // Many items and few gateways, so that the gateways are searched and not the items.
+    for (auto i = 0; i < 200; ++i) {
+        model.make(model.root(), "mesh", "more" + std::to_string(i));
+    }
+    for (auto i = 0; i < 20; ++i) {
+        const auto each = test::allUnder(world);
+        const auto& changed = each[each.size() - 1 - static_cast<std::size_t>(i)];
+        if (changed->runTimeId() == runTime.id()) {
+            model.setGateway(changed->path(), i % 3 == 0 ? 0 : nested.id());
+        }
+    }
+    model.setGateway(model.make(at("/world/more7")->path(), "group", "deep")->path(), nested.id());
+    model.move(at("/world/more7")->path(), at("/world/more3")->path());
+    std::vector<std::string> expected;
+    for (SubtreeWalk walk(world); walk.next();) {
+        if (walk.depth() > 0 && walk.runTimeId() == runTime.id() && model.gateway(walk.path())) {
+            expected.push_back(PathString::string(walk.path()));
+        }
+    }
+    EXPECT_EQ(test::pathsOf(SceneSegmentHandler::findGatewayItems(model.root())), expected);
+    EXPECT_EQ(test::pathsOf(SceneSegmentHandler::findGatewayItems(at("/world/more3")->path())),
+              (std::vector<std::string>{"/world/more3/more7/deep"}));
 }

@@ -227,6 +227,12 @@ TEST_F(MemoryItems, MadeByADefinitionHaveItsAttributesUntilThatIsUndone)
         for (const auto& input : definition->inputs()) {
             const auto made = attributes->attribute(input->name());
             EXPECT_EQ(made->type() + made->string(), input->type() + input->defaultValue());
+            const auto described =
+                dynamic_cast<const Attributes_v4_2&>(*attributes).attributeDef(input->name());
+            EXPECT_EQ(described->defaultValue(), input->defaultValue());
+            EXPECT_EQ(described->displayName(), input->displayName());
+            EXPECT_EQ(described->metadata("description").get<std::string>(),
+                      input->metadata("description").get<std::string>());
         }
         EXPECT_TRUE(attributes->hasAttribute("surface"));
     };

@@ -1,21 +1,27 @@
 #include <algorithm>
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <set>
+#include <utility>
 
+#include "kiv/attributes.h"
 #include "kiv/batchOpsHandler.h"
 #include "kiv/compositeUndoableCommand.h"
 #include "kiv/contextOps.h"
 #include "kiv/globalSelection.h"
-#include "kiv/hierarchy.h"
+#include "kiv/hierarchy_v4_2.h"
 #include "kiv/host/undoHistory.h"
 #include "kiv/pathString.h"
 #include "kiv/sceneItemOps.h"
 #include "kiv/sceneNotification.h"
 #include "kiv/sceneSegmentHandler.h"
 #include "kiv/selectionCommands.h"
+#include "kiv/transform3d.h"
 #include "kiv/undoableCommandGuard.h"
+#include "kiv/uniqueName.h"
 
+#include "callback.h"
 #include "items.h"
 #include "memoryScene.h"
 #include "modelledHistory.h"
@@ -310,4 +316,209 @@ TEST_F(MemoryEdit, LetsSelectionCommandsBringItemsBackByPath)
     EXPECT_THROW(replace->undo(), std::invalid_argument) << "b is gone";
     EXPECT_THAT(selected(), ElementsAre("a")) << "and nothing has changed";
     EXPECT_THROW(SelectionAppendItem::createAndExecute(selection, nullptr), std::invalid_argument);
+}
+
+TEST_F(MemoryEdit, LetsObserversInterveneWhenAnItemIsAboutToGo)
+{
+    const auto parent = model.make(model.root(), "group", "parent")->path();
+    const auto elsewhere = model.make(model.root(), "group", "elsewhere")->path();
+    const struct
+    {
+        const char* name;
+        std::function<void(const Path&)> intervene;
+        std::string lastPath; ///< What the post-delete tells; empty for none of its own.
+    } cases[] = {
+        {"remove", [&](const Path& item) { model.remove(item); }, "/world/parent/item"},
+        {"removeParent", [&](const Path&) { model.remove(parent); }, "/world/parent"},
+        {"rename", [&](const Path& item) { model.rename(item, "new"); }, "/world/parent/new"},
+        {"move", [&](const Path& item) { model.move(item, elsewhere); }, "/world/elsewhere/item"},
+    };
+    for (const auto& [name, intervene, lastPath] : cases) {
+        SCOPED_TRACE(name);
+        const auto item = model.make(parent, "mesh", "item");
+        auto intervened = false;
+        Texts gone;
+        const auto observer = test::Callback::make([&, intervene = intervene](const auto& change) {
+            if (const auto* told = dynamic_cast<const ObjectPostDelete*>(&change)) {
+                gone.push_back(PathString::string(told->changedPath()));
+            } else if (dynamic_cast<const ObjectPreDelete*>(&change) &&
+                       !std::exchange(intervened, true)) {
+                intervene(item->path());
+            }
+        });
+        Scene::instance().addObserver(observer);
+        const auto command = SceneItemOps::sceneItemOps(item)->deleteItemCmd();
+        command->execute();
+        EXPECT_THAT(gone, ElementsAre(lastPath));
+        EXPECT_FALSE(model.item(item->path()));
+        Scene::instance().removeObserver(observer);
+        command->undo();
+        const auto taken = std::string(name).starts_with("remove");
+        EXPECT_EQ(at(lastPath) != nullptr, !taken);
+        if (!model.item(parent)) {
+            model.make(model.root(), "group", "parent");
+        }
+    }
+}
+
+TEST_F(MemoryEdit, RefusesToBringBackWhatAnotherEditTook)
+{
+    const auto create = Hierarchy::hierarchy(world)->createChildCmd("mesh", std::string("made"));
+    create->execute();
+    model.remove(create->sceneItem()->path());
+    EXPECT_THROW(create->undo(), std::invalid_argument);
+    EXPECT_THROW(create->redo(), std::invalid_argument);
+
+    const auto item = model.make(model.root(), "mesh", "deleted");
+    const auto remove = SceneItemOps::sceneItemOps(item)->deleteItemCmd();
+    remove->execute();
+    remove->undo();
+    model.remove(item->path());
+    EXPECT_THROW(remove->redo(), std::invalid_argument);
+    EXPECT_THROW(remove->undo(), std::invalid_argument);
+    EXPECT_THAT(paths(), ElementsAre("/world"));
+}
+
+TEST_F(MemoryEdit, DuplicatesAllThatIsSelectedBesideAnotherSceneOfThatName)
+{
+    const memory::RunTime other("other", "world");
+    other.model().make(other.model().root(), "mesh", "a");
+    const auto a = model.make(model.root(), "group", "a");
+    const auto inner = model.make(a->path(), "mesh", "inner");
+    Selection everything;
+    for (const auto& item : {world, a, inner, other.model().item(other.model().root())}) {
+        everything.append(item);
+    }
+    const auto command = BatchOpsHandler::duplicateSelectionCmd(everything, {});
+    ASSERT_TRUE(command);
+    command->execute();
+    EXPECT_THAT(paths(), ElementsAre("/world", "/world/a", "/world/a1", "/world/a/inner",
+                                     "/world/a1/inner"));
+}
+
+TEST(MemoryRunTime, LeavesNothingToEditWhenItEnds)
+{
+    Hierarchy::Ptr hierarchy;
+    Hierarchy::Ptr nested;
+    Attributes::Ptr attributes;
+    Attribute::Ptr attribute;
+    Transform3d::Ptr transform;
+    UndoableCommand::Ptr command;
+    {
+        memory::RunTime runTime;
+        auto& model = runTime.model();
+        const auto a = model.make(model.root(), "group", "a");
+        hierarchy = Hierarchy::hierarchy(model.item(model.root()));
+        nested = Hierarchy::hierarchy(a);
+        transform = Transform3d::transform3d(a);
+        attributes = Attributes::attributes(a);
+        command = attributes->addAttributeCmd(Attribute::kInt, "size");
+        command->execute();
+        attribute = attributes->attribute("size");
+    }
+    EXPECT_THAT(hierarchy->children(), IsEmpty());
+    EXPECT_FALSE(hierarchy->createChildCmd("mesh", std::string("x")));
+    EXPECT_FALSE(nested->parent());
+    EXPECT_FALSE(attributes->hasAttribute("size"));
+    EXPECT_FALSE(attribute->hasValue());
+    EXPECT_FALSE(transform->translateCmd(1, 2, 3));
+    EXPECT_THROW(command->undo(), std::invalid_argument);
+}
+
+TEST_F(MemoryModel, TellsWhereAnItemIsThatAnObserverChanged)
+{
+    auto renamed = 0;
+    const auto rename = test::Callback::make([&](const auto& change) {
+        if (const auto* told = dynamic_cast<const ObjectAdd*>(&change)) {
+            model.rename(told->item()->path(), "renamed" + std::to_string(++renamed));
+        }
+    });
+    Scene::instance().addObserver(rename);
+    const auto made = model.make(model.root(), "mesh", "item");
+    EXPECT_EQ(made->nodeName(), "renamed1");
+    EXPECT_EQ(model.item(made->path())->path(), made->path());
+    const auto command =
+        Hierarchy::hierarchy(world)->createChildCmd("mesh", std::string("commanded"));
+    command->execute();
+    EXPECT_EQ(command->sceneItem()->nodeName(), "renamed2");
+    Scene::instance().removeObserver(rename);
+
+    const auto remove = test::Callback::make([&](const auto& change) {
+        if (const auto* told = dynamic_cast<const ObjectRename*>(&change)) {
+            model.remove(told->item()->path());
+        }
+    });
+    Scene::instance().addObserver(remove);
+    EXPECT_FALSE(model.rename(made->path(), "gone"));
+    const auto result =
+        SceneItemOps::sceneItemOps(command->sceneItem())->renameItem(std::string("gone"));
+    EXPECT_FALSE(result.item || result.undoableCommand);
+    Scene::instance().removeObserver(remove);
+}
+
+TEST_F(MemoryEdit, TakesNamesThatTheEditItselfFrees)
+{
+    const auto lamp = model.make(model.root(), "mesh", "lamp");
+    const auto before = snapshot();
+    const auto group = Hierarchy::hierarchy(world)->createGroupCmd({lamp}, std::string("lamp"));
+    group->execute();
+    EXPECT_THAT(paths(), ElementsAre("/world", "/world/lamp", "/world/lamp/lamp"));
+    EXPECT_EQ(group->sceneItem()->path(), lamp->path());
+    const auto grouped = snapshot();
+    const auto ungroup = Hierarchy::hierarchy(group->sceneItem())->ungroupCmd();
+    ungroup->execute();
+    EXPECT_EQ(snapshot(), before);
+    ungroup->undo();
+    EXPECT_EQ(snapshot(), grouped);
+    group->undo();
+    EXPECT_EQ(snapshot(), before);
+
+    auto nbTold = 0;
+    const auto observer = test::Callback::make([&](const auto&) { ++nbTold; });
+    Scene::instance().addObserver(observer);
+    const auto renamed = SceneItemOps::sceneItemOps(lamp)->renameItem(std::string("lamp"));
+    EXPECT_EQ(renamed.item->path(), lamp->path());
+    renamed.undoableCommand->undo();
+    EXPECT_EQ(nbTold, 0);
+}
+
+TEST_F(MemoryEdit, MakesManyChildrenInOneNotification)
+{
+    model.make(model.root(), "mesh", "a");
+    auto nbTold = 0;
+    const auto observer = test::Callback::make([&](const auto&) { ++nbTold; });
+    Scene::instance().addObserver(observer);
+    const auto before = snapshot();
+    const auto command = Hierarchy_v4_2::hierarchy(world)->createChildrenCmd(
+        "mesh", {std::string("a"), std::string("b"), std::string("a")});
+    command->execute();
+    EXPECT_THAT(paths(), ElementsAre("/world", "/world/a", "/world/a1", "/world/b", "/world/a2"));
+    command->undo();
+    EXPECT_EQ(snapshot(), before);
+    EXPECT_THROW(model.makeAll(model.root(), "mesh", {"x", "y", "x"}), std::invalid_argument);
+    EXPECT_EQ(snapshot(), before);
+    EXPECT_EQ(test::namesOf(model.makeAll(model.root(), "mesh", {"x", "y"})), (Texts{"x", "y"}));
+    EXPECT_EQ(nbTold, 3);
+}
+
+TEST_F(MemoryModel, FindsFreeNamesAsCountingDoes)
+{
+    test::Random random;
+    const auto parent = model.make(model.root(), "group", "parent")->path();
+    const Texts stems{"", "a", "a0", "a01", "a9", "a1b", "a99999999999999999"};
+    for (auto i = 0; i < 3000; ++i) {
+        const auto children = Hierarchy::hierarchy(model.item(parent))->children();
+        if (random.below(3) == 0 && !children.empty()) {
+            const auto at = static_cast<long>(random.below(children.size()));
+            model.remove((*std::next(children.begin(), at))->path());
+            continue;
+        }
+        const auto wanted =
+            random.of(stems) + (random.below(2) ? std::to_string(random.below(12)) : "");
+        const auto expected = uniqueName(wanted.empty() ? "_" : wanted, [&](const auto& name) {
+            return model.item(parent + PathComponent(name)) != nullptr;
+        });
+        ASSERT_EQ(model.uniqueName(parent, wanted), expected);
+        model.make(parent, "mesh", expected);
+    }
 }

@@ -258,6 +258,15 @@ TEST_F(MemoryTransform, MatricesAreComposedUpToTheTopOfTheSceneAndOnAcrossGatewa
               translationOf(0, 2, 0) * view->inclusiveMatrix());
 }
 
+TEST_F(MemoryTransform, OfAnItemThatIsGoneHasNoPlaceInTheScene)
+{
+    model.remove(item->path());
+    const auto names = testing::ThrowsMessage<std::invalid_argument>(
+        testing::HasSubstr(PathString::string(item->path())));
+    EXPECT_THAT([&] { (void)transform->inclusiveMatrix(); }, names);
+    EXPECT_THAT([&] { (void)transform->exclusiveMatrix(); }, names);
+}
+
 TEST_F(MemoryTransform, AreFollowedFromBelowAMovedGateway)
 {
     const test::Nested nested;

@@ -60,6 +60,13 @@ public:
     [[nodiscard]] virtual std::vector<ChildInfo> childInfos(std::size_t first,
                                                             std::size_t count) const;
 
+    /// Makes new last children of one type, as `createChildCmd` makes one: names are changed where
+    /// they must be. Executed, undone and redone, the command is told to the scene in one
+    /// notification where the run-time can; by default it is a composite of `createChildCmd`. Null
+    /// when the run-time refuses one of them.
+    [[nodiscard]] virtual UndoableCommand::Ptr
+    createChildrenCmd(std::string const& nodeType, std::vector<PathComponent> const& names);
+
     /// A walk over this item and what is under it. It may outlive this object. Clients use
     /// `SubtreeWalk`.
     [[nodiscard]] virtual SegmentWalk::Ptr segmentWalk() const;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <functional>
 #include <stdexcept>
 #include <utility>
 #include <variant>
@@ -23,6 +24,12 @@ public:
     {}
 
     [[nodiscard]] const std::string& name() const noexcept { return _info.name(); }
+
+    /// What a command that does that to it is called.
+    [[nodiscard]] std::string titled(const std::string& verb) const
+    {
+        return verb + " " + _info.name() + " of " + _info.path().back().string();
+    }
 
     [[nodiscard]] const AttributeData* find() const
     {
@@ -64,6 +71,28 @@ private:
     const std::size_t _alternative;
 };
 
+/// Changes an attribute and back. It keeps neither the attribute nor its item.
+class AttributeEdit : public UndoableCommand
+{
+public:
+    using Change = std::function<void(const Handle&)>;
+
+    AttributeEdit(Handle handle, std::string text, Change change, Change changeBack)
+        : _handle(std::move(handle)), _text(std::move(text)), _change(std::move(change)),
+          _changeBack(std::move(changeBack))
+    {}
+
+    [[nodiscard]] std::string commandString() const override { return _text; }
+    void undo() override { _changeBack(_handle); }
+    void redo() override { _change(_handle); }
+
+private:
+    const Handle _handle;
+    const std::string _text;
+    const Change _change;
+    const Change _changeBack;
+};
+
 /// What all classes of attributes do alike. `Base` is the public class.
 template <class Base>
 class MemoryAttribute : public Base
@@ -96,6 +125,17 @@ public:
         return true;
     }
 
+    [[nodiscard]] UndoableCommand::Ptr setMetadataCmd(const std::string& key,
+                                                      const Value& value) override
+    {
+        const auto set = [key](const Value& wanted) {
+            return [key, wanted](const Handle& handle) { handle.setMetadata(key, wanted); };
+        };
+        const auto clear = [key](const Handle& handle) { (void)handle.clearMetadata(key); };
+        return edit("Set " + key + " of", set(value),
+                    hasMetadata(key) ? AttributeEdit::Change(set(metadata(key))) : clear);
+    }
+
     bool clearMetadata(const std::string& key) override { return _handle.clearMetadata(key); }
 
     [[nodiscard]] bool hasMetadata(const std::string& key) const override
@@ -112,59 +152,84 @@ protected:
         return std::get<T>(_handle.get().value);
     }
 
-    void announce() const { _handle.announce(); }
+    [[nodiscard]] const Handle& handle() const noexcept { return _handle; }
+
+    [[nodiscard]] UndoableCommand::Ptr edit(const std::string& verb, AttributeEdit::Change change,
+                                            AttributeEdit::Change changeBack) const
+    {
+        return std::make_shared<AttributeEdit>(_handle, _handle.titled(verb), std::move(change),
+                                               std::move(changeBack));
+    }
 
 private:
     const Handle _handle;
 };
 
+// What clients read and write of an alternative, and whether it takes a value.
+
 template <class T>
-class MemoryTyped : public MemoryAttribute<TypedAttribute<T>>
+T& contentOf(T& value) noexcept
+{
+    return value;
+}
+template <class T>
+void requireFit(const T&, const T&, const std::string&)
+{}
+
+std::string& contentOf(Filename& value) noexcept
+{
+    return value.text;
+}
+void requireFit(const Filename&, const std::string&, const std::string&) {}
+
+std::string& contentOf(Enumeration& value) noexcept
+{
+    return value.text;
+}
+void requireFit(const Enumeration& value, const std::string& text, const std::string& name)
+{
+    const auto& allowed = value.allowed;
+    if (std::find(allowed.begin(), allowed.end(), text) == allowed.end()) {
+        throw std::invalid_argument("'" + text + "' is none of the values of '" + name + "'.");
+    }
+}
+
+/// An attribute whose value of type `T` is that of the alternative `Kept`.
+template <class Base, class T, class Kept>
+class MemorySettable : public MemoryAttribute<Base>
 {
 public:
-    using MemoryAttribute<TypedAttribute<T>>::MemoryAttribute;
+    using MemoryAttribute<Base>::MemoryAttribute;
 
-    [[nodiscard]] T get() const override { return this->template value<T>(); }
+    [[nodiscard]] T get() const override { return contentOf(this->template value<Kept>()); }
+    void set(const T& value) override { setter(value)(this->handle()); }
 
-    void set(const T& newValue) override
+    [[nodiscard]] UndoableCommand::Ptr setCmd(const T& value) override
     {
-        this->template value<T>() = newValue;
-        this->announce();
+        return this->edit("Set", setter(value), setter(get()));
+    }
+
+private:
+    static auto setter(const T& value)
+    {
+        return [value](const Handle& handle) {
+            auto& kept = std::get<Kept>(handle.get().value);
+            requireFit(kept, value, handle.name());
+            contentOf(kept) = value;
+            handle.announce();
+        };
     }
 };
 
-class MemoryFilename : public MemoryAttribute<AttributeFilename>
+template <class T>
+using MemoryTyped = MemorySettable<TypedAttribute<T>, T, T>;
+
+using MemoryFilename = MemorySettable<AttributeFilename, std::string, Filename>;
+
+class MemoryEnumString : public MemorySettable<AttributeEnumString, std::string, Enumeration>
 {
 public:
-    using MemoryAttribute::MemoryAttribute;
-
-    [[nodiscard]] std::string get() const override { return value<Filename>().text; }
-
-    void set(const std::string& newValue) override
-    {
-        value<Filename>().text = newValue;
-        announce();
-    }
-};
-
-class MemoryEnumString : public MemoryAttribute<AttributeEnumString>
-{
-public:
-    using MemoryAttribute::MemoryAttribute;
-
-    [[nodiscard]] std::string get() const override { return value<Enumeration>().text; }
-
-    void set(const std::string& newValue) override
-    {
-        auto& enumeration = value<Enumeration>();
-        const auto& allowed = enumeration.allowed;
-        if (std::find(allowed.begin(), allowed.end(), newValue) == allowed.end()) {
-            throw std::invalid_argument("'" + newValue + "' is none of the values of '" + name() +
-                                        "'.");
-        }
-        enumeration.text = newValue;
-        announce();
-    }
+    using MemorySettable::MemorySettable;
 
     [[nodiscard]] EnumValues enumValues() const override { return value<Enumeration>().allowed; }
 };

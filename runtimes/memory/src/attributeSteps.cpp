@@ -37,10 +37,10 @@ std::string described(const AttributeInfo& attribute)
 }
 
 /// An attribute at its place.
-class AttributePresence
+class PlacedAttribute
 {
 public:
-    AttributePresence(std::shared_ptr<Tree> tree, AttributeInfo info, AttributeDataPtr outside)
+    PlacedAttribute(std::shared_ptr<Tree> tree, AttributeInfo info, AttributeDataPtr outside)
         : _tree(std::move(tree)), _info(std::move(info)), _outside(std::move(outside))
     {}
 
@@ -95,10 +95,10 @@ private:
 };
 
 /// A connection between two attributes.
-class ConnectionPresence
+class PlacedConnection
 {
 public:
-    ConnectionPresence(std::shared_ptr<Tree> tree, AttributeInfo source, AttributeInfo destination)
+    PlacedConnection(std::shared_ptr<Tree> tree, AttributeInfo source, AttributeInfo destination)
         : _tree(std::move(tree)), _source(std::move(source)), _destination(std::move(destination))
     {}
 
@@ -150,13 +150,13 @@ StepPtr attributeAddition(const std::shared_ptr<Tree>& tree, const Path& item,
                           AttributeDataPtr attribute)
 {
     AttributeInfo info(item, attribute->name);
-    return std::make_unique<Entry<AttributePresence>>(
-        AttributePresence(tree, std::move(info), std::move(attribute)));
+    return std::make_unique<Insertion<PlacedAttribute>>(
+        PlacedAttribute(tree, std::move(info), std::move(attribute)));
 }
 
 StepPtr attributeRemoval(const std::shared_ptr<Tree>& tree, const AttributeInfo& attribute)
 {
-    return std::make_unique<Exit<AttributePresence>>(AttributePresence(tree, attribute, nullptr));
+    return std::make_unique<Removal<PlacedAttribute>>(PlacedAttribute(tree, attribute, nullptr));
 }
 
 StepPtr attributeRenaming(const std::shared_ptr<Tree>& tree, const AttributeInfo& attribute,
@@ -169,15 +169,14 @@ StepPtr attributeRenaming(const std::shared_ptr<Tree>& tree, const AttributeInfo
 StepPtr connection(const std::shared_ptr<Tree>& tree, const AttributeInfo& source,
                    const AttributeInfo& destination)
 {
-    return std::make_unique<Entry<ConnectionPresence>>(
-        ConnectionPresence(tree, source, destination));
+    return std::make_unique<Insertion<PlacedConnection>>(
+        PlacedConnection(tree, source, destination));
 }
 
 StepPtr disconnection(const std::shared_ptr<Tree>& tree, const AttributeInfo& source,
                       const AttributeInfo& destination)
 {
-    return std::make_unique<Exit<ConnectionPresence>>(
-        ConnectionPresence(tree, source, destination));
+    return std::make_unique<Removal<PlacedConnection>>(PlacedConnection(tree, source, destination));
 }
 
 AttributeData* find(Tree& tree, const AttributeInfo& attribute)

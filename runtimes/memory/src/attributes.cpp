@@ -5,16 +5,17 @@
 
 #include "attributeObject.h"
 #include "attributeSteps.h"
-#include "plannedCommand.h"
+#include "nodeDef.h"
+#include "recordedCommand.h"
 
 namespace Kiv_v4::memory {
 
 namespace {
 
-class AttributeCommand : public PlannedCommand<AttributeResultUndoableCommand, AttributeInfo>
+class AttributeCommand : public RecordedCommand<AttributeResultUndoableCommand, AttributeInfo>
 {
 public:
-    using PlannedCommand::PlannedCommand;
+    using RecordedCommand::RecordedCommand;
 
     [[nodiscard]] Attribute::Ptr attribute() const override
     {
@@ -22,38 +23,53 @@ public:
     }
 };
 
-/// An attribute as it was when the description was asked for.
+/// An attribute as it was when the description was asked for, with what is known of it from its
+/// item's type.
 class MemoryAttributeDef : public AttributeDef
 {
 public:
     explicit MemoryAttributeDef(const AttributeData& attribute)
-        : _name(attribute.name), _type(typeOf(attribute.value)), _metadata(attribute.metadata)
+        : _name(attribute.name), _type(typeOf(attribute.value)), _metadata(attribute.metadata),
+          _known(attributeOfType(attribute.item->type, _name))
     {
+        if (_known && _known->type() != _type) {
+            _known = nullptr;
+        }
         if (const auto* enumeration = std::get_if<Enumeration>(&attribute.value)) {
             _enumValues = enumeration->allowed;
         }
     }
 
     [[nodiscard]] std::string name() const override { return _name; }
-    [[nodiscard]] std::string displayName() const override { return _name; }
+    [[nodiscard]] std::string displayName() const override
+    {
+        return _known ? _known->displayName() : _name;
+    }
     [[nodiscard]] std::string type() const override { return _type; }
     [[nodiscard]] std::vector<std::string> enumValues() const override { return _enumValues; }
 
     [[nodiscard]] std::string defaultValue() const override
     {
+        if (_known) {
+            return _known->defaultValue();
+        }
         return _enumValues.empty() ? textOf(*initialValue(_type)) : _enumValues.front();
     }
 
     [[nodiscard]] Value metadata(const std::string& key) const override
     {
         const auto found = _metadata.find(key);
-        return found == _metadata.end() ? Value() : found->second;
+        if (found != _metadata.end()) {
+            return found->second;
+        }
+        return _known ? _known->metadata(key) : Value();
     }
 
 private:
     const std::string _name;
     const std::string _type;
     const std::map<std::string, Value> _metadata;
+    AttributeDef::Ptr _known; ///< Null for an attribute that the type does not come with.
     std::vector<std::string> _enumValues;
 };
 
@@ -82,7 +98,7 @@ Attribute::Ptr MemoryAttributes::attribute(const std::string& name)
 std::vector<std::string> MemoryAttributes::attributeNames() const
 {
     std::vector<std::string> names;
-    const auto* node = _tree->find(_item->path());
+    const auto* node = _tree->find(*_item);
     if (node && node->attributes) {
         for (const auto& attribute : node->attributes->all()) {
             names.push_back(attribute->name);
@@ -100,15 +116,15 @@ AttributeResultUndoableCommand::Ptr MemoryAttributes::addAttributeCmd(const std:
                                                                       const std::string& name)
 {
     const auto initial = initialValue(type);
-    if (!initial || !_tree->find(_item->path())) {
+    if (!initial || !_tree->find(*_item)) {
         return nullptr;
     }
     return std::make_shared<AttributeCommand>(
         _tree, "Add attribute " + name,
         [tree = _tree, path = _item->path(), value = *initial,
-         wanted = name.empty() ? type : name](Plan& plan) {
+         wanted = name.empty() ? type : name](ChangeLog& log) {
             const auto free = freeAttributeName(existing(*tree, path), wanted);
-            plan.carryOut(
+            log.carryOut(
                 attributeAddition(tree, path, std::make_shared<AttributeData>(free, value)));
             return AttributeInfo(path, free);
         });
@@ -120,8 +136,9 @@ UndoableCommand::Ptr MemoryAttributes::removeAttributeCmd(const std::string& nam
         return nullptr;
     }
     return std::make_shared<EditCommand>(
-        _tree, "Remove attribute " + name, [tree = _tree, path = _item->path(), name](Plan& plan) {
-            plan.carryOut(attributeRemoval(tree, AttributeInfo(path, name)));
+        _tree, "Remove attribute " + name,
+        [tree = _tree, path = _item->path(), name](ChangeLog& log) {
+            log.carryOut(attributeRemoval(tree, AttributeInfo(path, name)));
             return path;
         });
 }
@@ -134,11 +151,11 @@ AttributeResultUndoableCommand::Ptr MemoryAttributes::renameAttributeCmd(const s
     }
     return std::make_shared<AttributeCommand>(
         _tree, "Rename attribute " + name,
-        [tree = _tree, from = AttributeInfo(_item->path(), name), newName](Plan& plan) {
+        [tree = _tree, from = AttributeInfo(_item->path(), name), newName](ChangeLog& log) {
             const auto& item = *existing(*tree, from).item;
             const auto free = freeAttributeName(item, newName, from.name());
             if (free != from.name()) {
-                plan.carryOut(attributeRenaming(tree, from, free));
+                log.carryOut(attributeRenaming(tree, from, free));
             }
             return AttributeInfo(from.path(), free);
         });

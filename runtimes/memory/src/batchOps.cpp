@@ -1,13 +1,14 @@
 #include "batchOps.h"
 
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
 #include "kiv/selection.h"
 
 #include "editCommands.h"
-#include "plannedCommand.h"
+#include "recordedCommand.h"
 
 namespace Kiv_v4::memory {
 
@@ -16,12 +17,12 @@ namespace {
 /// Where the duplicates of topmost selected items are.
 using Targets = std::unordered_map<Path, Path>;
 
-class DuplicateItemsCommand : public PlannedCommand<SelectionUndoableCommand>
+class DuplicateItemsCommand : public RecordedCommand<SelectionUndoableCommand>
 {
 public:
     DuplicateItemsCommand(const TreePtr& tree, Selection selection,
-                          std::shared_ptr<Targets> targets, Planner planner)
-        : PlannedCommand(tree, "Duplicate", std::move(planner)), _selection(std::move(selection)),
+                          std::shared_ptr<Targets> targets, Change change)
+        : RecordedCommand(tree, "Duplicate", std::move(change)), _selection(std::move(selection)),
           _targets(std::move(targets))
     {}
 
@@ -44,13 +45,29 @@ private:
     const std::shared_ptr<Targets> _targets;
 };
 
+/// The selected items to be duplicated: without those under another of them, which come along, and
+/// without the root, of which there is only one.
 std::vector<Path> topmost(Tree& tree, const Selection& selection)
 {
-    std::vector<Path> paths;
+    std::vector<std::pair<const Node*, Path>> own;
+    std::unordered_set<const Node*> duplicated;
     for (const auto& item : selection) {
-        const auto* node = tree.find(item->path());
-        if (node && node->parent && !selection.containsAncestor(item->path())) {
-            paths.push_back(item->path());
+        const auto* node = tree.find(*item);
+        if (node && node->parent) {
+            own.emplace_back(node, item->path());
+            duplicated.insert(node);
+        }
+    }
+    const auto comesAlong = [&](const Node* node) {
+        do {
+            node = node->parent;
+        } while (node && duplicated.count(node) == 0);
+        return node != nullptr;
+    };
+    std::vector<Path> paths;
+    for (const auto& [node, path] : own) {
+        if (!comesAlong(node)) {
+            paths.push_back(path);
         }
     }
     return paths;
@@ -70,11 +87,11 @@ UndoableCommand::Ptr MemoryBatchOpsHandler::duplicateItemsCmd(Selection const& s
     const auto targets = std::make_shared<Targets>();
     return std::make_shared<DuplicateItemsCommand>(
         _tree, selection, targets,
-        [tree = _tree, sources = std::move(sources), targets](Plan& plan) {
+        [tree = _tree, sources = std::move(sources), targets](ChangeLog& log) {
             const AnnouncementBatch batch;
             targets->clear();
             for (const auto& source : sources) {
-                targets->emplace(source, duplicate(tree, source, plan));
+                targets->emplace(source, duplicate(tree, source, log));
             }
             return Path();
         });

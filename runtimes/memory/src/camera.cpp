@@ -158,7 +158,7 @@ public:
 
     [[nodiscard]] Camera::Ptr camera(SceneItem::Ptr const& item) override
     {
-        const auto* node = _tree->find(item->path());
+        const auto* node = _tree->find(*item);
         return node && node->type == kCamera
                    ? std::make_shared<MemoryCamera>(ItemProperties(_tree, item))
                    : nullptr;
@@ -168,12 +168,13 @@ public:
     {
         Selection found;
         auto* top = _tree->find(path);
-        for (auto* node = top; node; node = nextInSubtree(top, node)) {
-            if (node->type == kCamera) {
-                found.append(makeItem(_tree->pathOf(*node), *node));
-            }
+        if (!top) {
+            return found;
         }
-        if (top && top->gateway != 0) {
+        for (auto* node : _tree->camerasUnder(*top)) {
+            found.append(makeItem(*_tree, _tree->pathOf(*node), *node));
+        }
+        if (top->gateway != 0) {
             appendMounted(found, path, top->gateway);
         }
         return found;

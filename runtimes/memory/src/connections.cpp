@@ -4,7 +4,7 @@
 
 #include "attributeSteps.h"
 #include "connectionEnds.h"
-#include "plannedCommand.h"
+#include "recordedCommand.h"
 
 namespace Kiv_v4::memory {
 
@@ -26,10 +26,10 @@ std::string titled(const char* verb, const AttributeInfo& source, const Attribut
     return std::string(verb) + ' ' + source.name() + ' ' + destination.name();
 }
 
-class ConnectCommand : public PlannedCommand<ConnectionResultUndoableCommand, Connection::Ptr>
+class ConnectCommand : public RecordedCommand<ConnectionResultUndoableCommand, Connection::Ptr>
 {
 public:
-    using PlannedCommand::PlannedCommand;
+    using RecordedCommand::RecordedCommand;
 
     [[nodiscard]] Connection::Ptr connection() const override
     {
@@ -49,7 +49,7 @@ MemoryConnections::MemoryConnections(std::shared_ptr<Tree> tree, SceneItem::Ptr 
 std::vector<Connection::Ptr> MemoryConnections::allConnections() const
 {
     std::vector<Connection::Ptr> all;
-    const auto* node = _tree->find(_item->path());
+    const auto* node = _tree->find(*_item);
     if (!node || !node->attributes) {
         return all;
     }
@@ -73,8 +73,7 @@ MemoryConnectionHandler::MemoryConnectionHandler(std::shared_ptr<Tree> tree)
 
 Connections::Ptr MemoryConnectionHandler::connections(SceneItem::Ptr const& item) const
 {
-    return item && _tree->find(item->path()) ? std::make_shared<MemoryConnections>(_tree, item)
-                                             : nullptr;
+    return item && _tree->find(*item) ? std::make_shared<MemoryConnections>(_tree, item) : nullptr;
 }
 
 ConnectionResultUndoableCommand::Ptr
@@ -89,8 +88,8 @@ MemoryConnectionHandler::connectCmd(Attribute::Ptr const& src, Attribute::Ptr co
     const AttributeInfo destination(dst);
     return std::make_shared<ConnectCommand>(
         _tree, titled("Connect", source, destination),
-        [tree = _tree, source, destination](Plan& plan) {
-            plan.carryOut(memory::connection(tree, source, destination));
+        [tree = _tree, source, destination](ChangeLog& log) {
+            log.carryOut(memory::connection(tree, source, destination));
             return std::make_shared<Connection>(source, destination);
         });
 }
@@ -104,9 +103,8 @@ UndoableCommand::Ptr MemoryConnectionHandler::disconnectCmd(Attribute::Ptr const
     const AttributeInfo source(src);
     const AttributeInfo destination(dst);
     return std::make_shared<EditCommand>(_tree, titled("Disconnect", source, destination),
-                                         [tree = _tree, source, destination](Plan& plan) {
-                                             plan.carryOut(
-                                                 disconnection(tree, source, destination));
+                                         [tree = _tree, source, destination](ChangeLog& log) {
+                                             log.carryOut(disconnection(tree, source, destination));
                                              return destination.path();
                                          });
 }

@@ -2,6 +2,7 @@
 
 #include <set>
 #include <stdexcept>
+#include <unordered_set>
 #include <utility>
 #include <variant>
 
@@ -17,9 +18,14 @@ namespace Kiv_v4::memory {
 
 namespace {
 
-SceneItem::Ptr itemAt(Tree& tree, const Path& path)
+/// Applies a step that puts the node into the scene or elsewhere in it, and gives its item; null
+/// when an observer took it out at once.
+SceneItem::Ptr carriedOut(const std::shared_ptr<Tree>& tree, const StepPtr& step, Node& node)
 {
-    return makeItem(path, existing(tree, path));
+    const NodeWatch watch(tree, node);
+    step->apply();
+    auto* now = watch.get();
+    return now ? makeItem(*tree, tree->pathOf(*now), *now) : nullptr;
 }
 
 /// The value of an attribute as that alternative.
@@ -46,8 +52,8 @@ const Path& DataModel::root() const noexcept
 
 SceneItem::Ptr DataModel::item(const Path& path) const
 {
-    const auto* node = _tree->find(path);
-    return node ? makeItem(path, *node) : nullptr;
+    auto* node = _tree->find(path);
+    return node ? makeItem(*_tree, path, *node) : nullptr;
 }
 
 std::size_t DataModel::size() const noexcept
@@ -63,8 +69,28 @@ SceneItem::Ptr DataModel::make(const Path& parent, const std::string& nodeType,
                                const std::string& name)
 {
     const Place place{parent, requireFreeName(*_tree, existing(*_tree, parent), name), {}};
-    insertion(_tree, _tree->make(nodeType, place.name), place)->apply();
-    return itemAt(*_tree, place.path());
+    auto made = _tree->make(nodeType, place.name);
+    auto& node = *made.get();
+    return carriedOut(_tree, insertion(_tree, std::move(made), place), node);
+}
+
+SceneItemList DataModel::makeAll(const Path& parent, const std::string& nodeType,
+                                 const std::vector<std::string>& names)
+{
+    const auto& above = existing(*_tree, parent);
+    std::unordered_set<std::string> given;
+    for (const auto& name : names) {
+        (void)requireFreeName(*_tree, above, name);
+        if (!given.insert(name).second) {
+            refuse(parent, "cannot have two children '" + name + "'.");
+        }
+    }
+    SceneItemList items;
+    const AnnouncementBatch batch(names.size() > 1);
+    for (const auto& name : names) {
+        items.push_back(make(parent, nodeType, name));
+    }
+    return items;
 }
 
 SceneItem::Ptr DataModel::rename(const Path& item, const std::string& name)
@@ -72,16 +98,15 @@ SceneItem::Ptr DataModel::rename(const Path& item, const std::string& name)
     auto to = placeOf(*_tree, item);
     if (to.name.string() != name) {
         to.name = requireFreeName(*_tree, existing(*_tree, to.parent), name);
-        relocation(_tree, item, to)->apply();
+        return carriedOut(_tree, relocation(_tree, item, to), existing(*_tree, item));
     }
-    return itemAt(*_tree, to.path());
+    return this->item(item);
 }
 
 SceneItem::Ptr DataModel::move(const Path& item, const Path& parent)
 {
     const Place to{parent, placeOf(*_tree, item).name, {}};
-    relocation(_tree, item, to)->apply();
-    return itemAt(*_tree, to.path());
+    return carriedOut(_tree, relocation(_tree, item, to), existing(*_tree, item));
 }
 
 void DataModel::remove(const Path& item)
@@ -91,7 +116,7 @@ void DataModel::remove(const Path& item)
 
 std::string DataModel::uniqueName(const Path& parent, const std::string& name) const
 {
-    return freeName(*_tree, existing(*_tree, parent), name).string();
+    return _tree->freeName(existing(*_tree, parent), name).string();
 }
 
 void DataModel::setEnumValues(const Path& item, const std::string& attribute,
@@ -130,7 +155,7 @@ std::vector<std::string> DataModel::metadataKeys(const Path& item,
 void DataModel::setGateway(const Path& item, Rtid nestedRunTimeId)
 {
     auto& node = existing(*_tree, item);
-    node.gateway = nestedRunTimeId;
+    _tree->setGateway(node, nestedRunTimeId);
     announceInvalidate(makeItem(item, node));
 }
 

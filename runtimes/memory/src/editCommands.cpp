@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "nodeTypes.h"
-#include "plannedCommand.h"
+#include "recordedCommand.h"
 #include "steps.h"
 
 namespace Kiv_v4::memory {
@@ -40,6 +40,35 @@ std::vector<PathComponent> namesOfChildren(Tree& tree, const Path& parent,
     return names;
 }
 
+/// Carries out the insertion of a new item before the sibling `before`, or last when that is the
+/// null component, and returns its path.
+Path insertNew(const TreePtr& tree, const Path& parent, const std::string& nodeType,
+               const std::string& wanted, const PathComponent& before, ChangeLog& log)
+{
+    const auto free = tree->freeName(existing(*tree, parent), wanted);
+    auto made = tree->make(nodeType, free);
+    auto& node = *made.get();
+    const Place place{parent, free, before};
+    return log.carryOut(tree, insertion(tree, std::move(made), place), node, place);
+}
+
+/// Carries out the move of an item to `to` and returns its path.
+Path relocate(const TreePtr& tree, const Path& from, const Place& to, ChangeLog& log)
+{
+    return log.carryOut(tree, relocation(tree, from, to), existing(*tree, from), to);
+}
+
+/// The same for another name at its place; nothing to do for its own.
+Path rename(const TreePtr& tree, const Path& item, const PathComponent& name, ChangeLog& log)
+{
+    auto to = placeOf(*tree, item);
+    if (to.name == name) {
+        return item;
+    }
+    to.name = name;
+    return relocate(tree, item, to, log);
+}
+
 } // namespace
 
 SceneItemResultUndoableCommand::Ptr createChildCmd(const TreePtr& tree, const Path& parent,
@@ -51,30 +80,49 @@ SceneItemResultUndoableCommand::Ptr createChildCmd(const TreePtr& tree, const Pa
     }
     return std::make_shared<ItemCommand>(
         tree, "Make " + nodeType + " " + name.string(),
-        [tree, parent, nodeType, wanted = name ? name : nodeType](Plan& plan) {
-            const auto free = freeName(*tree, existing(*tree, parent), wanted.string());
-            const Place place{parent, free, {}};
-            plan.carryOut(insertion(tree, tree->make(nodeType, free), place));
-            return place.path();
+        [tree, parent, nodeType, wanted = name ? name : nodeType](ChangeLog& log) {
+            return insertNew(tree, parent, nodeType, wanted.string(), {}, log);
+        });
+}
+
+UndoableCommand::Ptr createChildrenCmd(const TreePtr& tree, const Path& parent,
+                                       const std::string& nodeType,
+                                       const std::vector<PathComponent>& names)
+{
+    if (!tree->find(parent)) {
+        return nullptr;
+    }
+    return std::make_shared<EditCommand>(
+        tree, "Make " + std::to_string(names.size()) + " " + nodeType,
+        [tree, parent, nodeType, names](ChangeLog& log) {
+            const AnnouncementBatch batch(names.size() > 1);
+            for (const auto& name : names) {
+                const auto& wanted = name ? name.string() : nodeType;
+                insertNew(tree, parent, nodeType, wanted, {}, log);
+            }
+            return parent;
         });
 }
 
 InsertChildCommand::Ptr insertChildCmd(const TreePtr& tree, const Path& parent,
                                        const SceneItem::Ptr& child, const SceneItem::Ptr& before)
 {
-    if (!child || !editableNode(*tree, child->path()) || !tree->find(parent) ||
-        parent.startsWith(child->path()) || (before && !isChildOf(*tree, parent, before))) {
+    const auto* moved = child ? editableNode(*tree, child->path()) : nullptr;
+    const auto* target = tree->find(parent);
+    if (!moved || !target || isUnder(*moved, *target) ||
+        (before && !isChildOf(*tree, parent, before))) {
         return nullptr;
     }
     return std::make_shared<ChildCommand>(
         tree, "Move " + child->nodeName(),
         [tree, parent, from = child->path(),
-         next = before ? before->path().back() : PathComponent()](Plan& plan) {
-            const auto own = from.pop() == parent ? from.back() : PathComponent();
-            const auto free = freeName(*tree, existing(*tree, parent), from.back().string(), own);
-            const Place to{parent, free, next};
-            plan.carryOut(relocation(tree, from, to));
-            return to.path();
+         next = before ? before->path().back() : PathComponent()](ChangeLog& log) {
+            std::vector<PathComponent> freed;
+            if (from.pop() == parent) {
+                freed.push_back(from.back());
+            }
+            const auto free = tree->freeName(existing(*tree, parent), from.back().string(), freed);
+            return relocate(tree, from, {parent, free, next}, log);
         });
 }
 
@@ -89,15 +137,16 @@ SceneItemResultUndoableCommand::Ptr createGroupCmd(const TreePtr& tree, const Pa
     return std::make_shared<ItemCommand>(
         tree, "Group",
         [tree, parent, names = std::move(names),
-         wanted = name ? name : PathComponent(std::string(kGroup))](Plan& plan) {
+         wanted = name ? name : PathComponent(std::string(kGroup))](ChangeLog& log) {
             const AnnouncementBatch batch;
-            const auto free = freeName(*tree, existing(*tree, parent), wanted.string());
-            const Place place{parent, free, names.empty() ? PathComponent() : names.front()};
-            plan.carryOut(insertion(tree, tree->make(kGroup, free), place));
+            // Until the members have left it, their names are taken.
+            const auto final = tree->freeName(existing(*tree, parent), wanted.string(), names);
+            const auto group = insertNew(tree, parent, kGroup, final.string(),
+                                         names.empty() ? PathComponent() : names.front(), log);
             for (const auto& member : names) {
-                plan.carryOut(relocation(tree, parent + member, {place.path(), member, {}}));
+                log.carryOut(relocation(tree, parent + member, {group, member, {}}));
             }
-            return place.path();
+            return rename(tree, group, final, log);
         });
 }
 
@@ -110,8 +159,8 @@ UndoableCommand::Ptr reorderCmd(const TreePtr& tree, const Path& parent,
         return nullptr;
     }
     return std::make_shared<EditCommand>(tree, "Reorder",
-                                         [tree, parent, names = std::move(names)](Plan& plan) {
-                                             plan.carryOut(reordering(tree, parent, names));
+                                         [tree, parent, names = std::move(names)](ChangeLog& log) {
+                                             log.carryOut(reordering(tree, parent, names));
                                              return parent;
                                          });
 }
@@ -123,14 +172,19 @@ UndoableCommand::Ptr ungroupCmd(const TreePtr& tree, const Path& group)
         return nullptr;
     }
     return std::make_shared<EditCommand>(
-        tree, "Ungroup " + node->name.string(), [tree, group](Plan& plan) {
+        tree, "Ungroup " + node->name.string(), [tree, group](ChangeLog& log) {
             const AnnouncementBatch batch;
             const auto parent = group.pop();
+            auto emptied = group;
             for (const auto& member : childNames(existing(*tree, group))) {
-                const auto free = freeName(*tree, existing(*tree, parent), member.string());
-                plan.carryOut(relocation(tree, group + member, {parent, free, group.back()}));
+                auto& above = existing(*tree, parent);
+                const auto free = tree->freeName(above, member.string(), {emptied.back()});
+                if (free == emptied.back()) {
+                    emptied = rename(tree, emptied, tree->freeName(above, free.string()), log);
+                }
+                log.carryOut(relocation(tree, emptied + member, {parent, free, emptied.back()}));
             }
-            plan.carryOut(removal(tree, group));
+            log.carryOut(removal(tree, emptied));
             return parent;
         });
 }
@@ -141,8 +195,8 @@ UndoableCommand::Ptr deleteItemCmd(const TreePtr& tree, const Path& item)
         return nullptr;
     }
     return std::make_shared<EditCommand>(tree, "Delete " + item.back().string(),
-                                         [tree, item](Plan& plan) {
-                                             plan.carryOut(removal(tree, item));
+                                         [tree, item](ChangeLog& log) {
+                                             log.carryOut(removal(tree, item));
                                              return item.pop();
                                          });
 }
@@ -154,7 +208,7 @@ SceneItemResultUndoableCommand::Ptr duplicateItemCmd(const TreePtr& tree, const 
     }
     return std::make_shared<ItemCommand>(
         tree, "Duplicate " + item.back().string(),
-        [tree, item](Plan& plan) { return duplicate(tree, item, plan); });
+        [tree, item](ChangeLog& log) { return duplicate(tree, item, log); });
 }
 
 SceneItemResultUndoableCommand::Ptr renameItemCmd(const TreePtr& tree, const Path& item,
@@ -163,27 +217,25 @@ SceneItemResultUndoableCommand::Ptr renameItemCmd(const TreePtr& tree, const Pat
     if (!editableNode(*tree, item) || !newName) {
         return nullptr;
     }
-    return std::make_shared<ItemCommand>(tree, "Rename " + item.back().string(),
-                                         [tree, item, newName](Plan& plan) {
-                                             auto to = placeOf(*tree, item);
-                                             to.name = validNameFor(*tree, item, newName);
-                                             plan.carryOut(relocation(tree, item, to));
-                                             return to.path();
-                                         });
+    return std::make_shared<ItemCommand>(
+        tree, "Rename " + item.back().string(), [tree, item, newName](ChangeLog& log) {
+            return rename(tree, item, validNameFor(*tree, item, newName), log);
+        });
 }
 
-Path duplicate(const TreePtr& tree, const Path& item, Plan& plan)
+Path duplicate(const TreePtr& tree, const Path& item, ChangeLog& log)
 {
     const auto& node = editable(*tree, item);
-    const Place place{item.pop(), freeName(*tree, *node.parent, node.name.string()), {}};
-    plan.carryOut(insertion(tree, tree->copy(node), place));
-    return place.path();
+    const Place place{item.pop(), tree->freeName(*node.parent, node.name.string()), {}};
+    auto copied = tree->copy(node);
+    auto& copy = *copied.get();
+    return log.carryOut(tree, insertion(tree, std::move(copied), place), copy, place);
 }
 
 PathComponent validNameFor(Tree& tree, const Path& item, const PathComponent& name)
 {
     const auto* node = editableNode(tree, item);
-    return node ? freeName(tree, *node->parent, name.string(), node->name) : PathComponent();
+    return node ? tree.freeName(*node->parent, name.string(), {node->name}) : PathComponent();
 }
 
 } // namespace Kiv_v4::memory

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "kiv/resultCommands.h"
 #include "kiv/sceneItem.h"
@@ -20,6 +21,9 @@ using TreePtr = std::shared_ptr<Tree>;
                                                                  const Path& parent,
                                                                  const std::string& nodeType,
                                                                  const PathComponent& name);
+[[nodiscard]] UndoableCommand::Ptr createChildrenCmd(const TreePtr& tree, const Path& parent,
+                                                     const std::string& nodeType,
+                                                     const std::vector<PathComponent>& names);
 [[nodiscard]] InsertChildCommand::Ptr insertChildCmd(const TreePtr& tree, const Path& parent,
                                                      const SceneItem::Ptr& child,
                                                      const SceneItem::Ptr& before);
@@ -37,7 +41,7 @@ using TreePtr = std::shared_ptr<Tree>;
 renameItemCmd(const TreePtr& tree, const Path& item, const PathComponent& newName);
 
 /// Carries out the duplication of one item and returns the path of the copy.
-Path duplicate(const TreePtr& tree, const Path& item, Plan& plan);
+Path duplicate(const TreePtr& tree, const Path& item, ChangeLog& log);
 
 /// The name that the item gets when it is renamed to `name`; null for the root and for no item.
 [[nodiscard]] PathComponent validNameFor(Tree& tree, const Path& item, const PathComponent& name);

@@ -3,10 +3,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "kiv/runTimeMgr.h"
-
 #include "editCommands.h"
 #include "item.h"
+#include "walk.h"
 
 namespace Kiv_v4::memory {
 
@@ -64,7 +63,7 @@ ChildFilter MemoryHierarchy::defaultChildFilter() const
 SceneItem::Ptr MemoryHierarchy::parent() const
 {
     const auto* self = node();
-    return self && self->parent ? makeItem(_item->path().pop(), *self->parent) : nullptr;
+    return self && self->parent ? makeItem(*_tree, _item->path().pop(), *self->parent) : nullptr;
 }
 
 SceneItem::Ptr MemoryHierarchy::defaultParent() const
@@ -100,17 +99,106 @@ UndoableCommand::Ptr MemoryHierarchy::ungroupCmd()
     return memory::ungroupCmd(_tree, _item->path());
 }
 
+std::size_t MemoryHierarchy::nbChildren() const
+{
+    const auto* self = node();
+    return self ? _tree->nbChildren(*self) + mountedItems().size() : 0;
+}
+
+std::optional<std::size_t> MemoryHierarchy::row(Path const& child) const
+{
+    const auto* self = node();
+    if (!self) {
+        return std::nullopt;
+    }
+    if (const auto* found = _tree->find(child)) {
+        return found->parent == self ? std::optional(_tree->rowOf(*found)) : std::nullopt;
+    }
+    auto row = _tree->nbChildren(*self);
+    for (const auto& item : mountedItems()) {
+        if (item->path() == child) {
+            return row;
+        }
+        ++row;
+    }
+    return std::nullopt;
+}
+
+SceneItemList MemoryHierarchy::childRange(std::size_t first, std::size_t count) const
+{
+    SceneItemList range;
+    forRange(
+        first, count, [&](Node& child) { range.push_back(itemOf(child)); },
+        [&](const SceneItem::Ptr& mounted) { range.push_back(mounted); });
+    return range;
+}
+
+std::vector<ChildInfo> MemoryHierarchy::childInfos(std::size_t first, std::size_t count) const
+{
+    std::vector<ChildInfo> infos;
+    forRange(
+        first, count,
+        [&](const Node& child) {
+            infos.push_back({child.name, child.type, _tree->runTimeId()});
+        },
+        [&](const SceneItem::Ptr& mounted) {
+            infos.push_back({mounted->path().back(), mounted->nodeType(), mounted->runTimeId()});
+        });
+    return infos;
+}
+
+UndoableCommand::Ptr MemoryHierarchy::createChildrenCmd(std::string const& nodeType,
+                                                        std::vector<PathComponent> const& names)
+{
+    return memory::createChildrenCmd(_tree, _item->path(), nodeType, names);
+}
+
+SegmentWalk::Ptr MemoryHierarchy::segmentWalk() const
+{
+    return std::make_unique<MemoryWalk>(_tree, _item->path(), node());
+}
+
+/// Calls one for each own child and the other for each mounted item in these rows.
+template <class VisitOwn, class VisitMounted>
+void MemoryHierarchy::forRange(std::size_t first, std::size_t count, VisitOwn visitOwn,
+                               VisitMounted visitMounted) const
+{
+    const auto* self = node();
+    if (!self) {
+        return;
+    }
+    for (auto* child = _tree->childAt(*self, first); child && count > 0; child = child->next) {
+        visitOwn(*child);
+        --count;
+    }
+    if (self->gateway == 0 || count == 0) {
+        return;
+    }
+    auto row = _tree->nbChildren(*self);
+    for (const auto& mounted : mountedItems()) {
+        if (row++ >= first && count > 0) {
+            visitMounted(mounted);
+            --count;
+        }
+    }
+}
+
 Node* MemoryHierarchy::node() const noexcept
 {
-    return _tree->find(_item->path());
+    return _tree->find(*_item);
+}
+
+SceneItem::Ptr MemoryHierarchy::itemOf(Node& child) const
+{
+    return makeItem(*_tree, _item->path() + child.name, child);
 }
 
 SceneItemList MemoryHierarchy::ownChildren() const
 {
     SceneItemList children;
     if (const auto* self = node()) {
-        for (const auto* child = self->firstChild; child; child = child->next) {
-            children.push_back(makeItem(_item->path() + child->name, *child));
+        for (auto* child = self->firstChild; child; child = child->next) {
+            children.push_back(itemOf(*child));
         }
     }
     return children;
@@ -119,11 +207,7 @@ SceneItemList MemoryHierarchy::ownChildren() const
 SceneItemList MemoryHierarchy::mountedItems() const
 {
     const auto* self = node();
-    if (!self || self->gateway == 0) {
-        return {};
-    }
-    const auto nested = RunTimeMgr::instance().hierarchyHandler(self->gateway);
-    return nested ? nested->rootItems(_item->path()) : SceneItemList();
+    return self ? itemsMountedAt(_item->path(), *self) : SceneItemList();
 }
 
 MemoryHierarchyHandler::MemoryHierarchyHandler(std::shared_ptr<Tree> tree) : _tree(std::move(tree))
@@ -136,16 +220,14 @@ Hierarchy::Ptr MemoryHierarchyHandler::hierarchy(SceneItem::Ptr const& item)
 
 SceneItem::Ptr MemoryHierarchyHandler::createItem(Path const& path)
 {
-    const auto* node = _tree->find(path);
-    return node ? makeItem(path, *node) : nullptr;
+    auto* node = _tree->find(path);
+    return node ? makeItem(*_tree, path, *node) : nullptr;
 }
 
 SceneItemList MemoryHierarchyHandler::rootItems(Path const& gateway)
 {
-    if (!gateway.empty()) {
-        return {};
-    }
-    return {makeItem(_tree->rootPath(), _tree->root())};
+    auto* root = gateway.empty() ? _tree->find(_tree->rootPath()) : nullptr;
+    return root ? SceneItemList{makeItem(*_tree, _tree->rootPath(), *root)} : SceneItemList();
 }
 
 } // namespace Kiv_v4::memory

@@ -1,16 +1,20 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
+#include <optional>
+#include <string>
+#include <vector>
 
-#include "kiv/hierarchy.h"
 #include "kiv/hierarchyHandler.h"
+#include "kiv/hierarchy_v4_2.h"
 
 #include "tree.h"
 
 namespace Kiv_v4::memory {
 
 /// The structure around one item, looked up in the scene at each call.
-class MemoryHierarchy : public Hierarchy
+class MemoryHierarchy : public Hierarchy_v4_2
 {
 public:
     MemoryHierarchy(std::shared_ptr<Tree> tree, SceneItem::Ptr item);
@@ -31,11 +35,24 @@ public:
     createGroupCmd(SceneItemList const& members, PathComponent const& name) override;
     [[nodiscard]] UndoableCommand::Ptr reorderCmd(SceneItemList const& orderedList) override;
     [[nodiscard]] UndoableCommand::Ptr ungroupCmd() override;
+    [[nodiscard]] std::size_t nbChildren() const override;
+    [[nodiscard]] std::optional<std::size_t> row(Path const& child) const override;
+    [[nodiscard]] SceneItemList childRange(std::size_t first, std::size_t count) const override;
+    [[nodiscard]] std::vector<ChildInfo> childInfos(std::size_t first,
+                                                    std::size_t count) const override;
+    [[nodiscard]] UndoableCommand::Ptr
+    createChildrenCmd(std::string const& nodeType,
+                      std::vector<PathComponent> const& names) override;
+    [[nodiscard]] SegmentWalk::Ptr segmentWalk() const override;
 
 private:
     [[nodiscard]] Node* node() const noexcept;
+    [[nodiscard]] SceneItem::Ptr itemOf(Node& child) const;
     [[nodiscard]] SceneItemList ownChildren() const;
     [[nodiscard]] SceneItemList mountedItems() const;
+    template <class VisitOwn, class VisitMounted>
+    void forRange(std::size_t first, std::size_t count, VisitOwn visitOwn,
+                  VisitMounted visitMounted) const;
 
     const std::shared_ptr<Tree> _tree;
     const SceneItem::Ptr _item;

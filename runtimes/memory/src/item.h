@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -17,6 +18,17 @@ class Item : public SceneItem
 public:
     Item(const Path& path, const Node& node) : SceneItem(path), _nodeType(node.type) {}
 
+    /// The node that the path names while the tree has that version; null when it is not known.
+    [[nodiscard]] Node* knownNode(std::uint64_t version) const noexcept
+    {
+        return version == _version ? _node : nullptr;
+    }
+    void learnNode(Node& node, std::uint64_t version) const noexcept
+    {
+        _node = &node;
+        _version = version;
+    }
+
     [[nodiscard]] std::string nodeType() const override { return _nodeType; }
 
     /// The type, for the lights of a kind also that of all lights.
@@ -28,12 +40,22 @@ public:
     }
 
 private:
-    std::string _nodeType;
+    const std::string _nodeType;
+    mutable Node* _node = nullptr;
+    mutable std::uint64_t _version = 0;
 };
 
 [[nodiscard]] inline SceneItem::Ptr makeItem(const Path& path, const Node& node)
 {
     return std::make_shared<Item>(path, node);
+}
+
+/// The same for a node that is in the scene, at `path`.
+[[nodiscard]] inline SceneItem::Ptr makeItem(const Tree& tree, const Path& path, Node& node)
+{
+    auto item = std::make_shared<Item>(path, node);
+    item->learnNode(node, tree.version());
+    return item;
 }
 
 } // namespace Kiv_v4::memory

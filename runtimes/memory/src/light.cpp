@@ -206,7 +206,7 @@ public:
 
     [[nodiscard]] Light::Ptr light(SceneItem::Ptr const& item) override
     {
-        const auto* node = _tree->find(item->path());
+        const auto* node = _tree->find(*item);
         const auto kind = node ? lightKind(node->type) : std::nullopt;
         return kind ? std::make_shared<MemoryLight>(ItemProperties(_tree, item), *kind) : nullptr;
     }

@@ -110,9 +110,8 @@ public:
 
     [[nodiscard]] Material::Ptr material(SceneItem::Ptr const& item) override
     {
-        return _tree->find(item->path())
-                   ? std::make_shared<MemoryMaterial>(ItemProperties(_tree, item))
-                   : nullptr;
+        return _tree->find(*item) ? std::make_shared<MemoryMaterial>(ItemProperties(_tree, item))
+                                  : nullptr;
     }
 
 private:

@@ -73,6 +73,13 @@ private:
     const TypeAttribute& _attribute; ///< Of the table of types, which stays.
 };
 
+AttributeDef::Ptr find(const Descriptions& descriptions, const std::string& name)
+{
+    const auto found = std::find_if(descriptions.begin(), descriptions.end(),
+                                    [&](const auto& known) { return known.name == name; });
+    return found == descriptions.end() ? nullptr : std::make_shared<MemoryAttributeDef>(*found);
+}
+
 /// Makes an item, then, through the attributes that its run-time offers, those of its type.
 class CreateNodeCommand : public SceneItemResultUndoableCommand
 {
@@ -200,13 +207,6 @@ private:
         return names;
     }
 
-    static AttributeDef::Ptr find(const Descriptions& descriptions, const std::string& name)
-    {
-        const auto found = std::find_if(descriptions.begin(), descriptions.end(),
-                                        [&](const auto& known) { return known.name == name; });
-        return found == descriptions.end() ? nullptr : std::make_shared<MemoryAttributeDef>(*found);
-    }
-
     static std::vector<AttributeDef::Ptr> all(const Descriptions& descriptions)
     {
         std::vector<AttributeDef::Ptr> definitions;
@@ -254,6 +254,13 @@ private:
 };
 
 } // namespace
+
+AttributeDef::Ptr attributeOfType(const std::string& nodeType, const std::string& name)
+{
+    const auto* known = findNodeType(nodeType);
+    const auto input = known ? find(known->inputs, name) : nullptr;
+    return input || !known ? input : find(known->outputs, name);
+}
 
 NodeDefHandler::Ptr makeNodeDefHandler(const TreePtr& tree)
 {

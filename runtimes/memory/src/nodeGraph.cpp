@@ -84,7 +84,7 @@ public:
 
     [[nodiscard]] UINodeGraphNode::Ptr uiNodeGraphNode(SceneItem::Ptr const& item) override
     {
-        return _tree->find(item->path())
+        return _tree->find(*item)
                    ? std::make_shared<MemoryNodeGraphNode>(ItemProperties(_tree, item))
                    : nullptr;
     }

@@ -121,9 +121,8 @@ public:
 
     [[nodiscard]] Object3d::Ptr object3d(SceneItem::Ptr const& item) override
     {
-        return _tree->find(item->path())
-                   ? std::make_shared<MemoryObject3d>(ItemProperties(_tree, item))
-                   : nullptr;
+        return _tree->find(*item) ? std::make_shared<MemoryObject3d>(ItemProperties(_tree, item))
+                                  : nullptr;
     }
 
 private:

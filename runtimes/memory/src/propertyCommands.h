@@ -213,7 +213,7 @@ public:
     [[nodiscard]] const Path& path() const noexcept { return _item->path(); }
 
     /// Null for an item that is not in the scene any more.
-    [[nodiscard]] Node* node() const noexcept { return _tree->find(path()); }
+    [[nodiscard]] Node* node() const noexcept { return _tree->find(*_item); }
 
     /// The value; that of a new item for one that is not in the scene any more.
     template <class Record, class Value>

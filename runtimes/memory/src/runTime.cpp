@@ -39,7 +39,10 @@ RunTime::RunTime(const std::string& name, const std::string& rootName)
     installItemInterfaces(_tree);
 }
 
-RunTime::~RunTime() = default;
+RunTime::~RunTime()
+{
+    _tree->close();
+}
 
 Rtid RunTime::id() const noexcept
 {

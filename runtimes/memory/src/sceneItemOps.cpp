@@ -8,7 +8,8 @@ namespace Kiv_v4::memory {
 
 namespace {
 
-/// Executes a command that gives an item and returns both; nothing when there is no command.
+/// Executes a command that gives an item and returns both; nothing when there is no command, or
+/// when an observer took the item out of the scene at once.
 template <class Result>
 Result executed(const SceneItemResultUndoableCommand::Ptr& command)
 {
@@ -16,7 +17,8 @@ Result executed(const SceneItemResultUndoableCommand::Ptr& command)
         return {};
     }
     command->execute();
-    return {command->sceneItem(), command};
+    const auto item = command->sceneItem();
+    return item ? Result(item, command) : Result();
 }
 
 } // namespace

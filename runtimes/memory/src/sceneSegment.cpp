@@ -16,9 +16,12 @@ Selection gateways(Tree& tree, const Path& path, Wanted wanted)
 {
     Selection found;
     auto* top = tree.find(path);
-    for (auto* node = top; node; node = nextInSubtree(top, node)) {
-        if (node != top && node->gateway != 0 && wanted(node->gateway)) {
-            found.append(makeItem(tree.pathOf(*node), *node));
+    if (!top) {
+        return found;
+    }
+    for (auto* node : tree.gatewaysUnder(*top)) {
+        if (node != top && wanted(node->gateway)) {
+            found.append(makeItem(tree, tree.pathOf(*node), *node));
         }
     }
     return found;

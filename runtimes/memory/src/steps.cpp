@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "kiv/pathString.h"
-#include "kiv/uniqueName.h"
 
 #include "announcements.h"
 #include "item.h"
@@ -33,30 +32,49 @@ Node* sibling(Tree& tree, const Path& parentPath, const Node& parent, const Path
 }
 
 /// A subtree at its place.
-class ItemPresence
+class PlacedItem
 {
 public:
-    ItemPresence(std::shared_ptr<Tree> tree, Detached&& outside, Place place)
+    PlacedItem(std::shared_ptr<Tree> tree, Detached&& outside, Place place)
         : _tree(std::move(tree)), _outside(std::move(outside)), _place(std::move(place))
     {}
 
     void enter()
     {
+        if (std::exchange(_wasTaken, false)) {
+            return;
+        }
+        if (!_outside.get()) {
+            refuse(_place.path(), "was taken out of the scene by another edit.");
+        }
         auto& parent = existing(*_tree, _place.parent);
         requireFree(*_tree, parent, _place.name);
         auto* before = sibling(*_tree, _place.parent, parent, _place.before);
-        _outside.get()->name = _place.name;
-        const auto item = makeItem(_place.path(), *_outside.get());
+        auto& node = *_outside.get();
+        node.name = _place.name;
+        const auto item = makeItem(*_tree, _place.path(), node);
         _tree->attach(std::move(_outside), parent, before);
+        _tree->remember(item->path(), node);
         announceAdd(item);
     }
 
     void leave()
     {
         auto& node = editable(*_tree, _place.path());
-        const auto item = makeItem(_place.path(), node);
+        const NodeWatch watch(_tree, node);
+        auto item = makeItem(*_tree, _place.path(), node);
         announcePreDelete(item);
+        if (!watch.get()) {
+            _wasTaken = true;
+            return;
+        }
+        if (_tree->find(*item) != &node) {
+            item = makeItem(*_tree, _tree->pathOf(node), node);
+        }
+        _place = placeOf(node, item->path());
+        auto& parent = *node.parent;
         _outside = _tree->detach(node);
+        _tree->remember(_place.parent, parent);
         announcePostDelete(item);
     }
 
@@ -64,6 +82,7 @@ private:
     std::shared_ptr<Tree> _tree;
     Detached _outside;
     Place _place;
+    bool _wasTaken = false; ///< By an observer, when this was about to.
 };
 
 class Relocation : public Step
@@ -82,7 +101,7 @@ private:
         const auto path = from.path();
         auto& node = editable(*_tree, path);
         auto& parent = existing(*_tree, to.parent);
-        if (to.parent.startsWith(path)) {
+        if (isUnder(node, parent)) {
             refuse(path, "cannot move under itself.");
         }
         const auto sameParent = &parent == node.parent;
@@ -90,7 +109,7 @@ private:
             requireFree(*_tree, parent, to.name);
         }
         auto* before = sibling(*_tree, to.parent, parent, to.before);
-        const auto item = sameParent && from.name == to.name ? makeItem(to.parent, parent)
+        const auto item = sameParent && from.name == to.name ? makeItem(*_tree, to.parent, parent)
                                                              : makeItem(to.path(), node);
         _tree->move(node, parent, before == &node ? node.next : before, to.name);
         if (!sameParent) {
@@ -145,12 +164,12 @@ private:
 
 StepPtr insertion(const std::shared_ptr<Tree>& tree, Detached&& subtree, const Place& place)
 {
-    return std::make_unique<Entry<ItemPresence>>(ItemPresence(tree, std::move(subtree), place));
+    return std::make_unique<Insertion<PlacedItem>>(PlacedItem(tree, std::move(subtree), place));
 }
 
 StepPtr removal(const std::shared_ptr<Tree>& tree, const Path& path)
 {
-    return std::make_unique<Exit<ItemPresence>>(ItemPresence(tree, {}, placeOf(*tree, path)));
+    return std::make_unique<Removal<PlacedItem>>(PlacedItem(tree, {}, placeOf(*tree, path)));
 }
 
 StepPtr relocation(const std::shared_ptr<Tree>& tree, const Path& from, const Place& to)
@@ -165,14 +184,28 @@ StepPtr reordering(const std::shared_ptr<Tree>& tree, const Path& parent,
                                         std::move(names));
 }
 
-void Plan::carryOut(StepPtr step)
+void ChangeLog::carryOut(StepPtr step)
 {
-    _steps.reserve(_steps.size() + 1);
+    // Room first, so that a step that was applied is known; more than one, so that a thousand steps
+    // do not move a thousand times.
+    if (_steps.size() == _steps.capacity()) {
+        _steps.reserve(2 * _steps.size() + 1);
+    }
     step->apply();
     _steps.push_back(std::move(step));
 }
 
-void Plan::apply()
+Path ChangeLog::carryOut(const std::shared_ptr<Tree>& tree, StepPtr step, Node& node,
+                         const Place& place)
+{
+    const NodeWatch watch(tree, node);
+    carryOut(std::move(step));
+    auto path = place.path();
+    const auto* now = watch.get();
+    return now && tree->find(path) != now ? tree->pathOf(*now) : path;
+}
+
+void ChangeLog::apply()
 {
     std::size_t done = 0;
     try {
@@ -187,7 +220,7 @@ void Plan::apply()
     }
 }
 
-void Plan::revert()
+void ChangeLog::revert()
 {
     auto left = _steps.size();
     try {
@@ -227,7 +260,11 @@ Node& editable(Tree& tree, const Path& path)
 
 Place placeOf(Tree& tree, const Path& path)
 {
-    const auto& node = editable(tree, path);
+    return placeOf(editable(tree, path), path);
+}
+
+Place placeOf(const Node& node, const Path& path)
+{
     return {path.pop(), node.name, node.next ? node.next->name : PathComponent()};
 }
 
@@ -246,14 +283,6 @@ bool isOrderOf(const Node& parent, const std::vector<PathComponent>& names)
     const std::unordered_set<PathComponent> known(children.begin(), children.end());
     const std::unordered_set<PathComponent> given(names.begin(), names.end());
     return names.size() == children.size() && given == known;
-}
-
-PathComponent freeName(Tree& tree, const Node& parent, const std::string& name,
-                       const PathComponent& allowed)
-{
-    return uniqueName(validName(name), [&](const std::string& candidate) {
-        return candidate != allowed.string() && tree.child(parent, candidate);
-    });
 }
 
 PathComponent requireFreeName(Tree& tree, const Node& parent, const std::string& name)

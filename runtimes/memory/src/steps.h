@@ -42,40 +42,42 @@ public:
 
 using StepPtr = std::unique_ptr<Step>;
 
-/// Lets something enter the scene. A `Presence` stands for the thing and its place: it puts it
-/// there with `enter` and takes it out again with `leave`.
-template <class Presence>
-class Entry : public Step
+/// Lets something enter the scene. A `Placed` stands for the thing and its place: it puts it there
+/// with `enter` and takes it out again with `leave`.
+template <class Placed>
+class Insertion : public Step
 {
 public:
-    explicit Entry(Presence&& presence) : _presence(std::move(presence)) {}
+    explicit Insertion(Placed&& placed) : _placed(std::move(placed)) {}
 
-    void apply() override { _presence.enter(); }
-    void revert() override { _presence.leave(); }
+    void apply() override { _placed.enter(); }
+    void revert() override { _placed.leave(); }
 
 private:
-    Presence _presence;
+    Placed _placed;
 };
 
 /// Lets something leave the scene.
-template <class Presence>
-class Exit : public Step
+template <class Placed>
+class Removal : public Step
 {
 public:
-    explicit Exit(Presence&& presence) : _presence(std::move(presence)) {}
+    explicit Removal(Placed&& placed) : _placed(std::move(placed)) {}
 
-    void apply() override { _presence.leave(); }
-    void revert() override { _presence.enter(); }
+    void apply() override { _placed.leave(); }
+    void revert() override { _placed.enter(); }
 
 private:
-    Presence _presence;
+    Placed _placed;
 };
 
 /// Puts a subtree that is in no scene into the place; its top takes the place's name.
 [[nodiscard]] StepPtr insertion(const std::shared_ptr<Tree>& tree, Detached&& subtree,
                                 const Place& place);
 
-/// Takes the item at `path`, with all that is under it, out of the scene.
+/// Takes the item at `path`, with all that is under it, out of the scene. An observer that is told
+/// beforehand may rename or move the item, which then leaves from there, or take it out itself:
+/// then the step does nothing, and reverting it neither.
 [[nodiscard]] StepPtr removal(const std::shared_ptr<Tree>& tree, const Path& path);
 
 /// Moves the item at `from` to another place: under another parent, name, or position.
@@ -86,14 +88,19 @@ private:
 [[nodiscard]] StepPtr reordering(const std::shared_ptr<Tree>& tree, const Path& parent,
                                  std::vector<PathComponent> names);
 
-/// Several steps as one: all of them or, when one throws, none.
-class Plan
+/// Steps that were carried out, to be taken back and done again as one: all of them or, when one
+/// throws, none.
+class ChangeLog
 {
 public:
     [[nodiscard]] std::size_t size() const noexcept { return _steps.size(); }
 
     /// Applies `step` and adds it. When it throws, it is not added.
     void carryOut(StepPtr step);
+
+    /// The same for a step that puts the node, which lives, into the scene or elsewhere in it to
+    /// `place`. Returns where it then is, which is not `place` when an observer had other ideas.
+    Path carryOut(const std::shared_ptr<Tree>& tree, StepPtr step, Node& node, const Place& place);
 
     /// Applies all steps again.
     void apply();
@@ -114,17 +121,13 @@ private:
 
 /// Where the item at `path` is now.
 [[nodiscard]] Place placeOf(Tree& tree, const Path& path);
+[[nodiscard]] Place placeOf(const Node& node, const Path& path);
 
 /// The names of the children, in order.
 [[nodiscard]] std::vector<PathComponent> childNames(const Node& parent);
 
 /// Whether `names` holds the name of each child once.
 [[nodiscard]] bool isOrderOf(const Node& parent, const std::vector<PathComponent>& names);
-
-/// `name`, made fit for an item and free among the children of `parent`; a child of `parent` called
-/// `allowed` does not count.
-[[nodiscard]] PathComponent freeName(Tree& tree, const Node& parent, const std::string& name,
-                                     const PathComponent& allowed = {});
 
 /// `name` itself. Throws `std::invalid_argument` unless it is fit and free.
 [[nodiscard]] PathComponent requireFreeName(Tree& tree, const Node& parent,

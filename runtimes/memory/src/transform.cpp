@@ -77,13 +77,12 @@ public:
 
     [[nodiscard]] Matrix4d segmentInclusiveMatrix() const override
     {
-        return toSegment(_properties.node());
+        return toSegment(&existing(*_properties.tree(), path()));
     }
 
     [[nodiscard]] Matrix4d segmentExclusiveMatrix() const override
     {
-        const auto* node = _properties.node();
-        return toSegment(node ? node->parent : nullptr);
+        return toSegment(existing(*_properties.tree(), path()).parent);
     }
 
     [[nodiscard]] UndoableCommand::Ptr translateCmd(double x, double y, double z) override
@@ -189,9 +188,8 @@ public:
 
     [[nodiscard]] Transform3d::Ptr transform3d(SceneItem::Ptr const& item) const override
     {
-        return _tree->find(item->path())
-                   ? std::make_shared<MemoryTransform3d>(ItemProperties(_tree, item))
-                   : nullptr;
+        return _tree->find(*item) ? std::make_shared<MemoryTransform3d>(ItemProperties(_tree, item))
+                                  : nullptr;
     }
 
 private:

@@ -1,32 +1,24 @@
 #include "tree.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <functional>
+#include <iterator>
+#include <typeinfo>
 #include <utility>
-#include <vector>
 
 #include "kiv/memory/dataModel.h"
+
+#include "item.h"
+#include "nodeTypes.h"
 
 namespace Kiv_v4::memory {
 
 namespace {
 
-void link(Node& node, Node& parent, Node* before) noexcept
-{
-    node.parent = &parent;
-    node.next = before;
-    node.previous = before ? before->previous : parent.lastChild;
-    (node.previous ? node.previous->next : parent.firstChild) = &node;
-    (before ? before->previous : parent.lastChild) = &node;
-}
+/// Paths of at most that many components are looked up faster than they are remembered.
+constexpr std::size_t kFewSteps = 8;
 
-void unlink(Node& node) noexcept
-{
-    (node.previous ? node.previous->next : node.parent->firstChild) = node.next;
-    (node.next ? node.next->previous : node.parent->lastChild) = node.previous;
-    node.parent = node.previous = node.next = nullptr;
-}
+/// Among at most that many siblings, counting is as fast as an index.
+constexpr std::size_t kFewSiblings = 64;
 
 } // namespace
 
@@ -39,6 +31,15 @@ Node* nextInSubtree(const Node* top, Node* node) noexcept
         node = node->parent;
     }
     return node == top ? nullptr : node->next;
+}
+
+bool isUnder(const Node& top, const Node& node) noexcept
+{
+    const auto* step = &node;
+    while (step && step != &top) {
+        step = step->parent;
+    }
+    return step != nullptr;
 }
 
 Detached::Detached(std::shared_ptr<Tree> tree, Node* top) noexcept
@@ -68,26 +69,50 @@ Node* Detached::release() noexcept
     return std::exchange(_top, nullptr);
 }
 
+NodeWatch::NodeWatch(std::shared_ptr<Tree> tree, Node& node) noexcept
+    : _tree(std::move(tree)), _node(&node), _outer(std::exchange(_tree->_watches, this))
+{}
+
+NodeWatch::~NodeWatch()
+{
+    _tree->_watches = _outer;
+}
+
+Node* NodeWatch::get() const noexcept
+{
+    return _node && _tree->contains(*_node) ? _node : nullptr;
+}
+
 Tree::Tree(Rtid runTimeId, const PathComponent& rootName)
     : _rootPath(PathSegment(rootName, runTimeId, DataModel::kSeparator))
 {
     _root.name = rootName;
     _root.type = "root";
+    changeVersion();
 }
 
 Tree::~Tree()
 {
     while (_root.firstChild) {
         auto& child = *_root.firstChild;
-        leave(child);
+        _index.erase(child);
         unlink(child);
         destroy(&child);
     }
 }
 
+void Tree::close() noexcept
+{
+    _closed = true;
+    changeVersion();
+}
+
 Node* Tree::find(const Path& path) noexcept
 {
-    if (path.nbSegments() != 1 || path.empty() || path.runTimeId() != runTimeId() ||
+    if (_lastNode && _lastPath == path) {
+        return _lastNode;
+    }
+    if (_closed || path.nbSegments() != 1 || path.empty() || path.runTimeId() != runTimeId() ||
         path.segment(0).separator() != DataModel::kSeparator || *path.begin() != _root.name) {
         return nullptr;
     }
@@ -95,13 +120,32 @@ Node* Tree::find(const Path& path) noexcept
     for (auto name = path.begin() + 1; node && name != path.end(); ++name) {
         node = child(*node, *name);
     }
+    if (node && path.size() > kFewSteps) {
+        remember(path, *node);
+    }
     return node;
 }
 
-Node* Tree::child(const Node& parent, const PathComponent& name) noexcept
+Node* Tree::find(const SceneItem& item) noexcept
 {
-    const auto found = _index.find({&parent, name});
-    return found == _index.end() ? nullptr : found->second;
+    if (typeid(item) != typeid(Item)) {
+        return find(item.path());
+    }
+    const auto& own = static_cast<const Item&>(item);
+    if (auto* node = own.knownNode(_version)) {
+        return node;
+    }
+    auto* node = find(item.path());
+    if (node) {
+        own.learnNode(*node, _version);
+    }
+    return node;
+}
+
+void Tree::remember(const Path& path, Node& node) noexcept
+{
+    _lastPath = path;
+    _lastNode = &node;
 }
 
 Path Tree::pathOf(const Node& node) const
@@ -116,11 +160,63 @@ Path Tree::pathOf(const Node& node) const
 
 bool Tree::contains(const Node& node) const noexcept
 {
-    const auto* top = &node;
-    while (top->parent) {
-        top = top->parent;
+    return isUnder(_root, node);
+}
+
+std::size_t Tree::nbChildren(const Node& parent)
+{
+    std::size_t count = 0;
+    for (const auto* child = parent.firstChild; child; child = child->next) {
+        if (++count > kFewSiblings) {
+            return rows(parent).size();
+        }
     }
-    return top == &_root;
+    return count;
+}
+
+Node* Tree::childAt(const Node& parent, std::size_t row)
+{
+    if (row < kFewSiblings) {
+        auto* child = parent.firstChild;
+        for (; child && row > 0; --row) {
+            child = child->next;
+        }
+        return child;
+    }
+    auto& known = rows(parent);
+    return row < known.size() ? known.at(row) : nullptr;
+}
+
+std::size_t Tree::rowOf(const Node& node)
+{
+    std::size_t row = 0;
+    for (const auto* before = node.previous; before; before = before->previous) {
+        if (++row > kFewSiblings) {
+            return rows(*node.parent).rowOf(node);
+        }
+    }
+    return row;
+}
+
+SiblingRows& Tree::rows(const Node& parent)
+{
+    return _rows.try_emplace(&parent, parent).first->second;
+}
+
+PathComponent Tree::freeName(const Node& parent, const std::string& name,
+                             const std::vector<PathComponent>& freed)
+{
+    return _freeNames.find(*this, parent, name, freed);
+}
+
+void Tree::setGateway(Node& node, Rtid nestedRunTimeId)
+{
+    if (nestedRunTimeId != 0) {
+        _gateways.insert(node);
+    } else {
+        _gateways.erase(node);
+    }
+    node.gateway = nestedRunTimeId;
 }
 
 Detached Tree::make(const std::string& type, const PathComponent& name)
@@ -128,14 +224,18 @@ Detached Tree::make(const std::string& type, const PathComponent& name)
     auto node = std::make_unique<Node>();
     node->name = name;
     node->type = type;
-    return {shared_from_this(), node.release()};
+    Detached made(shared_from_this(), node.release());
+    if (type == kCamera) {
+        _cameras.insert(*made.get());
+    }
+    return made;
 }
 
 Node& Tree::attach(Detached&& subtree, Node& parent, Node* before)
 {
-    auto& node = *subtree.get();
-    enter(node, parent);
-    subtree.release();
+    _index.reserve(1);
+    auto& node = *subtree.release();
+    _index.insert(node, parent);
     link(node, parent, before);
     return node;
 }
@@ -143,23 +243,26 @@ Node& Tree::attach(Detached&& subtree, Node& parent, Node* before)
 Detached Tree::detach(Node& node)
 {
     auto tree = shared_from_this();
-    leave(node);
+    changeVersion();
+    _index.erase(node);
     unlink(node);
     return {std::move(tree), &node};
 }
 
 void Tree::move(Node& node, Node& parent, Node* before, const PathComponent& name) noexcept
 {
-    auto entry = _index.extract({node.parent, node.name});
+    changeVersion();
+    _index.erase(node);
     unlink(node);
     node.name = name;
+    _index.insert(node, parent);
     link(node, parent, before);
-    entry.key() = {&parent, name};
-    _index.insert(std::move(entry));
 }
 
 void Tree::reorder(Node& parent, const std::vector<Node*>& children) noexcept
 {
+    changeVersion();
+    _rows.erase(&parent);
     parent.firstChild = parent.lastChild = nullptr;
     for (auto* child : children) {
         link(*child, parent, nullptr);
@@ -204,31 +307,71 @@ void Tree::destroy(Node* top) noexcept
     for (auto* node = top; node;) {
         if (auto* child = node->firstChild) {
             node->firstChild = child->next;
-            leave(*child);
+            _index.erase(*child);
             node = child;
         } else {
             auto* parent = node == top ? nullptr : node->parent;
-            delete node;
+            destroyOne(node);
             node = parent;
         }
     }
 }
 
-std::size_t Tree::ChildKeyHash::operator()(const ChildKey& key) const noexcept
+void Tree::destroyOne(Node* node) noexcept
 {
-    // Ids are consecutive and nodes are aligned: mix both into all bits.
-    const auto parent = reinterpret_cast<std::uintptr_t>(key.parent);
-    return (parent ^ (key.name.id() * 0x9E3779B97F4A7C15U)) * 0xC2B2AE3D27D4EB4FU >> 17;
+    if (node->gateway != 0) {
+        _gateways.erase(*node);
+    }
+    if (node->type == kCamera) {
+        _cameras.erase(*node);
+    }
+    if (!_rows.empty()) {
+        _rows.erase(node);
+    }
+    _freeNames.forget(*node);
+    for (auto* watch = _watches; watch; watch = watch->_outer) {
+        if (watch->_node == node) {
+            watch->_node = nullptr;
+        }
+    }
+    delete node;
 }
 
-void Tree::enter(Node& node, const Node& parent)
+void Tree::link(Node& node, Node& parent, Node* before) noexcept
 {
-    _index.emplace(ChildKey{&parent, node.name}, &node);
+    const auto known = _rows.find(&parent);
+    if (known != _rows.end()) {
+        try {
+            known->second.insert(node, before);
+        } catch (...) {
+            _rows.erase(known); // no memory: it is made again when it is asked for
+        }
+    }
+    node.parent = &parent;
+    node.next = before;
+    node.previous = before ? before->previous : parent.lastChild;
+    (node.previous ? node.previous->next : parent.firstChild) = &node;
+    (before ? before->previous : parent.lastChild) = &node;
 }
 
-void Tree::leave(const Node& node) noexcept
+void Tree::unlink(Node& node) noexcept
 {
-    _index.erase({node.parent, node.name});
+    const auto known = _rows.find(node.parent);
+    if (known != _rows.end()) {
+        known->second.erase(node);
+    }
+    _freeNames.left(*node.parent, node.name);
+    (node.previous ? node.previous->next : node.parent->firstChild) = node.next;
+    (node.next ? node.next->previous : node.parent->lastChild) = node.previous;
+    node.parent = node.previous = node.next = nullptr;
+}
+
+void Tree::changeVersion() noexcept
+{
+    static std::uint64_t last = 0;
+    _version = ++last;
+    _lastNode = nullptr;
+    _lastPath = Path();
 }
 
 } // namespace Kiv_v4::memory

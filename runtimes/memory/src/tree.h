@@ -13,7 +13,11 @@
 #include "kiv/sceneItem.h"
 
 #include "attributeTable.h"
+#include "childIndex.h"
+#include "freeNames.h"
+#include "markedNodes.h"
 #include "properties.h"
+#include "siblingRows.h"
 
 namespace Kiv_v4::memory {
 
@@ -23,7 +27,8 @@ struct Node
 {
     PathComponent name;
     std::string type;
-    Rtid gateway = 0; ///< The run-time whose items begin under this one; 0 for none.
+    Rtid gateway = 0;           ///< The run-time whose items begin under this one; 0 for none.
+    std::uint32_t rowBlock = 0; ///< For `SiblingRows`.
     Properties properties;
     std::unique_ptr<AttributeTable> attributes; ///< Null until there was one.
 
@@ -36,6 +41,9 @@ struct Node
 
 /// The next node of the subtree under `top`, parents before children, or null behind the last.
 [[nodiscard]] Node* nextInSubtree(const Node* top, Node* node) noexcept;
+
+/// Whether `node` is `top` or lies under it.
+[[nodiscard]] bool isUnder(const Node& top, const Node& node) noexcept;
 
 class Tree;
 
@@ -57,6 +65,26 @@ private:
     Node* _top = nullptr;
 };
 
+/// A node that may be renamed, moved, taken out or destroyed while it is watched.
+class NodeWatch
+{
+public:
+    NodeWatch(std::shared_ptr<Tree> tree, Node& node) noexcept;
+    NodeWatch(const NodeWatch&) = delete;
+    NodeWatch& operator=(const NodeWatch&) = delete;
+    ~NodeWatch();
+
+    /// The node while it is in the scene, else null.
+    [[nodiscard]] Node* get() const noexcept;
+
+private:
+    friend class Tree;
+
+    const std::shared_ptr<Tree> _tree;
+    Node* _node;
+    NodeWatch* const _outer; ///< The watch that was begun before.
+};
+
 /// The nodes of one scene, found by path.
 ///
 /// Invariants: a node other than the root is entered in the index under its parent and its name,
@@ -74,15 +102,54 @@ public:
     [[nodiscard]] Node& root() noexcept { return _root; }
     [[nodiscard]] const Path& rootPath() const noexcept { return _rootPath; }
 
+    /// Lets no path name a node any more, for when the run-time has gone.
+    void close() noexcept;
+
+    /// Another number, also than those of other trees, after each change that may let a path name
+    /// no node, or another one.
+    [[nodiscard]] std::uint64_t version() const noexcept { return _version; }
+
     /// The node at `path`, or null.
     [[nodiscard]] Node* find(const Path& path) noexcept;
-    [[nodiscard]] Node* child(const Node& parent, const PathComponent& name) noexcept;
+
+    /// The same for an item's path. An own item remembers its node, so that asking again is free
+    /// while the version stands.
+    [[nodiscard]] Node* find(const SceneItem& item) noexcept;
+
+    /// Tells that `path` names the node, so that looking it up next costs nothing at any depth.
+    void remember(const Path& path, Node& node) noexcept;
+
+    [[nodiscard]] Node* child(const Node& parent, const PathComponent& name) noexcept
+    {
+        return _index.find(parent, name);
+    }
     [[nodiscard]] Path pathOf(const Node& node) const;
 
-    /// Whether the node is in the scene: false for one of a detached subtree.
+    /// Whether the node is in the scene, rather than in a detached subtree.
     [[nodiscard]] bool contains(const Node& node) const noexcept;
 
-    /// A new node that is in no scene yet.
+    /// The number of children, the child in a row or null, and the row of a node among its
+    /// siblings. Asking the first time costs a walk over many siblings, then little.
+    [[nodiscard]] std::size_t nbChildren(const Node& parent);
+    [[nodiscard]] Node* childAt(const Node& parent, std::size_t row);
+    [[nodiscard]] std::size_t rowOf(const Node& node);
+
+    /// `name`, made fit for an item and free among the children of `parent`. The names in `freed`
+    /// count as free.
+    [[nodiscard]] PathComponent freeName(const Node& parent, const std::string& name,
+                                         const std::vector<PathComponent>& freed = {});
+
+    void setGateway(Node& node, Rtid nestedRunTimeId);
+
+    /// The gateways and the cameras among `top` and all that is under it, in the order of the
+    /// hierarchy.
+    [[nodiscard]] std::vector<Node*> gatewaysUnder(Node& top)
+    {
+        return _gateways.under(*this, top);
+    }
+    [[nodiscard]] std::vector<Node*> camerasUnder(Node& top) { return _cameras.under(*this, top); }
+
+    /// A node that is in no scene yet.
     [[nodiscard]] Detached make(const std::string& type, const PathComponent& name);
 
     /// Puts the subtree before `before`, a child of `parent`, or last when `before` is null.
@@ -107,26 +174,29 @@ public:
     [[nodiscard]] std::uint64_t nextConnectionNumber() noexcept { return ++_nbConnectionsMade; }
 
 private:
-    struct ChildKey
-    {
-        const Node* parent;
-        PathComponent name;
-        bool operator==(const ChildKey&) const = default;
-    };
-    struct ChildKeyHash
-    {
-        std::size_t operator()(const ChildKey& key) const noexcept;
-    };
+    friend class NodeWatch;
 
     /// A new node with the type, name and attributes of that one.
     [[nodiscard]] Detached makeLike(const Node& node);
 
-    void enter(Node& node, const Node& parent);
-    void leave(const Node& node) noexcept;
+    void link(Node& node, Node& parent, Node* before) noexcept;
+    void unlink(Node& node) noexcept;
+    void destroyOne(Node* node) noexcept;
+    void changeVersion() noexcept;
+    [[nodiscard]] SiblingRows& rows(const Node& parent);
 
     Node _root;
-    Path _rootPath;
-    std::unordered_map<ChildKey, Node*, ChildKeyHash> _index;
+    const Path _rootPath;
+    bool _closed = false;
+    std::uint64_t _version = 0;
+    ChildIndex _index;
+    std::unordered_map<const Node*, SiblingRows> _rows; ///< Of parents whose rows were asked for.
+    FreeNames _freeNames;
+    MarkedNodes _gateways;
+    MarkedNodes _cameras;
+    NodeWatch* _watches = nullptr; ///< The latest one.
+    Path _lastPath;                ///< Of `_lastNode`, when that is not null.
+    Node* _lastNode = nullptr;
     std::uint64_t _nbConnectionsMade = 0;
 };
 

@@ -17,7 +17,7 @@ public:
                                             CellInfo const& hostLook) const override
     {
         auto look = hostLook;
-        const auto* node = _tree->find(item->path());
+        const auto* node = _tree->find(*item);
         look.fontItalic = look.fontItalic || (node && node->gateway != 0);
         return look;
     }

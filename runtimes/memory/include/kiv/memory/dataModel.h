@@ -59,9 +59,19 @@ class Tree;
 /// An attribute object whose attribute is gone throws `std::invalid_argument` from all that needs
 /// it; `hasValue` and `hasMetadata` are false then. It serves again when the attribute is back.
 ///
+/// **Announcements.** The installed scene tells of all that is made, removed, renamed, moved or
+/// brought back: `ObjectAdd` once the item is there; `ObjectPreDelete` while it still is, then
+/// `ObjectPostDelete` under the path that it had last; `ObjectRename` and `ObjectReparent` once it
+/// is elsewhere; `SubtreeInvalidate` of a parent whose children have another order and of an item
+/// that became a gateway or ceased to be one. Of a subtree, only its top is told. A command that
+/// changes several items tells of all in one notification, and so does undoing it.
+///
+/// Observers may edit the scene. One that takes out an item that is about to be removed has removed
+/// it: the removal has nothing left to do, nor has undoing it.
+///
 /// **Errors.** A path that names no item, and a name, place or value that is not allowed, throw
-/// `std::invalid_argument` with the path or name in the message; the scene stays as it was.
-/// Nothing that observers throw stops an edit; it goes to the log.
+/// `std::invalid_argument` with the path or name in the message; the scene stays as it was. Nothing
+/// that observers throw stops an edit; it goes to the log.
 class KIV_EXPORT DataModel
 {
 public:
@@ -85,13 +95,21 @@ public:
 
     /// Makes a last child. A name is not empty, has no control character, no `/` and no path
     /// segment separator (`PathString::pathSegmentSeparator`), and is unique among its siblings.
+    ///
+    /// Returns the item, as do `rename` and `move`: where it is after all observers have heard of
+    /// it, and null when one of them took it out again.
     SceneItem::Ptr make(const Path& parent, const std::string& nodeType, const std::string& name);
+
+    /// Makes last children of one type with those names, in one notification; none of them when one
+    /// of the names is not allowed or occurs twice.
+    SceneItemList makeAll(const Path& parent, const std::string& nodeType,
+                          const std::vector<std::string>& names);
 
     /// Gives the item another name and returns it under its new path.
     SceneItem::Ptr rename(const Path& item, const std::string& name);
 
-    /// Moves the item with all that is under it after the last child of `parent`, which must not
-    /// be the item or lie under it, and returns it under its new path.
+    /// Moves the item with all that is under it after the last child of `parent`, which must not be
+    /// the item or lie under it, and returns it under its new path.
     SceneItem::Ptr move(const Path& item, const Path& parent);
 
     /// Removes the item with all that is under it.
