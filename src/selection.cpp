@@ -33,7 +33,10 @@ Selection::Selection(Selection&& other)
     other.postClear();
 }
 
-Selection::~Selection() = default;
+Selection::~Selection()
+{
+    doClear();
+}
 
 Selection& Selection::operator=(const Selection& other)
 {
@@ -52,7 +55,7 @@ Selection& Selection::operator=(Selection&& other)
         _trie = std::move(other._trie);
         _trieBuilt = other._trieBuilt;
         _table = std::move(other._table);
-        _items = std::move(other._items);
+        const auto dropped = std::exchange(_items, std::move(other._items));
     }
     other.postClear();
     postReplaceWith();
@@ -188,14 +191,12 @@ bool Selection::doInsert(const SceneItem::Ptr& position, const SceneItem::Ptr& i
 
 void Selection::doClear() noexcept
 {
-    _table.clear();
-    _trie.clear();
-    _items.clear();
+    const auto dropped = takeAll();
 }
 
 void Selection::doReplaceWith(const Selection& other)
 {
-    doClear();
+    const auto dropped = takeAll();
     _table.reserve(other.size());
     for (const auto& item : other) {
         add(_table.slot(item->path()), _items.end(), item);
@@ -242,6 +243,14 @@ Selection::Items Selection::take(const Path& path) noexcept
         taken.splice(taken.begin(), _items, position);
     }
     return taken;
+}
+
+/// Takes all items out, so that none of them dies while the selection is half changed.
+Selection::Items Selection::takeAll() noexcept
+{
+    _table.clear();
+    _trie.clear();
+    return std::exchange(_items, Items());
 }
 
 Selection::PathTrie& Selection::builtTrie() const

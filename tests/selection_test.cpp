@@ -1,4 +1,8 @@
+#include <algorithm>
+#include <cstddef>
+#include <functional>
 #include <gmock/gmock.h>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -52,6 +56,26 @@ private:
     }
 
     std::vector<std::string>& _log;
+};
+
+/// Reads a selection when it dies.
+class Reader : public test::Item
+{
+public:
+    Reader(const std::string& notation, const Selection& read)
+        : Item(test::path(notation)), _read(read)
+    {}
+    ~Reader() override
+    {
+        EXPECT_FALSE(_read.contains(path()) || _read.trie().contains(path()));
+        EXPECT_EQ(static_cast<std::ptrdiff_t>(_read.size()),
+                  std::count_if(_read.begin(), _read.end(), [&](const auto& selected) {
+                      return _read.contains(selected->path());
+                  }));
+    }
+
+private:
+    const Selection& _read;
 };
 
 } // namespace
@@ -155,6 +179,27 @@ TEST(Selection, ReplacedWithItselfIsLeftEmpty)
     selection = self;
     EXPECT_TRUE(selection.empty() && selection.trie().empty());
     EXPECT_EQ(log.back(), "replace, now 0");
+}
+
+TEST(Selection, IsReadByDestructorsOfTheItemsThatItDrops)
+{
+    using Change = std::function<void(Selection&, Selection&)>;
+    const std::vector<Change> changes = {
+        [](Selection& selection, Selection&) { selection.clear(); },
+        [](Selection& selection, Selection& other) { selection.replaceWith(other); },
+        [](Selection& selection, Selection& other) { selection = other; },
+        [](Selection& selection, Selection& other) { selection = std::move(other); },
+        [](Selection& selection, Selection&) { selection.remove(itemAt("/b")); },
+        [](Selection&, Selection&) {}};
+    for (const auto& change : changes) {
+        Selection other;
+        other.append(itemAt("/x"));
+        Selection selection;
+        for (const auto* notation : {"/a", "/b", "/b/c"}) {
+            selection.append(std::make_shared<Reader>(notation, selection));
+        }
+        change(selection, other);
+    }
 }
 
 TEST(Selection, MovedFromIsEmptyUsableAndHasRunItsHook)

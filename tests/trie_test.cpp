@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <chrono>
 #include <gmock/gmock.h>
 #include <iterator>
 #include <map>
@@ -106,9 +107,13 @@ void expectSame(const Trie<int>& trie, const Model& model, const Names& names)
     ASSERT_EQ(trie.containsAncestorInclusive(asked), model.above(names, true));
 }
 
-/// What a move of the node at `from` does to the model.
+/// What a move of the node at `from` does to the model, which has one.
 void moveIn(Model& model, const Names& from, const Names& to)
 {
+    if (std::equal(from.begin(), from.end() - 1, to.begin(), to.end() - 1) ||
+        startsWith(to, from)) {
+        return;
+    }
     std::map<Names, int> moved;
     for (auto value = model.values.begin(); value != model.values.end();) {
         auto next = std::next(value);
@@ -121,6 +126,7 @@ void moveIn(Model& model, const Names& from, const Names& to)
         }
         value = next;
     }
+    std::erase_if(model.values, [&](const auto& value) { return startsWith(value.first, to); });
     model.values.merge(moved);
 }
 
@@ -143,13 +149,15 @@ TEST(Trie, RandomChangesGiveWhatTheyGiveOnASetOfStrings)
             ASSERT_EQ(removed != nullptr, model.values.erase(names) == 1);
             ASSERT_FALSE(removed && removed->hasData());
         } else if (kind < 99) {
-            const Names sameParent(names.begin(), names.end() - 1);
-            const auto free = !model.below(target, true) && !startsWith(target, names) &&
-                              sameParent != Names(target.begin(), target.end() - 1);
-            if (free && model.below(names, true)) {
-                trie.move(pathOf(names), pathOf(target));
+            // Somebody may hold what a move replaces.
+            const auto held = trie.node(pathOf(Names(names.begin(), names.end() - 1)));
+            const auto known = model.below(names, true);
+            const auto refused = target != names && startsWith(target, names);
+            ASSERT_EQ(trie.move(pathOf(names), pathOf(target)) != nullptr, known && !refused);
+            if (known) {
                 moveIn(model, names, target);
             }
+            ASSERT_NO_FATAL_FAILURE(expectSame(trie, model, target));
         } else if (random.below(10) == 0) {
             trie.clear();
             model.values.clear();
@@ -186,6 +194,46 @@ TEST(Trie, MovesASubtreeButNotWithinItsParent)
 
     EXPECT_EQ(trie.move(path("/q"), path("/new/q")), nullptr);
     EXPECT_EQ(trie.size(), 4U);
+}
+
+TEST(Trie, MovesANodeIntoThePlaceOfAnAncestorThatItLeavesEmpty)
+{
+    for (const auto held : {false, true}) {
+        Trie<int> trie;
+        trie.add(path("/a/b/c"), 1);
+        trie.add(path("/a/b/c/d"), 2);
+        const auto parent = held ? trie.node(path("/a/b")) : nullptr;
+        const auto moved = trie.move(path("/a/b/c"), path("/a/b"));
+        EXPECT_EQ(trie.find(path("/a/b")), moved);
+        EXPECT_TRUE(trie.contains(path("/a/b/d")));
+        EXPECT_EQ(trie.size(), 4U);
+        EXPECT_EQ(trie.move(path("/a"), path("/a/b/e")), nullptr);
+        EXPECT_EQ(trie.size(), 4U);
+    }
+}
+
+TEST(Trie, ForgetsHowManyChildrenItOnceHad)
+{
+    constexpr int kMost = 100'000;
+    const auto child = [](int i) { return path("/a") + std::to_string(i); };
+    Trie<int> shrunk;
+    for (int i = 0; i < kMost; ++i) {
+        shrunk.add(child(i), i);
+    }
+    for (int i = 1; i < kMost; ++i) {
+        shrunk.remove(child(i));
+    }
+    Trie<int> fresh;
+    fresh.add(child(0), 0);
+    const auto timed = [](const Trie<int>& trie) {
+        const auto start = std::chrono::steady_clock::now();
+        for (int i = 0; i < 1'000; ++i) {
+            EXPECT_EQ(trie.closestCommonAncestor(), 1);
+        }
+        return std::chrono::steady_clock::now() - start;
+    };
+    const auto least = timed(fresh);
+    EXPECT_LT(timed(shrunk), 500 * least);
 }
 
 TEST(Trie, OfOneVeryDeepPathTakesNoStackForItsDepth)

@@ -29,7 +29,8 @@ namespace Kiv_v4 {
 ///
 /// **Lifetime.** A selection holds its items. Iterators are good until their item is removed.
 ///
-/// **Reentrancy.** Hooks run when the change is complete and may read and change the selection.
+/// **Reentrancy.** Hooks run when the change is complete and may read and change the selection. So
+/// may destructors of items that a change drops.
 ///
 /// **Cost.** Constant per item, whatever the size of the selection, unless said otherwise. The
 /// first question about ancestors, descendants or the trie itself builds the trie, once, linear in
@@ -152,6 +153,7 @@ private:
     KIV_HIDDEN void add(detail::PathTable::Slot& slot, const_iterator position,
                         const SceneItem::Ptr& item);
     KIV_HIDDEN Items take(const Path& path) noexcept;
+    KIV_HIDDEN Items takeAll() noexcept;
     KIV_HIDDEN PathTrie& builtTrie() const;
 
     // Built by the first prefix question. Then it stays, since callers may hold references to it.

@@ -234,10 +234,10 @@ public:
         return _root->closestCommonAncestor(-1);
     }
 
-    /// Moves the node at `oldPath`, with its subtree, to `newPath`, makes the nodes on the way and
-    /// prunes what it leaves; gives the node. When both paths have the same parent nothing happens,
-    /// and the node keeps its component. Null, and no change, when there is no node at `oldPath`.
-    /// `oldPath` must have components, and `newPath` must not lie below it. Throws
+    /// Moves the node at `oldPath`, with its subtree, to `newPath`, in the place of whatever is
+    /// there, makes the nodes on the way and prunes what it leaves; gives the node. When both paths
+    /// have the same parent nothing happens, and the node keeps its component. Null, and no change,
+    /// when there is no node at `oldPath` and when `newPath` lies below it. Throws
     /// `InvalidOperationOnPath` when `newPath` has no components.
     NodePtr move(const Path& oldPath, const Path& newPath);
 
@@ -415,9 +415,10 @@ typename Trie<T>::NodePtr Trie<T>::remove(const Path& path)
 template <class T>
 typename Trie<T>::NodePtr Trie<T>::move(const Path& oldPath, const Path& newPath)
 {
-    auto node = this->node(oldPath);
+    const auto newParentPath = newPath.pop();
+    auto node = newParentPath.startsWith(oldPath) ? nullptr : this->node(oldPath);
     if (node) {
-        const auto newParent = createNode(newPath.pop());
+        const auto newParent = createNode(newParentPath);
         auto oldParent = node->parent();
         try {
             node->move(newPath.back(), newParent);
@@ -472,13 +473,14 @@ typename Trie<T>::Node* Trie<T>::reach(const Path& path)
 }
 
 /// Takes the node out of the tree, and its ancestors after it, for as long as they have neither
-/// data nor children and are not the root.
+/// data nor children and are not the root. Ends at a node that a move has put another one in the
+/// place of.
 template <class T>
 void Trie<T>::cleanUpNode(NodePtr node) noexcept
 {
     while (node != _root && node->empty() && !node->hasData()) {
         auto parent = node->parent();
-        if (!parent) {
+        if (!parent || parent->child(node->_component) != node.get()) {
             return;
         }
         parent->remove(node);

@@ -16,7 +16,9 @@ namespace Kiv_v4::detail {
 /// count. `Node` lets this class reach its own `_children`.
 ///
 /// Invariants:
-/// - the number of slots is 0 or a power of two, and at least a quarter of them are free;
+/// - the number of slots is 0 or a power of two, and at least three eighths of them are free;
+/// - but for the smallest tables and want of memory, more than an eighth of them are taken, so that
+///   visiting all children is linear in their number, whatever it was before;
 /// - no free slot lies between a child's home slot (the top bits of its mixed record address) and
 ///   its own slot, which erasing keeps by shifting later children back.
 ///
@@ -68,7 +70,7 @@ public:
     void reserveOne()
     {
         if ((size() + 1) * 8 > capacity() * 5) {
-            grow();
+            resize(_slots ? _shift - 1U : 63U);
         }
     }
 
@@ -85,7 +87,7 @@ public:
         return node;
     }
 
-    /// Erases the child of that component; null when there is none. Keeps the room.
+    /// Erases the child of that component; null when there is none. Keeps room for one more.
     Ptr take(const PathComponent& component) noexcept
     {
         const auto* const slot = slotOf(component);
@@ -102,6 +104,7 @@ public:
         }
         _slots[hole] = Slot();
         --_size;
+        shrink();
         return taken;
     }
 
@@ -188,18 +191,30 @@ private:
         return (to - from) & mask();
     }
 
-    void grow()
+    void shrink() noexcept
     {
-        const auto larger = _slots ? capacity() * 2 : 2;
-        auto* const memory = allocateCell(sizeOf(larger));
-        auto* const slots = slotsOf(new (memory) Block{larger, nullptr});
-        for (std::size_t i = 0; i < larger; ++i) {
-            new (slots + i) Slot;
+        if (capacity() < 16 || size() * 8 > capacity()) {
+            return;
         }
-        const auto shift = static_cast<std::uint8_t>(_slots ? _shift - 1 : 63);
+        try {
+            resize(_shift + 1U);
+        } catch (const std::bad_alloc&) {
+            // A large table serves as well.
+        }
+    }
+
+    /// Moves the children into a table of another shift, which has room for them.
+    void resize(unsigned shift)
+    {
+        const auto capacity = std::size_t{1} << (64U - shift);
+        auto* const memory = allocateCell(sizeOf(capacity));
+        auto* const table = slotsOf(new (memory) Block{capacity, nullptr});
+        for (std::size_t i = 0; i < capacity; ++i) {
+            new (table + i) Slot;
+        }
         auto* const old = release();
-        _slots = slots;
-        _shift = shift;
+        _slots = table;
+        _shift = static_cast<std::uint8_t>(shift);
         if (old) {
             moveIn(old);
         }
@@ -227,8 +242,8 @@ private:
     Block* release() noexcept
     {
         _size = 0;
-        auto* const slots = std::exchange(_slots, nullptr);
-        return slots ? reinterpret_cast<Block*>(slots) - 1 : nullptr;
+        auto* const first = std::exchange(_slots, nullptr);
+        return first ? reinterpret_cast<Block*>(first) - 1 : nullptr;
     }
 
     Slot* _slots = nullptr;
