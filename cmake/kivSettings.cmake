@@ -47,6 +47,7 @@ function(kiv_settings target)
         CXX_EXTENSIONS OFF
         CXX_VISIBILITY_PRESET hidden
         VISIBILITY_INLINES_HIDDEN ON
+        DEFINE_SYMBOL "" # or no two libraries could share what is compiled once
         POSITION_INDEPENDENT_CODE ON)
     # A library's calls of its own functions are not up for replacement, so they may be inlined.
     target_compile_options(${target} PRIVATE
