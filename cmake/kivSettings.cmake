@@ -43,9 +43,7 @@ endfunction()
 # kiv_settings(TARGET): the house rules for one target.
 function(kiv_settings target)
     target_compile_features(${target} PRIVATE cxx_std_20)
-    # Without a macro of its own for each library, so that all can share precompiled headers.
     set_target_properties(${target} PROPERTIES
-        DEFINE_SYMBOL ""
         CXX_EXTENSIONS OFF
         CXX_VISIBILITY_PRESET hidden
         VISIBILITY_INLINES_HIDDEN ON
