@@ -70,7 +70,7 @@ private:
     {
         std::size_t dropped = 0;
         for (auto row = _rows.begin(); row != _rows.end();) {
-            const auto goes = row->startsWith(path);
+            const auto goes = row->isAtOrBelow(path);
             row = goes ? _rows.erase(row) : std::next(row);
             dropped += goes ? 1 : 0;
         }

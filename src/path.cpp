@@ -215,6 +215,24 @@ bool Path::startsWith(const Path& prefix) const noexcept
     return prefix.size() <= size() && std::equal(prefix.begin(), prefix.end(), begin());
 }
 
+bool Path::isAtOrBelow(const Path& ancestor) const noexcept
+{
+    const auto count = ancestor.nbSegments();
+    if (count > nbSegments() || !startsWith(ancestor)) {
+        return false;
+    }
+    for (std::size_t i = 0; i != count; ++i) {
+        const auto own = segment(i);
+        const auto other = ancestor.segment(i);
+        const auto isLast = i + 1 == count;
+        if (!continues(other, own) || own.size() < other.size() ||
+            (!isLast && own.size() != other.size())) {
+            return false;
+        }
+    }
+    return true;
+}
+
 std::string Path::string() const
 {
     return detail::joinedText(*this);

@@ -33,13 +33,7 @@ public:
 
     void operator()(const Notification& notification) override
     {
-        if (const auto* all = dynamic_cast<const SceneCompositeNotification*>(&notification)) {
-            for (const auto& op : *all) {
-                apply(op);
-            }
-        } else if (const auto* one = dynamic_cast<const SceneChanged*>(&notification)) {
-            apply(SceneCompositeNotification::Op(*one));
-        }
+        forEachOp(notification, [this](const auto& op) { apply(op); });
     }
 
 private:
@@ -118,7 +112,7 @@ void PathSubject::removeObservers(const Path& from, const Path& stop)
 
 void PathSubject::rename(const Path& oldPath, const Path& newPath)
 {
-    if (_path.empty() || !_path.startsWith(oldPath)) {
+    if (_path.empty() || !_path.isAtOrBelow(oldPath)) {
         return;
     }
     const auto parent = newPath.pop(); // above it nothing has changed
@@ -130,7 +124,7 @@ void PathSubject::rename(const Path& oldPath, const Path& newPath)
 
 void PathSubject::reparent(const Path& oldPath, const Path& newPath)
 {
-    if (_path.empty() || !_path.startsWith(oldPath)) {
+    if (_path.empty() || !_path.isAtOrBelow(oldPath)) {
         return;
     }
     auto reparented = _path.reparent(oldPath, newPath);
@@ -141,7 +135,7 @@ void PathSubject::reparent(const Path& oldPath, const Path& newPath)
 
 void PathSubject::objectDelete(const Path& deletedPath)
 {
-    if (!_path.startsWith(deletedPath)) {
+    if (!_path.isAtOrBelow(deletedPath)) {
         return;
     }
     removeObservers(_path, Path());

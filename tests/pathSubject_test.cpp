@@ -136,6 +136,23 @@ TEST_F(PathSubjectTest, IgnoresAnnouncementsThatNameNoItem)
     EXPECT_TRUE(subject->path().empty());
 }
 
+TEST_F(PathSubjectTest, IgnoresItemsOfEqualNamesInAnotherRunTime)
+{
+    memory::RunTime other("other");
+    const auto own = model.make(model.root(), "mesh", "a");
+    const auto foreign = other.model().make(other.model().root(), "mesh", "a")->path();
+    const auto subject = following(own->path());
+    registry.calls.clear();
+    const auto group = other.model().make(other.model().root(), "group", "group")->path();
+    other.model().move(foreign, group);
+    const auto again = other.model().make(other.model().root(), "mesh", "a")->path();
+    other.model().rename(again, "b");
+    other.model().make(other.model().root(), "mesh", "a");
+    other.model().remove(foreign);
+    EXPECT_EQ(subject->path(), own->path());
+    EXPECT_THAT(registry.calls, IsEmpty());
+}
+
 TEST_F(PathSubjectTest, FollowsItsItemThroughRandomEditsUntilItIsDeleted)
 {
     test::Random random;

@@ -192,6 +192,7 @@ TEST(Path, PrefixAndHashIgnoreTheSegmentsWhileEqualityDoesNot)
         EXPECT_FALSE(path("/a").startsWith(other));
         EXPECT_TRUE(other.startsWith(path(":a")));
         EXPECT_FALSE(other.startsWith(path("/b")));
+        EXPECT_FALSE(path("/a/b").isAtOrBelow(other) || other.isAtOrBelow(path("/a/b")));
     }
     const std::unordered_map<Path, int> byPath = {{path("/a/b"), 1}, {path("/a|:b"), 2}};
     EXPECT_EQ(byPath.at(path("/a|:b")), 2);
@@ -304,6 +305,11 @@ TEST(Path, RandomEditsGiveWhatTheyGiveOnPlainVectors)
         ASSERT_EQ(path.startsWith(other),
                   std::mismatch(prefix.begin(), prefix.end(), flat.begin(), flat.end()).first ==
                       prefix.end());
+        auto ancestor = path;
+        while (ancestor != other && !ancestor.empty()) {
+            ancestor = ancestor.pop();
+        }
+        ASSERT_EQ(path.isAtOrBelow(other), ancestor == other);
         random.of(known) = {path, model};
     }
 }

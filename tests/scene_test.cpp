@@ -116,6 +116,16 @@ TEST(SceneNotification, TellsAlikeItselfAndAsAnOpOfAComposite)
         EXPECT_EQ(op.subOpType, subOpType);
         EXPECT_EQ(op.item, changedItem);
         EXPECT_EQ(op.path, changedPath);
+        SceneCompositeNotification batch;
+        batch.appendOp(op);
+        batch.appendOp(op);
+        std::vector<Path> visited;
+        const auto visit = [&visited](const auto& each) { visited.push_back(each.path); };
+        forEachOp(batch, visit);
+        forEachOp(change, visit);
+        forEachOp(Notification(), visit);
+        const auto nbOwn = opType == SceneChanged::Composite ? 0U : 1U;
+        EXPECT_EQ(visited, std::vector<Path>(2 + nbOwn, changedPath));
     };
     expect(ObjectAdd(item), 0, 0, item, item->path());
     expect(ObjectDelete(old), 1, 0, nullptr, old);

@@ -177,6 +177,11 @@ public:
     /// components.
     [[nodiscard]] bool startsWith(const Path& prefix) const noexcept;
 
+    /// Whether this path names the item at `ancestor` or one below it: whether `pop()`, done some
+    /// number of times or not at all, gives `ancestor`. Segments count as in `==`, so the scenes of
+    /// two run-times whose items have equal names stay apart. Everything is below the empty path.
+    [[nodiscard]] bool isAtOrBelow(const Path& ancestor) const noexcept;
+
     /// The texts of the segments one after another, with nothing between them. For text that parses
     /// back, see `PathString`.
     [[nodiscard]] std::string string() const;

@@ -289,4 +289,19 @@ private:
     Ops _ops;
 };
 
+/// Calls `visit` with each change that a notification of the scene tells of, a single one and each
+/// of a composite alike, in order, as a `SceneCompositeNotification::Op`. Not at all for other
+/// notifications.
+template <class Visit>
+void forEachOp(const Notification& notification, Visit&& visit)
+{
+    if (const auto* all = dynamic_cast<const SceneCompositeNotification*>(&notification)) {
+        for (const auto& op : *all) {
+            visit(op);
+        }
+    } else if (const auto* one = dynamic_cast<const SceneChanged*>(&notification)) {
+        visit(SceneCompositeNotification::Op(*one));
+    }
+}
+
 } // namespace Kiv_v4
