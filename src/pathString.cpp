@@ -9,6 +9,7 @@
 #include "kiv/stringUtils.h"
 
 #include "immortal.h"
+#include "notation.h"
 #include "pathBuilder.h"
 #include "pathText.h"
 #include "splitting.h"
@@ -79,6 +80,15 @@ bool isRegistered(char separator)
     return std::any_of(entries.begin(), entries.end(), isOf(separator));
 }
 
+/// Whether a run-time other than that of `first` registered the same separator later. One that
+/// registered it twice is not its own rival.
+bool hasRival(std::vector<SeparatorEntry>::const_iterator first)
+{
+    return std::any_of(first + 1, settings().separators.cend(), [&](const auto& entry) {
+        return entry.first == first->first && entry.second != first->second;
+    });
+}
+
 /// A path in some run-time's own notation.
 Path singleSegmentPath(const std::string& text)
 {
@@ -145,14 +155,22 @@ void addSegment(PathBuilder& made, const std::string& text, std::string_view seg
     detail::forEachComponent(segmentText, separator, [&made](PathComponent&& component) {
         made.add(std::move(component));
     });
-    if (std::none_of(first + 1, entries.end(), isOf(separator))) {
-        made.endSegment(first->second, separator);
-    } else {
+    if (hasRival(first)) {
         endExistingSegment(made, text, separator);
+    } else {
+        made.endSegment(first->second, separator);
     }
 }
 
 } // namespace
+
+void detail::forgetNotation(Rtid runTimeId) noexcept
+{
+    std::erase_if(settings().separators,
+                  [runTimeId](const auto& entry) { return entry.second == runTimeId; });
+    // The function may use the settings in its destructor: it dies after they have settled.
+    const auto forgotten = settings().createSingleSegmentPathFns.extract(runTimeId);
+}
 
 void PathString::registerPathComponentSeparator(const Rtid& rtId, char separator)
 {

@@ -7,6 +7,7 @@
 #include "kiv/transform3dNotification.h"
 
 #include "itemSubjects.h"
+#include "notation.h"
 #include "rawAddresses.h"
 
 namespace Kiv_v4 {
@@ -26,10 +27,10 @@ void forgetIn(Rtid runTimeId) noexcept
 
 RunTimeRegistration::RunTimeRegistration(const std::string& name, char separator,
                                          const RunTimeMgr::Handlers& handlers)
-    : _separator(separator), _id(RunTimeMgr::instance().register_(name, handlers))
+    : _id(RunTimeMgr::instance().register_(name, handlers))
 {
     try {
-        PathString::registerPathComponentSeparator(_id, _separator);
+        PathString::registerPathComponentSeparator(_id, separator);
     } catch (...) {
         RunTimeMgr::instance().unregister(_id);
         throw;
@@ -38,11 +39,7 @@ RunTimeRegistration::RunTimeRegistration(const std::string& name, char separator
 
 RunTimeRegistration::~RunTimeRegistration()
 {
-    try {
-        PathString::unregisterPathComponentSeparator(_id, _separator);
-    } catch (const std::exception&) {
-        // Somebody took the separator back already.
-    }
+    detail::forgetNotation(_id);
     RunTimeMgr::instance().unregister(_id);
     // What is kept of the run-time's objects leads into its code, also when they have died.
     forgetIn<ItemSubjects<AttributeChanged, detail::UnkeptItemSubject>,

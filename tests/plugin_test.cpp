@@ -35,6 +35,8 @@ Left used(plugin::Load* load)
     EXPECT_THROW(create("!refused"), InvalidPath);
     EXPECT_THROW(create("!unwanted"), HostError);
     const auto item = std::dynamic_pointer_cast<plugin::Item>(create("!item"));
+    EXPECT_EQ(PathString::path("own"), PathString::path("!item"));
+    EXPECT_EQ(PathString::path("~item").runTimeId(), item->runTimeId());
     EXPECT_NE(getRawAddress(SceneItem::Ptr(item)), 0U);
     EXPECT_TRUE(Transform3d::hasObservers(PathString::path("!observed")));
     Scene::instance().notify(ObjectAdd(item));
@@ -62,7 +64,9 @@ TEST(Plugin, LeavesNothingBehindHoweverOftenItIsLoadedAndUnloaded)
         EXPECT_TRUE(RunTimeMgr::instance().getIds().empty());
         EXPECT_EQ(Scene::instance().nbObservers(), 0U);
         EXPECT_EQ(getRawAddress(SceneItem::Ptr()), 0U);
-        EXPECT_THROW(create("!item"), InvalidPath);
+        for (const auto* text : {"!item", "~item", "own"}) {
+            EXPECT_THROW(create(text), InvalidPath);
+        }
     }
     Scene::initializeInstance(nullptr);
 }

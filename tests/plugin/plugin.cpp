@@ -31,6 +31,10 @@ struct Plugin
             dynamic_cast<plugin::Listener&>(*host).made(*item);
             return item;
         };
+        PathString::registerPathComponentSeparator(registration.id(), '~');
+        PathString::setCreateSingleSegmentPathFn(registration.id(), [](const std::string& text) {
+            return text == "own" ? PathString::path("!item") : Path();
+        });
         Scene::instance().addObserver(observer);
         Transform3d::addObserver(std::make_shared<NotedItem>(observed), observer);
     }
