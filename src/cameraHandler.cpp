@@ -1,10 +1,77 @@
 #include "kiv/cameraHandler.h"
 
+#include <unordered_set>
+#include <utility>
+
+#include "kiv/hierarchy.h"
 #include "kiv/path.h"
 #include "kiv/runTimeMgr.h"
 #include "kiv/sceneSegmentHandler.h"
 
+#include "dispatch.h"
+
 namespace Kiv_v4 {
+
+namespace {
+
+/// The items with which other run-times begin under a gateway, in order.
+SceneItemList mountedAt(const SceneItem::Ptr& gateway)
+{
+    const auto hierarchy = Hierarchy::hierarchy(gateway);
+    auto items = hierarchy ? hierarchy->children() : SceneItemList();
+    items.remove_if([&gateway](const auto& child) {
+        return !child || child->runTimeId() == gateway->runTimeId();
+    });
+    return items;
+}
+
+/// Searches each path once: a gateway under an earlier gateway comes up again.
+class CameraSearch
+{
+public:
+    /// The cameras at and under the path, those behind it when it is a gateway, and those of the
+    /// gateways under it.
+    void search(const Path& path, bool isGateway)
+    {
+        if (!_searched.insert(path).second) {
+            return;
+        }
+        for (const auto& camera : CameraHandler::find(path)) {
+            _found.append(camera);
+        }
+        searchBehind(path, isGateway);
+        for (const auto& gateway : SceneSegmentHandler::findGatewayItems(path)) {
+            search(gateway->path(), true);
+        }
+    }
+
+    [[nodiscard]] Selection found() && { return std::move(_found); }
+
+private:
+    /// Run-times that fail behind a gateway hide no cameras but their own.
+    void searchBehind(const Path& path, bool isGateway)
+    {
+        if (!RunTimeMgr::instance().hierarchyHandler(path.runTimeId())) {
+            return;
+        }
+        try {
+            detail::logged("findAll", "src/cameraHandler", [&] {
+                if (isGateway || SceneSegmentHandler::isGateway(path)) {
+                    for (const auto& item : mountedAt(Hierarchy::createItem(path))) {
+                        search(item->path(), false);
+                    }
+                }
+            });
+        } catch (...) {
+            // Logged; the search goes on.
+        }
+    }
+
+    Selection _found;
+    std::unordered_set<Path> _searched;
+};
+
+} // namespace
 
 CameraHandler::CameraHandler() = default;
 
@@ -18,16 +85,9 @@ Selection CameraHandler::find(Path const& path)
 
 Selection CameraHandler::findAll(Path const& path)
 {
-    auto result = find(path);
-    for (const auto& gateway : SceneSegmentHandler::findGatewayItems(path)) {
-        if (gateway->path() == path) {
-            continue; // a run-time that counts the path itself: it was searched above
-        }
-        for (const auto& camera : findAll(gateway->path())) {
-            result.append(camera);
-        }
-    }
-    return result;
+    CameraSearch search;
+    search.search(path, false);
+    return std::move(search).found();
 }
 
 } // namespace Kiv_v4

@@ -150,8 +150,11 @@ TEST_F(Cameras, AreFoundInTheOrderOfTheHierarchyAndAcrossRunTimesOnce)
                 ElementsAre(own[0], own[1], own[2], own[3], mounted));
     EXPECT_THAT(pathsOf(CameraHandler::findAll(gateway->path())), ElementsAre(own[2], mounted));
 
+    EXPECT_THAT(pathsOf(CameraHandler::find(gateway->path())), ElementsAre(own[2]))
+        << "within the run-time";
+
     RunTimeMgr::instance().setCameraHandler(runTime.id(), nullptr);
-    EXPECT_THAT(pathsOf(CameraHandler::findAll(model.root())), IsEmpty());
+    EXPECT_THAT(pathsOf(CameraHandler::findAll(model.root())), ElementsAre(mounted));
     EXPECT_THAT(pathsOf(CameraHandler::findAll(nested.view(Path())->path())),
                 ElementsAre(testing::EndsWith("view:view")));
 }
@@ -164,6 +167,31 @@ TEST_F(Cameras, AreSearchedToAnEndAtAGatewayThatNamesItself)
     const auto mounted = nested.items->rootItems(top).front()->path();
     RunTimeMgr::instance().setSceneSegmentHandler(outer.id(), std::make_shared<Gateways>(mounted));
     EXPECT_EQ(CameraHandler::findAll(top).size(), 1U) << "without a camera handler of its own";
+}
+
+TEST_F(Cameras, AreFoundBehindEachGatewayOnceWhateverFailsBehindOthers)
+{
+    const auto outer = make(model.root(), "group", "outer");
+    const auto inner = make(outer->path(), "group", "inner");
+    const auto broken = make(model.root(), "group", "broken");
+    const auto orphan = make(model.root(), "group", "orphan");
+    const test::Nested nested;
+    const RunTimeRegistration failing("failing", '.');
+    struct Roots : test::HierarchyStub
+    {
+        SceneItemList rootItems(Path const&) override { throw std::runtime_error("unreadable"); }
+    };
+    RunTimeMgr::instance().setHierarchyHandler(failing.id(), std::make_shared<Roots>());
+    model.setGateway(outer->path(), nested.id());
+    model.setGateway(inner->path(), nested.id());
+    model.setGateway(broken->path(), failing.id());
+    model.setGateway(orphan->path(), 4711);
+    make(orphan->path(), "camera", "last");
+    testing::internal::CaptureStderr();
+    EXPECT_THAT(pathsOf(CameraHandler::findAll(model.root())),
+                ElementsAre("/world/orphan/last", "/world/outer,:stage:view",
+                            "/world/outer/inner,:stage:view"));
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), testing::HasSubstr("unreadable"));
 }
 
 TEST_F(Lights, OfferTheInterfacesOfTheirKind)

@@ -19,8 +19,12 @@ public:
     /// handler.
     [[nodiscard]] static Selection find(Path const& path);
 
-    /// The same across run-times: after the cameras of the run-time those of each gateway under
-    /// `path`, gateway by gateway, each camera once. Exceptions of the run-times pass through.
+    /// The same across run-times: after the cameras of the run-time of `path` those behind it, when
+    /// it is a gateway, and then those of each gateway under it, gateway by gateway, each camera
+    /// once. Behind a gateway lie its children of other run-times.
+    ///
+    /// What the run-time of `path` throws passes through. What is thrown behind a gateway is
+    /// written to the log, and the search goes on without the rest of what lies there.
     [[nodiscard]] static Selection findAll(Path const& path);
 
     CameraHandler();
@@ -31,9 +35,8 @@ public:
     /// The camera at `item`; null when it is no camera.
     [[nodiscard]] virtual Camera::Ptr camera(SceneItem::Ptr const& item) = 0;
 
-    /// The camera items of this run-time at or under `path`, in the order of the hierarchy. When
-    /// `path` is a gateway, also those that lie behind it: what `findAll` gives for each of the
-    /// items with which the nested run-time begins there.
+    /// The camera items of this run-time at or under `path`, in the order of the hierarchy. Those
+    /// behind gateways are found by `findAll`.
     [[nodiscard]] virtual Selection findCameras(Path const& path) = 0;
 };
 

@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "kiv/hierarchyHandler.h"
-#include "kiv/runTimeMgr.h"
 #include "kiv/selection.h"
 
 #include "item.h"
@@ -174,26 +172,10 @@ public:
         for (auto* node : _tree->camerasUnder(*top)) {
             found.append(makeItem(*_tree, _tree->pathOf(*node), *node));
         }
-        if (top->gateway != 0) {
-            appendMounted(found, path, top->gateway);
-        }
         return found;
     }
 
 private:
-    static void appendMounted(Selection& found, const Path& gateway, Rtid nestedRunTimeId)
-    {
-        const auto nested = RunTimeMgr::instance().hierarchyHandler(nestedRunTimeId);
-        if (!nested) {
-            return;
-        }
-        for (const auto& item : nested->rootItems(gateway)) {
-            for (const auto& camera : findAll(item->path())) {
-                found.append(camera);
-            }
-        }
-    }
-
     const std::shared_ptr<Tree> _tree;
 };
 
