@@ -9,30 +9,21 @@ namespace Kiv_v4 {
 
 namespace {
 
-// <charconv> writes and reads most numbers exactly as a stream of the classic locale does, at a
-// fraction of the cost. Whatever it might treat otherwise goes through such a stream.
+// <charconv> writes numbers, and reads most, exactly as a stream of the classic locale does, at a
+// fraction of the cost. Whatever it might read otherwise goes through such a stream.
 
 template <class T>
-std::string writtenByStream(T v)
+void writeNumber(std::string& text, T v) noexcept
 {
-    std::ostringstream stream;
-    stream.imbue(std::locale::classic());
-    stream << v;
-    return std::move(stream).str();
-}
-
-template <class T>
-void writeFloating(std::string& text, T v)
-{
-    if (!std::isfinite(v)) {
-        text = writtenByStream(v);
-        return;
+    char buffer[16]; // the longest: -1.23457e-308; the text needs no memory for it
+    if constexpr (std::is_floating_point_v<T>) {
+        constexpr auto digits = 6;
+        text.assign(buffer, std::to_chars(buffer, buffer + sizeof buffer, v,
+                                          std::chars_format::general, digits)
+                                .ptr);
+    } else {
+        text.assign(buffer, std::to_chars(buffer, buffer + sizeof buffer, v).ptr);
     }
-    constexpr auto digits = 6; // the default precision of streams
-    char buffer[16];           // the longest: -1.23457e-308
-    const auto end =
-        std::to_chars(buffer, buffer + sizeof buffer, v, std::chars_format::general, digits).ptr;
-    text.assign(buffer, end);
 }
 
 /// Whether [first, last) is, from end to end, a number about which <charconv> and streams agree;
@@ -60,8 +51,10 @@ bool isPlain(const char* first, const char* last, T& v)
 // NOLINTNEXTLINE(bugprone-unhandled-self-assignment)
 Value& Value::operator=(const Value& other)
 {
+    const auto& added = other.text();
+    text(); // before the type changes, of which it is written
     if (_readPosition != kExhausted) {
-        _text += other._text;
+        _text += added;
     }
     _type = other._type;
     return *this;
@@ -77,41 +70,25 @@ const std::type_info& Value::typeOfText() noexcept
     return typeid(std::string);
 }
 
-void Value::write(bool v)
+void Value::write() const noexcept
 {
-    _text = v ? '1' : '0';
-}
-
-void Value::write(int v)
-{
-    char buffer[12]; // the longest: -2147483648
-    _text.assign(buffer, std::to_chars(buffer, buffer + sizeof buffer, v).ptr);
-}
-
-void Value::write(float v)
-{
-    writeFloating(_text, v);
-}
-
-void Value::write(double v)
-{
-    writeFloating(_text, v);
-}
-
-void Value::write(const std::string& v)
-{
-    _text = v;
+    if (*_type == typeid(double)) {
+        writeNumber(_text, _number);
+    } else if (*_type == typeid(float)) {
+        writeNumber(_text, static_cast<float>(_number));
+    } else {
+        writeNumber(_text, static_cast<int>(_number));
+    }
+    _isWritten = true;
 }
 
 template <class T>
-T Value::read() const
+T Value::readText() const
 {
-    if (_readPosition == kExhausted) {
-        return T();
-    }
+    const auto& text = this->text();
     T v{};
-    const auto last = _text.data() + _text.size();
-    if (!isPlain(_text.data() + _readPosition, last, v)) {
+    const auto last = text.data() + text.size();
+    if (!isPlain(text.data() + _readPosition, last, v)) {
         return readByStream<T>();
     }
     _readPosition = kExhausted;
@@ -130,10 +107,10 @@ T Value::readByStream() const
     return v;
 }
 
-template bool Value::read<bool>() const;
-template int Value::read<int>() const;
-template float Value::read<float>() const;
-template double Value::read<double>() const;
+template bool Value::readText<bool>() const;
+template int Value::readText<int>() const;
+template float Value::readText<float>() const;
+template double Value::readText<double>() const;
 
 void Value::refuse() const
 {

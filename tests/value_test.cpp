@@ -22,6 +22,11 @@ namespace {
 template <class T>
 void expectEqualReads(Pair pair, int times)
 {
+    auto readFirst = pair;
+    for (int i = 0; i < times; ++i) {
+        ASSERT_TRUE(sameBits(readFirst.value.get<T>(), readFirst.reference.get<T>()));
+    }
+    ASSERT_EQ(text(readFirst.value), pair.reference.text());
     const auto shown = ::testing::PrintToString(text(pair.value));
     ASSERT_TRUE(pair.value.isType<T>());
     ASSERT_EQ(text(pair.value), pair.reference.text());

@@ -23,11 +23,13 @@ namespace Kiv_v4 {
 /// - Assigning a named value appends: "5", assigned `seven`, becomes "57". Moving one in replaces,
 ///   so `value = Value(7)` gives "7", and `value = Value(seven)` too.
 ///
-/// **Reentrancy.** Reading a number moves the read position, so a value is not read from two
-/// threads at once, although reading is const. Copy it first.
+/// **Reentrancy.** Reading a number moves the read position, and the text of a number is written
+/// when it is first asked for, also by a comparison. So a value is not read from two threads at
+/// once, although reading is const. Copy it first: copying does neither.
 ///
-/// **Cost.** Making and reading a finite number takes no allocation. Infinities, and text that
-/// holds more than one number, go through a stream and cost an allocation or two.
+/// **Cost.** Making and reading a number takes no allocation. A number that its text says exactly,
+/// such as a whole number below a million, is read without the text being written. Text that holds
+/// more than one number goes through a stream and costs an allocation or two.
 class KIV_EXPORT Value
 {
     template <class T>
@@ -43,7 +45,12 @@ public:
     template <class T, class = std::enable_if_t<isSupported<T>>>
     Value(const T& v) : _type(&typeOf<T>())
     {
-        write(v);
+        if constexpr (std::is_same_v<T, std::string>) {
+            _text = v;
+        } else {
+            _number = v;
+            _isWritten = false;
+        }
     }
 
     /// The same as from a `std::string`, so that a literal does not become a `bool`.
@@ -51,12 +58,16 @@ public:
     Value(std::nullptr_t) = delete;
 
     /// The text and type of `other`, read from the beginning.
-    Value(const Value& other) : _text(other._text), _type(other._type) {}
+    Value(const Value& other)
+        : _text(other._text), _type(other._type), _number(other._number),
+          _isWritten(other._isWritten)
+    {}
 
     /// `other` may then only be destroyed or assigned to.
     Value(Value&& other) noexcept
         : _text(std::move(other._text)), _type(std::exchange(other._type, nullptr)),
-          _readPosition(std::exchange(other._readPosition, 0))
+          _number(other._number), _readPosition(std::exchange(other._readPosition, 0)),
+          _isWritten(std::exchange(other._isWritten, true))
     {
         other._text.clear();
     }
@@ -76,7 +87,9 @@ public:
             _text = std::move(other._text);
             other._text.clear();
             _type = std::exchange(other._type, nullptr);
+            _number = other._number;
             _readPosition = std::exchange(other._readPosition, 0);
+            _isWritten = std::exchange(other._isWritten, true);
         }
         return *this;
     }
@@ -106,10 +119,10 @@ public:
     [[nodiscard]] std::string typeName() const;
 
     /// Whether the text is empty: true for `Value(std::string())`, although it has a type.
-    [[nodiscard]] bool empty() const noexcept { return _text.empty(); }
+    [[nodiscard]] bool empty() const noexcept { return _isWritten && _text.empty(); }
 
     /// Same text, whatever the types.
-    bool operator==(const Value& other) const noexcept { return _text == other._text; }
+    bool operator==(const Value& other) const noexcept { return text() == other.text(); }
     bool operator!=(const Value& other) const noexcept { return !(*this == other); }
 
 private:
@@ -134,24 +147,44 @@ private:
     // The library's own: the caller's would go when the caller is unloaded.
     static const std::type_info& typeOfText() noexcept;
 
-    void write(bool v);
-    void write(int v);
-    void write(float v);
-    void write(double v);
-    void write(const std::string& v);
+    /// Whether six digits say the number exactly. NaN compares false.
+    template <class T>
+    static bool isExactAsText(T v) noexcept
+    {
+        if constexpr (std::is_floating_point_v<T>) {
+            return v > -1'000'000 && v < 1'000'000 && v == static_cast<T>(static_cast<int>(v));
+        } else {
+            return true;
+        }
+    }
+
+    const std::string& text() const noexcept
+    {
+        if (!_isWritten) {
+            write();
+        }
+        return _text;
+    }
+
+    void write() const noexcept;
 
     template <class T>
     T read() const;
+
+    template <class T>
+    T readText() const;
 
     template <class T>
     KIV_HIDDEN T readByStream() const;
 
     [[noreturn]] void refuse() const;
 
-    std::string _text;
+    mutable std::string _text; // empty until the number is written
     const std::type_info* _type = nullptr;
+    double _number = 0; // any bool, int and float, too
     mutable std::size_t _readPosition =
         0; // kExhausted once the stream would be at its end or failed
+    mutable bool _isWritten = true;
 };
 
 /// A value was asked for a type that it does not have. The message is the value's `typeName()`.
@@ -168,7 +201,7 @@ T Value::get() const
 {
     requireSupported<T>();
     if constexpr (std::is_same_v<T, std::string>) {
-        return _text;
+        return text();
     } else {
         if (!isType<T>()) {
             refuse();
@@ -182,15 +215,30 @@ T Value::safeGet(T defaultValue) const
 {
     requireSupported<T>();
     if constexpr (std::is_same_v<T, std::string>) {
-        return _text;
+        return text();
     } else {
         return isType<T>() ? read<T>() : defaultValue;
     }
 }
 
-extern template bool Value::read<bool>() const;
-extern template int Value::read<int>() const;
-extern template float Value::read<float>() const;
-extern template double Value::read<double>() const;
+template <class T>
+T Value::read() const
+{
+    if (_readPosition == kExhausted) {
+        return T();
+    }
+    if (!_isWritten) {
+        if (const auto v = static_cast<T>(_number); isExactAsText(v)) {
+            _readPosition = kExhausted;
+            return v;
+        }
+    }
+    return readText<T>();
+}
+
+extern template bool Value::readText<bool>() const;
+extern template int Value::readText<int>() const;
+extern template float Value::readText<float>() const;
+extern template double Value::readText<double>() const;
 
 } // namespace Kiv_v4
