@@ -11,8 +11,8 @@
 
 namespace Kiv_v4::detail {
 
-/// The handlers of one kind by run-time. There are few run-times and their ids ascend, so a sorted
-/// array answers faster than a hash map and appends at its end.
+/// The handlers of one kind by run-time. There are few run-times and their ids ascend, mostly
+/// without gaps, so a sorted array answers faster than a hash map and appends at its end.
 template <class Handler>
 class HandlerTable
 {
@@ -57,10 +57,18 @@ private:
     template <class Table>
     [[nodiscard]] static auto position(Table& table, Rtid rtId) noexcept
     {
+        auto at = table._entries.begin();
+        const auto size = table._entries.end() - at;
+        // Without gaps the id itself tells the place.
+        if (size != 0) {
+            const auto offset = static_cast<std::ptrdiff_t>(rtId) - at->first;
+            if (offset >= 0 && offset < size && at[offset].first == rtId) {
+                return at + offset;
+            }
+        }
         // As std::lower_bound, but which half to go on with is computed, not jumped to: the next id
         // asked for is anybody's guess, and a wrong guess costs more than the whole search.
-        auto at = table._entries.begin();
-        for (auto left = table._entries.end() - at; left > 0;) {
+        for (auto left = size; left > 0;) {
             const auto half = left / 2;
             at += (left - half) * static_cast<std::ptrdiff_t>(at[half].first < rtId);
             left = half;

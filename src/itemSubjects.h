@@ -59,7 +59,7 @@ public:
         if (!subject || !subject->removeObserver(observer)) {
             return false;
         }
-        if (subject->nbObservers() == 0) {
+        if (!subject->hasObservers()) {
             _subjects.at(path.runTimeId()).erase(path);
         }
         return true;

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "kiv/hierarchy.h"
+#include "kiv/runTimeMgr.h"
 #include "kiv/scene.h"
 #include "kiv/sceneNotification.h"
 
@@ -33,7 +34,10 @@ public:
 
     void operator()(const Notification& notification) override
     {
-        forEachOp(notification, [this](const auto& op) { apply(op); });
+        const auto concerns = [this](const Path& changed) {
+            return _subject.path().isAtOrBelow(changed);
+        };
+        forEachOp(notification, concerns, [this](const auto& op) { apply(op); });
     }
 
 private:
@@ -86,7 +90,9 @@ void PathSubject::letGo() noexcept
 
 void PathSubject::addObserver(const Path& p)
 {
-    if (const auto item = Hierarchy::createItem(p)) {
+    // Nobody can be asked for the items of a run-time that has gone.
+    const auto canAsk = RunTimeMgr::instance().hierarchyHandler(p.runTimeId()) != nullptr;
+    if (const auto item = canAsk ? Hierarchy::createItem(p) : nullptr) {
         _addObserverFn(item, _forwarder);
     }
 }

@@ -85,6 +85,14 @@ std::size_t Subject::nbObservers() const
     return _observers.size();
 }
 
+bool Subject::hasObservers() const
+{
+    while (!_observers.empty() && _observers.begin()->expired()) {
+        _observers.erase(_observers.begin());
+    }
+    return !_observers.empty();
+}
+
 void Subject::notify(const Notification& notification)
 {
     if (inCompositeNotification()) {

@@ -219,6 +219,13 @@ TEST_F(PathSubjectTest, SkipsItemsThatAreNotThereAndPassesTheErrorsOfItsFunction
     auto missing = following(at("/world/none/at all"));
     EXPECT_THAT(registry.observed(), ElementsAre("/world"));
     missing.reset();
+    {
+        const Path behind(Path(model.root()) + PathSegment(":gone:item", 4711, ':'));
+        testing::internal::CaptureStderr();
+        const auto below = following(behind);
+        EXPECT_THAT(registry.observed(), ElementsAre("/world"));
+        EXPECT_THAT(testing::internal::GetCapturedStderr(), IsEmpty()) << "no such run-time";
+    }
     EXPECT_THROW(PathSubject(model.root(), {}, registry.removing()), std::bad_function_call);
     EXPECT_THROW(PathSubject(model.root(), registry.adding(), {}).removeObserver(model.root()),
                  std::bad_function_call);

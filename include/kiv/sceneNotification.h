@@ -290,18 +290,38 @@ private:
 };
 
 /// Calls `visit` with each change that a notification of the scene tells of, a single one and each
-/// of a composite alike, in order, as a `SceneCompositeNotification::Op`. Not at all for other
-/// notifications.
+/// of a composite alike, in order, as a `SceneCompositeNotification::Op`. Changes whose
+/// `changedPath()` is not `wanted` are left out, without a single one being made an `Op`: that
+/// makes it cheap to observe a few items of a large scene. Other notifications tell of none.
+template <class Wanted, class Visit>
+void forEachOp(const Notification& notification, Wanted&& wanted, Visit&& visit)
+{
+    const auto* change = dynamic_cast<const SceneChanged*>(&notification);
+    if (!change) {
+        return;
+    }
+    const auto* all = change->opType() == SceneChanged::Composite
+                          ? dynamic_cast<const SceneCompositeNotification*>(change)
+                          : nullptr;
+    if (!all) {
+        if (wanted(change->changedPath())) {
+            visit(SceneCompositeNotification::Op(*change));
+        }
+        return;
+    }
+    for (const auto& op : *all) {
+        if (wanted(op.path)) {
+            visit(op);
+        }
+    }
+}
+
+/// Calls `visit` with all of them.
 template <class Visit>
 void forEachOp(const Notification& notification, Visit&& visit)
 {
-    if (const auto* all = dynamic_cast<const SceneCompositeNotification*>(&notification)) {
-        for (const auto& op : *all) {
-            visit(op);
-        }
-    } else if (const auto* one = dynamic_cast<const SceneChanged*>(&notification)) {
-        visit(SceneCompositeNotification::Op(*one));
-    }
+    forEachOp(
+        notification, [](const Path&) { return true; }, visit);
 }
 
 } // namespace Kiv_v4

@@ -82,6 +82,10 @@ public:
     /// forgotten on this occasion.
     [[nodiscard]] std::size_t nbObservers() const;
 
+    /// Whether there is a living observer. Forgets those that died up to the first that lives, so
+    /// that asking again and again while observers go is linear in their number on the whole.
+    [[nodiscard]] bool hasObservers() const;
+
     /// Calls every living observer with `notification`. Throws `std::logic_error`, and calls none,
     /// while notifications are being gathered.
     virtual void notify(const Notification& notification);
