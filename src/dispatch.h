@@ -2,6 +2,7 @@
 
 #include <exception>
 #include <memory>
+#include <source_location>
 #include <string>
 
 #include "kiv/log.h"
@@ -10,15 +11,19 @@
 
 namespace Kiv_v4::detail {
 
-/// Runs `work`; a standard exception that escapes it is written to the log, under the name and file
-/// of the operation that the client called, and goes on to the caller unchanged.
+using Line = std::source_location;
+
+/// Runs `work`; a standard exception that escapes it is written to the log, under name, file and
+/// line of the operation that the client called, and goes on to the caller unchanged.
 template <class Work>
-auto logged(const char* function, const char* file, Work work) -> decltype(work())
+auto logged(const char* function, const char* file, Work work, Line at = Line::current())
+    -> decltype(work())
 {
     try {
         return work();
     } catch (const std::exception& caught) {
-        log(function, file, __LINE__, std::string("caught exception ") + caught.what() + "\n");
+        log(function, file, static_cast<int>(at.line()),
+            std::string("caught exception ") + caught.what() + "\n");
         throw;
     }
 }
@@ -27,10 +32,10 @@ auto logged(const char* function, const char* file, Work work) -> decltype(work(
 /// a run-time without a handler of that kind; otherwise what `make` gets from the handler.
 template <class Handler, class Make>
 auto dispatch(const char* function, const char* file, const SceneItem::Ptr& item,
-              std::shared_ptr<Handler> (RunTimeMgr::*handlerOf)(const Rtid&) const, Make make)
-    -> decltype(make(std::declval<Handler&>()))
+              std::shared_ptr<Handler> (RunTimeMgr::*handlerOf)(const Rtid&) const, Make make,
+              Line at = Line::current()) -> decltype(make(std::declval<Handler&>()))
 {
-    return logged(function, file, [&]() -> decltype(make(std::declval<Handler&>())) {
+    const auto work = [&]() -> decltype(make(std::declval<Handler&>())) {
         if (!item || item->path().empty()) {
             return nullptr;
         }
@@ -39,7 +44,8 @@ auto dispatch(const char* function, const char* file, const SceneItem::Ptr& item
             return nullptr;
         }
         return make(*handler);
-    });
+    };
+    return logged(function, file, work, at);
 }
 
 } // namespace Kiv_v4::detail

@@ -1,5 +1,7 @@
 #include "kiv/selectionCommands.h"
 
+#include <stdexcept>
+
 #include "kiv/hierarchy.h"
 
 namespace Kiv_v4 {
@@ -24,6 +26,15 @@ std::list<Path> toPaths(const Selection& selection)
 std::list<Path> toPaths(const ObservableSelection::Ptr& selection)
 {
     return selection ? toPaths(*selection) : std::list<Path>();
+}
+
+/// The selection that a command runs on.
+ObservableSelection& target(const ObservableSelection::Ptr& selection)
+{
+    if (!selection) {
+        throw std::invalid_argument("Cannot change a null selection.");
+    }
+    return *selection;
 }
 
 Selection toSelection(const std::list<Path>& paths)
@@ -61,12 +72,12 @@ SelectionAppendItem::createAndExecute(const ObservableSelection::Ptr& selection,
 
 void SelectionAppendItem::undo()
 {
-    _selection->remove(Hierarchy::createItem(_path));
+    target(_selection).remove(Hierarchy::createItem(_path));
 }
 
 void SelectionAppendItem::redo()
 {
-    _selection->append(Hierarchy::createItem(_path));
+    target(_selection).append(Hierarchy::createItem(_path));
 }
 
 SelectionRemoveItem::SelectionRemoveItem(const ObservableSelection::Ptr& selection,
@@ -85,12 +96,12 @@ SelectionRemoveItem::createAndExecute(const ObservableSelection::Ptr& selection,
 
 void SelectionRemoveItem::undo()
 {
-    _selection->append(Hierarchy::createItem(_path));
+    target(_selection).append(Hierarchy::createItem(_path));
 }
 
 void SelectionRemoveItem::redo()
 {
-    _selection->remove(Hierarchy::createItem(_path));
+    target(_selection).remove(Hierarchy::createItem(_path));
 }
 
 SelectionClear::SelectionClear(const ObservableSelection::Ptr& selection)
@@ -106,12 +117,12 @@ SelectionClear::Ptr SelectionClear::createAndExecute(const ObservableSelection::
 
 void SelectionClear::undo()
 {
-    _selection->replaceWith(toSelection(_paths));
+    target(_selection).replaceWith(toSelection(_paths));
 }
 
 void SelectionClear::redo()
 {
-    _selection->clear();
+    target(_selection).clear();
 }
 
 SelectionReplaceWith::SelectionReplaceWith(const ObservableSelection::Ptr& selection,
@@ -130,12 +141,12 @@ SelectionReplaceWith::createAndExecute(const ObservableSelection::Ptr& selection
 
 void SelectionReplaceWith::undo()
 {
-    _selection->replaceWith(toSelection(_oldPaths));
+    target(_selection).replaceWith(toSelection(_oldPaths));
 }
 
 void SelectionReplaceWith::redo()
 {
-    _selection->replaceWith(toSelection(_newPaths));
+    target(_selection).replaceWith(toSelection(_newPaths));
 }
 
 } // namespace Kiv_v4

@@ -1,5 +1,7 @@
 #include "kiv/transform3d.h"
 
+#include <stdexcept>
+
 #include "kiv/hierarchy.h"
 #include "kiv/transform3dHandler.h"
 #include "kiv/transform3dNotification.h"
@@ -22,8 +24,12 @@ Matrix4d toWorld(const Matrix4d& matrix, const Path& path)
     if (path.nbSegments() < 2) {
         return matrix;
     }
-    const auto gateway = Hierarchy::createItem(path.popSegment());
-    return matrix * Transform3dRead::transform3dRead(gateway)->inclusiveMatrix();
+    const auto gateway = path.popSegment();
+    const auto outer = Transform3dRead::transform3dRead(Hierarchy::createItem(gateway));
+    if (!outer) {
+        throw std::runtime_error("no transform at the gateway '" + gateway.string() + "'");
+    }
+    return matrix * outer->inclusiveMatrix();
 }
 
 } // namespace

@@ -47,7 +47,7 @@ public:
 } // namespace
 
 UndoableCommandGuard::UndoableCommandGuard(const std::string& name)
-    : _previous(UndoableCommandMgr::installed())
+    : _nbExceptions(std::uncaught_exceptions()), _previous(UndoableCommandMgr::installed())
 {
     UndoableCommandMgr::installed() = std::make_shared<CompositeMgr>(*this, name);
 }
@@ -58,7 +58,7 @@ UndoableCommandGuard::~UndoableCommandGuard()
     if (!_previous || !own || own->guard != this) {
         return;
     }
-    const auto success = own->success && std::uncaught_exceptions() == 0;
+    const auto success = own->success && std::uncaught_exceptions() <= _nbExceptions;
     if (auto* outer = dynamic_cast<CompositeMgr*>(_previous.get())) {
         outer->composite->take(own->entry);
         outer->success = outer->success && success;

@@ -414,6 +414,8 @@ TEST_F(AssimpInterfaces, ShowTheExtentAndLookOfItems)
     const auto look = UIInfoHandler::uiInfoHandler(files.id());
     EXPECT_EQ(look->treeViewIcon(item(root / "box")).base, "mesh");
     EXPECT_EQ(look->treeViewTooltip(item(root / "box")), "box\n" + name.string());
+    EXPECT_THROW((void)look->treeViewIcon(nullptr), std::invalid_argument);
+    EXPECT_THROW((void)look->treeViewTooltip(nullptr), std::invalid_argument);
 }
 
 TEST_F(AssimpInterfaces, OfferMaterialsBesideTheSceneAsItems)

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <memory>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <tuple>
@@ -190,6 +191,7 @@ TEST_F(Dispatch, WhatAHandlerThrowsReachesTheCallerAndIsLoggedWhenItIsAStandardE
     const auto define = [this](const auto&) { return NodeDef::definition(id, "type"); };
     auto entryPoints = kEntryPoints;
     entryPoints.emplace_back("definition", "src/nodeDef", define);
+    std::set<std::string> places;
     const auto standard = std::make_exception_ptr(std::runtime_error("no such file"));
     for (const auto& error : {standard, std::make_exception_ptr(42)}) {
         h->answer = [&](const auto&) -> std::nullptr_t { std::rethrow_exception(error); };
@@ -204,6 +206,10 @@ TEST_F(Dispatch, WhatAHandlerThrowsReachesTheCallerAndIsLoggedWhenItIsAStandardE
             });
             const auto record = recordOf("no such file", function, file);
             EXPECT_THAT(output, MatchesRegex(error == standard ? record : "")) << function;
+            const auto line = output.find("Line: ");
+            if (line != output.npos) {
+                EXPECT_TRUE(places.insert(file + output.substr(line)).second) << "of its own";
+            }
         }
     }
 }

@@ -268,6 +268,8 @@ TEST_F(MemoryItems, SayHowTheyLookInATree)
     const auto info = UIInfoHandler::uiInfoHandler(runTime.id());
     EXPECT_EQ(info->treeViewIcon(mesh).base, "mesh");
     EXPECT_EQ(info->treeViewTooltip(mesh), "/world/group/mesh");
+    EXPECT_THROW((void)info->treeViewIcon(nullptr), std::invalid_argument);
+    EXPECT_THROW((void)info->treeViewTooltip(nullptr), std::invalid_argument);
     const CellInfo host("mesh", 9, true, false, false, {{0, 0, 0}}, {{1, 1, 1}});
     EXPECT_FALSE(info->treeViewCellInfo(mesh, host).fontItalic);
     model.setGateway(mesh->path(), 7);

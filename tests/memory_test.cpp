@@ -316,6 +316,18 @@ TEST_F(MemoryEdit, LetsSelectionCommandsBringItemsBackByPath)
     EXPECT_THROW(replace->undo(), std::invalid_argument) << "b is gone";
     EXPECT_THAT(selected(), ElementsAre("a")) << "and nothing has changed";
     EXPECT_THROW(SelectionAppendItem::createAndExecute(selection, nullptr), std::invalid_argument);
+
+    const std::vector<UndoableCommand::Ptr> withoutSelection = {
+        std::make_shared<SelectionAppendItem>(nullptr, a),
+        std::make_shared<SelectionRemoveItem>(nullptr, a),
+        std::make_shared<SelectionClear>(nullptr),
+        std::make_shared<SelectionReplaceWith>(nullptr, replacement)};
+    for (const auto& command : withoutSelection) {
+        for (const auto run : {&UndoableCommand::redo, &UndoableCommand::undo}) {
+            test::expectError<std::invalid_argument>([&] { ((*command).*run)(); },
+                                                     "Cannot change a null selection.");
+        }
+    }
 }
 
 TEST_F(MemoryEdit, LetsObserversInterveneWhenAnItemIsAboutToGo)

@@ -256,6 +256,14 @@ TEST_F(MemoryTransform, MatricesAreComposedUpToTheTopOfTheSceneAndOnAcrossGatewa
     const auto deeper = nested.view(view->path());
     EXPECT_EQ(Transform3d::transform3d(deeper)->inclusiveMatrix(),
               translationOf(0, 2, 0) * view->inclusiveMatrix());
+
+    const auto refused = "no transform at the gateway '" + item->path().string() + "'";
+    testing::internal::CaptureStderr();
+    RunTimeMgr::instance().setTransform3dHandler(runTime.id(), nullptr);
+    test::expectError<std::runtime_error>([&] { (void)view->inclusiveMatrix(); }, refused);
+    model.rename(item->path(), "elsewhere");
+    test::expectError<std::runtime_error>([&] { (void)view->exclusiveMatrix(); }, refused);
+    testing::internal::GetCapturedStderr();
 }
 
 TEST_F(MemoryTransform, OfAnItemThatIsGoneHasNoPlaceInTheScene)

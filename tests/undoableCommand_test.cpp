@@ -116,6 +116,27 @@ TEST_F(Commands, LeaveNoEntryUnderGuardsThatFail)
     testing::internal::GetCapturedStderr();
 }
 
+TEST_F(Commands, AreAnEntryOfAGuardThatBeginsAndEndsWhileAnExceptionIsOnItsWay)
+{
+    struct Cleanup
+    {
+        ~Cleanup()
+        {
+            UndoableCommandGuard guard("clean up");
+            Commands::execute(_command);
+            UndoableCommandGuard::setSuccess();
+        }
+
+        const UndoableCommand::Ptr _command;
+    };
+    try {
+        const Cleanup cleanup{noted("a")};
+        throw std::runtime_error("on its way");
+    } catch (const std::runtime_error&) {
+        EXPECT_EQ(history->entries().size(), 1U);
+    }
+}
+
 TEST_F(Commands, AreForgottenWhenTheManagerIsClearedUnderTheirGuard)
 {
     struct Clear : UndoableCommand

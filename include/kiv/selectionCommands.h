@@ -16,8 +16,8 @@ namespace Kiv_v4 {
 // The commands remember paths and make the items again each time they run, so they outlive the item
 // objects. Each change goes through the selection's public operations and notifies its observers. A
 // change that finds the selection in the wanted state already is silent. When an item no longer
-// exists, `std::invalid_argument` is thrown and, by the commands that rebuild a selection, nothing
-// is changed.
+// exists, or the command was made without a selection, `std::invalid_argument` is thrown and, by
+// the commands that rebuild a selection, nothing is changed.
 //
 // `createAndExecute` makes a command, executes it and gives it back; an exception from the
 // execution passes through.

@@ -52,9 +52,9 @@ public:
     [[nodiscard]] virtual Matrix4d segmentExclusiveMatrix() const = 0;
 
     /// From the item's space to world space, across run-times: the segment's matrix times the
-    /// inclusive matrix of the gateway item, and so on up to the first run-time. Every gateway must
-    /// be an item and have a transform: that is not checked. Exceptions of a run-time are logged
-    /// and pass through.
+    /// inclusive matrix of the gateway item, and so on up to the first run-time. Throws
+    /// `std::runtime_error` when a gateway is no item any more or has no transform. That and the
+    /// exceptions of a run-time are logged and pass through.
     [[nodiscard]] Matrix4d inclusiveMatrix() const;
 
     /// The same without the item's own matrix: from its parent's space to world space.

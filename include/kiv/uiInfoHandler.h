@@ -11,7 +11,8 @@
 
 namespace Kiv_v4 {
 
-/// What a run-time has to say about how its items look in a user interface.
+/// What a run-time has to say about how its items look in a user interface. Items are not null:
+/// run-times throw `std::invalid_argument` when they have to look at one that is.
 class KIV_EXPORT UIInfoHandler
 {
 public:

@@ -20,7 +20,8 @@ namespace Kiv_v4 {
 ///
 /// When the guard ends, the manager that was installed before is installed again and is handed the
 /// composite of the commands as one that was executed already (`registerCmd`), if `setSuccess` was
-/// called and no exception is on its way, also when there are no commands. Otherwise the commands
+/// called and no exception that came up under the guard is on its way, also when there are no
+/// commands. Otherwise the commands
 /// have run, but the host does not learn of them. A command that throws is not part of the
 /// composite, nor is one that is handed to `registerCmd` while the guard lives.
 ///
@@ -46,6 +47,7 @@ public:
     static void setSuccess();
 
 private:
+    const int _nbExceptions; ///< On their way when the guard began.
     const UndoableCommandMgr::Ptr _previous;
 };
 

@@ -24,8 +24,9 @@ public:
     /// "unknown" in a build from sources without their history, "HEAD" for a detached checkout.
     [[nodiscard]] static const char* getGitBranch() noexcept;
 
-    /// Weekday, month/day/year, a comma, and yearmonthdayhourminute: `Sat 11/21/2026,
-    /// 202611210946`.
+    /// When the library was first built from that commit; a build that follows changes not
+    /// committed yet keeps it. Weekday, month/day/year, a comma, and yearmonthdayhourminute: `Sat
+    /// 11/21/2026, 202611210946`.
     [[nodiscard]] static const char* getBuildDate() noexcept;
 };
 

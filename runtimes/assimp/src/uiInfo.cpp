@@ -1,10 +1,18 @@
 #include "uiInfo.h"
 
+#include <stdexcept>
 #include <utility>
 
 namespace Kiv_v4::assimp {
 
 namespace {
+
+void requireItem(const SceneItem::Ptr& item)
+{
+    if (!item) {
+        throw std::invalid_argument("null item");
+    }
+}
 
 class AssimpUIInfoHandler : public UIInfoHandler
 {
@@ -20,11 +28,13 @@ public:
 
     [[nodiscard]] Icon treeViewIcon(SceneItem::Ptr const& item) const override
     {
+        requireItem(item);
         return {item->nodeType(), "", NoBadge};
     }
 
     [[nodiscard]] std::string treeViewTooltip(SceneItem::Ptr const& item) const override
     {
+        requireItem(item);
         const auto node = _mounts->nodeOrMaterial(item);
         return node ? node->file().originalName(node->index()) + "\n" + node->file().name()
                     : std::string();

@@ -1,5 +1,6 @@
 #include "uiInfo.h"
 
+#include <stdexcept>
 #include <utility>
 
 #include "kiv/pathString.h"
@@ -7,6 +8,13 @@
 namespace Kiv_v4::memory {
 
 namespace {
+
+void requireItem(const SceneItem::Ptr& item)
+{
+    if (!item) {
+        throw std::invalid_argument("null item");
+    }
+}
 
 class MemoryUIInfoHandler : public UIInfoHandler
 {
@@ -16,6 +24,7 @@ public:
     [[nodiscard]] CellInfo treeViewCellInfo(SceneItem::Ptr const& item,
                                             CellInfo const& hostLook) const override
     {
+        requireItem(item);
         auto look = hostLook;
         const auto* node = _tree->find(*item);
         look.fontItalic = look.fontItalic || (node && node->gateway != 0);
@@ -24,11 +33,13 @@ public:
 
     [[nodiscard]] Icon treeViewIcon(SceneItem::Ptr const& item) const override
     {
+        requireItem(item);
         return {item->nodeType(), "", NoBadge};
     }
 
     [[nodiscard]] std::string treeViewTooltip(SceneItem::Ptr const& item) const override
     {
+        requireItem(item);
         return PathString::string(item->path());
     }
 
