@@ -6,6 +6,7 @@
 #include "dispatch.h"
 #include "executed.h"
 #include "itemSubjects.h"
+#include "setValueCommand.h"
 
 namespace Kiv_v4 {
 
@@ -148,5 +149,8 @@ void Light::notify(Path const& path)
 LightChanged::LightChanged(const SceneItem::Ptr& item) : _item(item) {}
 
 LightChanged::~LightChanged() = default;
+
+template class SetValueUndoableCommand<const Light::ConeProps&>;
+template class SetValueUndoableCommand<const Light::SphereProps&>;
 
 } // namespace Kiv_v4

@@ -1,13 +1,6 @@
-#include "kiv/setValueCommands.h"
+#include "setValueCommand.h"
 
 namespace Kiv_v4 {
-
-template <class T>
-SetValueUndoableCommand<T>::SetValueUndoableCommand(const Path& path) : BaseUndoableCommand(path)
-{}
-
-template <class T>
-SetValueUndoableCommand<T>::~SetValueUndoableCommand() = default;
 
 template <class T>
 SetValue2UndoableCommand<T>::SetValue2UndoableCommand(const Path& path) : BaseUndoableCommand(path)
@@ -38,8 +31,6 @@ template class SetValueUndoableCommand<const TypedColorN<float, 3>&>;
 template class SetValueUndoableCommand<const TypedColorN<float, 4>&>;
 template class SetValueUndoableCommand<const TypedSquareMatrixN<double, 3>&>;
 template class SetValueUndoableCommand<const TypedSquareMatrixN<double, 4>&>;
-template class SetValueUndoableCommand<const Light::ConeProps&>;
-template class SetValueUndoableCommand<const Light::SphereProps&>;
 template class SetValue2UndoableCommand<float>;
 template class SetValue3UndoableCommand<float>;
 template class SetValue3UndoableCommand<double>;

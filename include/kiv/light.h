@@ -8,6 +8,7 @@
 #include "kiv/observer.h"
 #include "kiv/rtid.h"
 #include "kiv/sceneItem.h"
+#include "kiv/setValueCommands.h"
 #include "kiv/typedColorN.h"
 #include "kiv/undoableCommand.h"
 
@@ -225,5 +226,12 @@ public:
     virtual void normalize(bool value);
     [[nodiscard]] virtual bool normalize() const = 0;
 };
+
+extern template class SetValueUndoableCommand<const Light::ConeProps&>;
+extern template class SetValueUndoableCommand<const Light::SphereProps&>;
+
+/// Sets the cone or the sphere of a light.
+using SetConePropsUndoableCommand = SetValueUndoableCommand<const Light::ConeProps&>;
+using SetSpherePropsUndoableCommand = SetValueUndoableCommand<const Light::SphereProps&>;
 
 } // namespace Kiv_v4

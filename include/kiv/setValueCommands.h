@@ -2,7 +2,6 @@
 
 #include "kiv/baseUndoableCommand.h"
 #include "kiv/export.h"
-#include "kiv/light.h"
 #include "kiv/typedColorN.h"
 #include "kiv/typedSquareMatrixN.h"
 
@@ -69,14 +68,12 @@ extern template class SetValueUndoableCommand<const TypedColorN<float, 3>&>;
 extern template class SetValueUndoableCommand<const TypedColorN<float, 4>&>;
 extern template class SetValueUndoableCommand<const TypedSquareMatrixN<double, 3>&>;
 extern template class SetValueUndoableCommand<const TypedSquareMatrixN<double, 4>&>;
-extern template class SetValueUndoableCommand<const Light::ConeProps&>;
-extern template class SetValueUndoableCommand<const Light::SphereProps&>;
 extern template class SetValue2UndoableCommand<float>;
 extern template class SetValue3UndoableCommand<float>;
 extern template class SetValue3UndoableCommand<double>;
 extern template class SetValue4UndoableCommand<float>;
 
-/// Sets values of that type.
+/// Sets values of that type. `light.h` has those for the properties of lights.
 using SetBoolUndoableCommand = SetValueUndoableCommand<bool>;
 using SetIntUndoableCommand = SetValueUndoableCommand<int>;
 using SetFloatUndoableCommand = SetValueUndoableCommand<float>;
@@ -85,8 +82,6 @@ using SetColor3fUndoableCommand = SetValueUndoableCommand<const TypedColorN<floa
 using SetColor4fUndoableCommand = SetValueUndoableCommand<const TypedColorN<float, 4>&>;
 using SetMatrix3dUndoableCommand = SetValueUndoableCommand<const TypedSquareMatrixN<double, 3>&>;
 using SetMatrix4dUndoableCommand = SetValueUndoableCommand<const TypedSquareMatrixN<double, 4>&>;
-using SetConePropsUndoableCommand = SetValueUndoableCommand<const Light::ConeProps&>;
-using SetSpherePropsUndoableCommand = SetValueUndoableCommand<const Light::SphereProps&>;
 using SetFloat2UndoableCommand = SetValue2UndoableCommand<float>;
 using SetFloat3UndoableCommand = SetValue3UndoableCommand<float>;
 using SetDouble3UndoableCommand = SetValue3UndoableCommand<double>;
