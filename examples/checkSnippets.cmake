@@ -5,6 +5,9 @@
 #     ```cpp
 #     ...
 #     ```
+#
+# Output, a source that ends in .txt, is shown by whole paragraphs: a program prints an empty line after
+# what a page shows, so that no page leaves out the lines that matter.
 
 file(READ ${SOURCE_DIR}/${PAGE} rest)
 set(fence "\n```")
@@ -27,10 +30,16 @@ while(NOT at EQUAL -1)
         set(file ${CMAKE_MATCH_1})
         file(READ ${SOURCE_DIR}/${file} source)
         set(source "\n${source}")
+        set(end "\n")
+        if(file MATCHES "\\.txt$")
+            set(source "\n${source}\n")
+            set(block "\n${block}")
+            set(end "\n\n")
+        endif()
         set(found -1)
         foreach(indentation "" "    " "        ")
             string(REGEX REPLACE "\n([^\n])" "\n${indentation}\\1" lines "${block}")
-            string(FIND "${source}" "${lines}\n" position)
+            string(FIND "${source}" "${lines}${end}" position)
             if(position GREATER found)
                 set(found ${position})
             endif()

@@ -51,6 +51,7 @@ int main()
     printPath(path);
     printPath(path.pop());
     printPath(path.popSegment());
+    std::cout << '\n';
 
     printOutline(Kiv::Hierarchy::createItem(Kiv::PathString::path("/world/set,:Workshop:Tools")),
                  0);
@@ -62,6 +63,7 @@ int main()
     printWhatItOffers(vice);
     printWhatItOffers(
         Kiv::Hierarchy::createItem(Kiv::PathString::path("/world/set,:Workshop:View")));
+    std::cout << '\n';
 
     const auto root = Kiv::Hierarchy::createItem(Kiv::PathString::path("/world/set,:Workshop"));
     const auto gateway = Kiv::Hierarchy::hierarchy(root)->parent();

@@ -149,6 +149,8 @@ int main()
     execute(add);
     const auto cube = add->sceneItem();
 
+    std::cout << '\n';
+
     // Several edits, one entry.
     {
         const Kiv::UndoableCommandGuard step("Set the table");
@@ -159,6 +161,7 @@ int main()
         Kiv::UndoableCommandGuard::setSuccess();
     }
     printHistory(*history);
+    std::cout << '\n';
 
     // A rename speaks for all that is under the item.
     const auto group = Kiv::Hierarchy::hierarchy(root)->createGroupCmd({cube}, std::string("dice"));

@@ -28,7 +28,7 @@ void itemsAndPaths(const Kiv::SceneItem::Ptr& lamp)
     std::cout << "at the old path: " << (atOldPath ? "one" : "none") << '\n';
 
     Kiv::SceneItemOps::sceneItemOps(renamed.item)->deleteItem();
-    std::cout << "follower after the deletion: " << text(follower.path()) << '\n';
+    std::cout << "\nfollower after the deletion: " << text(follower.path()) << '\n';
 }
 
 /// Commands and handles name things by path, so they work on an item that was made again.
@@ -135,10 +135,13 @@ int main()
     auto runTime = std::make_unique<Kiv::memory::RunTime>();
     auto& model = runTime->model();
     itemsAndPaths(model.make(model.root(), "light", "lamp"));
+    std::cout << '\n';
     namesOutliveItems(model.make(model.root(), "mesh", "chair"));
+    std::cout << '\n';
     leavingWhileBeingTold(model);
     const auto count = std::make_shared<Count>();
     changingWhileBeingTold(model, count);
+    std::cout << '\n';
 
     const auto kept = model.item(model.root());
     unload(runTime, count, *history);

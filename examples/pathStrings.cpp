@@ -76,6 +76,7 @@ int main()
     const auto path = group->path() + layer;
     std::cout << Kiv::PathString::string(path) << '\n';
     std::cout << (Kiv::PathString::path("/world/props,:beauty:rim") == path) << '\n';
+    std::cout << '\n';
 
     read("");
     read("/world/props");
@@ -86,12 +87,14 @@ int main()
     read("/world/props,#rim");
     read("world/props");
     read("/world/no/such/item");
+    std::cout << '\n';
 
     // Nothing is escaped.
     const auto bad = model.root() + std::string("a/b");
     std::cout << bad.size() << " components, read back "
               << Kiv::PathString::path(Kiv::PathString::string(bad)).size() << '\n';
     std::cout << fit("a/b, c", '/') << '\n';
+    std::cout << '\n';
 
     // Two run-times that share a separator: the one that has such an item.
     Kiv::memory::RunTime library("library", "assets");
@@ -99,6 +102,7 @@ int main()
               << '\n';
     read("/world");
     read("/nowhere");
+    std::cout << '\n';
 
     // Text in a notation of the run-time's own.
     Kiv::PathString::setCreateSingleSegmentPathFn(layers.id(), [&](const std::string& text) {
@@ -107,6 +111,7 @@ int main()
                                         : Kiv::Path();
     });
     std::cout << Kiv::PathString::string(Kiv::PathString::path("layer rim")) << '\n';
+    std::cout << '\n';
     Kiv::PathString::setCreateSingleSegmentPathFn(layers.id(),
                                                   [](const std::string&) { return Kiv::Path(); });
 
@@ -114,6 +119,7 @@ int main()
     Kiv::PathString::setPathSegmentSeparator(" > ");
     std::cout << Kiv::PathString::string(path) << '\n';
     Kiv::PathString::setPathSegmentSeparator(",");
+    std::cout << '\n';
 
     // The host's own path of an item.
     const auto standIns = std::make_shared<StandIns>();

@@ -92,6 +92,7 @@ int main()
         turned.reverse();
         execute(sequence->reorderCmd(turned));
         execute(Kiv::SceneItemOps::sceneItemOps(first)->duplicateItemCmd());
+        std::cout << '\n';
         execute(Kiv::SceneItemOps::sceneItemOps(first)->deleteItemCmd());
         printTree(item("|pilot"));
 
