@@ -21,9 +21,9 @@ namespace Kiv_v4 {
 /// When the guard ends, the manager that was installed before is installed again and is handed the
 /// composite of the commands as one that was executed already (`registerCmd`), if `setSuccess` was
 /// called and no exception that came up under the guard is on its way, also when there are no
-/// commands. Otherwise the commands
-/// have run, but the host does not learn of them. A command that throws is not part of the
-/// composite, nor is one that is handed to `registerCmd` while the guard lives.
+/// commands. Otherwise the commands have run, but the host does not learn of them. A command that
+/// throws is not part of the composite, nor is one that is handed to `registerCmd` while the guard
+/// lives.
 ///
 /// Guards nest: an inner guard's composite becomes one entry of the outer one's, whether it
 /// succeeded or not, and an inner failure makes the outer guard fail unless `setSuccess` is called
