@@ -13,7 +13,7 @@ template <>
 TransformRecord recordInFile(const SceneFile& file, NodeIndex index)
 {
     const auto matrix = file.contents().matrix(index);
-    return {matrix, detail::decomposed(matrix)};
+    return {matrix, kit::decomposed(matrix)};
 }
 
 template <>

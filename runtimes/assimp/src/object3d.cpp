@@ -24,12 +24,12 @@ BoundingBox3d boxAround(const SceneFile& file, const Edits& edits, NodeIndex top
         Matrix4d toTop;
     };
     BoundingBox3d box;
-    std::vector<Level> pending{{top, detail::identity()}};
+    std::vector<Level> pending{{top, kit::identity()}};
     while (!pending.empty()) {
         const auto level = pending.back();
         pending.pop_back();
         if (const auto* own = file.contents().box(level.index)) {
-            box.extend(detail::transformed(*own, level.toTop));
+            box.extend(kit::transformed(*own, level.toTop));
         }
         const auto& node = file.node(level.index);
         for (auto i = node.firstChild; i < node.firstChild + node.nbChildren; ++i) {

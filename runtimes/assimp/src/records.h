@@ -3,10 +3,9 @@
 #include <optional>
 
 #include "kiv/camera.h"
+#include "kiv/kit/affine.h"
 #include "kiv/light.h"
 #include "kiv/transform3dRead.h"
-
-#include "affine.h"
 
 namespace Kiv_v4::assimp {
 
@@ -18,7 +17,7 @@ namespace Kiv_v4::assimp {
 struct TransformRecord
 {
     Matrix4d matrix;
-    std::optional<detail::AffineFactors> factors;
+    std::optional<kit::AffineFactors> factors;
 };
 
 struct CameraRecord

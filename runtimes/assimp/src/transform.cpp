@@ -8,7 +8,7 @@ namespace Kiv_v4::assimp {
 
 namespace {
 
-using Factors = detail::AffineFactors;
+using Factors = kit::AffineFactors;
 
 /// From the node's space to that of the file.
 Matrix4d matrixToFile(const SceneFile& file, const Edits& edits, NodeIndex index)
@@ -32,8 +32,8 @@ bool setFactor(TransformRecord& record, double x, double y, double z)
     factors.*factor = {{x, y, z}};
     const auto translation = record.matrix.matrix[3];
     if constexpr (factor != &Factors::translation) {
-        record.matrix = detail::scaleShearMatrix(factors.scale, factors.shear) *
-                        detail::rotationMatrix(factors.rotation);
+        record.matrix = kit::scaleShearMatrix(factors.scale, factors.shear) *
+                        kit::rotationMatrix(factors.rotation);
         record.matrix.matrix[3] = translation;
     } else {
         record.matrix.matrix[3] = {x, y, z, translation[3]};
@@ -43,7 +43,7 @@ bool setFactor(TransformRecord& record, double x, double y, double z)
 
 bool setWhole(TransformRecord& record, const Matrix4d& matrix)
 {
-    auto factors = detail::decomposed(matrix);
+    auto factors = kit::decomposed(matrix);
     if (factors) {
         record = {matrix, std::move(factors)};
     }
@@ -73,7 +73,7 @@ public:
     [[nodiscard]] Matrix4d segmentExclusiveMatrix() const override
     {
         return _node.index() == SceneFile::kRoot
-                   ? detail::identity()
+                   ? kit::identity()
                    : matrixToFile(_node.file(), _node.edits(),
                                   _node.file().node(_node.index()).parent);
     }

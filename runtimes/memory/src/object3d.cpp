@@ -3,9 +3,9 @@
 #include <utility>
 #include <vector>
 
+#include "kiv/kit/affine.h"
 #include "kiv/object3dNotification.h"
 
-#include "affine.h"
 #include "announcements.h"
 #include "item.h"
 #include "propertyCommands.h"
@@ -39,8 +39,7 @@ struct BoxRecord
 BoundingBox3d boxAround(const Node& top)
 {
     auto box = ownBoxOf(top);
-    std::vector<Matrix4d> toTop{
-        detail::identity()}; // of the ancestors from the top down to the node
+    std::vector<Matrix4d> toTop{kit::identity()}; // of the ancestors from the top down to the node
     for (const auto* node = &top;;) {
         if (node->firstChild) {
             node = node->firstChild;
@@ -56,7 +55,7 @@ BoundingBox3d boxAround(const Node& top)
             node = node->next;
         }
         toTop.back() = matrixOf(*node) * toTop[toTop.size() - 2];
-        box.extend(detail::transformed(ownBoxOf(*node), toTop.back()));
+        box.extend(kit::transformed(ownBoxOf(*node), toTop.back()));
     }
 }
 

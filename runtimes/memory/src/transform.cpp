@@ -2,12 +2,13 @@
 
 #include <utility>
 
-#include "affine.h"
+#include "kiv/kit/affine.h"
+
 #include "propertyCommands.h"
 
 namespace Kiv_v4::memory {
 
-using namespace detail; // matrices and the operators of vectors
+using namespace kit; // matrices and the operators of vectors
 
 namespace {
 

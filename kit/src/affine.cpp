@@ -1,4 +1,4 @@
-#include "affine.h"
+#include "kiv/kit/affine.h"
 
 #include <algorithm>
 #include <array>
@@ -6,7 +6,7 @@
 #include <limits>
 #include <numbers>
 
-namespace Kiv_v4::detail {
+namespace Kiv_v4::kit {
 
 namespace {
 
@@ -215,4 +215,4 @@ BoundingBox3d transformed(const BoundingBox3d& box, const Matrix4d& matrix)
     return result;
 }
 
-} // namespace Kiv_v4::detail
+} // namespace Kiv_v4::kit
