@@ -85,7 +85,7 @@ int main()
         const auto ops = Kiv::SceneItemOps::sceneItemOps(item("|pilot|sq010|sh010"));
         execute(ops->renameItemCmd(std::string("sh|005")));
         execute(ops->renameItemCmd(std::string("gone"))); // its item is out of date
-        const auto first = item("|pilot|sq010|sh005");
+        const auto first = item("|pilot|sq010|sh_005");
         const auto frame = Kiv::Attributes::attributes(first)->attribute("lastFrame");
         std::dynamic_pointer_cast<Kiv::AttributeInt>(frame)->set(1100); // not undoable
         auto turned = sequence->children();

@@ -1,6 +1,13 @@
 #pragma once
 
-#include "entries.h"
+#include <list>
+#include <memory>
+
+#include "kiv/kiv.h"
+
+#include "shotList.h"
+
+class ShotTree;
 
 /// A shot list as a run-time, registered for as long as this object lives.
 class ShotListRunTime
@@ -9,12 +16,12 @@ public:
     explicit ShotListRunTime(Entry show);
 
     [[nodiscard]] Kiv::Rtid id() const noexcept { return _registration.id(); }
-    [[nodiscard]] Kiv::Path rootPath() const { return _entries->rootPath(); }
+    [[nodiscard]] Kiv::Path rootPath() const;
 
     /// Takes over what the application read anew.
     void reload(std::list<Entry> sequences);
 
 private:
     const Kiv::RunTimeRegistration _registration;
-    const EntriesPtr _entries;
+    const std::shared_ptr<ShotTree> _tree;
 };

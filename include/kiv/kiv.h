@@ -6,6 +6,7 @@
 #include "kiv/attributeDef.h"
 #include "kiv/attributeInfo.h"
 #include "kiv/attributeNotification.h"
+#include "kiv/attributeVariant.h"
 #include "kiv/attributes.h"
 #include "kiv/baseUndoableCommand.h"
 #include "kiv/batchCompositeCommand.h"

@@ -76,6 +76,19 @@ Row linearRow(const Matrix4d& matrix, std::size_t row) noexcept
     return {elements[0], elements[1], elements[2]};
 }
 
+bool isFinite(const Row& row) noexcept
+{
+    return std::isfinite(row[0]) && std::isfinite(row[1]) && std::isfinite(row[2]);
+}
+
+Matrix4d fromRows(const Row& first, const Row& second, const Row& third, const Row& last) noexcept
+{
+    return {{{{first[0], first[1], first[2], 0},
+              {second[0], second[1], second[2], 0},
+              {third[0], third[1], third[2], 0},
+              {last[0], last[1], last[2], 1}}}};
+}
+
 bool isAffine(const Matrix4d& matrix) noexcept
 {
     for (std::size_t row = 0; row < 4; ++row) {
@@ -89,8 +102,24 @@ bool isAffine(const Matrix4d& matrix) noexcept
     return true;
 }
 
-/// The angles of the rotation with these rows. The second and third are read after the first has
-/// been taken out, so they make up for its rounding, however near y is to a right angle.
+/// The axes in the order of the turns. An odd order is an even one seen in a mirror, in which every
+/// turn goes the other way.
+struct Axes
+{
+    explicit Axes(RotationOrder order) noexcept
+        : isOdd(order >= RotationOrder::XZY), first(static_cast<std::size_t>(order) % 3),
+          second((first + (isOdd ? 2 : 1)) % 3), third((first + (isOdd ? 1 : 2)) % 3)
+    {}
+
+    bool isOdd;
+    std::size_t first;
+    std::size_t second;
+    std::size_t third;
+};
+
+/// The angles about x, then y, then z of the rotation with these rows. The second and third are
+/// read after the first has been taken out, so they make up for its rounding, however near y is to
+/// a right angle.
 Vector3d anglesOf(const Row& first, const Row& second, const Row& third) noexcept
 {
     const auto cosineY = std::hypot(second[2], third[2]);
@@ -107,6 +136,16 @@ Vector3d anglesOf(const Row& first, const Row& second, const Row& third) noexcep
 
 } // namespace
 
+double radians(double degrees) noexcept
+{
+    return degrees / kDegreesPerRadian;
+}
+
+double degrees(double radians) noexcept
+{
+    return radians * kDegreesPerRadian;
+}
+
 Matrix4d identity() noexcept
 {
     return translationMatrix({});
@@ -118,15 +157,79 @@ Matrix4d translationMatrix(const Vector3d& translation) noexcept
     return {{{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {x, y, z, 1}}}};
 }
 
-Matrix4d rotationMatrix(const Vector3d& degrees) noexcept
+Matrix4d rotationMatrix(const Vector3d& degrees, RotationOrder order) noexcept
 {
-    const auto [sx, cx] = sineCosine(degrees.vector[0]);
-    const auto [sy, cy] = sineCosine(degrees.vector[1]);
-    const auto [sz, cz] = sineCosine(degrees.vector[2]);
-    return {{{{cy * cz, cy * sz, -sy, 0},
-              {sx * sy * cz - cx * sz, sx * sy * sz + cx * cz, sx * cy, 0},
-              {cx * sy * cz + sx * sz, cx * sy * sz - sx * cz, cx * cy, 0},
-              {0, 0, 0, 1}}}};
+    const Axes axes(order);
+    const auto sign = axes.isOdd ? -1.0 : 1.0;
+    const auto [sx, cx] = sineCosine(sign * degrees.vector[axes.first]);
+    const auto [sy, cy] = sineCosine(sign * degrees.vector[axes.second]);
+    const auto [sz, cz] = sineCosine(sign * degrees.vector[axes.third]);
+    const Row rows[] = {{cy * cz, cy * sz, -sy},
+                        {sx * sy * cz - cx * sz, sx * sy * sz + cx * cz, sx * cy},
+                        {cx * sy * cz + sx * sz, cx * sy * sz - sx * cz, cx * cy}};
+    auto result = identity();
+    const std::size_t places[] = {axes.first, axes.second, axes.third};
+    for (std::size_t row = 0; row < 3; ++row) {
+        for (std::size_t column = 0; column < 3; ++column) {
+            result.matrix[places[row]][places[column]] = rows[row][column];
+        }
+    }
+    return result;
+}
+
+Vector3d rotationAngles(const Matrix4d& matrix, RotationOrder order) noexcept
+{
+    const Axes axes(order);
+    const auto row = [&](std::size_t axis) -> Row {
+        const auto& elements = matrix.matrix[axis];
+        return {elements[axes.first], elements[axes.second], elements[axes.third]};
+    };
+    const auto angles = anglesOf(row(axes.first), row(axes.second), row(axes.third));
+    Vector3d result;
+    result.vector[axes.first] = angles.vector[0];
+    result.vector[axes.second] = angles.vector[1];
+    result.vector[axes.third] = angles.vector[2];
+    return axes.isOdd ? Vector3d() - result : result;
+}
+
+Matrix4d rotationMatrix(const Quaternion& quaternion) noexcept
+{
+    // Divided by the largest first, so that no square overflows or vanishes.
+    const auto largest = std::max({std::abs(quaternion.x), std::abs(quaternion.y),
+                                   std::abs(quaternion.z), std::abs(quaternion.w)});
+    const auto x = quaternion.x / largest;
+    const auto y = quaternion.y / largest;
+    const auto z = quaternion.z / largest;
+    const auto w = quaternion.w / largest;
+    const auto twice = 2 / (x * x + y * y + z * z + w * w);
+    return fromRows({1 - twice * (y * y + z * z), twice * (x * y + z * w), twice * (x * z - y * w)},
+                    {twice * (x * y - z * w), 1 - twice * (x * x + z * z), twice * (y * z + x * w)},
+                    {twice * (x * z + y * w), twice * (y * z - x * w), 1 - twice * (x * x + y * y)},
+                    {});
+}
+
+Quaternion quaternion(const Matrix4d& matrix) noexcept
+{
+    const auto& m = matrix.matrix;
+    const auto trace = m[0][0] + m[1][1] + m[2][2];
+    // One of the four is at least a half; the others are read relative to the largest.
+    std::array<double, 4> q{};
+    if (trace >= std::max({m[0][0], m[1][1], m[2][2]})) {
+        q = {m[1][2] - m[2][1], m[2][0] - m[0][2], m[0][1] - m[1][0], 1 + trace};
+    } else {
+        const std::size_t i = m[0][0] >= std::max(m[1][1], m[2][2]) ? 0
+                              : m[1][1] >= m[2][2]                  ? 1
+                                                                    : 2;
+        const auto j = (i + 1) % 3;
+        const auto k = (i + 2) % 3;
+        q[i] = 1 + m[i][i] - m[j][j] - m[k][k];
+        q[j] = m[i][j] + m[j][i];
+        q[k] = m[i][k] + m[k][i];
+        q[3] = m[j][k] - m[k][j];
+    }
+    const auto size =
+        std::copysign(std::sqrt(q[0] * q[0] + q[1] * q[1] + q[2] * q[2] + q[3] * q[3]), q[3]);
+    return {q[0] / size, q[1] / size, q[2] / size, q[3] / size};
 }
 
 Matrix4d scaleShearMatrix(const Vector3d& scale, const Vector3d& shear) noexcept
@@ -144,12 +247,19 @@ Vector3d operator+(const Vector3d& left, const Vector3d& right) noexcept
 
 Vector3d operator-(const Vector3d& left, const Vector3d& right) noexcept
 {
-    return left + -right;
+    const auto& [x, y, z] = left.vector;
+    return {{x - right.vector[0], y - right.vector[1], z - right.vector[2]}};
 }
 
 Vector3d operator-(const Vector3d& vector) noexcept
 {
     return {{-vector.vector[0], -vector.vector[1], -vector.vector[2]}};
+}
+
+Matrix4d composed(const AffineFactors& factors) noexcept
+{
+    return scaleShearMatrix(factors.scale, factors.shear) * rotationMatrix(factors.rotation) *
+           translationMatrix(factors.translation);
 }
 
 std::optional<AffineFactors> decomposed(const Matrix4d& matrix) noexcept
@@ -184,13 +294,68 @@ std::optional<AffineFactors> decomposed(const Matrix4d& matrix) noexcept
     factors.shear = {{dot(b, first) / scaleY, dot(c, first) / scaleZ, dot(c, second) / scaleZ}};
     factors.rotation = anglesOf(first, second, third);
     factors.translation = {linearRow(matrix, 3)};
-    const auto finite = [](const Vector3d& vector) {
-        return std::isfinite(vector.vector[0]) && std::isfinite(vector.vector[1]) &&
-               std::isfinite(vector.vector[2]);
-    };
-    return finite(factors.scale) && finite(factors.shear) && finite(factors.rotation)
+    return isFinite(factors.scale.vector) && isFinite(factors.shear.vector) &&
+                   isFinite(factors.rotation.vector)
                ? std::optional(factors)
                : std::nullopt;
+}
+
+std::optional<Matrix4d> inverse(const Matrix4d& matrix) noexcept
+{
+    if (!isAffine(matrix)) {
+        return std::nullopt;
+    }
+    // Each row is made 1 long first, so that neither large nor small scales are lost.
+    std::array<Row, 3> rows{};
+    Row lengths{};
+    for (std::size_t row = 0; row < 3; ++row) {
+        rows[row] = linearRow(matrix, row);
+        lengths[row] = length(rows[row]);
+        rows[row] = scaled(rows[row], 1 / lengths[row]);
+    }
+    const Row columns[] = {cross(rows[1], rows[2]), cross(rows[2], rows[0]),
+                           cross(rows[0], rows[1])};
+    const auto determinant = dot(rows[0], columns[0]);
+    if (!(std::abs(determinant) > kRounding)) { // NaN after a row of zeros
+        return std::nullopt;
+    }
+    auto result = identity();
+    for (std::size_t row = 0; row < 3; ++row) {
+        for (std::size_t column = 0; column < 3; ++column) {
+            result.matrix[row][column] = columns[column][row] / determinant / lengths[column];
+        }
+    }
+    const auto back = transformedDirection({linearRow(matrix, 3)}, result);
+    for (std::size_t column = 0; column < 3; ++column) {
+        result.matrix[3][column] = 0 - back.vector[column];
+    }
+    return isAffine(result) ? std::optional(result) : std::nullopt;
+}
+
+std::optional<Matrix4d> lookAt(const Vector3d& eye, const Vector3d& target,
+                               const Vector3d& up) noexcept
+{
+    const auto unit = [](const Row& row) { return scaled(row, 1 / length(row)); };
+    const auto back = unit((eye - target).vector);
+    const auto across = cross(unit(up.vector), back);
+    const auto right = unit(across);
+    if (!(length(across) > kRounding) || !isFinite(right) || !isFinite(eye.vector)) {
+        return std::nullopt;
+    }
+    return fromRows(right, cross(back, right), back, eye.vector);
+}
+
+Vector3d transformedPoint(const Vector3d& point, const Matrix4d& matrix) noexcept
+{
+    return transformedDirection(point, matrix) + Vector3d({linearRow(matrix, 3)});
+}
+
+Vector3d transformedDirection(const Vector3d& direction, const Matrix4d& matrix) noexcept
+{
+    const auto& [x, y, z] = direction.vector;
+    const auto& m = matrix.matrix;
+    return {{x * m[0][0] + y * m[1][0] + z * m[2][0], x * m[0][1] + y * m[1][1] + z * m[2][1],
+             x * m[0][2] + y * m[1][2] + z * m[2][2]}};
 }
 
 BoundingBox3d transformed(const BoundingBox3d& box, const Matrix4d& matrix)

@@ -1,0 +1,105 @@
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <utility>
+#include <vector>
+
+/// A glTF document, as it was parsed: the application's own data, which know nothing of kiv. A node
+/// that is taken out of its parent stays in the list of nodes, so that no index changes.
+class GltfDocument
+{
+public:
+    using Json = nlohmann::json;
+    using Index = std::size_t; ///< Of a node.
+    using Matrix = std::array<std::array<double, 4>, 4>;
+
+    explicit GltfDocument(Json json) : _json(std::move(json)) {}
+
+    [[nodiscard]] const Json& json() const noexcept { return _json; }
+
+    /// The first scene. Throws when there is none.
+    [[nodiscard]] Json& scene() { return _json.at("scenes").at(0); }
+    [[nodiscard]] Json& node(Index index) { return _json.at("nodes").at(index); }
+
+    /// The list of indices of the children of a scene or node.
+    [[nodiscard]] static Json& children(Json& parent)
+    {
+        auto& list = parent[parent.contains("nodes") ? "nodes" : "children"];
+        return list.is_null() ? list = Json::array() : list;
+    }
+
+    /// The child of that name, or null.
+    [[nodiscard]] Json* child(Json& parent, const std::string& name)
+    {
+        const auto& list = children(parent);
+        const auto found = std::find_if(list.begin(), list.end(),
+                                        [&](Index index) { return node(index)["name"] == name; });
+        return found == list.end() ? nullptr : &node(*found);
+    }
+
+    /// Takes the child out of the list of its parent.
+    Index take(Json& parent, const Json& child)
+    {
+        auto& list = children(parent);
+        const auto found = std::find_if(list.begin(), list.end(),
+                                        [&](Index index) { return &node(index) == &child; });
+        const Index index = *found;
+        list.erase(found);
+        return index;
+    }
+
+    Index add(Json node)
+    {
+        auto& nodes = _json.at("nodes");
+        nodes.push_back(std::move(node));
+        return nodes.size() - 1;
+    }
+
+    /// Adds a copy of a node and everything under it.
+    Index copy(const Json& original)
+    {
+        const auto top = add(original);
+        std::vector<Index> pending{top};
+        while (!pending.empty()) {
+            const auto copied = pending.back();
+            pending.pop_back();
+            auto list = children(node(copied));
+            for (auto& child : list) {
+                child = pending.emplace_back(add(node(child)));
+            }
+            children(node(copied)) = list;
+        }
+        return top;
+    }
+
+    /// Gives the node a matrix in the place of translation, rotation and scale. It is written by
+    /// columns for column vectors, which is by rows for row vectors.
+    static void setMatrix(Json& node, const Matrix& rows)
+    {
+        for (const auto* factor : {"translation", "rotation", "scale"}) {
+            node.erase(factor);
+        }
+        auto& elements = node["matrix"] = Json::array();
+        for (const auto& row : rows) {
+            for (const auto element : row) {
+                elements.push_back(element);
+            }
+        }
+    }
+
+    [[nodiscard]] static Matrix matrix(const Json& node)
+    {
+        const auto elements = node.at("matrix").get<std::array<double, 16>>();
+        Matrix rows{};
+        for (std::size_t i = 0; i < elements.size(); ++i) {
+            rows[i / 4][i % 4] = elements[i];
+        }
+        return rows;
+    }
+
+private:
+    Json _json;
+};

@@ -1,5 +1,0 @@
-#pragma once
-
-#include "entries.h"
-
-[[nodiscard]] Kiv::AttributesHandler::Ptr makeAttributesHandler(const EntriesPtr& entries);

@@ -1,0 +1,519 @@
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <list>
+#include <map>
+#include <set>
+
+#include "kiv/attributeNotification.h"
+#include "kiv/hierarchy.h"
+#include "kiv/kit/attributeTable.h"
+#include "kiv/kit/bases.h"
+#include "kiv/kit/command.h"
+#include "kiv/kit/handlers.h"
+#include "kiv/kit/names.h"
+#include "kiv/kit/transforms.h"
+#include "kiv/kit/tree.h"
+#include "kiv/pathString.h"
+#include "kiv/runTimeRegistration.h"
+#include "kiv/scene.h"
+#include "kiv/sceneNotification.h"
+#include "kiv/setValueCommands.h"
+#include "kiv/sceneItemOps.h"
+#include "kiv/transform3d.h"
+#include "kiv/uniqueName.h"
+
+#include "callback.h"
+#include "items.h"
+#include "matrices.h"
+#include "random.h"
+
+namespace {
+
+using namespace Kiv_v4;
+using kit::AttributeTable;
+
+/// Data to edit: boxes in boxes; a leaf takes no children.
+struct Box
+{
+    std::string name;
+    std::string type;
+    std::list<Box> children{};
+    Matrix4d matrix = kit::identity();
+    kit::AffineFactors factors{};
+    std::map<std::string, AttributeVariant> values{};
+    AttributeTable::Metadata metadata{};
+};
+
+class BoxTree : public kit::Tree
+{
+public:
+    explicit BoxTree(Rtid id)
+        : Tree(PathSegment(PathSegment::Components{std::string("top")}, id, '/'))
+    {}
+
+    Box* find(const Path& path) const
+    {
+        auto* box = covers(path) ? &_top : nullptr;
+        for (auto name = path.begin() + 1; box && name != path.end(); ++name) {
+            const auto child = childNamed(*box, name->string());
+            box = child == box->children.end() ? nullptr : &*child;
+        }
+        return box;
+    }
+
+    std::string nodeType(const Path& path) const override
+    {
+        const auto* box = find(path);
+        return box ? box->type : "";
+    }
+
+    std::vector<Child> children(const Path& path) const override
+    {
+        std::vector<Child> children;
+        if (const auto* box = find(path)) {
+            for (const auto& child : box->children) {
+                children.push_back({child.name, child.type});
+            }
+        }
+        return children;
+    }
+
+    bool accepts(const Path& parent, const std::string&) const override
+    {
+        return nodeType(parent) == "box";
+    }
+
+    Part make(const std::string& type) override { return std::make_shared<Box>(Box{"", type}); }
+
+    Part copy(const Path& path) override { return std::make_shared<Box>(*find(path)); }
+
+    Part take(const Path& path) override
+    {
+        auto& siblings = find(path.pop())->children;
+        const auto child = childNamed(*find(path.pop()), path.back().string());
+        const auto part = std::make_shared<Box>(*child);
+        siblings.erase(child);
+        return part;
+    }
+
+    void put(const Path& path, const Part& part, std::size_t row) override
+    {
+        auto& siblings = find(path.pop())->children;
+        const auto place = std::next(siblings.begin(), long(std::min(row, siblings.size())));
+        siblings.insert(place, *std::static_pointer_cast<Box>(part))->name = path.back().string();
+    }
+
+private:
+    static std::list<Box>::iterator childNamed(Box& parent, const std::string& name)
+    {
+        return std::find_if(parent.children.begin(), parent.children.end(),
+                            [&](const Box& child) { return child.name == name; });
+    }
+
+    mutable Box _top{"top", "box"};
+};
+
+class Kit : public testing::Test
+{
+protected:
+    Kit()
+    {
+        Scene::initializeInstance(std::make_shared<Scene>());
+        Scene::instance().addObserver(sceneObserver);
+        kit::registerTree(id, tree);
+    }
+
+    ~Kit() override { Scene::initializeInstance(nullptr); }
+
+    static SceneItem::Ptr item(const std::string& path)
+    {
+        return Hierarchy::createItem(PathString::path(path));
+    }
+
+    SceneItem::Ptr made(const std::string& parent, const std::string& name,
+                        const std::string& type = "box")
+    {
+        const auto command =
+            Hierarchy::hierarchy(item(parent))->createChildCmd(type, PathComponent(name));
+        command->execute();
+        return command->sceneItem();
+    }
+
+    std::vector<std::string> state() const { return test::pathsOf(test::allUnder(item("/top"))); }
+
+    const RunTimeRegistration registration{"kit", '/'};
+    const Rtid id = registration.id();
+    const std::shared_ptr<BoxTree> tree = std::make_shared<BoxTree>(id);
+    std::size_t heard = 0;
+    std::set<std::string> outline{"/top"}; ///< Kept by the announcements alone.
+    const Observer::Ptr sceneObserver = test::Callback::make([this](const Notification& news) {
+        ++heard;
+        follow(news);
+    });
+
+private:
+    void drop(const std::string& path)
+    {
+        for (auto known = outline.begin(); known != outline.end();) {
+            const auto isUnder = *known == path || known->rfind(path + "/", 0) == 0;
+            known = isUnder ? outline.erase(known) : std::next(known);
+        }
+    }
+
+    void enter(const SceneItem::Ptr& top)
+    {
+        for (const auto& path : test::pathsOf(test::allUnder(top))) {
+            outline.insert(path);
+        }
+    }
+
+    void follow(const Notification& news)
+    {
+        if (const auto* added = dynamic_cast<const ObjectAdd*>(&news)) {
+            enter(added->item());
+        } else if (const auto* gone = dynamic_cast<const ObjectPostDelete*>(&news)) {
+            drop(PathString::string(gone->path()));
+        } else if (const auto* renamed = dynamic_cast<const ObjectRename*>(&news)) {
+            drop(PathString::string(renamed->previousPath()));
+            enter(renamed->item());
+        } else if (const auto* moved = dynamic_cast<const ObjectReparent*>(&news)) {
+            drop(PathString::string(moved->previousPath()));
+            enter(moved->item());
+        }
+    }
+};
+
+TEST(KitNames, AnIndexGivesTheNamesThatCountingUpGives)
+{
+    test::Random random;
+    const std::vector<std::string> stems{"a", "", "a0", "b 7x"};
+    kit::NameIndex index;
+    std::set<std::string> model;
+    const auto someName = [&] {
+        const auto number = random.below(4) == 0 ? "" : std::to_string(random.below(30));
+        return random.of(stems) + number;
+    };
+    for (auto i = 0; i < 20000; ++i) {
+        const auto name = someName();
+        const auto expected =
+            uniqueName(name, [&](const auto& tried) { return model.count(tried) != 0; });
+        ASSERT_EQ(index.uniqueName(name), expected);
+        if (random.below(2) == 0) {
+            ASSERT_EQ(index.insert(expected), model.insert(expected).second);
+        } else {
+            ASSERT_EQ(index.erase(name), model.erase(name) != 0);
+        }
+        ASSERT_EQ(index.size(), model.size());
+    }
+    EXPECT_EQ(kit::fitName("a/\nb,c", "/,"), "a_b_c");
+    EXPECT_EQ(kit::fitName("", "_"), "-");
+}
+
+TEST(KitCommand, RunsItsFunctionsAndAnnouncesWhatDidNotThrow)
+{
+    auto value = 0;
+    auto announced = 0;
+    const auto command = kit::command(
+        "Set", [&] { value = 1; }, [&] { value = value == 1 ? 0 : throw std::logic_error("lost"); },
+        [&] { ++announced; });
+    EXPECT_EQ(command->commandString(), "Set");
+    EXPECT_EQ(value, 0);
+    command->execute();
+    command->undo();
+    command->redo();
+    EXPECT_EQ(value, 1);
+    EXPECT_EQ(announced, 3);
+    value = 2;
+    EXPECT_THROW(command->undo(), std::logic_error);
+    EXPECT_EQ(announced, 3);
+}
+
+TEST_F(Kit, RandomEditsOfATreeAreAnnouncedUndoneAndRedoneExactly)
+{
+    test::Random random;
+    std::vector<UndoableCommand::Ptr> commands;
+    std::vector<std::vector<std::string>> states{state()};
+    const auto someItem = [&] {
+        const auto items = test::allUnder(item("/top"));
+        return items[random.below(items.size())];
+    };
+    const auto someCommand = [&]() -> UndoableCommand::Ptr {
+        const auto chosen = someItem();
+        const auto hierarchy = Hierarchy::hierarchy(chosen);
+        const auto ops = SceneItemOps::sceneItemOps(chosen);
+        const PathComponent name(random.below(2) == 0 ? "x" : "y/9");
+        switch (random.below(8)) {
+        case 0:
+            return ops->deleteItemCmd();
+        case 1:
+            return ops->duplicateItemCmd();
+        case 2:
+            return ops->renameItemCmd(name);
+        case 3: {
+            auto children = hierarchy->children();
+            children.reverse();
+            return hierarchy->reorderCmd(children);
+        }
+        case 4: {
+            const auto children = hierarchy->children();
+            return hierarchy->insertChildCmd(someItem(),
+                                             children.empty() ? nullptr : children.back());
+        }
+        case 5:
+            return hierarchy->insertChildCmd(someItem(), nullptr);
+        default:
+            return hierarchy->createChildCmd(random.below(3) == 0 ? "leaf" : "box", name);
+        }
+    };
+    while (commands.size() < 300) {
+        const auto before = heard;
+        const auto command = someCommand();
+        ASSERT_EQ(state(), states.back()) << "a command changes nothing when it is made";
+        if (command && state().size() < 200) {
+            command->execute();
+            commands.push_back(command);
+            states.push_back(state());
+            ASSERT_EQ(heard - before,
+                      states.back() == states[states.size() - 2] ? heard - before : 1)
+                << command->commandString();
+            ASSERT_EQ(std::vector<std::string>(outline.begin(), outline.end()), [&] {
+                auto sorted = states.back();
+                std::sort(sorted.begin(), sorted.end());
+                return sorted;
+            }()) << command->commandString();
+        }
+    }
+    for (auto round = 0; round < 2; ++round) {
+        for (auto i = commands.size(); i-- > 0;) {
+            commands[i]->undo();
+            ASSERT_EQ(state(), states[i]) << commands[i]->commandString();
+        }
+        for (std::size_t i = 0; i < commands.size(); ++i) {
+            commands[i]->redo();
+            ASSERT_EQ(state(), states[i + 1]) << commands[i]->commandString();
+        }
+    }
+}
+
+TEST_F(Kit, WhatATreeDoesNotTakeIsRefusedAndStaleItemsAnswer)
+{
+    const auto leaf = made("/top", "leaf", "leaf");
+    const auto box = made("/top", "box");
+    const auto inner = made("/top/box", "inner");
+    EXPECT_FALSE(Hierarchy::hierarchy(leaf)->createChildCmd("box", PathComponent("x")));
+    EXPECT_FALSE(Hierarchy::hierarchy(leaf)->insertChildCmd(box, nullptr));
+    EXPECT_FALSE(Hierarchy::hierarchy(inner)->insertChildCmd(box, nullptr)) << "into itself";
+    EXPECT_FALSE(Hierarchy::hierarchy(item("/top"))->reorderCmd({box, box}));
+    EXPECT_FALSE(SceneItemOps::sceneItemOps(item("/top"))->deleteItemCmd());
+    EXPECT_EQ(*Hierarchy::hierarchy(leaf)->defaultParent(), *item("/top"));
+
+    const auto removal = SceneItemOps::sceneItemOps(box)->deleteItemCmd();
+    const auto renaming = SceneItemOps::sceneItemOps(inner)->renameItemCmd(PathComponent("z"));
+    removal->execute();
+    EXPECT_THROW(renaming->execute(), std::invalid_argument);
+    EXPECT_FALSE(item("/top/box/inner"));
+    EXPECT_TRUE(Hierarchy::hierarchy(inner)->children().empty());
+    EXPECT_FALSE(Hierarchy::hierarchy(inner)->defaultParent() &&
+                 Hierarchy::hierarchy(inner)->createChildCmd("box", PathComponent("x")));
+    EXPECT_FALSE(SceneItemOps::sceneItemOps(inner)->renameItemCmd(PathComponent("z")));
+    made("/top", "box");
+    EXPECT_THROW(removal->undo(), std::invalid_argument) << "the name is taken";
+}
+
+/// A value of each type, and another one.
+const std::pair<AttributeVariant, AttributeVariant> kValues[] = {
+    {false, true},
+    {-3, 2147483647},
+    {0.1F, 3.4e38F},
+    {0.1, -1e-300},
+    {std::string("a"), std::string("q\"\xff, (1)")},
+    {FilenameValue{"a.png"}, FilenameValue{""}},
+    {EnumStringValue{"low"}, EnumStringValue{"high"}},
+    {TypedColorN<float, 3>({0, 0.5F, 1}), TypedColorN<float, 3>({0.1F, 0.2F, 0.3F})},
+    {TypedColorN<float, 4>({0, 0.5F, 1, 1}), TypedColorN<float, 4>({0.1F, 0.2F, 0.3F, 0.4F})},
+    {TypedVectorN<int, 3>({1, 2, 3}), TypedVectorN<int, 3>({-1, 0, 1})},
+    {TypedVectorN<float, 2>({1, 2}), TypedVectorN<float, 2>({0.7F, INFINITY})},
+    {TypedVectorN<float, 3>({1, 2, 3}), TypedVectorN<float, 3>({0.7F, -0.0F, 3})},
+    {TypedVectorN<float, 4>({1, 2, 3, 4}), TypedVectorN<float, 4>({0.7F, 1, 1, -INFINITY})},
+    {TypedVectorN<double, 3>({1, 2, 3}), TypedVectorN<double, 3>({1 / 3.0, 5e-324, 1e308})},
+    {TypedSquareMatrixN<double, 3>(),
+     TypedSquareMatrixN<double, 3>({{{1, 2, 3}, {4, 5, 6}, {7, 8, 0.1}}})},
+    {TypedSquareMatrixN<double, 4>(), test::translationOf(1 / 3.0, 2, 3)},
+};
+
+class KitAttributes : public Kit
+{
+protected:
+    KitAttributes()
+    {
+        for (const auto& [first, other] : kValues) {
+            const auto type = typeOf(first);
+            made("/top", type);
+            box(type).values[type] = first;
+            table->add({type, type,
+                        [this, type](const Path& path) {
+                            auto* found = tree->find(path);
+                            return found ? found->values[type] : AttributeVariant();
+                        },
+                        [this, type](const Path& path, const AttributeVariant& value) {
+                            tree->find(path)->values[type] = value;
+                        }});
+        }
+        table->add({"opaque", Attribute::kGeneric, {}, {}});
+        table->keepMetadata([this](const Path& path, const std::string&) {
+            auto* found = tree->find(path);
+            return found ? &found->metadata : nullptr;
+        });
+        RunTimeMgr::instance().setAttributesHandler(
+            id, kit::attributesHandler([this](const auto& of) { return table->attributes(of); }));
+        Attributes::addObserver(observer);
+    }
+
+    Box& box(const std::string& name) { return *tree->find(PathString::path("/top/" + name)); }
+
+    const AttributeTable::Ptr table = std::make_shared<AttributeTable>();
+    std::vector<std::string> changes;
+    const Observer::Ptr observer = test::Callback::make([this](const Notification& news) {
+        changes.push_back(dynamic_cast<const AttributeChanged&>(news).name());
+    });
+};
+
+TEST_F(KitAttributes, EveryTypeIsReadSetUndoneWrittenAsTextAndRead)
+{
+    ASSERT_EQ(std::size(kValues) + 1, attributeTypes().size());
+    for (const auto& [first, other] : kValues) {
+        const auto type = typeOf(first);
+        SCOPED_TRACE(type);
+        const auto attribute = Attributes::attributes(item("/top/" + type))->attribute(type);
+        EXPECT_EQ(attribute->type(), type);
+        EXPECT_EQ(value(*attribute), first);
+        EXPECT_EQ(attribute->string(), textOf(first));
+        for (const auto& each : {first, other}) {
+            EXPECT_EQ(valueFromText(type, textOf(each)), each) << textOf(each);
+        }
+        if (type == Attribute::kEnumString) {
+            EXPECT_THROW(setValueCmd(*attribute, other)->execute(), std::invalid_argument);
+            continue;
+        }
+        changes.clear();
+        const auto command = setValueCmd(*attribute, other);
+        EXPECT_EQ(command->commandString(), "Set " + type);
+        EXPECT_EQ(value(*attribute), first);
+        command->execute();
+        EXPECT_EQ(value(*attribute), other);
+        command->undo();
+        EXPECT_EQ(value(*attribute), first);
+        command->redo();
+        EXPECT_EQ(value(*attribute), other);
+        EXPECT_EQ(changes, std::vector<std::string>(3, type));
+        EXPECT_THROW(static_cast<void>(setValueCmd(*attribute, std::monostate())),
+                     std::invalid_argument);
+
+        SceneItemOps::sceneItemOps(item("/top/" + type))->deleteItem();
+        EXPECT_FALSE(attribute->hasValue());
+        EXPECT_EQ(attribute->string(), "");
+        EXPECT_FALSE(setValueCmd(*attribute, first));
+    }
+    EXPECT_THROW(static_cast<void>(valueFromText(Attribute::kInt3, "(1, 2)")),
+                 std::invalid_argument);
+    EXPECT_THROW(static_cast<void>(valueFromText(Attribute::kInt, "1.5")), std::invalid_argument);
+    EXPECT_THROW(static_cast<void>(valueFromText(Attribute::kFloat, "1e39")),
+                 std::invalid_argument);
+    EXPECT_THROW(static_cast<void>(valueFromText("Int7", "1")), std::invalid_argument);
+}
+
+TEST_F(KitAttributes, MetadataAreSetAndTakenBack)
+{
+    const auto attributes = Attributes::attributes(item("/top/Int"));
+    const auto attribute = attributes->attribute("Int");
+    const auto command = attribute->setMetadataCmd("unit", Value("mm"));
+    command->execute();
+    EXPECT_EQ(attribute->metadata("unit").get<std::string>(), "mm");
+    command->undo();
+    EXPECT_FALSE(attribute->hasMetadata("unit"));
+    command->redo();
+    EXPECT_TRUE(attribute->clearMetadata("unit"));
+    EXPECT_FALSE(attribute->clearMetadata("unit"));
+    EXPECT_EQ(changes, std::vector<std::string>(4, "Int"));
+    EXPECT_EQ(attributes->attribute("opaque")->type(), Attribute::kGeneric);
+    EXPECT_FALSE(attributes->attribute("none"));
+    EXPECT_EQ(std::dynamic_pointer_cast<Attributes_v4_2>(attributes)
+                  ->attributeDef("Double3")
+                  ->defaultValue(),
+              "(0, 0, 0)");
+}
+
+TEST_F(Kit, TransformsOfAMatrixOfFactorsAndOfAttributesEditAlike)
+{
+    const auto parent = made("/top", "parent");
+    const auto child = made("/top/parent", "child");
+    const auto table = std::make_shared<AttributeTable>();
+    for (const auto* name : {"translation", "rotation", "scale", "shear"}) {
+        table->add({name, Attribute::kDouble3,
+                    [this, name](const Path& path) {
+                        auto* box = tree->find(path);
+                        const auto initial = std::string(name) == "scale" ? 1.0 : 0.0;
+                        return box ? box->values
+                                         .try_emplace(name, Vector3d({initial, initial, initial}))
+                                         .first->second
+                                   : AttributeVariant();
+                    },
+                    [this, name](const Path& path, const AttributeVariant& value) {
+                        tree->find(path)->values[name] = value;
+                    }});
+    }
+    const Transform3dHandler::Ptr handlers[] = {
+        kit::transformHandler(kit::MatrixAccess{[this](const Path& path) {
+                                                    const auto* box = tree->find(path);
+                                                    return box ? std::optional(box->matrix)
+                                                               : std::nullopt;
+                                                },
+                                                [this](const Path& path, const Matrix4d& matrix) {
+                                                    tree->find(path)->matrix = matrix;
+                                                }}),
+        kit::transformHandler(
+            kit::FactorsAccess{[this](const Path& path) {
+                                   const auto* box = tree->find(path);
+                                   return box ? std::optional(box->factors) : std::nullopt;
+                               },
+                               [this](const Path& path, const kit::AffineFactors& factors) {
+                                   tree->find(path)->factors = factors;
+                               }}),
+        kit::transformHandler(
+            kit::AttributesAccess{table, "translation", "rotation", "scale", "shear"})};
+    for (const auto& handler : handlers) {
+        RunTimeMgr::instance().setTransform3dHandler(id, handler);
+        auto changes = 0;
+        const auto observer = test::Callback::make([&](const Notification&) { ++changes; });
+        Transform3d::addObserver(child, observer);
+        const auto transform = Transform3d::transform3d(child);
+        Transform3d::transform3d(parent)->translate(0, 0, 5);
+        const auto turn = transform->rotateCmd(10, 20, 30);
+        EXPECT_EQ(turn->commandString(), "Rotate child");
+        turn->execute();
+        EXPECT_TRUE(std::dynamic_pointer_cast<SetDouble3UndoableCommand>(turn)->set(0, 0, 90));
+        EXPECT_NEAR(transform->rotation().vector[2], 90, 1e-12);
+        transform->translate(1, 2, 3);
+        EXPECT_EQ(transform->translation(), Vector3d({1, 2, 3}));
+        EXPECT_EQ(changes, 3);
+        EXPECT_LT(
+            test::error(transform->segmentInclusiveMatrix(),
+                        kit::rotationMatrix(Vector3d({0, 0, 90})) * test::translationOf(1, 2, 8)),
+            1e-12);
+        const auto placing =
+            transform->setMatrixCmd(kit::composed({{{1, 2, 3}}, {{0.5, 0, 0}}, {}, {}}));
+        placing->execute();
+        EXPECT_NEAR(transform->shear().vector[0], 0.5, 1e-12);
+        placing->undo();
+        EXPECT_EQ(transform->translation(), Vector3d({1, 2, 3}));
+        turn->undo();
+        EXPECT_EQ(transform->rotation(), Vector3d());
+        EXPECT_FALSE(transform->setMatrixCmd(Matrix4d()));
+        EXPECT_FALSE(transform->translateCmd(NAN, 0, 0));
+        EXPECT_FALSE(transform->rotatePivotCmd(1, 0, 0));
+        Transform3d::removeObserver(child, observer);
+    }
+}
+
+} // namespace
