@@ -51,6 +51,7 @@
 #include "kiv/rawAddress.h"
 #include "kiv/resultCommands.h"
 #include "kiv/rtid.h"
+#include "kiv/runTimeCommand.h"
 #include "kiv/runTimeMgr.h"
 #include "kiv/runTimeRegistration.h"
 #include "kiv/scene.h"
