@@ -1,14 +1,47 @@
 #include "kiv/log.h"
 
 #include <iostream>
+#include <utility>
 
+#include "immortal.h"
 #include "sourceLines.h"
 
 namespace Kiv_v4 {
 
+namespace {
+
+struct Listening
+{
+    LogListener listener;
+    bool isTelling = false;
+};
+
+void tell(const LogRecord& record) noexcept
+{
+    auto& state = detail::immortal<Listening>();
+    if (!state.listener || std::exchange(state.isTelling, true)) {
+        return;
+    }
+    try {
+        const auto listener = state.listener; // which may put another in its place
+        listener(record);
+    } catch (...) {
+        // There is nowhere left to tell of it.
+    }
+    state.isTelling = false;
+}
+
+} // namespace
+
 void log(char const* function, char const* file, int line, std::string const& message)
 {
     std::cerr << message + "\n" + detail::sourceLines(function, file, line) << std::flush;
+    tell({function, file, line, message, std::current_exception()});
+}
+
+void setLogListener(LogListener listener)
+{
+    detail::immortal<Listening>().listener = std::move(listener);
 }
 
 } // namespace Kiv_v4

@@ -5,6 +5,8 @@
 #include <type_traits>
 #include <unordered_map>
 
+#include "kiv/runTimeEvent.h"
+
 #include "handlerTable.h"
 #include "immortal.h"
 
@@ -31,6 +33,7 @@ struct Registry
     HandlerTables tables;
     detail::HandlerTable<BatchOpsHandler> batchOpsTable;
     detail::HandlerTable<CodeWrapperHandler> codeWrapperTable;
+    RunTimeListener listener;
 
     [[nodiscard]] auto findName(Rtid rtId) const
     {
@@ -88,7 +91,19 @@ bool eraseName(Rtid rtId)
     return true;
 }
 
+void tell(RunTimeEvent event, Rtid rtId)
+{
+    if (const auto listener = registry().listener) {
+        listener(event, rtId);
+    }
+}
+
 } // namespace
+
+void setRunTimeListener(RunTimeListener listener)
+{
+    registry().listener = std::move(listener);
+}
 
 RunTimeMgr& RunTimeMgr::instance()
 {
@@ -118,13 +133,18 @@ Rtid RunTimeMgr::register_(const std::string& name, const Handlers& handlers)
         }
         throw;
     }
+    tell(RunTimeEvent::Registered, rtId);
     return rtId;
 }
 
 bool RunTimeMgr::unregister(const Rtid& rtId)
 {
     const auto id = rtId; // the reference may lead into what is erased
-    return hasId(id) && eraseHandlers(id) && eraseName(id) && registry().batchOpsTable.erase(id);
+    if (!hasId(id)) {
+        return false;
+    }
+    tell(RunTimeEvent::Leaving, id);
+    return eraseHandlers(id) && eraseName(id) && registry().batchOpsTable.erase(id);
 }
 
 std::string RunTimeMgr::getName(const Rtid& rtId) const
@@ -173,6 +193,9 @@ HierarchyHandler& RunTimeMgr::hierarchyHandlerRef(const Rtid& rtId) const
     void RunTimeMgr::setter(const Rtid& rtId, const std::shared_ptr<Handler>& handler)             \
     {                                                                                              \
         table<Handler>().set(rtId, handler);                                                       \
+        if (std::is_same_v<Handler, HierarchyHandler> && handler) {                                \
+            tell(RunTimeEvent::Installed, rtId);                                                   \
+        }                                                                                          \
     }                                                                                              \
     std::shared_ptr<Handler> RunTimeMgr::getter(const Rtid& rtId) const                            \
     {                                                                                              \

@@ -52,6 +52,7 @@
 #include "kiv/resultCommands.h"
 #include "kiv/rtid.h"
 #include "kiv/runTimeCommand.h"
+#include "kiv/runTimeEvent.h"
 #include "kiv/runTimeMgr.h"
 #include "kiv/runTimeRegistration.h"
 #include "kiv/scene.h"

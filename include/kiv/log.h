@@ -1,5 +1,7 @@
 #pragma once
 
+#include <exception>
+#include <functional>
 #include <string>
 
 #include "kiv/export.h"
@@ -12,5 +14,23 @@ namespace Kiv_v4 {
 /// A caught exception reaches it as "caught exception ", the exception's text and a line break, so
 /// an empty line stands between message and "File: ".
 KIV_EXPORT void log(char const* function, char const* file, int line, std::string const& message);
+
+/// A diagnostic record, for those who show it elsewhere too. References are good for the call.
+struct LogRecord
+{
+    char const* function;       ///< The arguments of `log`.
+    char const* file;           ///< As above.
+    int line;                   ///< As above.
+    std::string const& message; ///< As above.
+    std::exception_ptr error;   ///< The exception that is being handled; null when there is none.
+};
+
+/// What is given each record once it is written. What it throws is dropped, and what is logged
+/// while it runs is only written.
+using LogListener = std::function<void(LogRecord const&)>;
+
+/// Lets `listener`, one for the process, have the records; an empty one ends that. Hosts use
+/// `host::ErrorChannel`, of which there may be many.
+KIV_EXPORT void setLogListener(LogListener listener);
 
 } // namespace Kiv_v4

@@ -1,0 +1,106 @@
+#include "childReader.h"
+
+#include <algorithm>
+#include <exception>
+#include <iterator>
+#include <string>
+
+#include "kiv/hierarchy.h"
+#include "kiv/hierarchyHandler.h"
+#include "kiv/log.h"
+#include "kiv/runTimeMgr.h"
+
+namespace Kiv_v4::host::detail {
+
+namespace {
+
+/// What the run-time answers; nothing when it throws.
+template <class Ask>
+auto answer(Ask ask) -> decltype(ask())
+{
+    try {
+        return ask();
+    } catch (const std::exception& error) {
+        log("children", "host/src/childReader", __LINE__,
+            std::string("A run-time that was asked for children threw ") + error.what() + "\n");
+        return {};
+    }
+}
+
+/// In the order in which the run-times came.
+SceneItemList topItems()
+{
+    auto ids = RunTimeMgr::instance().getIds();
+    ids.sort();
+    SceneItemList items;
+    for (const auto id : ids) {
+        if (const auto handler = RunTimeMgr::instance().hierarchyHandler(id)) {
+            items.splice(items.end(), answer([&] { return handler->rootItems(Path()); }));
+        }
+    }
+    items.remove(nullptr);
+    return items;
+}
+
+Hierarchy::Ptr hierarchyOf(const SceneItem::Ptr& item)
+{
+    return item && RunTimeMgr::instance().hierarchyHandler(item->runTimeId())
+               ? Hierarchy::hierarchy(item)
+               : nullptr;
+}
+
+} // namespace
+
+ChildReader::ChildReader(const SceneItem::Ptr& item, const ChildFilter& filter)
+    : _item(item), _filter(filter), _isTop(false)
+{}
+
+ChildReader::ChildReader(const ChildFilter& filter) : _filter(filter), _isTop(true) {}
+
+bool ChildReader::hasAny() const
+{
+    if (_isTop) {
+        return true;
+    }
+    return answer([&] {
+        const auto hierarchy = hierarchyOf(_item);
+        return hierarchy && (_filter.empty() ? hierarchy->hasChildren()
+                                             : hierarchy->hasFilteredChildren(_filter));
+    });
+}
+
+std::vector<SceneItem::Ptr> ChildReader::children(std::size_t first, std::size_t count) const
+{
+    const auto items = all();
+    const auto from = std::min(first, items.size());
+    const auto to = from + std::min(count, items.size() - from);
+    return {std::next(items.begin(), static_cast<std::ptrdiff_t>(from)),
+            std::next(items.begin(), static_cast<std::ptrdiff_t>(to))};
+}
+
+std::optional<std::size_t> ChildReader::count() const
+{
+    return std::nullopt;
+}
+
+std::optional<std::size_t> ChildReader::rowOf(const Path& /*child*/) const
+{
+    return std::nullopt;
+}
+
+SceneItemList ChildReader::all() const
+{
+    if (_isTop) {
+        return topItems();
+    }
+    auto items = answer([&] {
+        const auto hierarchy = hierarchyOf(_item);
+        return !hierarchy        ? SceneItemList()
+               : _filter.empty() ? hierarchy->children()
+                                 : hierarchy->filteredChildren(_filter);
+    });
+    items.remove(nullptr);
+    return items;
+}
+
+} // namespace Kiv_v4::host::detail

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+#include "kiv/childFilter.h"
+#include "kiv/sceneItem.h"
+
+namespace Kiv_v4::host::detail {
+
+/// The children of an item, or the top items of all run-times, asked in the cheapest way that the
+/// run-time offers. What a run-time throws is written to the log and read as no children.
+class ChildReader
+{
+public:
+    /// Of an item that is null there are no children.
+    ChildReader(const SceneItem::Ptr& item, const ChildFilter& filter);
+
+    /// The top items.
+    explicit ChildReader(const ChildFilter& filter);
+
+    [[nodiscard]] bool hasAny() const;
+
+    /// Whether it costs less to read some of the children than all.
+    [[nodiscard]] bool readsRanges() const { return count().has_value(); }
+
+    /// At most `count` children from `first` on.
+    [[nodiscard]] std::vector<SceneItem::Ptr> children(std::size_t first, std::size_t count) const;
+
+    /// How many there are, if that costs less than to list them.
+    [[nodiscard]] std::optional<std::size_t> count() const;
+
+    /// Where the child of that path is; the same condition.
+    [[nodiscard]] std::optional<std::size_t> rowOf(const Path& child) const;
+
+private:
+    [[nodiscard]] SceneItemList all() const;
+
+    const SceneItem::Ptr _item;
+    const ChildFilter& _filter;
+    const bool _isTop;
+};
+
+} // namespace Kiv_v4::host::detail

@@ -1,0 +1,92 @@
+#pragma once
+
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "kiv/host/runTimeWatch.h"
+#include "kiv/host/sceneTree.h"
+#include "kiv/observer.h"
+#include "kiv/rtid.h"
+
+#include "childReader.h"
+#include "ops.h"
+
+namespace Kiv_v4::host {
+
+/// What a `SceneTree` is made of.
+///
+/// **Invariants.** Every node but the root has a parent, stands under its path in `byPath`, and its
+/// path is that of its parent and one component more. A change is told to the listeners at once, so
+/// this holds after each op of a batch; in which rows children are, and what there is besides, is
+/// asked of the run-times at the end of it.
+struct SceneTree::State
+{
+    using Items = std::vector<SceneItem::Ptr>;
+    using Op = detail::Op;
+
+    State();
+    ~State();
+
+    [[nodiscard]] detail::ChildReader reader(const Node& node) const;
+    /// The children from `first` on that are not rows elsewhere; `isLast` when no more follow.
+    [[nodiscard]] Items childrenOf(const Node& node, std::size_t first, std::size_t count,
+                                   bool& isLast) const;
+    [[nodiscard]] Node* find(const Path& path) const;
+    /// The node whose children include the one at `path`; null when it was not opened.
+    [[nodiscard]] Node* openParentOf(const Path& path);
+    [[nodiscard]] bool canFetch(const Node& node) const;
+    void fetch(Node& node, std::size_t count);
+
+    // Changes, each told to the listeners. Rows are where they end up.
+    void insert(Node& parent, std::size_t row, const std::vector<Node*>& nodes);
+    void remove(Node& parent, std::size_t first, std::size_t count);
+    void remove(Node& node) { remove(*node._parent, node.row(), 1); }
+    void move(Node& node, Node& newParent, std::size_t row);
+    void tellChanged(Node& node);
+
+    /// Makes a node without a parent yet; null when there is one of that path.
+    [[nodiscard]] Node* make(const Path& path, const SceneItem::Ptr& item = {});
+
+    /// Gives the node and those under it the paths that they have once it is at `path`.
+    void setPath(Node& node, const Path& path);
+
+    // Following.
+    void follow(const std::vector<Op>& ops, bool isBatch);
+    void followMove(const Op& op);
+    void followCome(const Path& path);
+    void followGone(const Path& path);
+    void followRunTime(RunTimeEvent event, Rtid runTimeId);
+
+    /// Whether a child that is known can come under the node without all others being read.
+    [[nodiscard]] bool opensFor(Node& parent);
+
+    /// Puts a node where the run-time says that its item is; what cannot be told is compared later.
+    void settle(Node& node);
+
+    // Comparing.
+    void compareAtEnd();
+    void invalidate(Node& top);
+    void reconcile(Node& parent);
+    void removeOthers(Node& parent, const std::unordered_set<const Node*>& wanted);
+
+    Node root;
+    std::unordered_map<Path, Node*> byPath;
+    ChildFilter filter;
+    std::vector<Listener*> listeners;
+    Observer::Ptr observer;
+
+    // Of the notification at hand.
+    bool isBatch = false;
+    std::unordered_set<Node*> unsure;  ///< Whose rows may differ from the children.
+    std::unordered_set<Node*> invalid; ///< With all under them.
+    std::unordered_set<Node*> fresh;   ///< Inserted.
+
+    const RunTimeWatch watch{
+        [this](RunTimeEvent event, Rtid runTimeId) { followRunTime(event, runTimeId); }};
+
+private:
+    void forget(Node& top);
+};
+
+} // namespace Kiv_v4::host

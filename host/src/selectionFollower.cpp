@@ -1,0 +1,190 @@
+#include "selectionFollower.h"
+
+#include <algorithm>
+#include <iterator>
+#include <optional>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+#include <vector>
+
+#include "kiv/hierarchy.h"
+#include "kiv/notificationGuard.h"
+#include "kiv/observableSelection.h"
+#include "kiv/runTimeMgr.h"
+
+#include "step.h"
+#include "strays.h"
+
+namespace Kiv_v4::host::detail {
+
+namespace {
+
+SceneItem::Ptr itemAt(const Path& path)
+{
+    return RunTimeMgr::instance().hierarchyHandler(path.runTimeId()) ? Hierarchy::createItem(path)
+                                                                     : nullptr;
+}
+
+/// A selected item and what is selected in its place, null for nothing.
+using Replacements = std::unordered_map<Path, std::pair<SceneItem::Ptr, SceneItem::Ptr>>;
+
+/// Items that follow one another in the selection, and the one after the last; null at the end.
+struct Run
+{
+    std::vector<SceneItem::Ptr> items;
+    SceneItem::Ptr next;
+};
+
+/// The items to be replaced, as they stand in the selection. Linear in their number.
+std::vector<Run> runsOf(const Selection& selection, const Replacements& replacements)
+{
+    std::unordered_map<Path, SceneItem::Ptr> nextOf;
+    std::unordered_set<Path> followers;
+    for (const auto& [path, replacement] : replacements) {
+        const auto next = selection.next(replacement.first);
+        nextOf.emplace(path, next);
+        if (next && replacements.count(next->path()) != 0) {
+            followers.insert(next->path());
+        }
+    }
+    std::vector<Run> runs;
+    for (const auto& [path, replacement] : replacements) {
+        if (followers.count(path) != 0) {
+            continue;
+        }
+        auto& run = runs.emplace_back();
+        run.next = replacement.first;
+        while (run.next && nextOf.count(run.next->path()) != 0) {
+            run.items.push_back(run.next);
+            run.next = nextOf[run.next->path()];
+        }
+    }
+    return runs;
+}
+
+/// One composite for all that is done while it lives, when the selection tells of its changes.
+std::optional<NotificationGuard> guardOf(Selection& selection)
+{
+    auto* observable = dynamic_cast<ObservableSelection*>(&selection);
+    return observable ? std::optional<NotificationGuard>(std::in_place, *observable) : std::nullopt;
+}
+
+} // namespace
+
+/// An item that was dropped, to be selected again before the one at `next` when it comes back.
+struct SelectionFollower::Lost
+{
+    Path path;
+    Path next; ///< Empty at the end.
+};
+
+/// What came out of the selection because it was deleted, until somebody else changes it.
+struct SelectionFollower::Memory : Observer
+{
+    void operator()(const Notification& /*notification*/) override
+    {
+        if (!isOwnChange) {
+            lost.clear();
+        }
+    }
+
+    std::vector<Lost> lost;
+    bool isOwnChange = false;
+};
+
+SelectionFollower::SelectionFollower(const Selection::Ptr& selection, HostScene::Gone gone)
+    : _selection(selection), _gone(gone), _memory(std::make_shared<Memory>())
+{
+    if (const auto observable = std::dynamic_pointer_cast<ObservableSelection>(selection)) {
+        observable->addObserver(_memory);
+    }
+}
+
+SelectionFollower::~SelectionFollower() = default;
+
+void SelectionFollower::follow(std::span<const Op> ops, bool isBatch)
+{
+    const auto selection = _selection.lock();
+    if (!selection) {
+        return;
+    }
+    const Running ownChange(_memory->isOwnChange);
+    bringBack(*selection, ops);
+
+    Strays strays(*selection);
+    strays.follow(ops, isBatch);
+    Replacements replacements;
+    for (const auto& stray : strays.all()) {
+        const auto now = stray.gone ? nullptr : itemAt(stray.path);
+        if (now ? now->path() != stray.selected->path() : _gone != HostScene::Gone::Kept) {
+            replacements.emplace(stray.selected->path(), std::pair(stray.selected, now));
+        }
+    }
+    if (replacements.empty()) {
+        return;
+    }
+    const auto runs = runsOf(*selection, replacements);
+    const auto guard = guardOf(*selection);
+    for (const auto& [path, replacement] : replacements) {
+        selection->remove(replacement.first);
+    }
+    const auto remembers = _gone == HostScene::Gone::ComesBack && guard;
+    for (const auto& run : runs) {
+        for (const auto& item : run.items) {
+            if (const auto& now = replacements[item->path()].second) {
+                selection->insert(run.next, now);
+            } else if (remembers) {
+                _memory->lost.push_back({item->path(), run.next ? run.next->path() : Path()});
+            }
+        }
+    }
+}
+
+void SelectionFollower::leave(Rtid runTimeId)
+{
+    const auto selection = _selection.lock();
+    if (!selection) {
+        return;
+    }
+    std::erase_if(_memory->lost,
+                  [&](const Lost& item) { return leadsThrough(item.path, runTimeId); });
+    std::vector<SceneItem::Ptr> leaving;
+    std::copy_if(selection->begin(), selection->end(), std::back_inserter(leaving),
+                 [&](const auto& item) { return leadsThrough(item->path(), runTimeId); });
+    if (!leaving.empty()) {
+        const auto guard = guardOf(*selection);
+        for (const auto& item : leaving) {
+            selection->remove(item);
+        }
+    }
+}
+
+void SelectionFollower::bringBack(Selection& selection, std::span<const Op> ops)
+{
+    auto& lost = _memory->lost;
+    const auto isBack = [&](const Lost& item) {
+        return std::any_of(ops.begin(), ops.end(), [&](const Op& op) {
+            return (hasCome(op) || op.opType == SceneChanged::SubtreeInvalidated) &&
+                   isAtOrUnder(item.path, op.path);
+        });
+    };
+    std::vector<std::pair<SceneItem::Ptr, Path>> back;
+    std::erase_if(lost, [&](const Lost& item) {
+        auto now = isBack(item) ? itemAt(item.path) : nullptr;
+        if (now) {
+            back.emplace_back(now, item.next);
+        }
+        return now != nullptr;
+    });
+    if (back.empty()) {
+        return;
+    }
+    const auto guard = guardOf(selection);
+    for (const auto& [item, next] : back) {
+        const auto position = next.empty() || !selection.contains(next) ? nullptr : itemAt(next);
+        selection.insert(position, item);
+    }
+}
+
+} // namespace Kiv_v4::host::detail
