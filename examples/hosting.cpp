@@ -6,6 +6,7 @@
 #include <string>
 #include <unordered_set>
 
+#include "kiv/host/transaction.h"
 #include "kiv/host/undoHistory.h"
 #include "kiv/kiv.h"
 #include "kiv/memory/runTime.h"
@@ -162,6 +163,17 @@ int main()
     }
     printHistory(*history);
     std::cout << '\n';
+
+    // All of it or nothing: without commit, what was done is undone.
+    {
+        Kiv::host::Transaction edits("Clear the table");
+        for (const auto* name : {"cup", "plate"}) {
+            const auto item = Kiv::Hierarchy::createItem(root->path() + std::string(name));
+            edits.run(Kiv::SceneItemOps::sceneItemOps(item)->deleteItemCmd());
+        }
+        edits.commit();
+    }
+    history->undo();
 
     // A rename speaks for all that is under the item.
     const auto group = Kiv::Hierarchy::hierarchy(root)->createGroupCmd({cube}, std::string("dice"));

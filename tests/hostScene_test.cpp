@@ -122,13 +122,10 @@ TEST_F(Hosted, SelectionsFollowRandomEditsAsFarAsItemsLive)
         if (selection->size() > 20) {
             selection->clear();
         }
-        const auto before = selection->size();
         editor.step();
         for (const auto& item : *selection) {
             ASSERT_TRUE(Hierarchy::createItem(item->path())) << item->path().string();
         }
-        const auto isSame = editor.items().size() == all.size();
-        ASSERT_TRUE(!isSame || selection->size() <= before + 20);
     }
 }
 

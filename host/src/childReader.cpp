@@ -5,7 +5,6 @@
 #include <iterator>
 #include <string>
 
-#include "kiv/hierarchy.h"
 #include "kiv/hierarchyHandler.h"
 #include "kiv/log.h"
 #include "kiv/runTimeMgr.h"
@@ -45,32 +44,34 @@ SceneItemList topItems()
 Hierarchy::Ptr hierarchyOf(const SceneItem::Ptr& item)
 {
     return item && RunTimeMgr::instance().hierarchyHandler(item->runTimeId())
-               ? Hierarchy::hierarchy(item)
+               ? answer([&] { return Hierarchy::hierarchy(item); })
                : nullptr;
 }
 
 } // namespace
 
 ChildReader::ChildReader(const SceneItem::Ptr& item, const ChildFilter& filter)
-    : _item(item), _filter(filter), _isTop(false)
+    : _filter(filter), _hierarchy(hierarchyOf(item)),
+      _rows(filter.empty() ? std::dynamic_pointer_cast<Hierarchy_v4_2>(_hierarchy) : nullptr)
 {}
 
 ChildReader::ChildReader(const ChildFilter& filter) : _filter(filter), _isTop(true) {}
 
 bool ChildReader::hasAny() const
 {
-    if (_isTop) {
-        return true;
-    }
-    return answer([&] {
-        const auto hierarchy = hierarchyOf(_item);
-        return hierarchy && (_filter.empty() ? hierarchy->hasChildren()
-                                             : hierarchy->hasFilteredChildren(_filter));
-    });
+    return _isTop || answer([&] {
+               return _hierarchy && (_filter.empty() ? _hierarchy->hasChildren()
+                                                     : _hierarchy->hasFilteredChildren(_filter));
+           });
 }
 
 std::vector<SceneItem::Ptr> ChildReader::children(std::size_t first, std::size_t count) const
 {
+    if (_rows) {
+        auto items = answer([&] { return _rows->childRange(first, count); });
+        items.remove(nullptr);
+        return {items.begin(), items.end()};
+    }
     const auto items = all();
     const auto from = std::min(first, items.size());
     const auto to = from + std::min(count, items.size() - from);
@@ -80,12 +81,12 @@ std::vector<SceneItem::Ptr> ChildReader::children(std::size_t first, std::size_t
 
 std::optional<std::size_t> ChildReader::count() const
 {
-    return std::nullopt;
+    return answer([&] { return _rows ? std::optional(_rows->nbChildren()) : std::nullopt; });
 }
 
-std::optional<std::size_t> ChildReader::rowOf(const Path& /*child*/) const
+std::optional<std::size_t> ChildReader::rowOf(const Path& child) const
 {
-    return std::nullopt;
+    return answer([&] { return _rows ? _rows->row(child) : std::nullopt; });
 }
 
 SceneItemList ChildReader::all() const
@@ -94,10 +95,9 @@ SceneItemList ChildReader::all() const
         return topItems();
     }
     auto items = answer([&] {
-        const auto hierarchy = hierarchyOf(_item);
-        return !hierarchy        ? SceneItemList()
-               : _filter.empty() ? hierarchy->children()
-                                 : hierarchy->filteredChildren(_filter);
+        return !_hierarchy       ? SceneItemList()
+               : _filter.empty() ? _hierarchy->children()
+                                 : _hierarchy->filteredChildren(_filter);
     });
     items.remove(nullptr);
     return items;

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "kiv/childFilter.h"
+#include "kiv/hierarchy_v4_2.h"
 #include "kiv/sceneItem.h"
 
 namespace Kiv_v4::host::detail {
@@ -23,7 +24,7 @@ public:
     [[nodiscard]] bool hasAny() const;
 
     /// Whether it costs less to read some of the children than all.
-    [[nodiscard]] bool readsRanges() const { return count().has_value(); }
+    [[nodiscard]] bool readsRanges() const { return _rows != nullptr; }
 
     /// At most `count` children from `first` on.
     [[nodiscard]] std::vector<SceneItem::Ptr> children(std::size_t first, std::size_t count) const;
@@ -37,9 +38,10 @@ public:
 private:
     [[nodiscard]] SceneItemList all() const;
 
-    const SceneItem::Ptr _item;
     const ChildFilter& _filter;
-    const bool _isTop;
+    const Hierarchy::Ptr _hierarchy; ///< Null when there is none.
+    const Hierarchy_v4_2::Ptr _rows; ///< The same, where rows can be asked for.
+    const bool _isTop = false;
 };
 
 } // namespace Kiv_v4::host::detail
