@@ -29,3 +29,7 @@ kiv_pkg_config(kiv_memory kiv-memory ${companion} "An editable scene in memory, 
 if(KIV_BUILD_ASSIMP)
     kiv_pkg_config(kiv_assimp kiv-assimp ${companion} "Scene files of many formats, a run-time of kiv")
 endif()
+if(KIV_BUILD_DOCUMENT)
+    kiv_pkg_config(kiv_document kiv-document "kiv-host = ${kiv_VERSION}, kiv-memory = ${kiv_VERSION}"
+        "Scenes of kiv with mounted files as documents, saved and opened")
+endif()

@@ -127,6 +127,7 @@ TEST_F(Kiv, TheTreeAsJsonIsTheTreeAsPaths)
                                             {"name", "View"},
                                             {"type", "camera"},
                                             {"runTime", "assimp"},
+                                            {"file", KIV_EXAMPLES "/workshop.gltf"},
                                             {"depth", 3}}));
 }
 
@@ -245,6 +246,39 @@ TEST_F(Kiv, AnItemThatCannotBeMadeIsOneLineAndAFailure)
         EXPECT_EQ(tree.status, 1);
         EXPECT_EQ(tree.out, "/world\n/world/props\n");
         EXPECT_THAT(linesOf(tree.err), ElementsAre(StartsWith("kiv: " + item + ": ")));
+    }
+}
+
+TEST_F(Kiv, FileOfEachItemIsToldWhenThereAreSeveral)
+{
+    fs::copy_file(KIV_EXAMPLES "/workshop.gltf", folder / "copy.gltf");
+    const auto copy = (folder / "copy.gltf").string();
+    const auto hits = linesOf(kiv("find --lights " + workshop + " " + copy).out);
+    ASSERT_EQ(hits.size() % 2, 0u);
+    EXPECT_THAT(hits.front(), testing::HasSubstr("  " KIV_EXAMPLES "/workshop.gltf  /world/"));
+    EXPECT_THAT(hits.back(), testing::HasSubstr("  " + copy));
+    const auto items = nlohmann::json::parse(kiv("tree --json " + workshop + " " + copy).out);
+    EXPECT_TRUE(items.front()["file"].is_null());
+    EXPECT_EQ(items.back()["file"], copy);
+    EXPECT_THAT(linesOf(kiv("find --lights " + workshop).out).front(),
+                testing::Not(testing::HasSubstr("gltf")));
+}
+
+TEST_F(Kiv, SaysWhatWasMeant)
+{
+    const std::pair<std::string, std::string> cases[] = {
+        {"tre a.gltf", "unknown command 'tre'; did you mean 'tree'?"},
+        {"a.gltf", "'a.gltf' is a file, not a command; did you mean 'kiv tree a.gltf'?"},
+        {"grow", "unknown command 'grow'"}};
+    for (const auto& [arguments, message] : cases) {
+        const auto result = kiv(arguments);
+        EXPECT_EQ(result.status, 2);
+        EXPECT_EQ(result.err, "kiv: " + message + " (kiv --help tells more)\n");
+    }
+    for (const auto* command : {"tree", "find"}) {
+        EXPECT_EQ(kiv(command + std::string(" --type Light ") + workshop).err,
+                  "kiv: no item is of type 'Light' (camera, gateway, light, mesh, root, transform);"
+                  " did you mean 'light'?\n");
     }
 }
 

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "kiv/document/workspace.h"
+
+namespace app {
+
+/// Makes the items, each given as `TYPE:PATH` with a parent that is there, and mounts the files.
+/// Complains of those that cannot be made or read, and returns their number.
+std::size_t fill(Kiv_v4::document::Workspace& scene, const std::vector<std::string>& itemsToMake,
+                 const std::vector<std::string>& files);
+
+} // namespace app

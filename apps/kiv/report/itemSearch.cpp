@@ -1,0 +1,154 @@
+#include "report/itemSearch.h"
+
+#include <algorithm>
+#include <fnmatch.h>
+#include <limits>
+#include <set>
+#include <unistd.h>
+
+#include "kiv/cameraHandler.h"
+#include "kiv/host/outline.h"
+#include "kiv/light.h"
+#include "kiv/pathString.h"
+#include "kiv/runTimeMgr.h"
+
+#include "report/itemLines.h"
+#include "terminal/diagnostics.h"
+#include "terminal/terminal.h"
+
+namespace app {
+
+using namespace Kiv_v4;
+
+namespace {
+
+/// Whether the item meets the criteria that are asked of each item.
+bool matches(const SceneItem::Ptr& item, const Criteria& criteria)
+{
+    return (!criteria.nodeType || item->nodeType() == *criteria.nodeType) &&
+           (!criteria.name ||
+            ::fnmatch(criteria.name->c_str(), item->nodeName().c_str(), 0) == 0) &&
+           (!criteria.lights || Light::light(item));
+}
+
+/// Told of one item; the search ends when it returns false.
+using Finder = std::function<bool(const SceneItem::Ptr&)>;
+
+/// Tells of the items among which to look: the cameras when only those are wanted.
+void forEachCandidate(const SceneItem::Ptr& root, bool onlyCameras, const Finder& found)
+{
+    if (onlyCameras) {
+        const auto cameras = CameraHandler::findAll(root->path());
+        std::ranges::all_of(cameras, found);
+    } else {
+        host::walk(root, std::numeric_limits<std::size_t>::max(),
+                   [&found](const SceneItem::Ptr& item, std::size_t) { return found(item); });
+    }
+}
+
+struct Row
+{
+    std::string nodeType;
+    std::string runTime;
+    std::string file;
+    std::string path;
+};
+
+/// What was found, in columns; the paths last, since they may be long.
+class Table
+{
+public:
+    /// `file` is empty when there is no need to tell it.
+    void add(const SceneItem& item, const std::string& file)
+    {
+        _rows.push_back({printable(item.nodeType()),
+                         printable(RunTimeMgr::instance().getName(item.runTimeId())),
+                         printable(file), printable(PathString::string(item.path()))});
+        _fileWidth = std::max(_fileWidth, columns(_rows.back().file));
+        _typeWidth = std::max(_typeWidth, columns(_rows.back().nodeType));
+        _runTimeWidth = std::max(_runTimeWidth, columns(_rows.back().runTime));
+    }
+
+    void write(Output& output) const
+    {
+        const Paint paint(wantsColour(STDOUT_FILENO));
+        for (const auto& row : _rows) {
+            output.line(paint.nodeType(padded(row.nodeType, _typeWidth)) + "  " +
+                        paint.runTime(padded(row.runTime, _runTimeWidth)) + "  " +
+                        (_fileWidth > 0 ? padded(row.file, _fileWidth) + "  " : "") + row.path);
+        }
+    }
+
+private:
+    std::vector<Row> _rows;
+    std::size_t _typeWidth = 0;
+    std::size_t _runTimeWidth = 0;
+    std::size_t _fileWidth = 0;
+};
+
+/// Calls `write` for each item found, and gives their number.
+std::size_t search(const SceneItem::Ptr& root, const Criteria& criteria, const Output& output,
+                   const Found& write)
+{
+    std::size_t count = 0;
+    forEachCandidate(root, criteria.cameras, [&](const SceneItem::Ptr& item) {
+        if (matches(item, criteria)) {
+            write(item);
+            ++count;
+        }
+        return output.isRead();
+    });
+    return count;
+}
+
+} // namespace
+
+void complainOfMissingType(const SceneItem::Ptr& root, const std::string& type, Output& output)
+{
+    if (type.empty()) {
+        return;
+    }
+    std::set<std::string> types;
+    host::walk(root, std::numeric_limits<std::size_t>::max(),
+               [&](const SceneItem::Ptr& item, std::size_t) {
+                   types.insert(item->nodeType());
+                   return true;
+               });
+    if (types.contains(type)) {
+        return;
+    }
+    output.flush();
+    complain("no item is of type '" + type + "'" +
+             alternatives(type, {types.begin(), types.end()}));
+}
+
+std::size_t find(const document::Workspace& scene, const SceneItem::Ptr& root,
+                 const Criteria& criteria, FindForm form, Output& output, const Found& found)
+{
+    Table table;
+    JsonItems items(scene, output);
+    const auto tellsFile = form == FindForm::table && scene.mounts().size() > 1;
+    const auto count = search(root, criteria, output, [&](const SceneItem::Ptr& item) {
+        if (found) {
+            found(item);
+        }
+        switch (form) {
+        case FindForm::table:
+            return table.add(*item, tellsFile ? scene.fileOf(*item) : "");
+        case FindForm::paths:
+            return writePath(*item, output);
+        case FindForm::json:
+            return items.add(*item);
+        }
+    });
+    table.write(output);
+    if (form == FindForm::json) {
+        items.end();
+    }
+    if (count == 0 && criteria.nodeType) {
+        complainOfMissingType(root, *criteria.nodeType, output);
+    }
+    return count;
+}
+
+} // namespace app

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "kiv/document/workspace.h"
+#include "kiv/sceneItem.h"
+
+#include "terminal/output.h"
+
+namespace app {
+
+/// What to look for. An item is found when it meets every criterion.
+struct Criteria
+{
+    bool cameras = false;
+    bool lights = false;
+    std::optional<std::string> nodeType;
+    std::optional<std::string> name; ///< A pattern with * ? and [...] for the whole name.
+
+    [[nodiscard]] bool any() const { return cameras || lights || nodeType || name; }
+};
+
+enum class FindForm { table, paths, json };
+
+/// Told of one item that was found.
+using Found = std::function<void(const Kiv_v4::SceneItem::Ptr&)>;
+
+/// Complains, behind what was printed so far, when `type` is not empty and no item at or under
+/// `root` is of it, with the types that there are.
+void complainOfMissingType(const Kiv_v4::SceneItem::Ptr& root, const std::string& type,
+                           Output& output);
+
+/// Writes the items at and under `root` that are found, tells of each, and returns their number.
+/// With several files in the scene, the file of each is told, too. Complains when a type is wanted
+/// that no item there has.
+std::size_t find(const Kiv_v4::document::Workspace& scene, const Kiv_v4::SceneItem::Ptr& root,
+                 const Criteria& criteria, FindForm form, Output& output, const Found& found = {});
+
+} // namespace app

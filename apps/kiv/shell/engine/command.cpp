@@ -1,0 +1,65 @@
+#include "shell/engine/command.h"
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "kiv/host/itemLookup.h"
+
+#include "terminal/interrupts.h"
+
+namespace app::shell {
+
+std::span<const CommandKind> commandKinds()
+{
+    static const CommandKind kinds[] = {browsing(),         files(),   structure(),
+                                        selecting(),        placing(), camerasAndLights(),
+                                        attributeEditing(), undoing(), general()};
+    return kinds;
+}
+
+const Command* commandNamed(std::string_view name)
+{
+    for (const auto& kind : commandKinds()) {
+        for (const auto& command : kind.commands) {
+            if (command.name == name) {
+                return &command;
+            }
+        }
+    }
+    return nullptr;
+}
+
+std::string unknownCommand(const std::string& name)
+{
+    std::vector<std::string> names;
+    for (const auto& kind : commandKinds()) {
+        for (const auto& command : kind.commands) {
+            names.emplace_back(command.name);
+        }
+    }
+    const auto meant = Kiv_v4::host::suggestion(name, names);
+    return "unknown command '" + name + "'" + (meant.empty() ? " (help lists them)" : meant);
+}
+
+void runCommand(Session& session, const Words& words)
+{
+    endIfInterrupted();
+    const auto* command = commandNamed(words.front());
+    if (!command) {
+        throw std::runtime_error(unknownCommand(words.front()));
+    }
+    const Usage usage(command->usage);
+    const auto arguments = [&] {
+        try {
+            return Arguments(usage, {words.begin() + 1, words.end()});
+        } catch (const std::runtime_error& error) {
+            throw std::runtime_error(std::string(error.what()) +
+                                     "; usage: " + std::string(command->name) + " " +
+                                     std::string(command->usage));
+        }
+    }();
+    command->run(session, arguments);
+}
+
+} // namespace app::shell

@@ -1,0 +1,211 @@
+#include "shell/engine/session.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "kiv/compositeUndoableCommand.h"
+#include "kiv/document/sceneDocument.h"
+#include "kiv/globalSelection.h"
+#include "kiv/hierarchy.h"
+#include "kiv/host/itemLookup.h"
+#include "kiv/namedSelection.h"
+#include "kiv/pathString.h"
+
+#include "shell/engine/followers.h"
+#include "shell/engine/hostScene.h"
+#include "terminal/progressLine.h"
+#include "terminal/terminal.h"
+
+namespace app::shell {
+
+using namespace Kiv_v4;
+
+namespace {
+
+constexpr char kSelectionMark = '@';
+
+bool doesNothing(const UndoableCommand::Ptr& command)
+{
+    const auto* composite = dynamic_cast<const CompositeUndoableCommand*>(command.get());
+    return composite && std::ranges::all_of(composite->cmdsList(), doesNothing);
+}
+
+/// Takes no note of a step in which nothing was done: it would drop what can be redone.
+class History : public host::UndoHistory
+{
+public:
+    void registerCmd(const UndoableCommand::Ptr& command) const override
+    {
+        if (!doesNothing(command)) {
+            UndoHistory::registerCmd(command);
+        }
+    }
+};
+
+} // namespace
+
+bool namesSelection(const std::string& word)
+{
+    return word.starts_with(kSelectionMark);
+}
+
+Session::Session(Output& output)
+    : _output(output), _selection(std::make_shared<ObservableSelection>()),
+      _history(std::make_shared<History>())
+{
+    Scene::initializeInstance(
+        std::make_shared<HostScene>([this](const auto& change) { follow(change); }));
+    GlobalSelection::initializeInstance(_selection);
+    UndoableCommandMgr::initializeInstance(_history);
+    _scene = std::make_unique<document::Workspace>();
+    showReading(*_scene);
+    _current = _scene->root()->path();
+}
+
+Session::~Session()
+{
+    while (isInStep()) {
+        endStep();
+    }
+    _watch.reset();
+    _history->clear();
+    for (const auto& name : _selectionNames) {
+        NamedSelection::remove(name);
+    }
+    _selection->clear();
+    _scene.reset();
+    UndoableCommandMgr::initializeInstance(nullptr);
+    GlobalSelection::initializeInstance(nullptr);
+    Scene::initializeInstance(nullptr);
+}
+
+SceneItem::Ptr Session::current() const
+{
+    return Hierarchy::createItem(_current);
+}
+
+SceneItem::Ptr Session::item(const std::string& word) const
+{
+    const auto found = items({&word, 1});
+    if (found.size() != 1) {
+        throw std::runtime_error("'" + word + "' is " + std::to_string(found.size()) +
+                                 " items, not one");
+    }
+    return found.front();
+}
+
+std::vector<SceneItem::Ptr> Session::items(std::span<const std::string> words) const
+{
+    for (const auto& word : words) {
+        if (namesSelection(word) && itemsIfAny({&word, 1}).empty()) {
+            throw std::runtime_error(
+                "no such item '" + word +
+                "': " + (word.size() == 1 ? "nothing is selected" : "the selection is empty"));
+        }
+    }
+    return itemsIfAny(words);
+}
+
+std::vector<SceneItem::Ptr> Session::itemsIfAny(std::span<const std::string> words) const
+{
+    Selection found;
+    for (const auto& word : words) {
+        if (namesSelection(word)) {
+            for (const auto& item : selectionOf(word)) {
+                if (const auto now = Hierarchy::createItem(item->path())) {
+                    found.append(now);
+                }
+            }
+        } else {
+            found.append(host::requireItem(_scene->root(), current(), word));
+        }
+    }
+    return {found.begin(), found.end()};
+}
+
+const Selection& Session::selectionOf(const std::string& word) const
+{
+    const auto name = word.substr(1);
+    if (name.empty()) {
+        return *_selection;
+    }
+    if (_selectionNames.count(name) == 0) {
+        throw std::runtime_error("no selection is named '" + name + "'");
+    }
+    return *NamedSelection::get(name);
+}
+
+Selection& Session::namedSelection(const std::string& name)
+{
+    _selectionNames.insert(name);
+    return *NamedSelection::get(name);
+}
+
+void Session::dropSelection(const std::string& name)
+{
+    if (_selectionNames.erase(name) == 0) {
+        throw std::runtime_error("no selection is named '" + name + "'");
+    }
+    NamedSelection::remove(name);
+}
+
+void Session::beginStep(const std::string& name)
+{
+    _steps.push_back(std::make_unique<UndoableCommandGuard>(name));
+}
+
+void Session::endStep()
+{
+    if (!isInStep()) {
+        throw std::runtime_error("there is no step to end");
+    }
+    UndoableCommandGuard::setSuccess();
+    _steps.pop_back();
+}
+
+void Session::watch(bool on)
+{
+    _watch.reset();
+    if (on) {
+        _watch = std::make_unique<Watch>(
+            [this](const std::string& line) { _output.line("~ " + printable(line)); },
+            _scene->root());
+    }
+}
+
+void Session::stay()
+{
+    noteSaved();
+    _isOver = false;
+}
+
+void Session::guardChanges()
+{
+    _savedState = document::documentHash(*_scene);
+}
+
+void Session::noteSaved()
+{
+    if (_savedState) {
+        guardChanges();
+    }
+}
+
+bool Session::isChanged() const
+{
+    return _savedState && *_savedState != document::documentHash(*_scene);
+}
+
+void Session::follow(const SceneCompositeNotification::Op& change)
+{
+    _current = followed(_current, change);
+    app::shell::follow(*_selection, change, Gone::dropped);
+    for (const auto& name : _selectionNames) {
+        app::shell::follow(*NamedSelection::get(name), change, Gone::kept);
+    }
+    if (_watch && change.opType != SceneChanged::Deleted) {
+        _watch->include(change.item ? change.item->path() : change.path);
+    }
+}
+
+} // namespace app::shell

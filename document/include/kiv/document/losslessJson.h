@@ -1,0 +1,182 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "kiv/export.h"
+#include "kiv/host/propertyValue.h"
+#include "kiv/typedColorN.h"
+#include "kiv/typedSquareMatrixN.h"
+#include "kiv/typedVectorN.h"
+#include "kiv/value.h"
+
+namespace Kiv_v4::document {
+
+// JSON from which values come back as they were, bit for bit and byte for byte; `JsonCursor` is the
+// way back. Who includes this header needs the headers of nlohmann-json 3.
+
+using Json = nlohmann::ordered_json;
+
+/// Returns the number with the fewest digits that reads as that `float` again, instead of those of
+/// its `double`. NaN and infinities become null where JSON is written.
+[[nodiscard]] KIV_EXPORT Json shortestJson(float number);
+
+/// Infinities and NaN are the texts "inf", "-inf" and "nan".
+[[nodiscard]] KIV_EXPORT Json losslessJson(double number);
+[[nodiscard]] KIV_EXPORT Json losslessJson(float number);
+
+/// Text that is not UTF-8 is an object with its bytes as hexadecimal text: {"bytes": "6bc3"}.
+[[nodiscard]] KIV_EXPORT Json losslessJson(const std::string& text);
+
+/// A float or double is an object of its type, since they read the same; null is no value.
+[[nodiscard]] KIV_EXPORT Json losslessJson(const Value& value);
+
+/// The JSON of the value in it.
+[[nodiscard]] KIV_EXPORT Json losslessJson(const host::PropertyValue& value);
+
+[[nodiscard]] inline Json losslessJson(bool value)
+{
+    return value;
+}
+[[nodiscard]] inline Json losslessJson(int value)
+{
+    return value;
+}
+
+template <class T, std::size_t N>
+[[nodiscard]] Json losslessJson(const std::array<T, N>& elements);
+
+template <class Elements>
+[[nodiscard]] Json losslessElements(const Elements& elements)
+{
+    auto result = Json::array();
+    for (const auto& element : elements) {
+        result.push_back(losslessJson(element));
+    }
+    return result;
+}
+
+[[nodiscard]] inline Json losslessJson(const std::vector<std::string>& texts)
+{
+    return losslessElements(texts);
+}
+
+template <class T, std::size_t N>
+Json losslessJson(const std::array<T, N>& elements)
+{
+    return losslessElements(elements);
+}
+
+template <class T, std::size_t N>
+[[nodiscard]] Json losslessJson(const TypedVectorN<T, N>& value)
+{
+    return losslessJson(value.vector);
+}
+
+template <class T, std::size_t N>
+[[nodiscard]] Json losslessJson(const TypedColorN<T, N>& value)
+{
+    return losslessJson(value.color);
+}
+
+/// An array of rows.
+template <class T, std::size_t N>
+[[nodiscard]] Json losslessJson(const TypedSquareMatrixN<T, N>& value)
+{
+    return losslessJson(value.matrix);
+}
+
+/// A value in a JSON document and where that is, for reading with messages that say what is wrong
+/// and where: what cannot be read as it is asked for throws `std::runtime_error` with a JSON
+/// pointer and the reason.
+class KIV_EXPORT JsonCursor
+{
+public:
+    /// `json` must outlive the place and those made of it.
+    explicit JsonCursor(const Json& json, std::string pointer = {});
+
+    [[noreturn]] void fail(const std::string& reason) const;
+
+    [[nodiscard]] const std::string& pointer() const noexcept { return _pointer; }
+
+    /// The field of an object that must have it.
+    [[nodiscard]] JsonCursor at(const char* key) const;
+
+    /// The field of an object, if it has it.
+    [[nodiscard]] std::optional<JsonCursor> find(const char* key) const;
+
+    /// The fields of an object, in its order.
+    [[nodiscard]] std::vector<std::pair<std::string, JsonCursor>> fields() const;
+
+    /// Fails unless it is an object with no other fields than these.
+    void requireOnly(const std::vector<std::string>& keys) const;
+
+    /// The elements of an array.
+    [[nodiscard]] std::vector<JsonCursor> elements() const;
+
+    /// The value as one of the types that `losslessJson` takes: fails when it is no such value.
+    template <class T>
+    [[nodiscard]] T as() const
+    {
+        T value{};
+        read(value);
+        return value;
+    }
+
+    /// The value as one of the type that `kind` holds.
+    [[nodiscard]] host::PropertyValue as(const host::PropertyValue& kind) const;
+
+private:
+    [[nodiscard]] JsonCursor child(const std::string& key, const Json& json) const;
+
+    void read(bool& value) const;
+    void read(int& value) const;
+    void read(float& value) const;
+    void read(double& value) const;
+    void read(std::string& value) const;
+    void read(Value& value) const;
+    void read(std::vector<std::string>& texts) const;
+
+    template <class T, std::size_t N>
+    void read(std::array<T, N>& elements) const
+    {
+        const auto places = this->elements();
+        if (places.size() != N) {
+            fail("expected " + std::to_string(N) + " elements");
+        }
+        for (std::size_t i = 0; i < N; ++i) {
+            places[i].read(elements[i]);
+        }
+    }
+    template <class T, std::size_t N>
+    void read(TypedVectorN<T, N>& value) const
+    {
+        read(value.vector);
+    }
+    template <class T, std::size_t N>
+    void read(TypedColorN<T, N>& value) const
+    {
+        read(value.color);
+    }
+    template <class T, std::size_t N>
+    void read(TypedSquareMatrixN<T, N>& value) const
+    {
+        read(value.matrix);
+    }
+
+    const Json* _json;
+    std::string _pointer;
+};
+
+/// Returns the whole document. Throws `std::runtime_error` with line, column and reason for what is
+/// no JSON, and for JSON that is nested deeper than a scene document ever is.
+///
+/// Cost: linear in the text.
+[[nodiscard]] KIV_EXPORT Json parseJson(const std::string& text);
+
+} // namespace Kiv_v4::document

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "kiv/host/itemProperties.h"
+
+namespace Kiv_v4::document {
+
+// Which properties documents hold.
+
+/// A property that a document holds, and the value of a new item when that is left out.
+struct StoredProperty
+{
+    const host::Property* property;
+    std::optional<host::PropertyValue> initial{};
+};
+using PropertyList = std::vector<StoredProperty>;
+
+/// Returns those of items in memory: all of the group that can be set. `group` must be one of
+/// transforms, cameras, lights and nodes of graphs.
+[[nodiscard]] const PropertyList& propertiesOf(const std::string& group);
+
+/// Returns those of the transforms of scene files' items: the matrix, and the factors that were set
+/// where it does not tell them exactly.
+[[nodiscard]] const PropertyList& fileTransformProperties();
+
+/// Returns whether items are shown.
+[[nodiscard]] const host::Property& visibleProperty();
+
+/// Returns whether two values are the same bit for bit, which tells 0 from -0.
+[[nodiscard]] bool sameBits(const host::PropertyValue& left, const host::PropertyValue& right);
+
+} // namespace Kiv_v4::document

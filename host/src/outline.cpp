@@ -1,0 +1,87 @@
+#include "kiv/host/outline.h"
+
+#include <algorithm>
+
+#include "kiv/hierarchy.h"
+
+namespace Kiv_v4::host {
+
+namespace {
+
+SceneItemList listedChildren(const SceneItem::Ptr& item)
+{
+    const auto hierarchy = Hierarchy::hierarchy(item);
+    return hierarchy ? hierarchy->filteredChildren(hierarchy->defaultChildFilter())
+                     : SceneItemList();
+}
+
+/// Drops the rows that neither match nor have a match below them. Seen from the end, the first row
+/// one level above a row that stays is that row's parent.
+void prune(std::vector<OutlineRow>& rows)
+{
+    auto kept = rows.rbegin();
+    std::size_t parentDepth = 0;
+    bool needsParent = false;
+    for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
+        if (!row->matches && !(needsParent && row->depth == parentDepth)) {
+            continue;
+        }
+        needsParent = row->depth > 0;
+        parentDepth = row->depth - 1;
+        if (kept != row) {
+            *kept = std::move(*row);
+        }
+        ++kept;
+    }
+    rows.erase(rows.begin(), kept.base());
+}
+
+/// Seen from the end, the first row of a depth since the last row above that depth has no sibling
+/// behind it.
+void markLastSiblings(std::vector<OutlineRow>& rows)
+{
+    std::vector<bool> hasSibling;
+    for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
+        row->isLast = row->depth >= hasSibling.size() || !hasSibling[row->depth];
+        hasSibling.resize(row->depth + 1);
+        hasSibling[row->depth] = true;
+    }
+}
+
+} // namespace
+
+void walk(const SceneItem::Ptr& root, std::size_t depth, const OutlineVisitor& visit)
+{
+    std::vector<SceneItemList> levels{{root}}; // what is still to visit on each level
+    while (!levels.empty()) {
+        if (levels.back().empty()) {
+            levels.pop_back();
+            continue;
+        }
+        // An item is let go before its children are visited: its path is as long as it is deep.
+        const auto item = std::move(levels.back().front());
+        levels.back().pop_front();
+        if (!visit(item, levels.size() - 1)) {
+            return;
+        }
+        if (levels.size() <= depth) {
+            levels.push_back(listedChildren(item));
+        }
+    }
+}
+
+std::vector<OutlineRow> outline(const SceneItem::Ptr& root, const OutlineFilter& filter)
+{
+    std::vector<OutlineRow> rows;
+    walk(root, filter.depth, [&](const SceneItem::Ptr& item, std::size_t depth) {
+        auto type = item->nodeType();
+        const auto matches = filter.matches(type);
+        rows.push_back({item->path().back(), std::move(type), item->runTimeId(), depth, matches});
+        return true;
+    });
+    prune(rows);
+    markLastSiblings(rows);
+    return rows;
+}
+
+} // namespace Kiv_v4::host

@@ -1,0 +1,152 @@
+// What hosts look up, list, read and write without knowing which run-times there are.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "kiv/attributes.h"
+#include "kiv/host/childName.h"
+#include "kiv/host/itemLookup.h"
+#include "kiv/host/itemProperties.h"
+#include "kiv/host/matrix.h"
+#include "kiv/host/outline.h"
+#include "kiv/light.h"
+#include "kiv/transform3d.h"
+
+#include "memoryScene.h"
+#include "nested.h"
+
+using namespace Kiv_v4;
+
+namespace {
+
+using testing::HasSubstr;
+
+struct HostServices : test::MemoryScene
+{
+    [[nodiscard]] SceneItem::Ptr make(const std::string& type, const std::string& name) const
+    {
+        return model.make(model.root(), type, name);
+    }
+    [[nodiscard]] SceneItem::Ptr root() const { return model.item(model.root()); }
+};
+
+TEST_F(HostServices, LookUpSaysWhichNameWasNearlyMeant)
+{
+    const auto lamp = make("group", "Lamp");
+    model.make(lamp->path(), "mesh", "Bulb");
+    EXPECT_EQ(host::requireItem(root(), lamp, "../Lamp/Bulb")->nodeName(), "Bulb");
+    const std::pair<const char*, const char*> cases[] = {
+        {"lamp/Bulb", "no such item 'lamp/Bulb'; did you mean 'Lamp'?"},
+        {"/world/Lamp/Blub", "no such item '/world/Lamp/Blub'; did you mean 'Bulb'?"},
+        {"Lamp/chair", "no such item 'Lamp/chair'"},
+        {"/wrld", "no such item '/wrld'; did you mean 'world'?"},
+        {"", "no such item ''"}};
+    for (const auto& [text, message] : cases) {
+        try {
+            (void)host::requireItem(root(), root(), text);
+            ADD_FAILURE() << text;
+        } catch (const std::runtime_error& error) {
+            EXPECT_STREQ(error.what(), message);
+        }
+    }
+    EXPECT_TRUE(host::pathOf("no path").empty());
+    EXPECT_EQ(host::nearestName("tre", {"show", "tree", "true"}), "tree");
+    EXPECT_EQ(host::nearestName("ab", {"abc", "ac"}), "") << "too short for slips";
+}
+
+TEST_F(HostServices, EveryPropertyThatCanBeSetReadsAsItWasSet)
+{
+    for (const auto* type : {"camera", "directionalLight", "spotLight", "areaLight"}) {
+        const host::ItemProperties properties(make(type, type));
+        for (const auto& property : host::propertyTable()) {
+            const auto before = properties.value(property);
+            if (!before || !property.isSettable || property.name == "matrix") {
+                continue;
+            }
+            const auto wanted = std::visit(
+                [&]<class T>(const T& value) -> host::PropertyValue {
+                    if constexpr (std::is_same_v<T, bool>) {
+                        return !value;
+                    } else if constexpr (std::is_same_v<T, std::string>) {
+                        return property.choices.back();
+                    } else if constexpr (std::is_same_v<T, float>) {
+                        return value + 0.5F;
+                    } else if constexpr (std::is_same_v<T, Vector3d>) {
+                        return Vector3d({0.5, 1.5, 2.5});
+                    } else if constexpr (std::is_same_v<T, Color3f>) {
+                        return Color3f({0.5F, 0.25F, 0.125F});
+                    } else {
+                        return value;
+                    }
+                },
+                *before);
+            const auto command = properties.setCmd(property, wanted);
+            ASSERT_TRUE(command) << property.name;
+            command->execute();
+            EXPECT_EQ(properties.value(property), wanted) << property.name;
+            EXPECT_NE(before, wanted) << property.name;
+            command->undo();
+            EXPECT_EQ(properties.value(property), before) << property.name;
+        }
+    }
+}
+
+TEST_F(HostServices, PropertiesRefuseWhatTheyCannotBe)
+{
+    const host::ItemProperties mesh(make("mesh", "mesh"));
+    const host::ItemProperties camera(make("camera", "camera"));
+    const auto& fStop = *host::findProperty(host::kCamera, "fStop");
+    const auto& projection = *host::findProperty(host::kCamera, "projection");
+    EXPECT_THROW((void)mesh.setCmd(fStop, 2.0F), std::invalid_argument);
+    EXPECT_THROW((void)camera.setCmd(fStop, 2.0), std::invalid_argument) << "another type";
+    EXPECT_THROW((void)camera.setCmd(projection, "flat"), std::invalid_argument);
+    EXPECT_THROW((void)camera.setCmd(*host::findProperty(host::kTransform, "worldMatrix"),
+                                     host::PropertyValue(Matrix4d())),
+                 std::invalid_argument);
+    EXPECT_FALSE(mesh.value(fStop));
+    EXPECT_FALSE(host::findProperty(host::kLight, "fStop"));
+    EXPECT_THROW(host::ItemProperties(nullptr), std::invalid_argument);
+    EXPECT_EQ(host::valueText(Vector3d({1.0 / 3, -0.0, 1e9})), "0.333333, 0, 1e+09");
+}
+
+TEST_F(HostServices, NamesStayFreeOfThoseOfMountedItems)
+{
+    const test::Nested nested;
+    const auto gateway = make("gateway", "gateway");
+    const auto view = nested.view(gateway->path());
+    const auto taken = view->path()[gateway->path().size()].string();
+    const auto own = host::freeName(gateway, taken);
+    EXPECT_NE(own, taken);
+    EXPECT_EQ(host::freeName(gateway, "other"), "other");
+    EXPECT_EQ(host::freeName(root(), "gateway"), "gateway") << "which the run-time sees to";
+}
+
+TEST_F(HostServices, AnItemIsPlacedInTheWorldUnlessSomethingIsFlatAbove)
+{
+    const auto parent = make("group", "parent");
+    const auto child = model.make(parent->path(), "group", "child");
+    const auto transform = Transform3d::transform3d(parent);
+    transform->translate(1, 2, 3);
+    transform->scale(1, 2, 4);
+    Matrix4d world({{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {7, 8, 9, 1}}});
+    Transform3d::transform3d(child)->setMatrix(*host::ownMatrix(child, world));
+    EXPECT_EQ(*host::worldMatrix(child), world);
+    transform->scale(0, 1, 1);
+    EXPECT_FALSE(host::ownMatrix(child, world));
+}
+
+TEST_F(HostServices, OutlineKeepsTheAncestorsOfWhatMatches)
+{
+    const auto group = make("group", "group");
+    model.make(group->path(), "mesh", "mesh");
+    make("group", "empty");
+    host::OutlineFilter filter;
+    filter.nodeType = "mesh";
+    const auto rows = host::outline(root(), filter);
+    ASSERT_EQ(rows.size(), 3u);
+    EXPECT_FALSE(rows[1].matches);
+    EXPECT_TRUE(rows[1].isLast) << "the empty group is not shown";
+    EXPECT_EQ(rows[2].name, PathComponent("mesh"));
+}
+
+} // namespace
