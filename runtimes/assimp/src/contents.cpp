@@ -66,6 +66,19 @@ std::vector<const aiMaterial*> materialsOf(const aiScene& scene, const aiNode& n
     return materials;
 }
 
+/// Of a matrix that turns and moves.
+Matrix4d inverseOfRigid(const Matrix4d& matrix)
+{
+    auto inverse = kit::identity();
+    for (std::size_t row = 0; row < 3; ++row) {
+        for (std::size_t column = 0; column < 3; ++column) {
+            inverse.matrix[row][column] = matrix.matrix[column][row];
+            inverse.matrix[3][row] -= matrix.matrix[3][column] * matrix.matrix[row][column];
+        }
+    }
+    return inverse;
+}
+
 } // namespace
 
 Contents::Contents(const aiScene& scene, const Sources& sources)
@@ -140,13 +153,21 @@ void Contents::addCamerasAndLights(const aiScene& scene, const std::vector<const
         return;
     }
     const ObjectConversion conversion(scene);
+    ByNode<Matrix4d> placements;
+    const auto place = [&placements](NodeIndex index, const std::optional<Matrix4d>& placement) {
+        if (placement) {
+            placements.emplace(index, *placement);
+        }
+    };
     for (NodeIndex i = 0; i < sources.size(); ++i) {
         const auto name = text(sources[i]->mName);
         if (const auto camera = cameras.find(name); camera != cameras.end()) {
             _cameras.emplace(i, conversion.record(*camera->second));
+            place(i, conversion.placement(*camera->second));
         }
         if (const auto light = lights.find(name); light != lights.end()) {
             const auto& source = *light->second;
+            place(i, conversion.placement(source));
             const auto& record = _lights.emplace(i, conversion.record(source)).first->second;
             if (record.type == Light::Area) {
                 addAttribute(_attributes[i], "lightSize",
@@ -154,6 +175,36 @@ void Contents::addCamerasAndLights(const aiScene& scene, const std::vector<const
                                                      static_cast<float>(source.mSize.y)}));
             }
         }
+    }
+    if (!placements.empty()) {
+        this->place(placements, sources);
+    }
+}
+
+/// Meshes at a placed node and the nodes under it stay where they are.
+void Contents::place(const ByNode<Matrix4d>& placements, const std::vector<const aiNode*>& sources)
+{
+    std::unordered_map<const aiNode*, Matrix4d> back;
+    for (const auto& [index, placement] : placements) {
+        const auto inverse = inverseOfRigid(placement);
+        back.emplace(sources[index], inverse);
+        setMatrix(index, placement * matrix(index));
+        if (const auto box = _boxes.find(index); box != _boxes.end()) {
+            box->second = detail::transformed(box->second, inverse);
+        }
+    }
+    for (NodeIndex i = 0; i < sources.size(); ++i) {
+        if (const auto above = back.find(sources[i]->mParent); above != back.end()) {
+            setMatrix(i, matrix(i) * above->second);
+        }
+    }
+}
+
+void Contents::setMatrix(NodeIndex index, const Matrix4d& matrix)
+{
+    auto element = _matrices.begin() + static_cast<std::ptrdiff_t>(kNbElements * index);
+    for (const auto& row : matrix.matrix) {
+        element = std::copy(row.begin(), row.end(), element);
     }
 }
 

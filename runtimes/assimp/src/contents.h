@@ -39,7 +39,9 @@ class Contents
 public:
     Contents(const aiScene& scene, const Sources& sources);
 
-    /// The importer's matrix, exactly, for row vectors.
+    /// The importer's matrix, exactly, for row vectors. That of a camera or light whose importer
+    /// puts it somewhere within its node leads from there, and those of its children make up for
+    /// that.
     [[nodiscard]] Matrix4d matrix(NodeIndex index) const;
 
     // Null for a node without.
@@ -64,6 +66,8 @@ private:
 
     void addMatrices(const std::vector<const aiNode*>& sources);
     void addCamerasAndLights(const aiScene& scene, const std::vector<const aiNode*>& sources);
+    void place(const ByNode<Matrix4d>& placements, const std::vector<const aiNode*>& sources);
+    void setMatrix(NodeIndex index, const Matrix4d& matrix);
     void addMeshes(const aiScene& scene, const std::vector<const aiNode*>& sources);
     void addMaterials(const aiScene& scene, const Sources& sources);
 

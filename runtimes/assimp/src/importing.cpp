@@ -6,6 +6,7 @@
 #include <assimp/postprocess.h>
 #include <assimp/scene.h>
 #include <iostream>
+#include <string_view>
 
 #include "classicNumbers.h"
 #include "quietStreams.h"
@@ -77,6 +78,15 @@ std::string reason(const std::string& file, std::string message)
     return message.empty() ? "the importer gives no reason" : message;
 }
 
+/// Whether there is nothing but a root, which the importer named itself.
+bool showsNothing(const aiScene& scene)
+{
+    const std::string_view root(scene.mRootNode->mName.data, scene.mRootNode->mName.length);
+    const auto isEmpty = scene.mNumMeshes + scene.mNumCameras + scene.mNumLights == 0;
+    return isEmpty && scene.mRootNode->mNumChildren == 0 &&
+           (root.empty() || root == "ROOT" || root.starts_with('<'));
+}
+
 std::shared_ptr<const SceneFile> imported(const std::string& file, const Progress& progress)
 {
     const QuietStream quietOut(std::cout);
@@ -96,9 +106,8 @@ std::shared_ptr<const SceneFile> imported(const std::string& file, const Progres
     if (!scene || !scene->mRootNode) {
         throw ImportError(file, reason(file, importer.GetErrorString()));
     }
-    // As the importer's own tools do: such a file has most often lost its meshes.
-    if (scene->mNumMeshes == 0 && scene->mNumMaterials > 0) {
-        throw ImportError(file, "no mesh is left for its materials");
+    if (showsNothing(*scene)) {
+        throw ImportError(file, "it has nothing to show");
     }
     return std::make_shared<const SceneFile>(*scene, file);
 }

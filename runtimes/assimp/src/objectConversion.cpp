@@ -1,6 +1,7 @@
 #include "objectConversion.h"
 
 #include <algorithm>
+#include <array>
 #include <assimp/commonMetaData.h>
 #include <assimp/scene.h>
 #include <cmath>
@@ -46,6 +47,60 @@ float largest(const Color3f& from)
     return *std::max_element(from.color.begin(), from.color.end());
 }
 
+using Vector = std::array<double, 3>;
+
+Vector vector(const aiVector3D& from)
+{
+    return {from.x, from.y, from.z};
+}
+
+Vector cross(const Vector& a, const Vector& b)
+{
+    return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
+}
+
+/// None for a vector that has no direction.
+std::optional<Vector> normalized(const Vector& from)
+{
+    const auto length = std::hypot(from[0], from[1], from[2]);
+    if (!std::isfinite(length) || length == 0) {
+        return std::nullopt;
+    }
+    return Vector{from[0] / length, from[1] / length, from[2] / length};
+}
+
+/// A right angle to `forward`, as near to `up` as can be.
+Vector rightOf(const Vector& forward, const Vector& up)
+{
+    constexpr auto kAlongForward = 1e-6;
+    const auto right = cross(forward, up);
+    if (std::hypot(right[0], right[1], right[2]) > kAlongForward) {
+        return *normalized(right);
+    }
+    const auto isSteep = std::abs(forward[1]) > 0.5;
+    return *normalized(cross(forward, isSteep ? Vector{0, 0, -1} : Vector{0, 1, 0}));
+}
+
+/// What looks along -z with +y upward, put at `position` to look along `look`; unturned when that
+/// is no direction.
+std::optional<Matrix4d> placed(const aiVector3D& position, const aiVector3D& look,
+                               const aiVector3D& up)
+{
+    auto matrix = kit::identity();
+    if (const auto forward = normalized(vector(look))) {
+        const auto right = rightOf(*forward, normalized(vector(up)).value_or(Vector{0, 1, 0}));
+        const auto above = cross(right, *forward);
+        const auto& [x, y, z] = *forward;
+        matrix.matrix[0] = {right[0], right[1], right[2], 0};
+        matrix.matrix[1] = {above[0], above[1], above[2], 0};
+        matrix.matrix[2] = {-x, -y, -z, 0};
+    }
+    if (normalized(vector(position))) {
+        matrix.matrix[3] = {position.x, position.y, position.z, 1};
+    }
+    return matrix == kit::identity() ? std::nullopt : std::optional(matrix);
+}
+
 Light::Type kind(aiLightSourceType type)
 {
     switch (type) {
@@ -71,6 +126,7 @@ ObjectConversion::ObjectConversion(const aiScene& scene)
         const std::string_view name(format.C_Str());
         _hasScaledVerticalFov = name.starts_with("glTF");
         _hasHalfConeAngles = name.starts_with("glTF2");
+        _placesWithinNodes = name.starts_with("Autodesk FBX") || name.starts_with("Neutral File");
     }
 }
 
@@ -99,10 +155,11 @@ LightRecord ObjectConversion::record(const aiLight& light) const
 {
     LightRecord record;
     record.type = kind(light.mType);
-    const auto diffuse = color(light.mColorDiffuse);
-    record.intensity = std::max(largest(diffuse), 0.0F);
+    const auto shining =
+        color(light.mType == aiLightSource_AMBIENT ? light.mColorAmbient : light.mColorDiffuse);
+    record.intensity = std::max(largest(shining), 0.0F);
     if (record.intensity > 0) {
-        const auto& [r, g, b] = diffuse.color;
+        const auto& [r, g, b] = shining.color;
         record.color = {{r / record.intensity, g / record.intensity, b / record.intensity}};
         record.specular = largest(color(light.mColorSpecular)) / record.intensity;
     }
@@ -113,6 +170,16 @@ LightRecord ObjectConversion::record(const aiLight& light) const
             std::max(full * degrees(light.mAngleOuterCone) - record.cone.coneAngle, 0.0F) / 2;
     }
     return record;
+}
+
+std::optional<Matrix4d> ObjectConversion::placement(const aiCamera& camera) const
+{
+    return _placesWithinNodes ? placed(camera.mPosition, camera.mLookAt, camera.mUp) : std::nullopt;
+}
+
+std::optional<Matrix4d> ObjectConversion::placement(const aiLight& light) const
+{
+    return _placesWithinNodes ? placed(light.mPosition, light.mDirection, light.mUp) : std::nullopt;
 }
 
 } // namespace Kiv_v4::assimp

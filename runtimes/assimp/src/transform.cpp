@@ -21,23 +21,45 @@ Matrix4d matrixToFile(const SceneFile& file, const Edits& edits, NodeIndex index
     return matrix;
 }
 
-/// Sets one factor; the other rows of the matrix stay exact when it is the translation.
+bool isFinite(double x, double y, double z)
+{
+    return std::isfinite(x) && std::isfinite(y) && std::isfinite(z);
+}
+
+/// Whether the last column is exactly that of an affine matrix.
+bool isAffine(const Matrix4d& matrix)
+{
+    const auto& rows = matrix.matrix;
+    return rows[0][3] == 0 && rows[1][3] == 0 && rows[2][3] == 0 && rows[3][3] == 1;
+}
+
+/// Sets a factor other than the translation, whose row of the matrix stays exact.
 template <Vector3d Factors::*factor>
 bool setFactor(TransformRecord& record, double x, double y, double z)
 {
-    if (!record.factors || !std::isfinite(x) || !std::isfinite(y) || !std::isfinite(z)) {
+    if (!record.factors || !isFinite(x, y, z)) {
         return false;
     }
     auto& factors = *record.factors;
     factors.*factor = {{x, y, z}};
     const auto translation = record.matrix.matrix[3];
-    if constexpr (factor != &Factors::translation) {
-        record.matrix = kit::scaleShearMatrix(factors.scale, factors.shear) *
-                        kit::rotationMatrix(factors.rotation);
-        record.matrix.matrix[3] = translation;
-    } else {
-        record.matrix.matrix[3] = {x, y, z, translation[3]};
+    record.matrix = kit::scaleShearMatrix(factors.scale, factors.shear) *
+                    kit::rotationMatrix(factors.rotation);
+    record.matrix.matrix[3] = translation;
+    return true;
+}
+
+/// A matrix without factors can be moved, too, as long as it is affine.
+bool setTranslation(TransformRecord& record, double x, double y, double z)
+{
+    if ((!record.factors && !isAffine(record.matrix)) || !isFinite(x, y, z)) {
+        return false;
     }
+    if (record.factors) {
+        record.factors->translation = {{x, y, z}};
+    }
+    auto& row = record.matrix.matrix[3];
+    row = {x, y, z, row[3]};
     return true;
 }
 
@@ -80,7 +102,7 @@ public:
 
     [[nodiscard]] Cmd translateCmd(double x, double y, double z) override
     {
-        return factorCmd<&Factors::translation>("Translate", x, y, z);
+        return _node.changeCmd<SetDouble3UndoableCommand>("Translate", &setTranslation, x, y, z);
     }
 
     [[nodiscard]] Vector3d translation() const override

@@ -85,27 +85,34 @@ struct EditedItem
 /// `editedItems` lists them.
 /// A command on an item that is not mounted any more throws `std::runtime_error`.
 ///
-/// **Transforms.** Until it is edited, an item has the matrix of its node, bit for bit.
-/// Translation, rotation (about x, then y, then z), scale and shear are the factors of that matrix;
-/// setting the translation leaves the other rows as they are. A matrix that has no such factors,
-/// because it is singular or not affine, reads as unrotated, unscaled and unsheared and is edited
-/// by `setMatrix` only, which refuses such matrices. There are no pivots: their commands are null,
-/// and zero is read.
+/// **Transforms.** Until it is edited, an item has the matrix of its node, bit for bit, but for the
+/// cameras and lights of some formats and what lies right under them (see below). Translation,
+/// rotation (about x, then y, then z), scale and shear are the factors of that matrix; setting the
+/// translation leaves the other rows as they are. A matrix that has no such factors, because it is
+/// singular or not affine, reads as unrotated, unscaled and unsheared; a singular one can be
+/// translated, and both can be replaced by `setMatrix`, which refuses such matrices. There are no
+/// pivots: their commands are null, and zero is read.
 ///
 /// **Cameras.** The film back of a perspective camera is 36 mm wide, and as high as the file's
 /// aspect ratio says, 24 mm when it says nothing; the focal length follows from the field of view,
 /// which is 45 degrees when the file has none. The importer hands most fields of view over as the
 /// full horizontal angle, those of glTF as the vertical angle times the aspect ratio, which is
 /// taken into account. The apertures of an orthographic camera are the size of its view. Cameras
-/// are without depth of field at first. A position or direction that the importer gives a camera or
-/// a light within its node is not part of the item's transform and not shown.
+/// are without depth of field at first.
+///
+/// The cameras and lights of FBX and NFF files stand and look elsewhere within their nodes than
+/// `Camera` and `Light` say: the item's matrix takes the difference up, so that it looks along its
+/// -z where the file means it to, and the matrices of its children make up for it, so that these
+/// stay where they are. What the importer says about places within nodes of other formats is not
+/// what the files mean and is not shown.
 ///
 /// **Lights.** The largest component of the colour is 1, the intensity takes up the rest of the
 /// file's diffuse colour (a black light is white with intensity 0), and the specular factor is the
-/// largest component of its specular colour over the intensity. Cone angles are full angles in
-/// degrees; the penumbra goes from the inner cone to the outer one. Light without a direction or
-/// position, such as an ambient one, is of kind `Other`. What files do not tell starts as: a point
-/// for a source, shadows on and black, a diffuse factor of 1.
+/// largest component of its specular colour over the intensity. Of an ambient light it is the
+/// ambient colour. Cone angles are full angles in degrees; the penumbra goes from the inner cone to
+/// the outer one. Light without a direction or position, such as an ambient one, is of kind
+/// `Other`. What files do not tell starts as: a point for a source, shadows on and black, a diffuse
+/// factor of 1.
 ///
 /// **Attributes.** A node's metadata, locked: nothing can be set. Entries of nested metadata are
 /// named "outer.inner"; a 64-bit integer is an `Int` or a `Double` when that holds it exactly,
