@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 #include <limits>
 #include <locale>
+#include <memory>
 #include <unistd.h>
 
 #include "kiv/assimp/runTime.h"
@@ -25,6 +26,7 @@
 #include "kiv/selection.h"
 #include "kiv/setValueCommands.h"
 #include "kiv/transform3d.h"
+#include "kiv/transform3dPathSubject.h"
 #include "kiv/uiInfoHandler.h"
 
 #include "callback.h"
@@ -373,6 +375,25 @@ TEST_F(AssimpInterfaces, KeepTheEditsOfEachMountApartAndWithIt)
     EXPECT_THROW(command->undo(), std::runtime_error);
     EXPECT_FALSE(left->translateCmd(0, 0, 0));
     EXPECT_EQ(transform(mount("c"))->translation(), Vector3d());
+}
+
+TEST_F(AssimpInterfaces, StayWithTheirItemWhenItsGatewayIsRenamed)
+{
+    const auto root = mount("a");
+    const auto kept = transform(root / "box");
+    auto heard = 0;
+    const auto observer = test::Callback::make([&heard](const Notification&) { ++heard; });
+    std::vector<std::unique_ptr<Transform3dPathSubject>> subjects;
+    for (auto i = 0; i < 20; ++i) { // some before the run-time's observers, some behind
+        subjects.push_back(std::make_unique<Transform3dPathSubject>(root / "box"));
+        subjects.back()->addObserver(observer);
+    }
+    const auto before = kept->inclusiveMatrix();
+    model.rename(gateway("a"), "b");
+    EXPECT_EQ(PathString::string(kept->path()), "/world/b,:root:box");
+    EXPECT_EQ(kept->inclusiveMatrix(), before);
+    kept->translate(1, 2, 3);
+    EXPECT_EQ(heard, 20);
 }
 
 TEST_F(AssimpInterfaces, FindAndEditCamerasInMillimetres)

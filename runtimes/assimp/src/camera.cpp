@@ -129,8 +129,8 @@ public:
     {
         Selection found;
         if (const auto top = _mounts->item(path)) {
-            for (const auto index : top->file()->cameras(top->index())) {
-                found.append(itemBelow(path, top->file(), top->index(), index));
+            for (const auto index : top->file().cameras(top->index())) {
+                found.append(itemBelow(path, top->mount(), top->index(), index));
             }
         }
         return found;

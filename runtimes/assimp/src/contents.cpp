@@ -190,7 +190,7 @@ void Contents::place(const ByNode<Matrix4d>& placements, const std::vector<const
         back.emplace(sources[index], inverse);
         setMatrix(index, placement * matrix(index));
         if (const auto box = _boxes.find(index); box != _boxes.end()) {
-            box->second = detail::transformed(box->second, inverse);
+            box->second = kit::transformed(box->second, inverse);
         }
     }
     for (NodeIndex i = 0; i < sources.size(); ++i) {

@@ -5,9 +5,10 @@
 #include <set>
 #include <tuple>
 #include <unordered_map>
+#include <utility>
 
 #include "kiv/assimp/sceneFile.h"
-#include "kiv/path.h"
+#include "kiv/kit/mounts.h"
 
 #include "contents.h"
 #include "records.h"
@@ -53,8 +54,6 @@ public:
         return indices;
     }
 
-    Path gateway; ///< Where the mount is shown now; empty while it is not.
-
 private:
     template <class Record>
     using Of = std::unordered_map<NodeIndex, Record>;
@@ -64,10 +63,12 @@ private:
 };
 
 /// A file as it is shown under one gateway.
-struct Mount
+struct FileMount : kit::Mount
 {
-    std::shared_ptr<const SceneFile> file;
-    std::shared_ptr<Edits> edits = std::make_shared<Edits>();
+    explicit FileMount(std::shared_ptr<const SceneFile> shown) : file(std::move(shown)) {}
+
+    const std::shared_ptr<const SceneFile> file;
+    Edits edits;
 };
 
 } // namespace Kiv_v4::assimp

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "walk.h"
+
 namespace Kiv_v4::assimp {
 
 namespace {
@@ -42,8 +44,8 @@ void forEachAuthoredChild(const SceneFile& file, NodeIndex parent, Take take)
 
 } // namespace
 
-AssimpHierarchy::AssimpHierarchy(SceneItem::Ptr item, const Item& node)
-    : _item(std::move(item)), _file(node.file()), _index(node.index())
+AssimpHierarchy::AssimpHierarchy(std::shared_ptr<const Mounts> mounts, SceneItem::Ptr item)
+    : _mounts(std::move(mounts)), _item(std::move(item))
 {}
 
 SceneItem::Ptr AssimpHierarchy::sceneItem() const
@@ -51,19 +53,71 @@ SceneItem::Ptr AssimpHierarchy::sceneItem() const
     return _item;
 }
 
+template <class Visit>
+void AssimpHierarchy::forRange(std::size_t first, std::size_t count, Visit visit) const
+{
+    if (const auto self = _mounts->nodeOrMaterial(_item)) {
+        const auto& node = self->file().node(self->index());
+        const auto from = std::min<std::size_t>(first, node.nbChildren);
+        const auto to = from + std::min<std::size_t>(count, node.nbChildren - from);
+        for (auto row = from; row < to; ++row) {
+            visit(*self, static_cast<NodeIndex>(node.firstChild + row));
+        }
+    }
+}
+
 bool AssimpHierarchy::hasChildren() const
 {
-    return _file->node(_index).nbChildren > 0;
+    return nbChildren() > 0;
 }
 
 SceneItemList AssimpHierarchy::children() const
 {
-    SceneItemList children;
-    const auto& node = _file->node(_index);
-    for (NodeIndex i = 0; i < node.nbChildren; ++i) {
-        children.push_back(itemBelow(_item->path(), _file, _index, node.firstChild + i));
+    return childRange(0, nbChildren());
+}
+
+std::size_t AssimpHierarchy::nbChildren() const
+{
+    const auto self = _mounts->nodeOrMaterial(_item);
+    return self ? self->file().node(self->index()).nbChildren : 0;
+}
+
+std::optional<std::size_t> AssimpHierarchy::row(Path const& child) const
+{
+    const auto self = _mounts->nodeOrMaterial(_item);
+    if (!self || child.size() != _item->path().size() + 1 ||
+        child.nbSegments() != _item->path().nbSegments() || !child.isAtOrBelow(_item->path())) {
+        return std::nullopt;
     }
+    const auto& node = self->file().node(self->index());
+    const auto found = self->file().child(node, child.back());
+    return found ? std::optional<std::size_t>(*found - node.firstChild) : std::nullopt;
+}
+
+SceneItemList AssimpHierarchy::childRange(std::size_t first, std::size_t count) const
+{
+    SceneItemList children;
+    forRange(first, count, [&](const MountedNode& self, NodeIndex index) {
+        children.push_back(below(self, index));
+    });
     return children;
+}
+
+std::vector<ChildInfo> AssimpHierarchy::childInfos(std::size_t first, std::size_t count) const
+{
+    std::vector<ChildInfo> infos;
+    forRange(first, count, [&](const MountedNode& self, NodeIndex index) {
+        const auto& node = self.file().node(index);
+        infos.push_back({node.component, nodeTypeName(node.type), _item->runTimeId()});
+    });
+    return infos;
+}
+
+SegmentWalk::Ptr AssimpHierarchy::segmentWalk() const
+{
+    const auto self = _mounts->nodeOrMaterial(_item);
+    return self ? std::make_unique<FileWalk>(self->mount(), _item->path(), self->index())
+                : std::make_unique<FileWalk>(nullptr, _item->path(), SceneFile::kRoot);
 }
 
 bool AssimpHierarchy::hasFilteredChildren(ChildFilter const& filter) const
@@ -72,7 +126,10 @@ bool AssimpHierarchy::hasFilteredChildren(ChildFilter const& filter) const
         return hasChildren();
     }
     auto found = false;
-    forEachAuthoredChild(*_file, _index, [&found](NodeIndex) { return !(found = true); });
+    if (const auto self = _mounts->nodeOrMaterial(_item)) {
+        forEachAuthoredChild(self->file(), self->index(),
+                             [&found](NodeIndex) { return !(found = true); });
+    }
     return found;
 }
 
@@ -82,10 +139,12 @@ SceneItemList AssimpHierarchy::filteredChildren(ChildFilter const& filter) const
         return children();
     }
     SceneItemList children;
-    forEachAuthoredChild(*_file, _index, [&](NodeIndex index) {
-        children.push_back(itemBelow(_item->path(), _file, _index, index));
-        return true;
-    });
+    if (const auto self = _mounts->nodeOrMaterial(_item)) {
+        forEachAuthoredChild(self->file(), self->index(), [&](NodeIndex index) {
+            children.push_back(below(*self, index));
+            return true;
+        });
+    }
     return children;
 }
 
@@ -96,12 +155,20 @@ ChildFilter AssimpHierarchy::defaultChildFilter() const
 
 SceneItem::Ptr AssimpHierarchy::parent() const
 {
-    const auto& path = _item->path();
-    const auto above = _file->node(_index).parent;
-    if (above == _index) {
-        return Hierarchy::createItem(path.popSegment());
+    const auto self = _mounts->nodeOrMaterial(_item);
+    if (!self) {
+        return nullptr;
     }
-    return std::make_shared<Item>(path.pop(), _file, above);
+    const auto above = self->file().node(self->index()).parent;
+    if (above == self->index()) {
+        return Hierarchy::createItem(self->mount()->gateway());
+    }
+    return std::make_shared<Item>(_item->path().pop(), self->mount(), above);
+}
+
+SceneItem::Ptr AssimpHierarchy::below(const MountedNode& node, NodeIndex index) const
+{
+    return itemBelow(_item->path(), node.mount(), node.index(), index);
 }
 
 SceneItem::Ptr AssimpHierarchy::defaultParent() const

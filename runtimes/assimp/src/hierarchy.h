@@ -1,21 +1,23 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
+#include <optional>
 #include <vector>
 
-#include "kiv/hierarchy.h"
+#include "kiv/hierarchy_v4_2.h"
 
-#include "item.h"
+#include "mounts.h"
 
 namespace Kiv_v4::assimp {
 
-/// The structure around one node or material of a file, also after the file was unmounted. A file
-/// is not edited, so there is no parent for new items, and the makers of commands give null.
-class AssimpHierarchy : public Hierarchy
+/// The structure around one node or material of a file; around nothing when none is shown at the
+/// item's path. A file is not edited, so there is no parent for new items, and the makers of
+/// commands give null.
+class AssimpHierarchy : public Hierarchy_v4_2
 {
 public:
-    /// `node` is the item of this run-time that `item` stands for; mostly the same.
-    AssimpHierarchy(SceneItem::Ptr item, const Item& node);
+    AssimpHierarchy(std::shared_ptr<const Mounts> mounts, SceneItem::Ptr item);
 
     [[nodiscard]] SceneItem::Ptr sceneItem() const override;
     [[nodiscard]] bool hasChildren() const override;
@@ -33,11 +35,22 @@ public:
     createGroupCmd(SceneItemList const& members, PathComponent const& name) override;
     [[nodiscard]] UndoableCommand::Ptr reorderCmd(SceneItemList const& orderedList) override;
     [[nodiscard]] UndoableCommand::Ptr ungroupCmd() override;
+    [[nodiscard]] std::size_t nbChildren() const override;
+    [[nodiscard]] std::optional<std::size_t> row(Path const& child) const override;
+    [[nodiscard]] SceneItemList childRange(std::size_t first, std::size_t count) const override;
+    [[nodiscard]] std::vector<ChildInfo> childInfos(std::size_t first,
+                                                    std::size_t count) const override;
+    [[nodiscard]] SegmentWalk::Ptr segmentWalk() const override;
 
 private:
+    /// Calls `visit(self, index)` for the children from the row `first` on.
+    template <class Visit>
+    void forRange(std::size_t first, std::size_t count, Visit visit) const;
+
+    [[nodiscard]] SceneItem::Ptr below(const MountedNode& node, NodeIndex index) const;
+
+    const std::shared_ptr<const Mounts> _mounts;
     const SceneItem::Ptr _item;
-    const std::shared_ptr<const SceneFile> _file;
-    const NodeIndex _index;
 };
 
 } // namespace Kiv_v4::assimp

@@ -12,11 +12,7 @@ AssimpHierarchyHandler::AssimpHierarchyHandler(std::shared_ptr<const Mounts> mou
 
 Hierarchy::Ptr AssimpHierarchyHandler::hierarchy(SceneItem::Ptr const& item)
 {
-    auto node = std::dynamic_pointer_cast<const Item>(item);
-    if (!node) { // a client's own item class
-        node = _mounts->item(item->path());
-    }
-    return node ? std::make_shared<AssimpHierarchy>(item, *node) : nullptr;
+    return std::make_shared<AssimpHierarchy>(_mounts, item);
 }
 
 SceneItem::Ptr AssimpHierarchyHandler::createItem(Path const& path)

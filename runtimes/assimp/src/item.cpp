@@ -1,20 +1,26 @@
 #include "item.h"
 
-#include <algorithm>
-
 namespace Kiv_v4::assimp {
 
-std::shared_ptr<Item> itemBelow(const Path& path, const std::shared_ptr<const SceneFile>& file,
-                                NodeIndex top, NodeIndex index)
+Path pathBelow(const Path& path, const SceneFile& file, NodeIndex top, NodeIndex index)
 {
     PathSegment::Components way;
-    for (auto node = index; node != top; node = file->node(node).parent) {
-        way.push_back(file->node(node).component);
+    for (auto node = index; node != top; node = file.node(node).parent) {
+        way.push_back(file.node(node).component);
     }
-    auto itemPath = path;
-    std::for_each(way.rbegin(), way.rend(),
-                  [&itemPath](const auto& component) { itemPath = itemPath + component; });
-    return std::make_shared<Item>(itemPath, file, index);
+    if (way.size() <= 1) {
+        return way.empty() ? path : path + way.front();
+    }
+    const auto segment = path.segment(path.nbSegments() - 1);
+    PathSegment::Components components(segment.begin(), segment.end());
+    components.insert(components.end(), way.rbegin(), way.rend());
+    return path.popSegment() + PathSegment(components, segment.runTimeId(), segment.separator());
+}
+
+std::shared_ptr<Item> itemBelow(const Path& path, const std::shared_ptr<FileMount>& mount,
+                                NodeIndex top, NodeIndex index)
+{
+    return std::make_shared<Item>(pathBelow(path, *mount->file, top, index), mount, index);
 }
 
 } // namespace Kiv_v4::assimp

@@ -19,7 +19,7 @@ public:
         std::vector<SceneItem::Ptr> items;
         if (_node.isMounted()) {
             for (const auto index : *_node.file().contents().materials(_node.index())) {
-                items.push_back(_mounts->materialItem(_node.edits().gateway, index));
+                items.push_back(_mounts->materialItem(_node.mount(), index));
             }
         }
         return items;

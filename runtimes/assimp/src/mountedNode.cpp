@@ -58,6 +58,16 @@ void announce<VisibilityRecord>(const Path& path)
     Object3d::notify(VisibilityChanged(path));
 }
 
+const SceneItem::Ptr& MountedNode::item() const
+{
+    if (const auto& gateway = _mount->gateway(); !gateway.empty() && gateway != _gateway) {
+        const auto path = gateway + _item->path().getSegments().back();
+        _item = std::make_shared<Item>(path, _mount, _index);
+        _gateway = gateway;
+    }
+    return _item;
+}
+
 bool isFinite(bool) noexcept
 {
     return true;

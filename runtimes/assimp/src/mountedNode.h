@@ -13,8 +13,7 @@
 #include "kiv/sceneItem.h"
 #include "kiv/setValueCommands.h"
 
-#include "edits.h"
-#include "sceneNodes.h"
+#include "item.h"
 
 namespace Kiv_v4::assimp {
 
@@ -54,16 +53,20 @@ void announce<VisibilityRecord>(const Path& path);
 class MountedNode
 {
 public:
-    MountedNode(SceneItem::Ptr item, Mount mount, NodeIndex index)
-        : _item(std::move(item)), _mount(std::move(mount)), _index(index)
+    MountedNode(SceneItem::Ptr item, std::shared_ptr<FileMount> mount, NodeIndex index)
+        : _item(std::move(item)), _mount(std::move(mount)), _gateway(_mount->gateway()),
+          _index(index)
     {}
 
-    [[nodiscard]] const SceneItem::Ptr& item() const noexcept { return _item; }
-    [[nodiscard]] const SceneFile& file() const noexcept { return *_mount.file; }
-    [[nodiscard]] const Edits& edits() const noexcept { return *_mount.edits; }
+    /// The item at the place where the file is shown now; the last one while it is not shown.
+    [[nodiscard]] const SceneItem::Ptr& item() const;
+
+    [[nodiscard]] const std::shared_ptr<FileMount>& mount() const noexcept { return _mount; }
+    [[nodiscard]] const SceneFile& file() const noexcept { return *_mount->file; }
+    [[nodiscard]] const Edits& edits() const noexcept { return _mount->edits; }
     [[nodiscard]] NodeIndex index() const noexcept { return _index; }
 
-    [[nodiscard]] bool isMounted() const noexcept { return !edits().gateway.empty(); }
+    [[nodiscard]] bool isMounted() const noexcept { return _mount->isShown(); }
 
     /// None when the node was not edited.
     template <class Record>
@@ -95,8 +98,8 @@ public:
             throw std::runtime_error("The file of '" + PathString::string(_item->path()) +
                                      "' is not mounted any more.");
         }
-        _mount.edits->put(_index, record);
-        announce<Record>(edits().gateway + _item->path().getSegments().back());
+        _mount->edits.put(_index, record);
+        announce<Record>(item()->path());
     }
 
     /// A command, derived from `Base`, one of the set-value commands, that calls `change(record,
@@ -112,8 +115,9 @@ public:
                                                  const Value& value) const;
 
 private:
-    SceneItem::Ptr _item;
-    Mount _mount;
+    mutable SceneItem::Ptr _item;
+    std::shared_ptr<FileMount> _mount;
+    mutable Path _gateway; ///< The one that `_item` is under.
     NodeIndex _index;
 };
 

@@ -5,9 +5,7 @@
 
 #include "kiv/pathString.h"
 #include "kiv/runTimeMgr.h"
-#include "kiv/scene.h"
 
-#include "gatewayObserver.h"
 #include "hierarchyHandler.h"
 #include "itemInterfaces.h"
 #include "mounts.h"
@@ -16,56 +14,27 @@ namespace Kiv_v4::assimp {
 
 namespace {
 
-/// Shows a mount; while it is undone it keeps it.
-class MountCommand : public UndoableCommand
+std::string mountText(const SceneFile& file)
 {
-public:
-    MountCommand(std::shared_ptr<Mounts> mounts, std::shared_ptr<GatewayObserver> observer,
-                 Mount mount, Path gateway)
-        : _mounts(std::move(mounts)), _observer(std::move(observer)), _mount(std::move(mount)),
-          _gateway(std::move(gateway))
-    {}
-
-    [[nodiscard]] std::string commandString() const override
-    {
-        return "Mount " + _mount.file->name();
-    }
-
-    void redo() override
-    {
-        _mounts->add(_mount, _gateway);
-        if (Scene::hasInstance()) {
-            Scene::instance().addObserver(_observer);
-        }
-        announceInvalidated(_gateway);
-    }
-
-    void undo() override
-    {
-        const auto gateway = _mount.edits->gateway;
-        _mounts->remove(_mount);
-        announceInvalidated(gateway);
-    }
-
-private:
-    const std::shared_ptr<Mounts> _mounts;
-    const std::shared_ptr<GatewayObserver> _observer;
-    const Mount _mount;
-    const Path _gateway;
-};
+    return "Mount " + file.name();
+}
 
 } // namespace
 
 RunTime::RunTime(const std::string& name)
-    : _registration(name, kSeparator), _mounts(std::make_shared<Mounts>(_registration.id())),
-      _gatewayObserver(std::make_shared<GatewayObserver>(_mounts))
+    : _registration(name, kSeparator),
+      _mounts(std::make_shared<Mounts>(_registration.id(), kSeparator))
 {
     RunTimeMgr::instance().setHierarchyHandler(id(),
                                                std::make_shared<AssimpHierarchyHandler>(_mounts));
     installItemInterfaces(id(), _mounts);
 }
 
-RunTime::~RunTime() = default;
+/// Interface objects and commands may keep the mounts.
+RunTime::~RunTime()
+{
+    _mounts->close();
+}
 
 Rtid RunTime::id() const noexcept
 {
@@ -85,28 +54,22 @@ UndoableCommand::Ptr RunTime::mountCmd(const std::shared_ptr<const SceneFile>& f
         throw std::invalid_argument("There is no file to mount under '" +
                                     PathString::string(gateway) + "'.");
     }
-    return std::make_shared<MountCommand>(_mounts, _gatewayObserver, Mount{file}, gateway);
+    return _mounts->mountCmd(std::make_shared<FileMount>(file), gateway, mountText(*file));
 }
 
 UndoableCommand::Ptr RunTime::copyMountCmd(const Path& source, const Path& gateway)
 {
-    const auto* mount = _mounts->find(source);
+    const auto mount = _mounts->find(source);
     if (!mount) {
         throw std::invalid_argument("No file is mounted under '" + PathString::string(source) +
                                     "'.");
     }
-    Mount copy{mount->file, std::make_shared<Edits>(*mount->edits)};
-    copy.edits->gateway = {}; // not shown yet
-    return std::make_shared<MountCommand>(_mounts, _gatewayObserver, std::move(copy), gateway);
+    return _mounts->mountCmd(std::make_shared<FileMount>(*mount), gateway, mountText(*mount->file));
 }
 
 bool RunTime::unmount(const Path& gateway)
 {
-    const auto removed = _mounts->remove(gateway);
-    if (removed) {
-        announceInvalidated(gateway);
-    }
-    return removed;
+    return _mounts->unmount(gateway);
 }
 
 bool RunTime::moveMount(const Path& gateway, const Path& newGateway)
@@ -123,14 +86,14 @@ std::string RunTime::file(const Path& gateway) const
 std::vector<EditedItem> RunTime::editedItems(const Path& gateway) const
 {
     std::vector<EditedItem> items;
-    const auto* mount = _mounts->find(gateway);
+    const auto mount = _mounts->find(gateway);
     if (!mount) {
         return items;
     }
-    const auto top = _mounts->rootItem(gateway)->path();
-    const auto& edits = *mount->edits;
+    const auto top = _mounts->topItem(mount, SceneFile::kRoot)->path();
+    const auto& edits = mount->edits;
     for (const auto index : edits.nodes()) {
-        items.push_back({itemBelow(top, mount->file, SceneFile::kRoot, index)->path(),
+        items.push_back({pathBelow(top, *mount->file, SceneFile::kRoot, index),
                          edits.find<TransformRecord>(index) != nullptr,
                          edits.find<CameraRecord>(index) != nullptr,
                          edits.find<LightRecord>(index) != nullptr,
@@ -152,7 +115,7 @@ std::string RunTime::originalName(const Path& item) const
         throw std::invalid_argument("There is no item of a scene file at '" +
                                     PathString::string(item) + "'.");
     }
-    return found->file()->originalName(found->index());
+    return found->file().originalName(found->index());
 }
 
 } // namespace Kiv_v4::assimp

@@ -1,7 +1,9 @@
 #include "sceneNodes.h"
 
 #include <algorithm>
+#include <array>
 #include <assimp/scene.h>
+#include <iterator>
 #include <numeric>
 #include <string_view>
 #include <utility>
@@ -68,23 +70,11 @@ std::vector<const aiMaterial*> authoredMaterials(const aiScene& scene)
 
 } // namespace
 
-const char* nodeTypeName(NodeType type) noexcept
+const std::string& nodeTypeName(NodeType type)
 {
-    switch (type) {
-    case NodeType::mesh:
-        return "mesh";
-    case NodeType::camera:
-        return "camera";
-    case NodeType::light:
-        return "light";
-    case NodeType::materials:
-        return "materials";
-    case NodeType::material:
-        return "material";
-    case NodeType::transform:
-        break;
-    }
-    return "transform";
+    static const std::array<std::string, 6> names{"transform", "mesh",      "camera",
+                                                  "light",     "materials", "material"};
+    return names[static_cast<std::size_t>(type)];
 }
 
 SceneFile::SceneFile(const aiScene& scene, std::string name)
@@ -105,6 +95,7 @@ SceneFile::SceneFile(const aiScene& scene, std::string name, const Sources& sour
     addMaterials(sources);
     nameAll(sources);
     sortForFinding();
+    listCameras();
 }
 
 std::optional<NodeIndex> SceneFile::find(const PathSegmentView& segment) const
@@ -128,13 +119,12 @@ std::string SceneFile::originalName(NodeIndex index) const
 std::vector<NodeIndex> SceneFile::cameras(NodeIndex top) const
 {
     std::vector<NodeIndex> found;
-    if (_contents.nbCameras() > 0) {
-        forEachInSubtree(top, [&](NodeIndex index) {
-            if (_contents.camera(index)) {
-                found.push_back(index);
-            }
-        });
-    }
+    std::copy_if(_cameras.begin(), _cameras.end(), std::back_inserter(found), [&](auto index) {
+        while (index > top) { // parents come before their children
+            index = _nodes[index].parent;
+        }
+        return index == top;
+    });
     return found;
 }
 
@@ -234,6 +224,17 @@ void SceneFile::nameMaterialsTop(const ComponentNames& names)
         const auto tops = names.ofSiblings({{root, root}, {"", nodeTypeName(NodeType::materials)}});
         _nodes[_size].component = PathComponent::intern(tops.back());
         _originalNames.emplace(static_cast<NodeIndex>(_size), "");
+    }
+}
+
+void SceneFile::listCameras()
+{
+    if (_contents.nbCameras() > 0) {
+        forEachInSubtree(kRoot, [this](NodeIndex index) {
+            if (_contents.camera(index)) {
+                _cameras.push_back(index);
+            }
+        });
     }
 }
 

@@ -23,7 +23,7 @@ class ComponentNames;
 
 enum class NodeType : std::uint8_t { transform, mesh, camera, light, materials, material };
 
-[[nodiscard]] const char* nodeTypeName(NodeType type) noexcept;
+[[nodiscard]] const std::string& nodeTypeName(NodeType type);
 
 struct Node
 {
@@ -67,8 +67,12 @@ public:
 
     [[nodiscard]] const Contents& contents() const noexcept { return _contents; }
 
-    /// The nodes with a camera at and under `top`, parents first. Linear in their
-    /// number when the file has cameras at all.
+    /// The node's child of that name.
+    [[nodiscard]] std::optional<NodeIndex> child(const Node& parent,
+                                                 const PathComponent& component) const;
+
+    /// The nodes with a camera at and under `top`, parents first, in the order of the hierarchy.
+    /// Linear in the number of the file's cameras and the levels above them.
     [[nodiscard]] std::vector<NodeIndex> cameras(NodeIndex top) const;
 
     /// Calls `visit(index)` for the node and all that are under it, each before its children and
@@ -92,8 +96,6 @@ private:
     SceneFile(const aiScene& scene, std::string name, const Sources& sources);
 
     [[nodiscard]] std::optional<NodeIndex> top(const PathComponent& component) const;
-    [[nodiscard]] std::optional<NodeIndex> child(const Node& parent,
-                                                 const PathComponent& component) const;
     void connect();
     void addMaterials(const Sources& sources);
     void nameAll(const Sources& sources);
@@ -101,12 +103,14 @@ private:
                       NodeIndex first, NodeIndex count);
     void nameMaterialsTop(const ComponentNames& names);
     void sortForFinding();
+    void listCameras();
 
     const std::string _name;
     const std::size_t _size;
     const Contents _contents;
     std::vector<Node> _nodes;
     std::vector<NodeIndex> _byComponent; ///< Each run of siblings in the order of component ids.
+    std::vector<NodeIndex> _cameras;     ///< In the order of the hierarchy.
     std::unordered_map<NodeIndex, std::string> _originalNames; ///< Those that were changed.
 };
 

@@ -43,8 +43,8 @@ bool setFactor(TransformRecord& record, double x, double y, double z)
     auto& factors = *record.factors;
     factors.*factor = {{x, y, z}};
     const auto translation = record.matrix.matrix[3];
-    record.matrix = kit::scaleShearMatrix(factors.scale, factors.shear) *
-                    kit::rotationMatrix(factors.rotation);
+    record.matrix =
+        kit::scaleShearMatrix(factors.scale, factors.shear) * kit::rotationMatrix(factors.rotation);
     record.matrix.matrix[3] = translation;
     return true;
 }

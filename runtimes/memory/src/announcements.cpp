@@ -2,6 +2,7 @@
 
 #include "kiv/attributeNotification.h"
 #include "kiv/attributes.h"
+#include "kiv/kit/gateways.h"
 #include "kiv/log.h"
 #include "kiv/scene.h"
 #include "kiv/sceneNotification.h"
@@ -9,6 +10,14 @@
 namespace Kiv_v4::memory {
 
 namespace {
+
+/// Tells the run-times whose items are shown under gateways, before the scene's observers look for
+/// these items.
+template <class... Paths>
+void tellFollowers(void (*tell)(const Paths&...), const Paths&... paths) noexcept
+{
+    announced([&] { tell(paths...); });
+}
 
 template <class Change, class... Arguments>
 void announce(const Arguments&... arguments) noexcept
@@ -34,6 +43,7 @@ void logUnannounced(const char* what) noexcept
 
 void announceAdd(const SceneItem::Ptr& item) noexcept
 {
+    tellFollowers(&kit::GatewayOwner::itemAdded, item->path());
     announce<ObjectAdd>(item);
 }
 
@@ -44,16 +54,19 @@ void announcePreDelete(const SceneItem::Ptr& item) noexcept
 
 void announcePostDelete(const SceneItem::Ptr& item) noexcept
 {
+    tellFollowers(&kit::GatewayOwner::itemRemoved, item->path());
     announce<ObjectPostDelete>(item);
 }
 
 void announceRename(const SceneItem::Ptr& item, const Path& previousPath) noexcept
 {
+    tellFollowers(&kit::GatewayOwner::itemMoved, previousPath, item->path());
     announce<ObjectRename>(item, previousPath);
 }
 
 void announceReparent(const SceneItem::Ptr& item, const Path& previousPath) noexcept
 {
+    tellFollowers(&kit::GatewayOwner::itemMoved, previousPath, item->path());
     announce<ObjectReparent>(item, previousPath);
 }
 

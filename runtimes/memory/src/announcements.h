@@ -29,8 +29,8 @@ void announced(Tell tell) noexcept
     }
 }
 
-// Tells the observers of the installed scene what changed; without an installed scene nobody is
-// told.
+// Tells the run-times that are mounted under gateways, and then the observers of the installed
+// scene, what changed; without an installed scene these are left out.
 
 void announceAdd(const SceneItem::Ptr& item) noexcept;
 void announcePreDelete(const SceneItem::Ptr& item) noexcept;

@@ -30,7 +30,10 @@ Selection gateways(Tree& tree, const Path& path, Wanted wanted)
 } // namespace
 
 MemorySceneSegmentHandler::MemorySceneSegmentHandler(std::shared_ptr<Tree> tree)
-    : _tree(std::move(tree))
+    : _tree(std::move(tree)), _owner(_tree->runTimeId(), [known = _tree](const Path& path) {
+          const auto* node = known->find(path);
+          return node ? node->gateway : Rtid{0};
+      })
 {}
 
 bool MemorySceneSegmentHandler::isGatewayItem(Path const& path)

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "kiv/kit/gateways.h"
 #include "kiv/sceneSegmentHandler.h"
 
 #include "tree.h"
@@ -19,6 +20,7 @@ public:
 
 private:
     const std::shared_ptr<Tree> _tree;
+    const kit::GatewayOwner _owner;
 };
 
 } // namespace Kiv_v4::memory

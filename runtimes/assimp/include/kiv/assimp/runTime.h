@@ -16,7 +16,6 @@
 /// Scene files of many formats.
 namespace Kiv_v4::assimp {
 
-class GatewayObserver;
 class Mounts;
 
 /// An item of a file that was edited, and through which interfaces.
@@ -44,20 +43,10 @@ struct EditedItem
 /// file's own.
 ///
 /// With a scene installed (`Scene::initializeInstance`), mounting and unmounting are announced as
-/// one `SubtreeInvalidate` of the gateway. Mounts follow gateways that the scene reports as renamed
-/// or reparented, from the scene that was installed when the file was mounted. They do so as an
-/// observer, so that others that were told earlier find nothing under the gateway; each mount that
-/// has followed is announced as well.
-///
-/// **Deletion.** When that scene reports a gateway, or an ancestor of it, as deleted, the mount is
-/// parked with its edits: it is not shown, and another file can be mounted at the path. Commands on
-/// its items throw as for a file that is not mounted. It is shown again when the gateway or the
-/// ancestor is reported as added, the item at the path is again a gateway into this run-time, and
-/// nothing is mounted there: so undoing the deletion brings everything back, and the commands work
-/// again. Of several mounts parked at a path, the last one comes back first. Mounts are parked for
-/// as long as the run-time lives, unless `unmount` lets go of them or the gateway is reported as
-/// destroyed. Bringing one back is announced too; it is linear in the items beside the gateway and
-/// under them.
+/// one `SubtreeInvalidate` of the gateway. Mounts follow their gateways, leave when these are
+/// deleted, and come back with their edits when the deletion is undone, as `kit::MountTable` tells.
+/// Commands on the items of a file that left throw as for one that is not mounted, and work again
+/// when it is back.
 ///
 /// **Node types.** In the scene `mesh`, `camera` or `light` for what hangs at the node (in this
 /// order when there are several), otherwise `transform`.
@@ -177,7 +166,6 @@ public:
 private:
     const RunTimeRegistration _registration;
     const std::shared_ptr<Mounts> _mounts;
-    const std::shared_ptr<GatewayObserver> _gatewayObserver;
 };
 
 } // namespace Kiv_v4::assimp
