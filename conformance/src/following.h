@@ -1,0 +1,69 @@
+#pragma once
+
+#include <memory>
+#include <set>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "kiv/observer.h"
+#include "kiv/sceneNotification.h"
+
+#include "checking.h"
+#include "snapshot.h"
+
+namespace Kiv_v4::conformance {
+
+/// Follows a scene by its news alone, as an outliner does, and notes what is wrong with them.
+class Following : public Observer, public std::enable_shared_from_this<Following>
+{
+public:
+    explicit Following(Checking& checking) : _checking(checking) {}
+
+    /// Begins anew with what a walk shows, and hears from now on.
+    void begin();
+
+    /// Forgets which news came; those of the next change count. `items` are observed one by one.
+    void expect(const Snapshot& items);
+
+    /// Compares what the news told with what is there after the change that made `before` to
+    /// `after`.
+    void compare(const Snapshot& before, const Snapshot& after);
+
+    /// The number of news since `expect`.
+    [[nodiscard]] std::size_t nbNews() const noexcept { return _nbNews; }
+
+    void operator()(const Notification& notification) override;
+
+private:
+    using Op = SceneCompositeNotification::Op;
+
+    void apply(const Op& op, bool atOnce);
+    void added(const SceneItem::Ptr& item, bool atOnce);
+    void deleted(const Path& path, std::uint8_t kind, bool atOnce);
+    void moved(const SceneItem::Ptr& item, const Path& from, bool atOnce);
+    void invalidated(const SceneItem::Ptr& item);
+
+    void fetch(const Path& path);
+    void drop(const Path& path);
+    void place(const Path& path);
+    void attributeChanged(const Path& path, const std::string& name);
+    void noteFact(const Path& path, const std::string& fact);
+
+    [[nodiscard]] bool isFollowed(const Path& path);
+    [[nodiscard]] bool isTold(const Change& change) const;
+    void compareStructure(const Snapshot& after);
+    void unobserve();
+
+    Checking& _checking;
+    std::unordered_map<Path, std::vector<Path>> _children; // of each item that is known
+    std::vector<Path> _renewed;                            // with all that is under them
+    std::unordered_set<Path> _left;
+    std::set<std::pair<std::string, std::string>> _facts; // text of the path, fact
+    std::unordered_map<Path, std::unordered_map<std::string, std::string>> _valuesThen;
+    std::vector<SceneItem::Ptr> _observed;
+    std::size_t _nbNews = 0;
+};
+
+} // namespace Kiv_v4::conformance

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "kiv/path.h"
+#include "kiv/sceneItem.h"
+
+namespace Kiv_v4::conformance {
+
+/// The key of the metadata that are set and looked at.
+inline constexpr const char* kMetadataKey = "conformance";
+
+/// What was asked of an item, and the answer as text: `children`, `attribute size`, `matrix`, ...
+using Fact = std::pair<std::string, std::string>;
+
+/// All that the interfaces tell of an item.
+struct ItemState
+{
+    Path path;
+    std::vector<Fact> facts;
+};
+
+/// A scene as a fresh walk shows it, parents before their children.
+using Snapshot = std::vector<ItemState>;
+
+/// The items at and under `roots`, at most `most`, as a walk through `Hierarchy` finds them: those
+/// of the roots' run-time alone.
+[[nodiscard]] std::vector<SceneItem::Ptr> walk(const std::vector<Path>& roots, std::size_t most);
+
+/// Walks and asks. The count of items is not limited more than `walk` does.
+[[nodiscard]] Snapshot snapshot(const std::vector<Path>& roots, std::size_t most);
+
+/// Where two snapshots differ first.
+struct Difference
+{
+    Path item;
+    std::string expected;
+    std::string seen;
+};
+
+[[nodiscard]] std::optional<Difference> difference(const Snapshot& expected, const Snapshot& seen);
+
+/// A fact that differs for an item that both snapshots have.
+struct Change
+{
+    Path item;
+    std::string fact;
+};
+
+/// All facts that changed, but for the children.
+[[nodiscard]] std::vector<Change> changes(const Snapshot& before, const Snapshot& after);
+
+} // namespace Kiv_v4::conformance
