@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
@@ -19,6 +20,7 @@
 
 #ifdef KIV_BENCH_ABSL
 #include <absl/container/btree_set.h>
+#include <absl/container/flat_hash_map.h>
 #endif
 
 namespace {
@@ -84,6 +86,98 @@ private:
     Set _set;
     mutable std::string _prefix;
 };
+
+#ifdef KIV_BENCH_ABSL
+/// A flat hash of all prefixes of the texts with how many texts there are at and below each: one
+/// look-up for every question but the one about ancestors.
+class PrefixCounts
+{
+public:
+    using Key = std::string;
+
+    static std::string key(const std::string& text) { return slashed(text); }
+
+    void add(const std::string& text)
+    {
+        auto& stored = _counts[text];
+        if (!std::exchange(stored.isText, true)) {
+            forEachPrefix(text, [this](std::string_view prefix) {
+                auto [at, added] = _counts.try_emplace(view(prefix));
+                ++at->second.below;
+                return false;
+            });
+        }
+    }
+
+    void remove(const std::string& text)
+    {
+        const auto stored = _counts.find(text);
+        if (stored == _counts.end() || !std::exchange(stored->second.isText, false)) {
+            return;
+        }
+        eraseUnused(stored);
+        forEachPrefix(text, [this](std::string_view prefix) {
+            const auto at = _counts.find(view(prefix));
+            --at->second.below;
+            eraseUnused(at);
+            return false;
+        });
+    }
+
+    void clear() { _counts.clear(); }
+
+    [[nodiscard]] bool contains(const std::string& text) const
+    {
+        const auto at = _counts.find(text);
+        return at != _counts.end() && at->second.isText;
+    }
+
+    [[nodiscard]] bool ancestor(const std::string& text) const
+    {
+        return forEachPrefix(text, [this](std::string_view prefix) {
+            const auto at = _counts.find(view(prefix));
+            return at != _counts.end() && at->second.isText;
+        });
+    }
+
+    [[nodiscard]] bool descendant(const std::string& text) const
+    {
+        const auto at = _counts.find(text);
+        return at != _counts.end() && at->second.below != 0;
+    }
+
+private:
+    struct Counted
+    {
+        std::uint32_t below = 0;
+        bool isText = false;
+    };
+    using Counts = absl::flat_hash_map<std::string, Counted>;
+
+    static absl::string_view view(std::string_view text) { return {text.data(), text.size()}; }
+
+    /// Hands over each proper prefix until `take` wants no more, and tells whether it did.
+    template <class Take>
+    static bool forEachPrefix(std::string_view text, Take take)
+    {
+        for (auto end = text.find('/', 1); end != text.npos; end = text.find('/', end + 1)) {
+            if (take(text.substr(0, end))) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    void eraseUnused(Counts::iterator at)
+    {
+        if (at->second.below == 0 && !at->second.isText) {
+            _counts.erase(at);
+        }
+    }
+
+    Counts _counts;
+};
+#endif
 
 std::string parentOf(const std::string& text)
 {
@@ -224,6 +318,7 @@ const bool registered = [] {
 #ifdef KIV_BENCH_ABSL
         addPlayer<TextSet<absl::btree_set<std::string>, absl::string_view>>(size,
                                                                             "absl::btree_set");
+        addPlayer<PrefixCounts>(size, "absl::flat_hash_map of prefixes");
 #endif
     }
     return true;

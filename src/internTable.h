@@ -28,6 +28,19 @@ public:
     /// The record of `name`, or null.
     [[nodiscard]] Data* find(std::string_view name, std::size_t hash) const noexcept;
 
+    /// Has the memory fetched that a look for `hash` begins with.
+    void prefetch(std::size_t hash) const noexcept { __builtin_prefetch(&_slots[hash & _mask]); }
+
+    /// The first record whose name has that hash, which need not be the name looked for; or null.
+    [[nodiscard]] Data* likely(std::size_t hash) const noexcept
+    {
+        auto i = hash & _mask;
+        while (_slots[i].data && _slots[i].hash != hash) {
+            i = next(i);
+        }
+        return _slots[i].data;
+    }
+
     /// Enters a record whose name the table does not have. Strong guarantee.
     void insert(Data& data);
 
@@ -49,5 +62,9 @@ private:
     std::size_t _mask = 63;
     std::size_t _size = 0;
 };
+
+/// The table of the process. Never destroyed: components held by other static objects outlive every
+/// order of destruction.
+[[nodiscard]] InternTable& internTable() noexcept;
 
 } // namespace Kiv_v4::detail

@@ -28,20 +28,9 @@ std::size_t sizeOf(const Path::Segments& segments)
     return size;
 }
 
-std::uint32_t hashOf(const detail::PathBody& body)
-{
-    std::uint32_t hash = 0x345678;
-    for (const auto& component : body) {
-        hash = (hash * 1000003U) ^ static_cast<std::uint32_t>(component.id());
-    }
-    hash ^= static_cast<std::uint32_t>(body.size());
-    // All bits set is for containers that mark what has no hash.
-    return hash == 0xFFFFFFFF ? 0xFFFFFFFE : hash;
-}
-
 } // namespace
 
-Path::Path(const detail::PathBody* body) noexcept : _body(body), _hash(hashOf(*body)) {}
+Path::Path(const detail::PathBody* body) noexcept : _body(body), _hash(body->hash()) {}
 
 Path::Path(const PathSegment& segment)
 {
@@ -85,7 +74,7 @@ PathComponent Path::back() const
 Path Path::operator+(const PathComponent& component) const
 {
     requireComponents();
-    return withTip(0, &component);
+    return PathBuilder::child(*this, component);
 }
 
 Path Path::operator+(const std::string& name) const
@@ -104,6 +93,9 @@ Path Path::operator+(const PathSegment& segment) const
 Path Path::pop() const
 {
     requireComponents();
+    if (auto parent = PathBuilder::linkedHead(*this, size() - 1); !parent.empty()) {
+        return parent;
+    }
     return segment(nbSegments() - 1).size() == 1 ? popSegment() : withTip(1, nullptr);
 }
 
@@ -139,6 +131,12 @@ Path Path::head(int n) const
     if (count == 0) {
         throw InvalidOperationOnPath(*this);
     }
+    if (count == size()) {
+        return *this;
+    }
+    if (auto linked = PathBuilder::linkedHead(*this, count); !linked.empty()) {
+        return linked;
+    }
     std::size_t whole = 0;
     auto left = count;
     for (; whole != nbSegments() && segment(whole).size() <= left; ++whole) {
@@ -157,6 +155,9 @@ Path Path::head(int n) const
 Path Path::sibling(const PathComponent& component) const
 {
     requireComponents();
+    if (const auto parent = PathBuilder::linkedHead(*this, size() - 1); !parent.empty()) {
+        return PathBuilder::child(parent, component);
+    }
     return withTip(1, &component);
 }
 
@@ -236,12 +237,6 @@ bool Path::isAtOrBelow(const Path& ancestor) const noexcept
 std::string Path::string() const
 {
     return detail::joinedText(*this);
-}
-
-bool Path::operator==(const Path& other) const noexcept
-{
-    return _body == other._body ||
-           (_hash == other._hash && _body && other._body && *_body == *other._body);
 }
 
 /// The path without the last `dropped` components of its last segment, which then gets `added`, if

@@ -18,12 +18,18 @@ const PathBody::Segments& PathBody::makeSegments() const
     return *made;
 }
 
+/// Goes up from parent to parent for as long as nobody else holds them.
 void PathBody::destroy() const noexcept
 {
-    delete _segments.load(std::memory_order_acquire);
-    std::destroy(begin(), end());
-    this->~PathBody();
-    ::operator delete(const_cast<PathBody*>(this));
+    const auto* doomed = this;
+    while (doomed) {
+        const auto* const parent = doomed->_parent;
+        delete doomed->_segments.load(std::memory_order_acquire);
+        std::destroy(parent ? doomed->end() - 1 : doomed->begin(), doomed->end());
+        doomed->~PathBody();
+        ::operator delete(const_cast<PathBody*>(doomed));
+        doomed = parent && parent->wasLast() ? parent : nullptr;
+    }
 }
 
 } // namespace Kiv_v4::detail

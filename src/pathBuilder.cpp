@@ -1,8 +1,47 @@
 #include "pathBuilder.h"
 
 #include <cassert>
+#include <cstring>
 
 namespace Kiv_v4::detail {
+
+namespace {
+
+/// The hash that no path has; it is for containers that mark what has no hash.
+constexpr std::uint32_t kNoHash = 0xFFFFFFFF;
+constexpr std::uint32_t kInsteadOfNoHash = 0xFFFFFFFE;
+
+std::uint32_t hashed(std::uint32_t hash, const PathComponent& component) noexcept
+{
+    return (hash * 1000003U) ^ static_cast<std::uint32_t>(component.id());
+}
+
+std::uint32_t finished(std::uint32_t hash, std::size_t size) noexcept
+{
+    hash ^= static_cast<std::uint32_t>(size);
+    return hash == kNoHash ? kInsteadOfNoHash : hash;
+}
+
+std::uint32_t hashOf(const PathBody& body) noexcept
+{
+    std::uint32_t hash = 0x345678;
+    for (const auto& component : body) {
+        hash = hashed(hash, component);
+    }
+    return finished(hash, body.size());
+}
+
+/// The hash of a child from that of its parent.
+std::uint32_t hashOfChild(const PathBody& child, std::uint32_t parentHash) noexcept
+{
+    if (parentHash == kInsteadOfNoHash) {
+        return hashOf(child);
+    }
+    const auto open = parentHash ^ static_cast<std::uint32_t>(child.size() - 1);
+    return finished(hashed(open, *(child.end() - 1)), child.size());
+}
+
+} // namespace
 
 PathBuilder::PathBuilder(std::size_t nbSegments, std::size_t size)
 {
@@ -57,6 +96,34 @@ void PathBuilder::endSegment(Rtid runTimeId, char separator) noexcept
     ++_body->_nbSegments;
 }
 
+Path PathBuilder::child(const Path& parent, const PathComponent& added)
+{
+    const auto& shown = *parent._body;
+    PathBuilder made(shown._nbSegments, shown._size + 1);
+    auto& body = *made._body;
+    if (shown._nbLinks == PathBody::kMostLinks) {
+        made.add(shown.begin(), shown.end());
+    } else {
+        made.addShown(shown);
+    }
+    made.add(added);
+    std::memcpy(made._marks, shown.marks(), shown._nbSegments * sizeof(PathBody::Mark));
+    ++made._marks[shown._nbSegments - 1].end;
+    body._nbSegments = shown._nbSegments;
+    body._hash = hashOfChild(body, shown._hash);
+    return Path(std::exchange(made._body, nullptr));
+}
+
+Path PathBuilder::linkedHead(const Path& path, std::size_t size) noexcept
+{
+    const auto* const head = path._body->linkedHead(size);
+    if (!head) {
+        return {};
+    }
+    head->hold();
+    return Path(head);
+}
+
 Path PathBuilder::soFar() const
 {
     PathBuilder copy(_body->_nbSegments, _body->_size);
@@ -71,7 +138,22 @@ Path PathBuilder::soFar() const
 Path PathBuilder::path() && noexcept
 {
     assert(!_body || _components + _body->_size == static_cast<void*>(_marks));
-    return _body ? Path(std::exchange(_body, nullptr)) : Path();
+    if (!_body) {
+        return {};
+    }
+    _body->_hash = hashOf(*_body);
+    return Path(std::exchange(_body, nullptr));
+}
+
+/// Links the body to its parent and shows its components, which it must not destroy.
+void PathBuilder::addShown(const PathBody& parent) noexcept
+{
+    std::memcpy(static_cast<void*>(_components), static_cast<const void*>(parent.begin()),
+                parent._size * sizeof(PathComponent));
+    parent.hold();
+    _body->_parent = &parent;
+    _body->_nbLinks = parent._nbLinks + 1;
+    _body->_size = parent._size;
 }
 
 } // namespace Kiv_v4::detail

@@ -42,6 +42,14 @@ public:
     /// Goes back behind the last `endSegment`.
     void reopenSegment() noexcept { --_body->_nbSegments; }
 
+    /// `parent` with one component more in its last segment; it has some already. Linked to it
+    /// where that is allowed.
+    [[nodiscard]] static Path child(const Path& parent, const PathComponent& added);
+
+    /// The first `size` components of `path`, fewer than all, in their segments: if `path` is
+    /// linked to that path, or the empty path.
+    [[nodiscard]] static Path linkedHead(const Path& path, std::size_t size) noexcept;
+
     /// A path of the segments so far.
     [[nodiscard]] Path soFar() const;
 
@@ -49,6 +57,8 @@ public:
     [[nodiscard]] Path path() && noexcept;
 
 private:
+    void addShown(const PathBody& parent) noexcept;
+
     PathBody* _body = nullptr;
     PathComponent* _components = nullptr;
     PathBody::Mark* _marks = nullptr;

@@ -9,20 +9,25 @@ namespace Kiv_v4 {
 
 namespace {
 
-// Never destroyed: components held by other static objects outlive every order of destruction.
-detail::InternTable& internTable()
-{
-    return detail::immortal<detail::InternTable>();
-}
+using detail::internTable;
 
 std::uint64_t nextId = 0;
 
 } // namespace
 
+detail::InternTable& detail::internTable() noexcept
+{
+    return immortal<InternTable>();
+}
+
 PathComponent PathComponent::intern(std::string_view name)
 {
+    return intern(name, detail::InternTable::hashOf(name));
+}
+
+PathComponent PathComponent::intern(std::string_view name, std::size_t hash)
+{
     auto& table = internTable();
-    const auto hash = detail::InternTable::hashOf(name);
     if (auto* known = table.find(name, hash)) {
         return PathComponent(known->self.lock());
     }

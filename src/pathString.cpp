@@ -249,6 +249,9 @@ void PathString::setStringFn(const StringFn& fn)
 
 std::string PathString::string(const Path& path)
 {
+    if (const auto* const own = settings().stringFn.target<DefaultString>()) {
+        return (*own)(path);
+    }
     return stringFn()(path);
 }
 

@@ -6,8 +6,22 @@
 
 namespace Kiv_v4::detail {
 
+namespace {
+
+bool sameComponents(const PathBody* left, const PathBody* right) noexcept
+{
+    if (left == right) {
+        return true;
+    }
+    return left && right && left->size() == right->size() &&
+           std::equal(left->begin(), left->end(), right->begin());
+}
+
+} // namespace
+
 PathTable::PathTable(PathTable&& other) noexcept
-    : _slots(std::move(other._slots)), _size(other._size), _shift(other._shift)
+    : _hashes(std::move(other._hashes)), _entries(std::move(other._entries)), _size(other._size),
+      _shift(other._shift)
 {
     other.clear();
 }
@@ -15,66 +29,83 @@ PathTable::PathTable(PathTable&& other) noexcept
 PathTable& PathTable::operator=(PathTable&& other) noexcept
 {
     auto taken = std::move(other);
-    std::swap(_slots, taken._slots);
+    std::swap(_hashes, taken._hashes);
+    std::swap(_entries, taken._entries);
     _size = taken._size;
     _shift = taken._shift;
     return *this;
 }
 
-const PathTable::Slot* PathTable::find(const Path& path) const noexcept
+PathTable::Index PathTable::find(const Path& path) const noexcept
 {
     if (_size == 0) {
-        return nullptr;
+        return kNowhere;
     }
-    const auto& slot = _slots[indexOf(path)];
-    return slot.free() ? nullptr : &slot;
+    const auto index = place(path);
+    return free(index) ? kNowhere : index;
 }
 
 void PathTable::reserve(std::size_t count)
 {
     constexpr std::size_t kLeast = 8;
-    if (count * 4 <= _slots.size() * 3) {
+    if (count * 5 <= _hashes.size() * 4) {
         return;
     }
-    const auto capacity = std::max(kLeast, std::bit_ceil(count + count / 3 + 1));
-    std::vector<Slot> slots(capacity);
-    slots.swap(_slots);
+    const auto capacity = std::max(kLeast, std::bit_ceil(count + count / 4 + 1));
+    std::vector<std::uint32_t> hashes(capacity, kFree);
+    std::vector<Entry> entries(capacity);
+    hashes.swap(_hashes);
+    entries.swap(_entries);
     _shift = 64U - static_cast<unsigned>(std::countr_zero(capacity));
-    for (const auto& slot : slots) {
-        if (!slot.free()) {
-            moveIn(slot);
+    for (std::size_t from = 0; from != hashes.size(); ++from) {
+        if (hashes[from] != kFree) {
+            auto to = home(hashes[from]);
+            while (!free(to)) {
+                to = next(to);
+            }
+            _hashes[to] = hashes[from];
+            _entries[to] = entries[from];
         }
     }
 }
 
-PathTable::Slot& PathTable::slot(const Path& path) noexcept
+PathTable::Index PathTable::place(const Path& path) const noexcept
 {
-    return _slots[indexOf(path)];
+    const auto hash = path.hash();
+    const auto* const body = path._body;
+    auto i = home(hash);
+    while (!free(i) && !(_hashes[i] == hash && sameComponents(_entries[i].body, body))) {
+        i = next(i);
+    }
+    return i;
 }
 
-void PathTable::fill(Slot& slot, Position position) noexcept
+void PathTable::fill(Index index, Position position) noexcept
 {
     const auto& path = (*position)->path();
-    slot = {path.hash(), static_cast<std::uint32_t>(path.size()), path.begin(), position};
+    _hashes[index] = path.hash();
+    _entries[index] = {path._body, position};
     ++_size;
 }
 
-void PathTable::erase(const Slot& slot) noexcept
+void PathTable::erase(Index hole) noexcept
 {
-    auto hole = static_cast<std::size_t>(&slot - _slots.data());
-    for (auto i = (hole + 1) & mask(); !_slots[i].free(); i = (i + 1) & mask()) {
-        if (((i - home(_slots[i].hash)) & mask()) >= ((i - hole) & mask())) {
-            _slots[hole] = _slots[i];
+    const auto distance = [this](Index from, Index to) { return (to - from) & mask(); };
+    for (auto i = next(hole); !free(i); i = next(i)) {
+        if (distance(home(_hashes[i]), i) >= distance(hole, i)) {
+            _hashes[hole] = _hashes[i];
+            _entries[hole] = _entries[i];
             hole = i;
         }
     }
-    _slots[hole] = Slot();
+    _hashes[hole] = kFree;
     --_size;
 }
 
 void PathTable::clear() noexcept
 {
-    std::vector<Slot>().swap(_slots);
+    std::vector<std::uint32_t>().swap(_hashes);
+    std::vector<Entry>().swap(_entries);
     _size = 0;
     _shift = 64;
 }
@@ -85,33 +116,14 @@ std::size_t PathTable::home(std::uint32_t hash) const noexcept
     return static_cast<std::size_t>((hash * std::uint64_t{0x9E3779B97F4A7C15}) >> _shift);
 }
 
+std::size_t PathTable::next(std::size_t index) const noexcept
+{
+    return (index + 1) & mask();
+}
+
 std::size_t PathTable::mask() const noexcept
 {
     return ~std::uint64_t{0} >> _shift;
-}
-
-/// The index of the slot of that path, or of the free one that it belongs in.
-std::size_t PathTable::indexOf(const Path& path) const noexcept
-{
-    const auto hash = path.hash();
-    const auto same = [&path](const Slot& slot) {
-        return slot.components == path.begin() ||
-               std::equal(slot.components, slot.components + slot.size, path.begin(), path.end());
-    };
-    auto i = home(hash);
-    while (!(_slots[i].hash == hash && same(_slots[i])) && !_slots[i].free()) {
-        i = (i + 1) & mask();
-    }
-    return i;
-}
-
-void PathTable::moveIn(const Slot& slot) noexcept
-{
-    auto i = home(slot.hash);
-    while (!_slots[i].free()) {
-        i = (i + 1) & mask();
-    }
-    _slots[i] = slot;
 }
 
 } // namespace Kiv_v4::detail

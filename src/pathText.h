@@ -8,6 +8,7 @@
 #include "kiv/path.h"
 #include "kiv/pathSegment.h"
 
+#include "nameBatch.h"
 #include "splitting.h"
 
 namespace Kiv_v4::detail {
@@ -30,8 +31,14 @@ namespace Kiv_v4::detail {
 template <class Take>
 void forEachComponent(std::string_view text, char separator, Take take)
 {
-    forEachPiece(lstripped(text, separator), separator,
-                 [&take](std::string_view name) { take(PathComponent::intern(name)); });
+    NameBatch names;
+    forEachPiece(lstripped(text, separator), separator, [&](std::string_view name) {
+        if (names.full()) {
+            names.intern(take);
+        }
+        names.add(name);
+    });
+    names.intern(take);
 }
 
 /// The length of the text of `segment`.

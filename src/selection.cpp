@@ -64,7 +64,7 @@ Selection& Selection::operator=(Selection&& other)
 
 bool Selection::contains(const Path& path) const noexcept
 {
-    return _table.find(path) != nullptr;
+    return _table.find(path) != detail::PathTable::kNowhere;
 }
 
 bool Selection::containsAncestor(const Path& path) const
@@ -87,6 +87,15 @@ bool Selection::containsDescendantInclusive(const Path& path) const
     return trie().containsDescendantInclusive(path);
 }
 
+std::vector<SceneItem::Ptr> Selection::itemsUnder(const Path& path) const
+{
+    std::vector<SceneItem::Ptr> items;
+    for (const auto position : trie().dataUnder(path)) {
+        items.push_back(*position);
+    }
+    return items;
+}
+
 SceneItem::Ptr Selection::closestCommonAncestor() const
 {
     const auto depth = trie().closestCommonAncestor();
@@ -97,9 +106,9 @@ SceneItem::Ptr Selection::closestCommonAncestor() const
 SceneItem::Ptr Selection::next(const SceneItem::Ptr& item) const
 {
     require(item != nullptr, "Illegal null item pointer has no next item in selection.");
-    const auto* const slot = _table.find(item->path());
-    require(slot, "Item pointer not found in selection.");
-    const auto following = std::next(slot->position);
+    const auto index = _table.find(item->path());
+    require(index != detail::PathTable::kNowhere, "Item pointer not found in selection.");
+    const auto following = std::next(_table.position(index));
     return following == _items.end() ? nullptr : *following;
 }
 
@@ -163,11 +172,11 @@ void Selection::replaceWith(const Selection& other)
 bool Selection::doAppend(const SceneItem::Ptr& item)
 {
     _table.reserve(_items.size() + 1);
-    auto& slot = _table.slot(item->path());
-    if (!slot.free()) {
+    const auto index = _table.place(item->path());
+    if (!_table.free(index)) {
         return false;
     }
-    add(slot, _items.end(), item);
+    add(index, _items.end(), item);
     return true;
 }
 
@@ -179,13 +188,14 @@ bool Selection::doRemove(const SceneItem::Ptr& item)
 bool Selection::doInsert(const SceneItem::Ptr& position, const SceneItem::Ptr& item)
 {
     _table.reserve(_items.size() + 1);
-    auto& slot = _table.slot(item->path());
-    if (!slot.free()) {
+    const auto index = _table.place(item->path());
+    if (!_table.free(index)) {
         return false;
     }
-    const auto* const following = _table.find(position->path());
-    require(following, "Position item pointer not found in selection.");
-    add(slot, following->position, item);
+    const auto following = _table.find(position->path());
+    require(following != detail::PathTable::kNowhere,
+            "Position item pointer not found in selection.");
+    add(index, _table.position(following), item);
     return true;
 }
 
@@ -199,7 +209,7 @@ void Selection::doReplaceWith(const Selection& other)
     const auto dropped = takeAll();
     _table.reserve(other.size());
     for (const auto& item : other) {
-        add(_table.slot(item->path()), _items.end(), item);
+        add(_table.place(item->path()), _items.end(), item);
     }
 }
 
@@ -213,9 +223,9 @@ void Selection::postClear() {}
 
 void Selection::postReplaceWith() {}
 
-/// Adds an item before `position`; `slot` is the free slot of its path. When an allocation fails,
+/// Adds an item before `position`; `index` is the free place of its path. When an allocation fails,
 /// nothing has changed.
-void Selection::add(detail::PathTable::Slot& slot, const_iterator position,
+void Selection::add(detail::PathTable::Index index, const_iterator position,
                     const SceneItem::Ptr& item)
 {
     const auto added = _items.insert(position, item);
@@ -227,19 +237,20 @@ void Selection::add(detail::PathTable::Slot& slot, const_iterator position,
             throw;
         }
     }
-    _table.fill(slot, added);
+    _table.fill(index, added);
 }
 
 /// Takes the item of that path out, if there is one.
 Selection::Items Selection::take(const Path& path) noexcept
 {
     Items taken;
-    if (const auto* const slot = _table.find(path)) {
-        const auto position = slot->position;
+    const auto index = _table.find(path);
+    if (index != detail::PathTable::kNowhere) {
+        const auto position = _table.position(index);
         if (_trieBuilt) {
             _trie.remove(path);
         }
-        _table.erase(*slot);
+        _table.erase(index);
         taken.splice(taken.begin(), _items, position);
     }
     return taken;

@@ -57,6 +57,13 @@ TEST(PathSegment, TextIsSplitAtTheSeparatorAndWrittenWithItInFront)
     EXPECT_EQ(names("//", '/'), Names());
     EXPECT_EQ(names("/a/b", '\0'), (Names{"/a/b"}));
     EXPECT_EQ(names("", '\0'), (Names{""}));
+    Names many;
+    std::string text;
+    for (int i = 0; i < 50; ++i) {
+        many.push_back("name" + std::to_string(i % 20));
+        text += '/' + many.back();
+    }
+    EXPECT_EQ(names(text, '/'), many);
     EXPECT_EQ(PathSegment("a\0b/ü"s, 1, '/').string(), "/a\0b/ü"s);
     EXPECT_EQ(PathSegment(PathComponent("a/b"), 1, ':').string(), ":a/b");
     EXPECT_EQ(PathSegment(PathComponent::toComponents({"a", "", "b/"}), 1, '\0').string(), "ab/");
@@ -243,25 +250,47 @@ TEST(Path, AHashIsNeverTheValueThatMeansNoneIsKnown)
         if (wanted < components.size()) {
             const Path unlucky(PathSegment({component, components[wanted]}, 1, '/'));
             EXPECT_EQ(unlucky.hash(), 0xFFFFFFFEU);
-            EXPECT_EQ(unlucky.hash(), 0xFFFFFFFEU);
+            const auto& child = components.front();
+            EXPECT_EQ((unlucky + child).hash(),
+                      Path(PathSegment({component, components[wanted], child}, 1, '/')).hash());
             ++found;
         }
     }
     EXPECT_GT(found, 0);
 }
 
+TEST(Path, OfAVeryDeepItemIsExtendedAndCutWithoutTakingStack)
+{
+    const auto names = PathComponent::tableSize();
+    {
+        Path deep = PathSegment(std::vector<PathComponent>(200'000, PathComponent("n")), 1, '/');
+        std::vector<Path> line = {deep};
+        for (int i = 0; i < 40; ++i) {
+            line.push_back(line.back() + std::to_string(i));
+        }
+        deep = line.back();
+        for (auto expected = line.rbegin(); expected != line.rend(); ++expected) {
+            ASSERT_EQ(deep, *expected);
+            ASSERT_EQ(deep.hash(), Path(deep.getSegments()).hash());
+            deep = deep.pop();
+        }
+    }
+    EXPECT_EQ(PathComponent::tableSize(), names);
+}
+
 TEST(Path, RandomEditsGiveWhatTheyGiveOnPlainVectors)
 {
     using Model = std::vector<std::pair<char, Names>>; // the separator and names of each segment
     test::Random random;
+    const auto namesBefore = PathComponent::tableSize();
     const Names pool = {"a", "b", "", "c/d", "ü"};
     const std::string separators = "/:";
     std::vector<std::pair<Path, Model>> known(12);
-    for (int step = 0; step < 10'000; ++step) {
+    for (int step = 0; step < 20'000; ++step) {
         auto [path, model] = random.of(known);
         const auto name = random.of(pool);
         const auto separator = random.of(separators);
-        const auto what = path.empty() ? 0 : random.below(path.size() > 12 ? 6 : 9);
+        const auto what = path.empty() ? 0 : random.below(path.size() > 40 ? 8 : 14);
         if (what < 2) {
             path = path + PathSegment(PathComponent(name), test::runTimeOf(separator), separator);
             model.push_back({separator, {name}});
@@ -277,6 +306,20 @@ TEST(Path, RandomEditsGiveWhatTheyGiveOnPlainVectors)
         } else if (what == 5) {
             path = path.sibling(PathComponent(name));
             model.back().second.back() = name;
+        } else if (what == 6) {
+            const auto count = 1 + random.below(path.size());
+            path = path.head(static_cast<int>(count));
+            auto left = count;
+            for (auto& [itsSeparator, names] : model) {
+                names.resize(std::min(names.size(), left));
+                left -= names.size();
+            }
+        } else if (what == 7) {
+            // A child of a path whose last segment is empty.
+            path = path +
+                   PathSegment(PathSegment::Components(), test::runTimeOf(separator), separator) +
+                   name;
+            model.push_back({separator, {name}});
         } else {
             path = path + name;
             model.back().second.push_back(name);
@@ -296,6 +339,7 @@ TEST(Path, RandomEditsGiveWhatTheyGiveOnPlainVectors)
         }
         ASSERT_EQ(path, Path(segments));
         ASSERT_EQ(path.getSegments(), segments);
+        ASSERT_EQ(path.string(), Path(segments).string());
         ASSERT_EQ(namesOf(path), flat);
         ASSERT_EQ(path.size(), flat.size());
         ASSERT_EQ(path.hash(), hash ^ static_cast<std::uint32_t>(flat.size()));
@@ -312,4 +356,6 @@ TEST(Path, RandomEditsGiveWhatTheyGiveOnPlainVectors)
         ASSERT_EQ(path.isAtOrBelow(other), ancestor == other);
         random.of(known) = {path, model};
     }
+    known.clear();
+    EXPECT_EQ(PathComponent::tableSize(), namesBefore);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <utility>
@@ -60,6 +61,7 @@ public:
             const auto node = _selection.trie().find(asked);
             require((node ? *node->data() : nullptr) == (contains(asked) ? *find(asked) : nullptr),
                     "the trie leads to the item");
+            require(_selection.itemsUnder(asked) == itemsUnder(asked), "items at and below");
         }
     }
 
@@ -121,6 +123,22 @@ private:
             return selected.size() != path.size() &&
                    (above ? path.startsWith(selected) : selected.startsWith(path));
         });
+    }
+
+    Items itemsUnder(const Kiv_v4::Path& path)
+    {
+        Items items;
+        std::copy_if(_model.begin(), _model.end(), std::back_inserter(items),
+                     [&](const auto& item) { return item->path().startsWith(path); });
+        const auto interned = [](const auto& left, const auto& right) {
+            return left.id() < right.id();
+        };
+        std::sort(items.begin(), items.end(), [&](const auto& left, const auto& right) {
+            return std::lexicographical_compare(left->path().begin(), left->path().end(),
+                                                right->path().begin(), right->path().end(),
+                                                interned);
+        });
+        return items;
     }
 
     Numbers& _numbers;

@@ -115,6 +115,7 @@ TEST(Selection, HoldsAnItemWithoutComponentsThatPrefixQuestionsDoNotSee)
     EXPECT_TRUE(selection.contains(Path()));
     EXPECT_FALSE(selection.containsAncestor(path("/a")));
     EXPECT_FALSE(selection.containsDescendantInclusive(Path()));
+    EXPECT_EQ(selection.itemsUnder(Path()).size(), 1U);
     EXPECT_TRUE(selection.remove(itemAt("/")));
     EXPECT_FALSE(selection.contains(Path()) || selection.trie().contains(Path()));
 }

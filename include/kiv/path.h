@@ -16,6 +16,10 @@
 
 namespace Kiv_v4 {
 
+namespace detail {
+class PathTable;
+}
+
 /// Names one scene item across data models: one `PathSegment` per run-time that the way from the
 /// scene's root to the item crosses.
 ///
@@ -32,9 +36,10 @@ namespace Kiv_v4 {
 /// components" below means an empty flat view, whatever the number of segments.
 ///
 /// **Cost.** Copying and moving are constant; the operations that give a new path are linear in the
-/// number of its components, and allocate once. The components lie side by side. The vector of
-/// segments is made, once for all copies, when `getSegments` is first called; `segment` does
-/// without.
+/// number of its components, and allocate once. `+` and what leads back from its result are
+/// cheapest: a path made by `+` shares with its parent, and keeps alive up to 15 of the paths that
+/// it was made from. The components lie side by side. The vector of segments is made, once for all
+/// copies, when `getSegments` is first called; `segment` does without.
 ///
 /// **Errors.** An operation that the path does not allow throws `InvalidOperationOnPath` with the
 /// path's text as its message.
@@ -191,11 +196,16 @@ public:
     [[nodiscard]] std::uint32_t hash() const noexcept { return _hash; }
 
     /// Equal segments, pairwise.
-    bool operator==(const Path& other) const noexcept;
+    bool operator==(const Path& other) const noexcept
+    {
+        return _body == other._body ||
+               (_hash == other._hash && _body && other._body && *_body == *other._body);
+    }
     bool operator!=(const Path& other) const noexcept { return !(*this == other); }
 
 private:
     friend class detail::PathBuilder;
+    friend class detail::PathTable;
 
     /// The hash of a path without components.
     static constexpr std::uint32_t kEmptyHash = 0x345678;

@@ -13,6 +13,10 @@
 
 namespace Kiv_v4 {
 
+namespace detail {
+class NameBatch;
+}
+
 /// One name of a path, interned: all live components of one name share one record, so comparing and
 /// hashing cost one integer operation and copying costs one reference count.
 ///
@@ -114,6 +118,10 @@ public:
     bool operator!=(const PathComponent& other) const noexcept { return _data != other._data; }
 
 private:
+    friend class detail::NameBatch;
+
+    KIV_HIDDEN static PathComponent intern(std::string_view name, std::size_t hash);
+
     explicit PathComponent(std::shared_ptr<Data>&& data) noexcept : _data(std::move(data)) {}
 
     static const std::string& emptyName() noexcept;

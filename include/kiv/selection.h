@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <vector>
 
 #include "kiv/detail/pathTable.h"
 #include "kiv/export.h"
@@ -84,6 +85,15 @@ public:
     [[nodiscard]] bool containsDescendant(const Path& path) const;
     [[nodiscard]] bool containsDescendantInclusive(const Path& path) const;
 
+    /// The selected items at and below `path`, without a walk of the others: an item before those
+    /// below it, siblings in the order in which their names were interned. All of them for a path
+    /// without components. Segments do not count, as in the other prefix questions; see
+    /// `Path::isAtOrBelow`. Linear in the path's length and in what is found, but for the sorting
+    /// of siblings.
+    ///
+    /// Undefined when a caller has put positions of its own into the trie.
+    [[nodiscard]] std::vector<SceneItem::Ptr> itemsUnder(const Path& path) const;
+
     /// The item of the longest path that is a proper ancestor of all selected paths, made by its
     /// run-time: for one item, its parent. Null when the items share no first component, and when
     /// the run-time makes none. Throws when the selection is empty, and as `Hierarchy::createItem`
@@ -150,7 +160,7 @@ protected:
     virtual void postReplaceWith();
 
 private:
-    KIV_HIDDEN void add(detail::PathTable::Slot& slot, const_iterator position,
+    KIV_HIDDEN void add(detail::PathTable::Index index, const_iterator position,
                         const SceneItem::Ptr& item);
     KIV_HIDDEN Items take(const Path& path) noexcept;
     KIV_HIDDEN Items takeAll() noexcept;

@@ -214,6 +214,11 @@ public:
         return containsDescendantHelper<true>(path);
     }
 
+    /// The data at and below `path`: that of a node before those below it, siblings in the order in
+    /// which their names were interned. A path without components gives all data. Linear in what is
+    /// below, but for the sorting of siblings.
+    [[nodiscard]] std::vector<T> dataUnder(const Path& path) const;
+
     /// Whether there is data at a proper ancestor of `path`, other than the root.
     [[nodiscard]] bool containsAncestor(const Path& path) const noexcept
     {
@@ -486,6 +491,28 @@ void Trie<T>::cleanUpNode(NodePtr node) noexcept
         parent->remove(node);
         node = std::move(parent);
     }
+}
+
+template <class T>
+std::vector<T> Trie<T>::dataUnder(const Path& path) const
+{
+    std::vector<T> found;
+    std::vector<const Node*> open;
+    if (const auto* const top = walk(path)) {
+        open.push_back(top);
+    }
+    while (!open.empty()) {
+        const auto* const node = open.back();
+        open.pop_back();
+        if (node->hasData()) {
+            found.push_back(node->data());
+        }
+        const auto components = node->childrenComponents();
+        for (auto component = components.rbegin(); component != components.rend(); ++component) {
+            open.push_back(node->child(*component));
+        }
+    }
+    return found;
 }
 
 template <class T>

@@ -1,9 +1,10 @@
 #pragma once
 
-#include <algorithm>
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
+#include <type_traits>
 #include <vector>
 
 #include "kiv/export.h"
@@ -15,9 +16,16 @@ namespace Kiv_v4::detail {
 /// What the copies of a path share, in one piece of memory: this head, then the path's components,
 /// then a mark per segment. `PathBuilder` makes it.
 ///
+/// A body may be linked to the one of its parent, which lives for as long: it then owns its last
+/// component alone and shows those of its parent without a share in them, so that making and
+/// dropping the paths of children counts one reference, not one per component.
+///
 /// Invariants:
 /// - there is at least one segment;
 /// - the marks' ends do not fall, and the last one is the number of components;
+/// - a linked body has the segments of its parent and one component more in the last of them;
+/// - no more than `kMostLinks` bodies follow from parent to parent, so that a path keeps only so
+///   many others alive;
 /// - once a path holds a body nothing in it changes but the number of its holders and the vector of
 ///   segments, which is made when first asked for and then stays.
 class PathBody
@@ -29,13 +37,11 @@ public:
     {
         std::size_t end; ///< The number of components up to the end of the segment.
         Rtid runTimeId;
-        char separator;
-
-        bool operator==(const Mark& other) const noexcept
-        {
-            return end == other.end && runTimeId == other.runTimeId && separator == other.separator;
-        }
+        std::int32_t separator; ///< A character, so wide that the mark has no gaps.
     };
+    static_assert(std::has_unique_object_representations_v<Mark>);
+
+    static constexpr std::uint32_t kMostLinks = 15;
 
     PathBody(const PathBody&) = delete;
     PathBody& operator=(const PathBody&) = delete;
@@ -57,15 +63,30 @@ public:
     {
         const auto& mark = marks()[index];
         return {begin() + (index == 0 ? 0 : marks()[index - 1].end), begin() + mark.end,
-                mark.runTimeId, mark.separator};
+                mark.runTimeId, static_cast<char>(mark.separator)};
+    }
+
+    [[nodiscard]] std::uint32_t hash() const noexcept { return _hash; }
+
+    /// The body of the first `size` components, which are fewer than all, in their segments: if it
+    /// is linked to, or null.
+    [[nodiscard]] const PathBody* linkedHead(std::size_t size) const noexcept
+    {
+        const auto* body = this;
+        // An empty last segment is part of the parent, and not of the head.
+        while (body && body->_size != size) {
+            body = body->segment(body->_nbSegments - 1).size() > 1 ? body->_parent : nullptr;
+        }
+        return body;
     }
 
     /// Whether the segments are equal, pairwise.
     bool operator==(const PathBody& other) const noexcept
     {
+        // Each name has one record, so equal components are equal byte for byte.
         return _size == other._size && _nbSegments == other._nbSegments &&
-               std::equal(begin(), end(), other.begin()) &&
-               std::equal(marks(), marks() + _nbSegments, other.marks());
+               std::memcmp(this + 1, &other + 1,
+                           _size * sizeof(PathComponent) + _nbSegments * sizeof(Mark)) == 0;
     }
 
     /// The vector of segments. Of several threads that come first, one makes what all are given.
@@ -79,9 +100,7 @@ public:
 
     void letGo() const noexcept
     {
-        // The only holder need not count down, which costs more than to look.
-        if (_holders.load(std::memory_order_acquire) == 1 ||
-            _holders.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+        if (wasLast()) {
             destroy();
         }
     }
@@ -92,11 +111,22 @@ private:
     PathBody() = default;
     ~PathBody() = default;
 
+    /// Counts a holder less, and tells whether none is left.
+    [[nodiscard]] bool wasLast() const noexcept
+    {
+        // The only holder need not count down, which costs more than to look.
+        return _holders.load(std::memory_order_acquire) == 1 ||
+               _holders.fetch_sub(1, std::memory_order_acq_rel) == 1;
+    }
+
     KIV_EXPORT const Segments& makeSegments() const;
     KIV_EXPORT void destroy() const noexcept;
 
-    std::size_t _size = 0;
-    std::size_t _nbSegments = 0;
+    std::uint32_t _size = 0;
+    std::uint32_t _nbSegments = 0;
+    std::uint32_t _hash = 0;
+    std::uint32_t _nbLinks = 0;        ///< The number of bodies that `_parent` leads to.
+    const PathBody* _parent = nullptr; ///< Held; null for a body that owns all its components.
     mutable std::atomic<const Segments*> _segments = nullptr;
     mutable std::atomic<std::size_t> _holders = 1;
 };

@@ -17,27 +17,24 @@ using SelectedItems = std::list<SceneItem::Ptr, PoolAllocator<SceneItem::Ptr>>;
 /// equal when their components are, whatever their segments, as in a trie.
 ///
 /// Invariants:
-/// - the number of slots is 0 or a power of two, and at least a quarter of them are free;
-/// - no free slot lies between an entry's home slot (the top bits of its mixed hash) and its own
-///   slot, which erasing keeps by shifting later entries back;
-/// - the items keep the components that the slots point at.
+/// - the number of entries is 0 or a power of two, and at least a fifth of them are free;
+/// - no free entry lies between one's home (the top bits of its mixed hash) and its own place,
+///   which erasing keeps by shifting later ones back;
+/// - the items keep the bodies that the entries point at.
 class PathTable
 {
 public:
     using Position = SelectedItems::const_iterator;
 
-    struct Slot
+    struct Entry
     {
-        /// The hash that no path has.
-        static constexpr std::uint32_t kFree = 0xFFFFFFFF;
-
-        std::uint32_t hash = kFree;
-        std::uint32_t size = 0;                    ///< The number of components.
-        const PathComponent* components = nullptr; ///< Those of the item's path and its copies.
+        const PathBody* body; ///< That of the item's path and its copies.
         Position position;
-
-        [[nodiscard]] bool free() const noexcept { return hash == kFree; }
     };
+
+    /// What a path's place in the table is called; good until the next change.
+    using Index = std::size_t;
+    static constexpr Index kNowhere = ~Index{0};
 
     PathTable() = default;
     PathTable(const PathTable&) = delete;
@@ -46,32 +43,39 @@ public:
     PathTable& operator=(const PathTable&) = delete;
     PathTable& operator=(PathTable&& other) noexcept;
 
-    /// The slot of that path, or null; good until the next change.
-    [[nodiscard]] const Slot* find(const Path& path) const noexcept;
+    /// Where that path is entered, or `kNowhere`.
+    [[nodiscard]] Index find(const Path& path) const noexcept;
+
+    [[nodiscard]] Position position(Index index) const noexcept { return _entries[index].position; }
 
     /// Makes room for so many entries in all. Strong guarantee.
     void reserve(std::size_t count);
 
-    /// The slot of that path, or the free one that it belongs in, in the room reserved.
-    [[nodiscard]] Slot& slot(const Path& path) noexcept;
+    /// Where that path is entered or, in the room reserved, belongs.
+    [[nodiscard]] Index place(const Path& path) const noexcept;
+    [[nodiscard]] bool free(Index index) const noexcept { return _hashes[index] == kFree; }
 
-    /// Enters the item at `position` in the free slot of its path.
-    void fill(Slot& slot, Position position) noexcept;
+    /// Enters the item at `position` in the free place of its path.
+    void fill(Index index, Position position) noexcept;
 
-    void erase(const Slot& slot) noexcept;
+    void erase(Index index) noexcept;
 
     /// Erases everything and lets the memory go.
     void clear() noexcept;
 
 private:
-    [[nodiscard]] std::size_t home(std::uint32_t hash) const noexcept;
-    [[nodiscard]] std::size_t mask() const noexcept;
-    [[nodiscard]] std::size_t indexOf(const Path& path) const noexcept;
-    void moveIn(const Slot& slot) noexcept;
+    /// The hash that no path has.
+    static constexpr std::uint32_t kFree = 0xFFFFFFFF;
 
-    std::vector<Slot> _slots;
+    [[nodiscard]] std::size_t home(std::uint32_t hash) const noexcept;
+    [[nodiscard]] std::size_t next(std::size_t index) const noexcept;
+    [[nodiscard]] std::size_t mask() const noexcept;
+
+    // Apart, so that a search reads little else than hashes, side by side.
+    std::vector<std::uint32_t> _hashes;
+    std::vector<Entry> _entries;
     std::size_t _size = 0;
-    unsigned _shift = 64; ///< 64 minus the logarithm of the number of slots.
+    unsigned _shift = 64; ///< 64 minus the logarithm of the number of entries.
 };
 
 } // namespace Kiv_v4::detail
