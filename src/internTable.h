@@ -65,6 +65,6 @@ private:
 
 /// The table of the process. Never destroyed: components held by other static objects outlive every
 /// order of destruction.
-[[nodiscard]] InternTable& internTable() noexcept;
+[[nodiscard]] InternTable& internTable();
 
 } // namespace Kiv_v4::detail

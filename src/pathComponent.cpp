@@ -15,7 +15,7 @@ std::uint64_t nextId = 0;
 
 } // namespace
 
-detail::InternTable& detail::internTable() noexcept
+detail::InternTable& detail::internTable()
 {
     return immortal<InternTable>();
 }

@@ -10,11 +10,9 @@ namespace {
 
 bool sameComponents(const PathBody* left, const PathBody* right) noexcept
 {
-    if (left == right) {
-        return true;
-    }
-    return left && right && left->size() == right->size() &&
-           std::equal(left->begin(), left->end(), right->begin());
+    const auto size = left ? left->size() : 0;
+    return left == right || (size == (right ? right->size() : 0) &&
+                             (size == 0 || std::equal(left->begin(), left->end(), right->begin())));
 }
 
 } // namespace

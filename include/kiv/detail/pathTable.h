@@ -28,7 +28,7 @@ public:
 
     struct Entry
     {
-        const PathBody* body; ///< That of the item's path and its copies.
+        const PathBody* body; ///< That of the item's path and its copies; null for the empty path.
         Position position;
     };
 
