@@ -1,9 +1,7 @@
 // What hosts look up, list, read and write without knowing which run-times there are.
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "kiv/attributes.h"
 #include "kiv/host/childName.h"
 #include "kiv/host/itemLookup.h"
 #include "kiv/host/itemProperties.h"
@@ -19,22 +17,19 @@ using namespace Kiv_v4;
 
 namespace {
 
-using testing::HasSubstr;
-
 struct HostServices : test::MemoryScene
 {
     [[nodiscard]] SceneItem::Ptr make(const std::string& type, const std::string& name) const
     {
         return model.make(model.root(), type, name);
     }
-    [[nodiscard]] SceneItem::Ptr root() const { return model.item(model.root()); }
 };
 
 TEST_F(HostServices, LookUpSaysWhichNameWasNearlyMeant)
 {
     const auto lamp = make("group", "Lamp");
     model.make(lamp->path(), "mesh", "Bulb");
-    EXPECT_EQ(host::requireItem(root(), lamp, "../Lamp/Bulb")->nodeName(), "Bulb");
+    EXPECT_EQ(host::requireItem(world, lamp, "../Lamp/Bulb")->nodeName(), "Bulb");
     const std::pair<const char*, const char*> cases[] = {
         {"lamp/Bulb", "no such item 'lamp/Bulb'; did you mean 'Lamp'?"},
         {"/world/Lamp/Blub", "no such item '/world/Lamp/Blub'; did you mean 'Bulb'?"},
@@ -43,7 +38,7 @@ TEST_F(HostServices, LookUpSaysWhichNameWasNearlyMeant)
         {"", "no such item ''"}};
     for (const auto& [text, message] : cases) {
         try {
-            (void)host::requireItem(root(), root(), text);
+            (void)host::requireItem(world, world, text);
             ADD_FAILURE() << text;
         } catch (const std::runtime_error& error) {
             EXPECT_STREQ(error.what(), message);
@@ -113,12 +108,10 @@ TEST_F(HostServices, NamesStayFreeOfThoseOfMountedItems)
 {
     const test::Nested nested;
     const auto gateway = make("gateway", "gateway");
-    const auto view = nested.view(gateway->path());
-    const auto taken = view->path()[gateway->path().size()].string();
-    const auto own = host::freeName(gateway, taken);
-    EXPECT_NE(own, taken);
+    model.setGateway(gateway->path(), nested.id());
+    EXPECT_EQ(host::freeName(gateway, "stage"), "stage1");
     EXPECT_EQ(host::freeName(gateway, "other"), "other");
-    EXPECT_EQ(host::freeName(root(), "gateway"), "gateway") << "which the run-time sees to";
+    EXPECT_EQ(host::freeName(world, "gateway"), "gateway") << "which the run-time sees to";
 }
 
 TEST_F(HostServices, AnItemIsPlacedInTheWorldUnlessSomethingIsFlatAbove)
@@ -128,11 +121,11 @@ TEST_F(HostServices, AnItemIsPlacedInTheWorldUnlessSomethingIsFlatAbove)
     const auto transform = Transform3d::transform3d(parent);
     transform->translate(1, 2, 3);
     transform->scale(1, 2, 4);
-    Matrix4d world({{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {7, 8, 9, 1}}});
-    Transform3d::transform3d(child)->setMatrix(*host::ownMatrix(child, world));
-    EXPECT_EQ(*host::worldMatrix(child), world);
+    const Matrix4d wanted({{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {7, 8, 9, 1}}});
+    Transform3d::transform3d(child)->setMatrix(*host::ownMatrix(child, wanted));
+    EXPECT_EQ(*host::worldMatrix(child), wanted);
     transform->scale(0, 1, 1);
-    EXPECT_FALSE(host::ownMatrix(child, world));
+    EXPECT_FALSE(host::ownMatrix(child, wanted));
 }
 
 TEST_F(HostServices, OutlineKeepsTheAncestorsOfWhatMatches)
@@ -142,7 +135,7 @@ TEST_F(HostServices, OutlineKeepsTheAncestorsOfWhatMatches)
     make("group", "empty");
     host::OutlineFilter filter;
     filter.nodeType = "mesh";
-    const auto rows = host::outline(root(), filter);
+    const auto rows = host::outline(world, filter);
     ASSERT_EQ(rows.size(), 3u);
     EXPECT_FALSE(rows[1].matches);
     EXPECT_TRUE(rows[1].isLast) << "the empty group is not shown";
