@@ -27,9 +27,8 @@ void print(const document::Workspace& scene)
 void edit(document::Workspace& scene)
 {
     host::Transaction edits("light the stage");
-    const auto root = Hierarchy::hierarchy(scene.root());
-    const auto lamp = edits.runFor(root->createChildCmd("pointLight", "lamp"))->sceneItem();
-    const host::ItemProperties properties(lamp);
+    const auto creation = Hierarchy::hierarchy(scene.root())->createChildCmd("pointLight", "lamp");
+    const host::ItemProperties properties(edits.runFor(creation)->sceneItem());
     const auto& intensity = *host::findProperty(host::kLight, "intensity");
     edits.run(properties.setCmd(intensity, 2.5F));
     edits.commit();

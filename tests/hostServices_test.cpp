@@ -62,8 +62,8 @@ TEST_F(HostServices, EveryPropertyThatCanBeSetReadsAsItWasSet)
                 [&]<class T>(const T& value) -> host::PropertyValue {
                     if constexpr (std::is_same_v<T, bool>) {
                         return !value;
-                    } else if constexpr (std::is_same_v<T, std::string>) {
-                        return property.choices.back();
+                    } else if constexpr (std::is_same_v<T, EnumStringValue>) {
+                        return EnumStringValue{property.choices.back()};
                     } else if constexpr (std::is_same_v<T, float>) {
                         return value + 0.5F;
                     } else if constexpr (std::is_same_v<T, Vector3d>) {
@@ -94,7 +94,7 @@ TEST_F(HostServices, PropertiesRefuseWhatTheyCannotBe)
     const auto& projection = *host::findProperty(host::kCamera, "projection");
     EXPECT_THROW((void)mesh.setCmd(fStop, 2.0F), std::invalid_argument);
     EXPECT_THROW((void)camera.setCmd(fStop, 2.0), std::invalid_argument) << "another type";
-    EXPECT_THROW((void)camera.setCmd(projection, "flat"), std::invalid_argument);
+    EXPECT_THROW((void)camera.setCmd(projection, EnumStringValue{"flat"}), std::invalid_argument);
     EXPECT_THROW((void)camera.setCmd(*host::findProperty(host::kTransform, "worldMatrix"),
                                      host::PropertyValue(Matrix4d())),
                  std::invalid_argument);

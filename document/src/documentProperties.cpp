@@ -9,10 +9,10 @@ namespace Kiv_v4::document {
 namespace {
 
 /// The value of a new item in memory.
-host::PropertyValue initialValue(const host::Property& property)
+host::PropertyValue initialOf(const host::Property& property)
 {
     return property.name == "scale" ? TypedVectorN<double, 3>({1, 1, 1})
-                                    : *host::emptyValue(property.type);
+                                    : *initialValue(property.type);
 }
 
 PropertyList storedOf(const std::string& group)
@@ -24,7 +24,7 @@ PropertyList storedOf(const std::string& group)
         }
         stored.push_back({&property});
         if (group == host::kTransform) {
-            stored.back().initial = initialValue(property);
+            stored.back().initial = initialOf(property);
         }
     }
     return stored;
@@ -33,7 +33,9 @@ PropertyList storedOf(const std::string& group)
 template <class T>
 bool sameBitsOf(const T& left, const T& right)
 {
-    if constexpr (std::is_same_v<T, std::string>) {
+    constexpr auto isText = std::is_same_v<T, std::string> || std::is_same_v<T, FilenameValue> ||
+                            std::is_same_v<T, EnumStringValue>;
+    if constexpr (isText || std::is_same_v<T, std::monostate>) {
         return left == right;
     } else {
         return std::memcmp(&left, &right, sizeof left) == 0;

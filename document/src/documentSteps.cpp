@@ -17,15 +17,14 @@ namespace Kiv_v4::document {
 
 namespace {
 
-bool isFinite(const std::string&)
-{
-    return true;
-}
 template <class T>
-requires std::is_arithmetic_v<T>
-bool isFinite(T value)
+bool isFinite([[maybe_unused]] const T& value)
 {
-    return std::isfinite(static_cast<double>(value));
+    if constexpr (std::is_arithmetic_v<T>) {
+        return std::isfinite(static_cast<double>(value));
+    } else {
+        return true; // texts, and matrices, which the run-time judges
+    }
 }
 template <class T, std::size_t N>
 bool isFinite(const std::array<T, N>& elements)
@@ -42,22 +41,17 @@ bool isFinite(const TypedColorN<T, N>& value)
 {
     return isFinite(value.color);
 }
-template <class T, std::size_t N>
-bool isFinite(const TypedSquareMatrixN<T, N>&)
-{
-    return true; // which the run-time judges
-}
 
 /// The value of a property; those of items in space are finite.
 host::PropertyValue valueAt(const JsonCursor& place, const host::Property& property)
 {
-    auto value = place.as(*host::emptyValue(property.type));
+    auto value = place.as(*initialValue(property.type));
     if (!std::visit([](const auto& typed) { return isFinite(typed); }, value)) {
         place.fail("is not finite");
     }
-    const auto* choice = std::get_if<std::string>(&value);
-    if (choice && std::ranges::find(property.choices, *choice) == property.choices.end()) {
-        place.fail("'" + *choice + "' is no " + property.label);
+    const auto* choice = std::get_if<EnumStringValue>(&value);
+    if (choice && std::ranges::find(property.choices, choice->text) == property.choices.end()) {
+        place.fail("'" + choice->text + "' is no " + property.label);
     }
     return value;
 }
@@ -171,18 +165,18 @@ using AttributeStep = std::function<void(const Target&, Attribute&)>;
 AttributeStep attributeValueStep(const JsonCursor& place, const std::string& type)
 {
     const auto value = place.find("value");
-    const auto kind = host::emptyValue(type);
-    if (!kind && type != Attribute::kGeneric) {
+    const auto kind = initialValue(type);
+    if (!kind) {
         place.at("type").fail("is no type of attributes");
     }
     if (!value) {
         return {};
     }
-    if (!kind) {
+    if (std::holds_alternative<std::monostate>(*kind)) {
         value->fail("is of an attribute that has none");
     }
     return [newValue = value->as(*kind)](const Target& target, Attribute& attribute) {
-        target.edits.run(host::setAttributeCmd(attribute, newValue));
+        target.edits.run(setValueCmd(attribute, newValue));
     };
 }
 

@@ -160,9 +160,7 @@ private:
         if (const auto* generic = dynamic_cast<const AttributeGeneric*>(&attribute)) {
             record["nativeType"] = losslessJson(generic->nativeType());
         }
-        if (const auto value = host::attributeValue(attribute)) {
-            record["value"] = losslessJson(*value);
-        }
+        addUnlessEmpty(record, "value", losslessJson(value(attribute)));
         addUnlessEmpty(record, "metadata", metadataOf(attribute));
         return record;
     }

@@ -8,6 +8,7 @@
 #include <limits>
 #include <stdexcept>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
 #include "kiv/host/utf8.h"
@@ -178,7 +179,15 @@ Json losslessJson(const Value& value)
 
 Json losslessJson(const host::PropertyValue& value)
 {
-    return std::visit([](const auto& typed) { return losslessJson(typed); }, value);
+    return std::visit(
+        []<class T>(const T& typed) {
+            if constexpr (std::is_same_v<T, std::monostate>) {
+                return Json();
+            } else {
+                return losslessJson(typed);
+            }
+        },
+        value);
 }
 
 JsonCursor::JsonCursor(const Json& json, std::string pointer)
@@ -249,7 +258,15 @@ JsonCursor JsonCursor::child(const std::string& key, const Json& json) const
 
 host::PropertyValue JsonCursor::as(const host::PropertyValue& kind) const
 {
-    return std::visit([this]<class T>(const T&) { return host::PropertyValue(as<T>()); }, kind);
+    return std::visit(
+        [this]<class T>(const T&) -> host::PropertyValue {
+            if constexpr (std::is_same_v<T, std::monostate>) {
+                fail("is of a type without values");
+            } else {
+                return as<T>();
+            }
+        },
+        kind);
 }
 
 void JsonCursor::read(bool& value) const

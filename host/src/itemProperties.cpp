@@ -17,7 +17,7 @@ struct Table
     {
         for (const auto& row : rows) {
             properties.push_back(row.property);
-            valueIndices.push_back(emptyValue(row.property.type)->index());
+            valueIndices.push_back(initialValue(row.property.type)->index());
         }
     }
 
@@ -108,8 +108,8 @@ UndoableCommand::Ptr ItemProperties::setCmd(const Property& property,
     if (table().valueIndexOf(property) != value.index()) {
         throw std::invalid_argument("property '" + property.name + "' is of type " + property.type);
     }
-    if (const auto* choice = std::get_if<std::string>(&value)) {
-        requireChoice(property, *choice);
+    if (const auto* choice = std::get_if<EnumStringValue>(&value)) {
+        requireChoice(property, choice->text);
     }
     if (!row.canSet(*_interfaces)) {
         throw std::invalid_argument("the item is no " + property.owner);

@@ -144,14 +144,14 @@ Row projectionRow()
                 if (!camera) {
                     return std::nullopt;
                 }
-                return std::string(camera->projection() == Camera::Orthographic ? kOrthographic
-                                                                                : kPerspective);
+                return EnumStringValue{camera->projection() == Camera::Orthographic ? kOrthographic
+                                                                                    : kPerspective};
             },
             [](Interfaces& item) { return item.get<Camera>() != nullptr; },
             [](Interfaces& item, const PropertyValue& value) {
                 return item.get<Camera>()->projectionCmd(
-                    std::get<std::string>(value) == kOrthographic ? Camera::Orthographic
-                                                                  : Camera::Perspective);
+                    std::get<EnumStringValue>(value).text == kOrthographic ? Camera::Orthographic
+                                                                           : Camera::Perspective);
             }};
 }
 
@@ -211,7 +211,8 @@ Row lightTypeRow()
              "light"},
             [](Interfaces& item) -> std::optional<PropertyValue> {
                 const auto light = item.get<Light>();
-                return light ? std::optional<PropertyValue>(nameOf(light->type())) : std::nullopt;
+                return light ? std::optional<PropertyValue>(EnumStringValue{nameOf(light->type())})
+                             : std::nullopt;
             }};
 }
 

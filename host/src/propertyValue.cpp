@@ -3,55 +3,15 @@
 #include <array>
 #include <charconv>
 #include <cstddef>
-#include <stdexcept>
-#include <tuple>
-#include <utility>
 
 namespace Kiv_v4::host {
 
 namespace {
 
-/// The class that attributes of a type are of.
-template <class A>
-struct AttributeClass
+void appendText(std::string& text, std::monostate)
 {
-    using Value = decltype(std::declval<const A&>().get());
-
-    const char* name;
-};
-
-/// All classes with values to reach.
-constexpr auto attributeClasses()
-{
-    return std::tuple{AttributeClass<AttributeBool>{Attribute::kBool},
-                      AttributeClass<AttributeInt>{Attribute::kInt},
-                      AttributeClass<AttributeFloat>{Attribute::kFloat},
-                      AttributeClass<AttributeDouble>{Attribute::kDouble},
-                      AttributeClass<AttributeString>{Attribute::kString},
-                      AttributeClass<AttributeFilename>{Attribute::kFilename},
-                      AttributeClass<AttributeEnumString>{Attribute::kEnumString},
-                      AttributeClass<AttributeColorFloat3>{Attribute::kColorFloat3},
-                      AttributeClass<AttributeColorFloat4>{Attribute::kColorFloat4},
-                      AttributeClass<AttributeInt3>{Attribute::kInt3},
-                      AttributeClass<AttributeFloat2>{Attribute::kFloat2},
-                      AttributeClass<AttributeFloat3>{Attribute::kFloat3},
-                      AttributeClass<AttributeFloat4>{Attribute::kFloat4},
-                      AttributeClass<AttributeDouble3>{Attribute::kDouble3},
-                      AttributeClass<AttributeMatrix3d>{Attribute::kMatrix3d},
-                      AttributeClass<AttributeMatrix4d>{Attribute::kMatrix4d}};
+    text += "none";
 }
-
-/// Calls `visit` with the class of the type, if there is one.
-template <class Visit>
-void visitClass(const std::string& type, Visit visit)
-{
-    std::apply(
-        [&](auto... candidates) {
-            (void)((type == candidates.name && (visit(candidates), true)) || ...);
-        },
-        attributeClasses());
-}
-
 void appendText(std::string& text, bool value)
 {
     text += value ? "yes" : "no";
@@ -67,6 +27,15 @@ void appendText(std::string& text, double value)
 void appendText(std::string& text, const std::string& value)
 {
     text += value;
+}
+
+void appendText(std::string& text, const FilenameValue& value)
+{
+    text += value.text;
+}
+void appendText(std::string& text, const EnumStringValue& value)
+{
+    text += value.text;
 }
 
 template <class T, std::size_t N>
@@ -94,55 +63,6 @@ void appendText(std::string& text, const TypedSquareMatrixN<T, N>& value)
 }
 
 } // namespace
-
-std::vector<std::string> attributeTypes()
-{
-    auto types =
-        std::apply([](auto... classes) { return std::vector<std::string>{classes.name...}; },
-                   attributeClasses());
-    types.emplace_back(Attribute::kGeneric);
-    return types;
-}
-
-std::optional<PropertyValue> emptyValue(const std::string& type)
-{
-    std::optional<PropertyValue> value;
-    visitClass(type,
-               [&]<class A>(AttributeClass<A>) { value = typename AttributeClass<A>::Value{}; });
-    return value;
-}
-
-std::optional<PropertyValue> attributeValue(const Attribute& attribute)
-{
-    std::optional<PropertyValue> value;
-    if (attribute.hasValue()) {
-        visitClass(attribute.type(), [&]<class A>(AttributeClass<A>) {
-            if (const auto* typed = dynamic_cast<const A*>(&attribute)) {
-                value = typed->get();
-            }
-        });
-    }
-    return value;
-}
-
-UndoableCommand::Ptr setAttributeCmd(Attribute& attribute, const PropertyValue& value)
-{
-    UndoableCommand::Ptr command;
-    auto fits = false;
-    visitClass(attribute.type(), [&]<class A>(AttributeClass<A>) {
-        auto* typed = dynamic_cast<A*>(&attribute);
-        const auto* wanted = std::get_if<typename AttributeClass<A>::Value>(&value);
-        if (typed && wanted) {
-            command = typed->setCmd(*wanted);
-            fits = true;
-        }
-    });
-    if (!fits) {
-        throw std::invalid_argument("attribute '" + attribute.name() + "' of type " +
-                                    attribute.type() + " takes no such value");
-    }
-    return command;
-}
 
 std::string numberText(double number)
 {

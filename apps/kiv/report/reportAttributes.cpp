@@ -1,6 +1,6 @@
+#include "kiv/attributeVariant.h"
 #include "kiv/attributes.h"
 #include "kiv/connectionHandler.h"
-#include "kiv/host/propertyValue.h"
 #include "kiv/pathString.h"
 
 #include "report/itemReport.h"
@@ -20,8 +20,8 @@ Json valueOf(const Attribute& attribute)
     if (!attribute.hasValue()) {
         return {};
     }
-    const auto value = host::attributeValue(attribute);
-    return value ? json(*value) : Json(attribute.string());
+    const auto typed = value(attribute);
+    return std::holds_alternative<std::monostate>(typed) ? Json(attribute.string()) : json(typed);
 }
 
 Json metadataOf(const Attribute& attribute)

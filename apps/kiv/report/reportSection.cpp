@@ -1,6 +1,7 @@
 #include "report/reportSection.h"
 
 #include <algorithm>
+#include <type_traits>
 #include <unistd.h>
 
 #include "terminal/jsonText.h"
@@ -66,7 +67,18 @@ Json listOf(const std::vector<Fact>& facts)
 
 Json json(const host::PropertyValue& value)
 {
-    return std::visit([](const auto& typed) { return json(typed); }, value);
+    return std::visit(
+        []<class T>(const T& typed) {
+            if constexpr (std::is_same_v<T, std::monostate>) {
+                return Json();
+            } else if constexpr (std::is_same_v<T, Kiv_v4::FilenameValue> ||
+                                 std::is_same_v<T, Kiv_v4::EnumStringValue>) {
+                return Json(typed.text);
+            } else {
+                return json(typed);
+            }
+        },
+        value);
 }
 
 Json json(const Kiv_v4::Value& value)

@@ -18,8 +18,8 @@ void complain(const std::string& message);
 /// Writes `kiv: subject: reason`.
 void complain(const std::string& subject, const std::string& reason);
 
-/// Returns the names that would have served in place of `word`, and the one that was meant if one is
-/// near: ` (mesh, root); did you mean 'mesh'?`
+/// Returns the names that would have served in place of `word`, and the one that was meant if one
+/// is near: ` (mesh, root); did you mean 'mesh'?`
 [[nodiscard]] std::string alternatives(const std::string& word,
                                        const std::vector<std::string>& names);
 

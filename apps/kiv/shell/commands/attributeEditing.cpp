@@ -2,9 +2,9 @@
 #include <stdexcept>
 #include <string>
 
+#include "kiv/attributeVariant.h"
 #include "kiv/attributes.h"
 #include "kiv/connectionHandler.h"
-#include "kiv/host/propertyValue.h"
 #include "kiv/host/transaction.h"
 
 #include "report/itemReport.h"
@@ -32,12 +32,12 @@ Attribute::Ptr attributeOf(const SceneItem::Ptr& item, const std::string& name)
 
 UndoableCommand::Ptr setCmd(Attribute& attribute, const Words& words)
 {
-    const auto kind = host::emptyValue(attribute.type());
-    if (!kind) {
+    const auto kind = initialValue(attribute.type());
+    if (!kind || std::holds_alternative<std::monostate>(*kind)) {
         throw std::runtime_error("attribute '" + attribute.name() + "' is of type " +
                                  attribute.type() + ", which has no value to set");
     }
-    return host::setAttributeCmd(attribute, valueLike(*kind, words));
+    return setValueCmd(attribute, valueLike(*kind, words));
 }
 
 void requireUnlocked(const SceneItem::Ptr& item, const Attribute& attribute)
@@ -69,9 +69,9 @@ void set(Session& session, const Arguments& arguments)
 
 void requireKind(const std::string& name)
 {
-    if (name != Attribute::kGeneric && !host::emptyValue(name)) {
+    if (!initialValue(name)) {
         throw std::runtime_error("unknown kind of attribute '" + name + "'" +
-                                 alternatives(name, host::attributeTypes()));
+                                 alternatives(name, attributeTypes()));
     }
 }
 

@@ -51,13 +51,18 @@ void deselectIf(const Session& session, host::Transaction& edits,
 void deselectUnder(const Session& session, host::Transaction& edits,
                    const std::vector<SceneItem::Ptr>& items)
 {
-    Selection tops;
-    for (const auto& item : items) {
-        tops.append(item);
+    Selection going;
+    for (const auto& top : items) {
+        for (const auto& item : session.selection()->itemsUnder(top->path())) {
+            if (item->path().isAtOrBelow(top->path())) {
+                going.append(item);
+            }
+        }
     }
-    deselectIf(session, edits, [&tops](const SceneItem::Ptr& item) {
-        return tops.containsAncestorInclusive(item->path());
-    });
+    if (!going.empty()) {
+        deselectIf(session, edits,
+                   [&going](const auto& item) { return going.contains(item->path()); });
+    }
 }
 
 std::string textOf(const SceneItem::Ptr& item)

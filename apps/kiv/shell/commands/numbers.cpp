@@ -3,6 +3,7 @@
 #include <charconv>
 #include <stdexcept>
 #include <system_error>
+#include <type_traits>
 
 namespace app::shell {
 
@@ -72,7 +73,14 @@ void read(std::span<const std::string> words, std::string& value)
 host::PropertyValue valueLike(const host::PropertyValue& kind, std::span<const std::string> words)
 {
     return std::visit(
-        [&words]<class T>(const T&) { return host::PropertyValue(valueOf<T>(words)); }, kind);
+        [&words]<class T>(const T&) -> host::PropertyValue {
+            if constexpr (std::is_same_v<T, std::monostate>) {
+                throw std::invalid_argument("a value of no type");
+            } else {
+                return valueOf<T>(words);
+            }
+        },
+        kind);
 }
 
 } // namespace app::shell

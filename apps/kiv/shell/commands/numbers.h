@@ -23,6 +23,15 @@ void read(std::span<const std::string> words, double& value);
 void read(std::span<const std::string> words, bool& value);
 void read(std::span<const std::string> words, std::string& value);
 
+inline void read(std::span<const std::string> words, Kiv_v4::FilenameValue& value)
+{
+    read(words, value.text);
+}
+inline void read(std::span<const std::string> words, Kiv_v4::EnumStringValue& value)
+{
+    read(words, value.text);
+}
+
 /// Throws when there are other than `count` words.
 void requireCount(std::span<const std::string> words, std::size_t count);
 
@@ -73,7 +82,7 @@ template <class T>
     return valueOf<T>(std::span(&word, 1));
 }
 
-/// The words as a value of the type that `kind` holds.
+/// The words as a value of the type that `kind` holds, which must hold one.
 [[nodiscard]] Kiv_v4::host::PropertyValue valueLike(const Kiv_v4::host::PropertyValue& kind,
                                                     std::span<const std::string> words);
 

@@ -4,10 +4,10 @@
 #include <filesystem>
 #include <stdexcept>
 
+#include "kiv/attributeVariant.h"
 #include "kiv/attributes.h"
 #include "kiv/hierarchy.h"
 #include "kiv/host/itemLookup.h"
-#include "kiv/host/propertyValue.h"
 #include "kiv/nodeDef.h"
 #include "kiv/pathString.h"
 #include "kiv/runTimeMgr.h"
@@ -130,7 +130,7 @@ Candidates nodeTypes(const Place& place)
 Candidates attributeKinds(const Place&)
 {
     Candidates names;
-    for (const auto& kind : host::attributeTypes()) {
+    for (const auto& kind : attributeTypes()) {
         names.push_back({kind, true});
     }
     return names;

@@ -1,9 +1,9 @@
 #include "shell/engine/session.h"
 
-#include <algorithm>
+#include <functional>
 #include <stdexcept>
+#include <utility>
 
-#include "kiv/compositeUndoableCommand.h"
 #include "kiv/document/sceneDocument.h"
 #include "kiv/globalSelection.h"
 #include "kiv/hierarchy.h"
@@ -11,8 +11,6 @@
 #include "kiv/namedSelection.h"
 #include "kiv/pathString.h"
 
-#include "shell/engine/followers.h"
-#include "shell/engine/hostScene.h"
 #include "terminal/progressLine.h"
 #include "terminal/terminal.h"
 
@@ -24,23 +22,43 @@ namespace {
 
 constexpr char kSelectionMark = '@';
 
-bool doesNothing(const UndoableCommand::Ptr& command)
-{
-    const auto* composite = dynamic_cast<const CompositeUndoableCommand*>(command.get());
-    return composite && std::ranges::all_of(composite->cmdsList(), doesNothing);
-}
+using Change = SceneCompositeNotification::Op;
 
-/// Takes no note of a step in which nothing was done: it would drop what can be redone.
-class History : public host::UndoHistory
+/// The installed scene. What is done for each change comes once the selections have followed it.
+class SessionScene : public host::HostScene
 {
 public:
-    void registerCmd(const UndoableCommand::Ptr& command) const override
-    {
-        if (!doesNothing(command)) {
-            UndoHistory::registerCmd(command);
-        }
-    }
+    using Work = std::function<void(const Change&)>;
+
+    explicit SessionScene(Work work) : _work(std::move(work)) {}
+
+protected:
+    void postDelivery(const SceneChanged& change) override { forEachOp(change, _work); }
+
+private:
+    const Work _work;
 };
+
+bool hasMoved(const Change& change)
+{
+    return change.opType == SceneChanged::PathChanged && change.item &&
+           (change.subOpType == ObjectPathChange::Renamed ||
+            change.subOpType == ObjectPathChange::Reparented);
+}
+
+/// `path` after the change: where its item is now or, when that is gone, its nearest ancestor that
+/// is there.
+Path followed(const Path& path, const Change& change)
+{
+    if (change.opType == SceneChanged::Added || !path.isAtOrBelow(change.path)) {
+        return path;
+    }
+    auto now = hasMoved(change) ? path.reparent(change.path, change.item->path()) : path;
+    while (now.size() > 1 && !Hierarchy::createItem(now)) {
+        now = now.pop();
+    }
+    return now;
+}
 
 } // namespace
 
@@ -51,10 +69,11 @@ bool namesSelection(const std::string& word)
 
 Session::Session(Output& output)
     : _output(output), _selection(std::make_shared<ObservableSelection>()),
-      _history(std::make_shared<History>())
+      _history(std::make_shared<host::UndoHistory>()),
+      _hostScene(std::make_shared<SessionScene>([this](const auto& change) { follow(change); }))
 {
-    Scene::initializeInstance(
-        std::make_shared<HostScene>([this](const auto& change) { follow(change); }));
+    Scene::initializeInstance(_hostScene);
+    _hostScene->follow(_selection, host::HostScene::Gone::Dropped);
     GlobalSelection::initializeInstance(_selection);
     UndoableCommandMgr::initializeInstance(_history);
     _scene = std::make_unique<document::Workspace>();
@@ -137,8 +156,11 @@ const Selection& Session::selectionOf(const std::string& word) const
 
 Selection& Session::namedSelection(const std::string& name)
 {
-    _selectionNames.insert(name);
-    return *NamedSelection::get(name);
+    const auto selection = NamedSelection::get(name);
+    if (_selectionNames.insert(name).second) {
+        _hostScene->follow(selection, host::HostScene::Gone::Kept);
+    }
+    return *selection;
 }
 
 void Session::dropSelection(const std::string& name)
@@ -199,10 +221,6 @@ bool Session::isChanged() const
 void Session::follow(const SceneCompositeNotification::Op& change)
 {
     _current = followed(_current, change);
-    app::shell::follow(*_selection, change, Gone::dropped);
-    for (const auto& name : _selectionNames) {
-        app::shell::follow(*NamedSelection::get(name), change, Gone::kept);
-    }
     if (_watch && change.opType != SceneChanged::Deleted) {
         _watch->include(change.item ? change.item->path() : change.path);
     }

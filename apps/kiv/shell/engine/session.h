@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "kiv/document/workspace.h"
+#include "kiv/host/hostScene.h"
 #include "kiv/host/undoHistory.h"
 #include "kiv/observableSelection.h"
 #include "kiv/path.h"
@@ -102,6 +103,7 @@ private:
     std::unique_ptr<Watch> _watch;
     std::unique_ptr<Kiv_v4::document::Workspace> _scene;
     const std::shared_ptr<Kiv_v4::host::UndoHistory> _history;
+    const std::shared_ptr<Kiv_v4::host::HostScene> _hostScene;
     std::vector<std::unique_ptr<Kiv_v4::UndoableCommandGuard>> _steps;
     std::optional<std::size_t> _savedState; ///< Nothing while changes are not guarded.
     bool _isOver = false;

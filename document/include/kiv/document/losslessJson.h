@@ -36,7 +36,16 @@ using Json = nlohmann::ordered_json;
 /// A float or double is an object of its type, since they read the same; null is no value.
 [[nodiscard]] KIV_EXPORT Json losslessJson(const Value& value);
 
-/// The JSON of the value in it.
+[[nodiscard]] inline Json losslessJson(const FilenameValue& value)
+{
+    return losslessJson(value.text);
+}
+[[nodiscard]] inline Json losslessJson(const EnumStringValue& value)
+{
+    return losslessJson(value.text);
+}
+
+/// The JSON of the value in it; null for none.
 [[nodiscard]] KIV_EXPORT Json losslessJson(const host::PropertyValue& value);
 
 [[nodiscard]] inline Json losslessJson(bool value)
@@ -128,7 +137,7 @@ public:
         return value;
     }
 
-    /// The value as one of the type that `kind` holds.
+    /// The value as one of the type that `kind` holds, which must hold one.
     [[nodiscard]] host::PropertyValue as(const host::PropertyValue& kind) const;
 
 private:
@@ -139,6 +148,8 @@ private:
     void read(float& value) const;
     void read(double& value) const;
     void read(std::string& value) const;
+    void read(FilenameValue& value) const { read(value.text); }
+    void read(EnumStringValue& value) const { read(value.text); }
     void read(Value& value) const;
     void read(std::vector<std::string>& texts) const;
 

@@ -16,7 +16,7 @@ namespace Kiv_v4::host {
 
 // What the interfaces offer of an item as one table: what property editors, reports, documents and
 // scripts read and write without a line for each property. Attributes, which each item has of its
-// own, are told with the same types by `propertyValue.h`.
+// own, are told with the same types by `kiv/attributeVariant.h`.
 //
 //     ItemProperties lamp(item);
 //     for (const auto* property : lamp.of(kLight)) {
