@@ -27,7 +27,8 @@ void print(const document::Workspace& scene)
 void edit(document::Workspace& scene)
 {
     host::Transaction edits("light the stage");
-    const auto creation = Hierarchy::hierarchy(scene.root())->createChildCmd("pointLight", "lamp");
+    const auto creation =
+        Hierarchy::hierarchy(scene.root())->createChildCmd("pointLight", PathComponent("lamp"));
     const host::ItemProperties properties(edits.runFor(creation)->sceneItem());
     const auto& intensity = *host::findProperty(host::kLight, "intensity");
     edits.run(properties.setCmd(intensity, 2.5F));

@@ -132,7 +132,7 @@ TEST_F(HostServices, OutlineKeepsTheAncestorsOfWhatMatches)
 {
     const auto group = make("group", "group");
     model.make(group->path(), "mesh", "mesh");
-    make("group", "empty");
+    (void)make("group", "empty");
     host::OutlineFilter filter;
     filter.nodeType = "mesh";
     const auto rows = host::outline(world, filter);

@@ -24,6 +24,7 @@
 #include "callback.h"
 #include "items.h"
 #include "memoryScene.h"
+#include "stubs.h"
 #include "modelledHistory.h"
 #include "random.h"
 
