@@ -76,12 +76,12 @@ SceneTree::State::Items SceneTree::State::childrenOf(const Node& node, std::size
 
 bool SceneTree::State::canFetch(const Node& node) const
 {
-    return !node._isComplete && (node._isOpened || reader(node).hasAny());
+    return !isTelling && !node._isComplete && (node._isOpened || reader(node).hasAny());
 }
 
 void SceneTree::State::fetch(Node& node, std::size_t count)
 {
-    if (node._isComplete) {
+    if (isTelling || node._isComplete) {
         return;
     }
     const auto wanted = reader(node).readsRanges() ? count : kFetchAll;

@@ -24,6 +24,20 @@ void eachOf(Node& top, Visit visit)
     }
 }
 
+/// While it lives, nothing is fetched: item models fetch from inside their own announcements.
+class Telling
+{
+public:
+    explicit Telling(bool& flag) : _flag(flag), _before(std::exchange(flag, true)) {}
+    Telling(const Telling&) = delete;
+    Telling& operator=(const Telling&) = delete;
+    ~Telling() { _flag = _before; }
+
+private:
+    bool& _flag;
+    const bool _before;
+};
+
 } // namespace
 
 SceneTree::Node* SceneTree::State::make(const Path& path, const SceneItem::Ptr& item)
@@ -37,6 +51,7 @@ void SceneTree::State::insert(Node& parent, std::size_t row, const std::vector<N
     if (nodes.empty()) {
         return;
     }
+    const Telling telling(isTelling);
     for (auto* listener : listeners) {
         listener->beginInsert(parent, row, nodes.size());
     }
@@ -50,6 +65,7 @@ void SceneTree::State::insert(Node& parent, std::size_t row, const std::vector<N
 
 void SceneTree::State::remove(Node& parent, std::size_t first, std::size_t count)
 {
+    const Telling telling(isTelling);
     for (auto* listener : listeners) {
         listener->beginRemove(parent, first, count);
     }
@@ -68,6 +84,7 @@ void SceneTree::State::remove(Node& parent, std::size_t first, std::size_t count
 
 void SceneTree::State::move(Node& node, Node& newParent, std::size_t row)
 {
+    const Telling telling(isTelling);
     for (auto* listener : listeners) {
         listener->beginMove(node, newParent, row);
     }
@@ -80,6 +97,7 @@ void SceneTree::State::move(Node& node, Node& newParent, std::size_t row)
 
 void SceneTree::State::tellChanged(Node& node)
 {
+    const Telling telling(isTelling);
     for (auto* listener : listeners) {
         listener->changed(node);
     }

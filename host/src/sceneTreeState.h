@@ -74,6 +74,7 @@ struct SceneTree::State
     std::unordered_map<Path, Node*> byPath;
     ChildFilter filter;
     std::vector<Listener*> listeners;
+    bool isTelling = false; ///< Whether listeners are in the middle of a change.
     Observer::Ptr observer;
 
     // Of the notification at hand.

@@ -39,7 +39,7 @@ namespace Kiv_v4::host {
 /// move costs as much as there are nodes under it.
 ///
 /// **Reentrancy.** Listeners may read the tree, and edit the scene; with a `HostScene`, what they
-/// edit is followed afterwards. They must not fetch.
+/// edit is followed afterwards. While they are told of a change, nothing can be fetched.
 class KIV_EXPORT SceneTree
 {
 public:
@@ -61,7 +61,8 @@ public:
     /// no such item, or the filter hides it.
     Node* reveal(const Path& path);
 
-    /// Whether the node has, or may have, children that are not among its rows.
+    /// Whether the node has, or may have, children that are not among its rows; false while
+    /// listeners are told of a change.
     [[nodiscard]] bool canFetch(const Node& node) const;
 
     /// Adds at most `count` further children to the rows of the node, and tells the listeners.
