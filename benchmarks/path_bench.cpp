@@ -1,6 +1,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -39,6 +40,19 @@ const std::vector<std::pair<Item, Item>>& twins(std::size_t count)
         return made;
     }();
     return pairs;
+}
+
+/// The first child of each path of the scene.
+const std::vector<Path>& children(std::size_t count)
+{
+    static std::map<std::size_t, std::vector<Path>> made;
+    auto& result = made[count];
+    if (result.empty()) {
+        for (const auto& path : scene<Path>(count)) {
+            result.push_back(path + "child1");
+        }
+    }
+    return result;
 }
 
 /// `texts(count)` while the scene is open, that is, while all its paths and so their names exist.
@@ -100,6 +114,11 @@ void addEditing()
             [child = PathComponent("child1")](const Path& path) { return path + child; });
     addWalk("+ component", kHot, kFilePath, scene<FilePath>,
             [child = FilePath("child1")](const FilePath& path) { return path / child; });
+
+    addWalk("pop a child's path", kHot, "kiv", children,
+            [](const Path& path) { return path.pop(); });
+    addWalk("sibling of a child's path", kHot, "kiv", children,
+            [other = PathComponent("child2")](const Path& path) { return path.sibling(other); });
 
     const auto relative = [](const FilePath& path, const FilePath& from, const FilePath& to) {
         return to / path.lexically_relative(from);

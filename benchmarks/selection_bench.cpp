@@ -372,6 +372,17 @@ void addPrefixQuestions(Size size)
                 &Selection::containsAncestor);
     addQuestion("selection: containsDescendant", size, "kiv", twins,
                 &Selection::containsDescendant);
+    addRow("selection: itemsUnder, per item", size.name, "kiv", [=](benchmark::State& state) {
+        const auto& selection = filled<Selection>(size.count);
+        RandomWalk walk(sceneItems(size.count));
+        std::int64_t found = 0;
+        for (auto _ : state) {
+            // The siblings of an item, and what lies below them.
+            const auto under = selection.itemsUnder(walk.next()->path().pop());
+            found += static_cast<std::int64_t>(under.size());
+        }
+        state.SetItemsProcessed(found);
+    });
     if (isLarge(size)) {
         addBytes<Selection>("selection: bytes per item with trie", size, "kiv",
                             [=](Selection& selection, const Items& given) {

@@ -3,6 +3,7 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <string>
+#include <thread>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -232,6 +233,34 @@ TEST(Path, CopiesShareWhatIsMadeOnceAndLetGoOfTheirNamesTogether)
     other = other.pop();
     EXPECT_EQ(notation(other), "/lone1/lone2");
     other = Path();
+    EXPECT_EQ(PathComponent::tableSize(), names);
+}
+
+TEST(Path, IsUsedByOtherThreadsWhileTheMainThreadKeepsACopy)
+{
+    const auto names = PathComponent::tableSize();
+    std::vector<Path> kept;
+    for (int i = 0; i < 100; ++i) {
+        kept.push_back(path("/world/set" + std::to_string(i) + "|:lamp:bulb") + "wire");
+    }
+    const auto work = [&kept] {
+        for (int round = 0; round < 50; ++round) {
+            for (const auto& each : kept) {
+                const auto copy = each;
+                const auto other = copy.pop().sibling(each.back()) + each.back();
+                EXPECT_EQ(other.string(), each.head(3).string() + ":wire:wire");
+                EXPECT_TRUE(other.pop().getSegments() != copy.getSegments());
+            }
+        }
+    };
+    std::thread first(work);
+    std::thread second(work);
+    for (int i = 0; i < 5'000; ++i) {
+        EXPECT_EQ((kept.front() + ("new" + std::to_string(i))).size(), 6U);
+    }
+    first.join();
+    second.join();
+    kept.clear();
     EXPECT_EQ(PathComponent::tableSize(), names);
 }
 

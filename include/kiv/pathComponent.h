@@ -24,8 +24,9 @@ class NameBatch;
 /// that record; when the last holder lets go, the entry goes too. Ids only grow: a name that was
 /// released and interned again has a new id, so a stale id never equals a later component.
 ///
-/// **Reentrancy.** The intern table is not locked: components are made, copied and destroyed on the
-/// host's main thread.
+/// **Threads.** The intern table is not locked: names are interned, and let go of by the last
+/// holder, on the host's main thread. While that keeps a component, other threads may copy and drop
+/// it.
 ///
 /// **Cost.** Interning hashes the name once and compares it once; it allocates (once) only for a
 /// name that nobody holds. A component is the size of one shared pointer.
