@@ -41,10 +41,6 @@ class PathTable;
 /// it was made from. The components lie side by side. The vector of segments is made, once for all
 /// copies, when `getSegments` is first called; `segment` does without.
 ///
-/// **Threads.** While the main thread keeps a copy of a path, other threads may use it too: copy,
-/// compare, walk, cut and extend it by components of paths so kept, take its text, and drop what
-/// they made. Names are interned, and let go of by the last holder, on the main thread alone.
-///
 /// **Errors.** An operation that the path does not allow throws `InvalidOperationOnPath` with the
 /// path's text as its message.
 class KIV_EXPORT Path

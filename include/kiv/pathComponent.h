@@ -25,8 +25,7 @@ class NameBatch;
 /// released and interned again has a new id, so a stale id never equals a later component.
 ///
 /// **Threads.** The intern table is not locked: names are interned, and let go of by the last
-/// holder, on the host's main thread. While that keeps a component, other threads may copy and drop
-/// it.
+/// holder, on the host's main thread. While that keeps a component, others may copy and drop it.
 ///
 /// **Cost.** Interning hashes the name once and compares it once; it allocates (once) only for a
 /// name that nobody holds. A component is the size of one shared pointer.
