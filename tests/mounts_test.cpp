@@ -527,7 +527,19 @@ TEST_P(MountsTest, RefuseWhatCannotBeAndForgetWhatIsDestroyed)
     EXPECT_FALSE(documents.at(in + PathSegment("x", registration.id(), '/')));
     EXPECT_FALSE(documents.at(in));
 
+    const auto parked = documents.find(in);
+    owner.add(owner.remove("/w/i"));
+    EXPECT_EQ(documents.find(in), parked);
     const auto removed = owner.remove("/w/i");
+    owner.add({{"/w/j", true}});
+    documents.mount(parked, owner.path("/w/j")); // which takes it from where it was parked
+    owner.add(removed);
+    EXPECT_EQ(at("/w/i"), 0);
+    EXPECT_EQ(at("/w/j"), 1);
+    documents.unmount(owner.path("/w/j"));
+
+    documents.mount(parked, in);
+    owner.remove("/w/i");
     Scene::instance().notify(ObjectDestroyed(in));
     owner.add(removed);
     EXPECT_EQ(at("/w/i"), 0);

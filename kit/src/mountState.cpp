@@ -124,6 +124,7 @@ void MountTable::State::add(const Mount::Ptr& mount, const Path& gateway)
                                     "' already.");
     }
     requireFree(gateway);
+    remove(*mount); // should it be parked
     show(mount, gateway);
     if (!_sceneObserver) {
         _sceneObserver = std::make_shared<SceneObserver>(weak_from_this());
