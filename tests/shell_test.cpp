@@ -197,7 +197,7 @@ TEST_F(Shell, OwnItemsUnderAGatewayGetNamesApartFromThoseOfTheFile)
     EXPECT_EQ(session.out,
               "/world/shop\n/world/shop/Workshop1\n/world/shop/a\n/world/shop/Workshop2\n"
               "/world/Workshop\n/world/shop/Workshop3\n/world/shop/Workshop4\n"
-              "Workshop2  group\nWorkshop3  mesh\nWorkshop4  group\n"
+              "Workshop4  group\nWorkshop2  group\nWorkshop3  mesh\n"
               "Workshop  transform  [assimp]\nshop  gateway\nWorkshop  mesh\n");
     EXPECT_THAT(run("-c 'mount examples/workshop.gltf; cd workshop; make group Workshop; select "
                     "/world/workshop,:Workshop:Lamp; rename /world/workshop/Workshop1 Other; "
