@@ -6,9 +6,12 @@
 
 #include "kiv/attributes.h"
 #include "kiv/hierarchy_v4_2.h"
+#include "kiv/host/hostScene.h"
+#include "kiv/host/sceneTree.h"
 #include "kiv/host/undoHistory.h"
 #include "kiv/memory/runTime.h"
 #include "kiv/object3d.h"
+#include "kiv/observableSelection.h"
 #include "kiv/pathSubject.h"
 #include "kiv/scene.h"
 #include "kiv/sceneItemOps.h"
@@ -199,6 +202,39 @@ struct EditedScene : FlatScene
     std::shared_ptr<host::UndoHistory> history;
 };
 
+/// A tree as an outliner has it, with all siblings among its rows.
+struct ShownScene : FlatScene
+{
+    explicit ShownScene(std::size_t count) : FlatScene(count)
+    {
+        Scene::initializeInstance(nullptr);
+        Scene::initializeInstance(std::make_shared<host::HostScene>());
+        tree = std::make_unique<host::SceneTree>();
+        tree->fetch(*tree->reveal(parent));
+    }
+
+    std::unique_ptr<host::SceneTree> tree;
+};
+
+/// A selection of everything, which follows the scene.
+struct FollowedSelection : MemoryScene
+{
+    explicit FollowedSelection(std::size_t count)
+    {
+        Scene::initializeInstance(nullptr);
+        const auto scene = std::make_shared<host::HostScene>();
+        Scene::initializeInstance(scene);
+        groups = fill(model, count);
+        for (const auto& item : allItems(root())) {
+            selection->append(item);
+        }
+        scene->follow(selection, host::HostScene::Gone::ComesBack);
+    }
+
+    std::shared_ptr<ObservableSelection> selection = std::make_shared<ObservableSelection>();
+    std::vector<Path> groups;
+};
+
 struct SelectedScene : GroupedScene
 {
     explicit SelectedScene(std::size_t count) : GroupedScene(count)
@@ -323,6 +359,20 @@ void removeObservers(ObservedItem& scene)
     }
 }
 
+void addToShown(ShownScene& scene)
+{
+    for (auto left = scene.tree->find(scene.parent)->nbRows(); left > 0; --left) {
+        scene.model.make(scene.parent, "mesh", "new" + std::to_string(left));
+    }
+}
+
+void removeSelected(FollowedSelection& scene)
+{
+    for (const auto& group : scene.groups) {
+        scene.model.remove(group);
+    }
+}
+
 void undoAndRedo(EditedScene& scene)
 {
     while (scene.history->undo()) {
@@ -365,6 +415,8 @@ const std::vector<SceneOperation>& sceneOperations()
         {"delete above path subjects", 100 * kThousand, true, on(deleteAbove)},
         {"drop path subjects", 100 * kThousand, true, on(dropSubjects)},
         {"remove observers of one item", 100 * kThousand, true, on(removeObservers)},
+        {"add siblings to a shown tree", 100 * kThousand, true, on(addToShown)},
+        {"remove subtrees, all selected", 100 * kThousand, true, on(removeSelected)},
         {"undo and redo edits one by one", 100 * kThousand, true, on(undoAndRedo)},
         {"find the gateways, there are none", kMillion, false, on(findGateways)},
         {"shrink a selection, common ancestor", kMillion, true, on(shrinkAndAsk)},
