@@ -17,7 +17,7 @@ public:
     [[nodiscard]] std::string nodeType() const override { return "folder"; }
 };
 
-/// A single item with a name that its own separator cuts in two.
+/// A single item, with a name that ends with the separator.
 class Handler : public Kiv::HierarchyHandler
 {
 public:

@@ -134,3 +134,11 @@ TEST(Conformance, SurvivesARunTimeThatCannotBeMadeAndOneThatHangs)
     ASSERT_EQ(report.findings().size(), 1U);
     EXPECT_EQ(report.findings().front().seen, "no end within 1 s");
 }
+
+TEST(Conformance, LoadsAndUnloadsPluginsInItsProcesses)
+{
+    const auto report = conformance::check(conformance::pluginCandidate(KIV_PROPS));
+    EXPECT_TRUE(report.passed()) << conformance::text(report);
+    EXPECT_EQ(conformance::check(conformance::pluginCandidate("nowhere.so")).findings()[0].contract,
+              "create");
+}

@@ -9,6 +9,7 @@
 #include "kiv/hierarchy.h"
 #include "kiv/memory/runTime.h"
 
+#include "shotList/runTime.h"
 
 using namespace Kiv_v4;
 
@@ -80,4 +81,19 @@ TEST(Conforming, Memory)
 TEST(Conforming, SceneFiles)
 {
     expectConformance({"assimp", [] { return mountedScene(KIV_EXAMPLES "/workshop.gltf"); }});
+}
+
+TEST(Conforming, ShotList)
+{
+    expectConformance(
+        {"shotList", [] {
+             Entry show{"pilot", "show", 0, 0, {}};
+             for (const auto* name : {"sq010", "sq020", "sq030"}) {
+                 show.children.push_back({name, "sequence", 0, 0, {}});
+                 auto& shots = show.children.back().children;
+                 shots.push_back({"sh010", "shot", 1001, 1048, {}});
+                 shots.push_back({"sh020", "shot", 1001, 1100, {}});
+             }
+             return conformance::Running{std::make_shared<ShotListRunTime>(std::move(show)), {}};
+         }});
 }

@@ -1,11 +1,6 @@
 #include <algorithm>
-#include <iterator>
-#include <stdexcept>
 
 #include "kiv/conformance/conformance.h"
-#include "kiv/hierarchyHandler.h"
-#include "kiv/host/pluginLoader.h"
-#include "kiv/runTimeMgr.h"
 #include "kiv/scene.h"
 
 #include "childProcess.h"
@@ -79,8 +74,6 @@ void runProbe(const Probe& probe, const Candidate& candidate, const Options& opt
 {
     Scene::initializeInstance(std::make_shared<Scene>());
     Checking checking(candidate, options, parent);
-    checking.at("create", "making the run-time");
-    static_cast<void>(checking.running());
     checking.at(probe.contracts.front(), "beginning");
     probe.run(checking);
 }
@@ -92,7 +85,7 @@ const std::vector<Probe>& probes()
     static const std::vector<Probe> all = {
         {{"create", "paths.agree", "paths.text", "paths.unknown"}, checkPaths},
         {{"names.fit"}, checkNames},
-        {{"hierarchy.children", "hierarchy.parents"}, checkHierarchy},
+        {{"hierarchy.children", "hierarchy.rows", "hierarchy.parents"}, checkHierarchy},
         {{"hierarchy.order"}, checkOrder},
         {{"attributes.types", "attributes.values", "attributes.texts"}, checkAttributes},
         {{"transforms.matrices", "transforms.values"}, checkTransforms},
@@ -105,19 +98,9 @@ const std::vector<Probe>& probes()
         {{"observers.throwing"}, checkThrowingObservers},
         {{"memory.failing"}, checkFailingAllocations},
         {{"registration.ends", "registration.again"}, checkRegistration},
+        {{"plugin.unloads"}, checkUnloading},
     };
     return all;
-}
-
-Candidate pluginCandidate(const std::string& file)
-{
-    return {file, [file] {
-                const auto loader = std::make_shared<host::PluginLoader>();
-                if (loader->load(file).runTimes.empty()) {
-                    throw std::runtime_error("the plug-in registers no run-time");
-                }
-                return Running{loader, {}};
-            }};
 }
 
 Report check(const Candidate& candidate, const Options& options)

@@ -27,6 +27,7 @@ public:
     /// Lets go of the run-time, so that the next call of `running` makes it anew.
     void end() { _running = {}; }
 
+    [[nodiscard]] const Candidate& candidate() const noexcept { return _candidate; }
     [[nodiscard]] const Options& options() const noexcept { return _options; }
     [[nodiscard]] std::mt19937_64& random() noexcept { return _random; }
 

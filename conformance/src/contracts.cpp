@@ -21,6 +21,8 @@ const std::vector<Contract>& contracts()
          "Children lie one component below their item, each once, and "
          "hasChildren and the filtered lists agree with them.",
          "Derive hasChildren and the filtered lists from what children lists."},
+        {"hierarchy.rows", "The rows of children are the places in the list of children.",
+         "nbChildren, child, row and childInfos have to answer as children does."},
         {"hierarchy.parents", "The parent of a child is the item that lists it.",
          "parent has to give the item whose children list this one; null at the top."},
         {"hierarchy.order", "Asked twice without an edit between, everything answers the same.",
@@ -78,6 +80,10 @@ const std::vector<Contract>& contracts()
          "out."},
         {"registration.again", "Registered again, the run-time shows the same scene.",
          "Keep nothing in statics that a first life leaves behind."},
+        {"plugin.unloads",
+         "A plug-in is loaded, used and unloaded again and again, and nothing "
+         "holds on to its code.",
+         "Take everything back in destroy, and build with kiv_add_plugin."},
     };
     return all;
 }

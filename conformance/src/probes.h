@@ -37,5 +37,6 @@ void checkWithoutScene(Checking& checking);
 void checkThrowingObservers(Checking& checking);
 void checkFailingAllocations(Checking& checking);
 void checkRegistration(Checking& checking);
+void checkUnloading(Checking& checking);
 
 } // namespace Kiv_v4::conformance

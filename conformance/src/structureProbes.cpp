@@ -2,6 +2,7 @@
 #include <unordered_set>
 
 #include "kiv/hierarchyHandler.h"
+#include "kiv/hierarchy_v4_2.h"
 #include "kiv/pathString.h"
 
 #include "edits.h"
@@ -109,6 +110,43 @@ void checkChildren(Checking& checking, const SceneItem::Ptr& item)
     }
 }
 
+/// What the rows, the names and types, and the walk tell of the children.
+void checkRows(Checking& checking, const SceneItem::Ptr& item)
+{
+    const auto rows = Hierarchy_v4_2::hierarchy(item);
+    if (!rows) {
+        return;
+    }
+    const auto children = rows->children();
+    const std::vector<SceneItem::Ptr> list(children.begin(), children.end());
+    checking.at("hierarchy.rows", "nbChildren", item->path());
+    if (rows->nbChildren() != list.size()) {
+        checking.found(std::to_string(list.size()), std::to_string(rows->nbChildren()));
+    }
+    const auto infos = rows->childInfos(0, list.size() + 1);
+    if (infos.size() != list.size()) {
+        checking.found("childInfos of all children", std::to_string(infos.size()) + " infos");
+    }
+    for (std::size_t row = 0; row < std::min(infos.size(), list.size()); ++row) {
+        const auto& path = list[row]->path();
+        checking.at("hierarchy.rows", "row " + std::to_string(row), item->path());
+        const auto child = rows->child(row);
+        if (!child || child->path() != path || rows->row(path) != row) {
+            checking.found(described(list[row]) + " in that row, and the row of its path",
+                           described(child));
+        }
+        if (infos[row].name != path.back() || infos[row].nodeType != list[row]->nodeType() ||
+            infos[row].runTimeId != list[row]->runTimeId()) {
+            checking.found(described(list[row]), infos[row].name.string() + " (" +
+                                                     infos[row].nodeType + ") in childInfos");
+        }
+    }
+    checking.at("hierarchy.rows", "beyond the last row", item->path());
+    if (rows->child(list.size()) || rows->row(item->path() + std::string("no such item"))) {
+        checking.found("null, and no row", "a child");
+    }
+}
+
 void checkName(Checking& checking, const Path& path)
 {
     const auto name = path.back().string();
@@ -152,6 +190,7 @@ void checkHierarchy(Checking& checking)
 {
     for (const auto& item : walk(checking.running().roots, checking.options().maxItems)) {
         checkChildren(checking, item);
+        checkRows(checking, item);
     }
     for (const auto& root : checking.running().roots) {
         checking.at("hierarchy.parents", "parent of a top item", root);

@@ -32,9 +32,13 @@ struct Candidate
     /// in a process of its own each time, with a `Scene` installed; makes the same scene every
     /// time. What it throws is a finding.
     std::function<Running()> make;
+
+    /// Of a plug-in, the file, which is then loaded and unloaded as well. Otherwise empty.
+    std::string pluginFile = {};
 };
 
 /// The candidate that a plug-in file is (`kiv/plugin.h`): it is loaded in each of the processes.
+/// Its scene is that of the run-time that it registers last.
 [[nodiscard]] KIV_EXPORT Candidate pluginCandidate(const std::string& file);
 
 /// One thing that a run-time has to do.
