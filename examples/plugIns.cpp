@@ -21,8 +21,10 @@ int main(int, char** argv)
 {
     Kiv::host::UndoHistory history;
     Kiv::host::PluginLoader loader;
-    loader.onUnload([&](const Kiv::host::Plugin&) {
-        history.clear(); // its commands lead into the plug-in's code
+    loader.onUnload([&](const Kiv::host::Plugin& plugin) {
+        for (const auto id : plugin.runTimes) {
+            history.dropRunTime(id); // its commands lead into the plug-in's code
+        }
         return std::vector<std::string>();
     });
     for (const auto& refused : loader.load({"nowhere.so", argv[1]})) {

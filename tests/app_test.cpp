@@ -339,6 +339,34 @@ TEST_F(Kiv, AReaderWhoGoesAwayIsNoError)
     EXPECT_EQ(cut.err, "status 0\n");
 }
 
+TEST_F(Kiv, LoadsPluginsAndHoldsThemAgainstTheContracts)
+{
+    const std::string plugin = "--plugin '" KIV_PROPS "' ";
+    const std::string items = "/props\n/props/shelf\n/props/shelf/lamp\n/props/shelf/vase\n";
+    EXPECT_EQ(kiv(plugin + "tree --paths").out, "/world\n" + items);
+    EXPECT_THAT(kiv("tree --paths " + plugin + workshop).out, testing::EndsWith(items));
+    EXPECT_THAT(kiv(plugin + "show /props/shelf/lamp").out, HasSubstr("/props/shelf/lamp"));
+    EXPECT_EQ(kiv(plugin + "find --name 'v*' --paths").out, "/props/shelf/vase\n");
+    EXPECT_EQ(shell("KIV_PLUGIN_PATH='" KIV_PROPS "' kiv plugins").out,
+              "props\t4.2\tprops\t" KIV_PROPS "\n");
+    const auto edited =
+        kiv(plugin + "shell -c 'rename /props/shelf/lamp torch; undo; cd /props/shelf/lamp; pwd'");
+    EXPECT_EQ(edited.err, "");
+    EXPECT_THAT(edited.out, testing::EndsWith("/props/shelf/lamp\n"));
+
+    const auto refused = kiv("--plugin nowhere.so tree " + workshop);
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_THAT(refused.err, HasSubstr("cannot load the plug-in 'nowhere.so': "));
+    EXPECT_THAT(refused.out, StartsWith("world"));
+
+    const auto check = kiv("check --steps 20 '" KIV_PROPS "'");
+    EXPECT_EQ(check.status, 0) << check.out;
+    EXPECT_THAT(check.out, testing::EndsWith("skipped (seed 1)\n"));
+    EXPECT_EQ(kiv("check --only paths --junit assimp " + workshop).status, 0);
+    EXPECT_EQ(kiv("check assimp").status, 2);
+    EXPECT_EQ(kiv("check nowhere.so").status, 1);
+}
+
 TEST_F(Kiv, OutputThatCannotBeWrittenIsAFailure)
 {
     const auto full = kiv("tree " + workshop + " >/dev/full");

@@ -1,47 +1,19 @@
 #pragma once
 
-#include <memory>
 #include <string>
+#include <type_traits>
 #include <vector>
 
-#include "kiv/attribute.h"
+#include "kiv/attributeVariant.h"
 
 namespace Kiv_v4::conformance {
 
-namespace detail {
-
-template <class Kind, class Visit>
-bool visitAs(const Attribute::Ptr& attribute, Visit& visit)
-{
-    const auto kind = std::dynamic_pointer_cast<Kind>(attribute);
-    if (kind) {
-        visit(*kind);
-    }
-    return kind != nullptr;
-}
-
-} // namespace detail
-
-/// Calls `visit` with the attribute as the class of its kind; false when it is none that has a
-/// value.
+/// Calls `visit` with the attribute as an object of the class of its type; false when it is none,
+/// or its type has no values.
 template <class Visit>
 bool visitKind(const Attribute::Ptr& attribute, Visit visit)
 {
-    using namespace detail;
-    return visitAs<AttributeBool>(attribute, visit) || visitAs<AttributeInt>(attribute, visit) ||
-           visitAs<AttributeFloat>(attribute, visit) ||
-           visitAs<AttributeDouble>(attribute, visit) ||
-           visitAs<AttributeString>(attribute, visit) ||
-           visitAs<AttributeColorFloat3>(attribute, visit) ||
-           visitAs<AttributeColorFloat4>(attribute, visit) ||
-           visitAs<AttributeFilename>(attribute, visit) ||
-           visitAs<AttributeEnumString>(attribute, visit) ||
-           visitAs<AttributeInt3>(attribute, visit) || visitAs<AttributeFloat2>(attribute, visit) ||
-           visitAs<AttributeFloat3>(attribute, visit) ||
-           visitAs<AttributeFloat4>(attribute, visit) ||
-           visitAs<AttributeDouble3>(attribute, visit) ||
-           visitAs<AttributeMatrix3d>(attribute, visit) ||
-           visitAs<AttributeMatrix4d>(attribute, visit);
+    return visitAttribute(*attribute, [&](auto& kind, auto) { visit(kind); });
 }
 
 /// The numbers of a value, in order; none for texts.

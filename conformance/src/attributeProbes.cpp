@@ -49,6 +49,19 @@ void expectSame(Checking& checking, const std::string& what, const std::string& 
     }
 }
 
+/// What is set is one of the allowed strings.
+template <class Kind>
+void checkEnumeration(Checking& checking, const Kind& kind)
+{
+    if constexpr (requires { kind.enumValues(); }) {
+        const auto values = kind.enumValues();
+        if (kind.hasValue() && !values.empty() &&
+            std::count(values.begin(), values.end(), kind.get()) == 0) {
+            checking.found("a value among enumValues", '\'' + kind.get() + '\'');
+        }
+    }
+}
+
 void checkTypes(Checking& checking, const SceneItem::Ptr& item, Attributes& attributes,
                 const std::string& name)
 {
@@ -64,17 +77,12 @@ void checkTypes(Checking& checking, const SceneItem::Ptr& item, Attributes& attr
     if (!attribute->sceneItem() || *attribute->sceneItem() != *item) {
         checking.found("the attribute's item to be the one it was asked of", "another");
     }
-    visitKind(attribute, [&](const auto& kind) {
-        using Kind = std::decay_t<decltype(kind)>;
-        expectSame(checking, "the type of its class", kind.Kind::type(), attribute->type());
-        if constexpr (requires { kind.enumValues(); }) {
-            const auto values = kind.enumValues();
-            if (kind.hasValue() && !values.empty() &&
-                std::count(values.begin(), values.end(), kind.get()) == 0) {
-                checking.found("a value among enumValues", '\'' + kind.get() + '\'');
-            }
-        }
-    });
+    const auto hasValues = visitAttributeClass(attribute->type(), [](auto) {});
+    if (!visitKind(attribute, [&](const auto& kind) { checkEnumeration(checking, kind); }) &&
+        hasValues) {
+        checking.found("an object of the class that " + attribute->type() + " stands for",
+                       "an object of another class");
+    }
     const auto* more = dynamic_cast<const Attributes_v4_2*>(&attributes);
     if (const auto def = more ? more->attributeDef(name) : nullptr) {
         expectSame(checking, "the definition's name", name, def->name());

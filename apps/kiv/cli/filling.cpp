@@ -52,4 +52,11 @@ std::size_t fill(document::Workspace& scene, const std::vector<std::string>& ite
            failures(files, [&](const std::string& file) { scene.mount(file); });
 }
 
+SceneItemList rootsOf(const document::Workspace& scene, const SceneItemList& topItems)
+{
+    auto roots = topItems;
+    roots.push_front(scene.root());
+    return roots;
+}
+
 } // namespace app

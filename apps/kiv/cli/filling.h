@@ -13,4 +13,8 @@ namespace app {
 std::size_t fill(Kiv_v4::document::Workspace& scene, const std::vector<std::string>& itemsToMake,
                  const std::vector<std::string>& files);
 
+/// The root of the scene, and after it the top items of others.
+[[nodiscard]] Kiv_v4::SceneItemList rootsOf(const Kiv_v4::document::Workspace& scene,
+                                            const Kiv_v4::SceneItemList& topItems);
+
 } // namespace app

@@ -13,10 +13,11 @@ int findCommand(const FindOptions& options, Output& output)
 {
     document::Workspace scene;
     const auto failed = fill(scene, options.itemsToMake, options.files);
-    if (failed == options.itemsToMake.size() + options.files.size()) {
+    if (failed == options.itemsToMake.size() + options.files.size() && options.topItems.empty()) {
         return kFailure;
     }
-    const auto count = find(scene, scene.root(), options.criteria, options.form, output);
+    const auto count =
+        find(scene, rootsOf(scene, options.topItems), options.criteria, options.form, output);
     return failed == 0 && count > 0 ? kSuccess : kFailure;
 }
 

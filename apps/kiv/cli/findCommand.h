@@ -13,6 +13,7 @@ struct FindOptions
 {
     std::vector<std::string> files;
     std::vector<std::string> itemsToMake; ///< As `TYPE:PATH`.
+    Kiv_v4::SceneItemList topItems;       ///< Of scenes beside that of the files.
     Criteria criteria;
     FindForm form = FindForm::table;
 };

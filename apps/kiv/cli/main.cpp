@@ -9,7 +9,9 @@
 #include "kiv/host/itemLookup.h"
 #include "kiv/versionInfo.h"
 
+#include "cli/checkCommand.h"
 #include "cli/findCommand.h"
+#include "cli/plugins.h"
 #include "cli/shellCommand.h"
 #include "cli/showCommand.h"
 #include "cli/treeCommand.h"
@@ -70,12 +72,13 @@ void defineShow(CLI::App& program, app::ShowOptions& options)
         "scene units, colors linear; matrices are for row vectors, with the translation in\n"
         "the last row. The world matrix takes every gateway above the item; there is none\n"
         "when one of them has no transform. JSON has null for what is no finite number.");
-    show.add_option("FILE", options.file, "Scene file")->type_name("")->required();
+    show.add_option("FILE", options.file, "Scene file; not for an item of a plug-in")
+        ->type_name("")
+        ->required();
     show.add_option("PATH", options.path,
                     "The item's path as printed by kiv tree --paths, or the part of it that lies\n"
                     "in the file, such as :root:node or root:node")
-        ->type_name("")
-        ->required();
+        ->type_name("");
     defineMake(show, options.itemsToMake);
     show.add_flag("--json", options.json, "Print a JSON object");
 }
@@ -86,7 +89,7 @@ void defineFind(CLI::App& program, app::FindOptions& options)
     find.footer("Each FILE is mounted under /world, in an item named after the file. Prints node\n"
                 "type, run-time and path of each item. The exit status is 0 when there is one, 1\n"
                 "when there is none or something could not be made or read, 2 for wrong usage.");
-    find.add_option("FILE", options.files, "Scene files")->type_name("")->required();
+    find.add_option("FILE", options.files, "Scene files")->type_name("");
     defineMake(find, options.itemsToMake);
     find.add_flag("--cameras", options.criteria.cameras, "Cameras");
     find.add_flag("--lights", options.criteria.lights, "Lights");
@@ -121,6 +124,36 @@ void defineShell(CLI::App& program, app::shell::ShellOptions& options)
     shell.add_flag("--echo", options.style.echoes, "Print each line of a script before it runs");
 }
 
+void defineCheck(CLI::App& program, app::CheckOptions& check)
+{
+    auto& command = *program.add_subcommand("check", "Hold a run-time against the contracts");
+    command.footer(
+        "Checks a plug-in, or assimp with a SCENE file, in processes of its own. The exit\n"
+        "status is 0 when no contract is broken, 1 when one is, 2 for wrong usage.");
+    command.add_option("PLUGIN", check.candidate, "Plug-in file, or assimp")
+        ->type_name("")
+        ->required();
+    command.add_option("SCENE", check.scene, "Scene file for assimp")->type_name("");
+    command.add_option("--seed", check.options.seed, "What the random edits follow from")
+        ->type_name("N");
+    command.add_option("--steps", check.options.nbSteps, "How many edits a sequence holds")
+        ->type_name("N");
+    command
+        .add_option("--only", check.options.only,
+                    "Contracts, or the beginnings of their names: --only commands,news")
+        ->type_name("NAMES")
+        ->delimiter(',');
+    command.add_flag("--diagnostics", check.options.showDiagnostics,
+                     "Let the run-time write to the standard error stream");
+    using Form = app::ReportForm;
+    auto* json = command.add_flag_callback(
+        "--json", [&check] { check.form = Form::json; }, "Print a JSON object");
+    command
+        .add_flag_callback(
+            "--junit", [&check] { check.form = Form::junit; }, "Print JUnit's XML")
+        ->excludes(json);
+}
+
 int wrongUsage(const std::string& message)
 {
     app::complain(message.substr(0, message.find('\n')) + " (kiv --help tells more)");
@@ -146,19 +179,76 @@ std::string commandTrouble(const CLI::App& program, const std::string& word)
     return "unknown command '" + word + "'" + meant;
 }
 
+/// What the user asked for, and the plug-ins, which outlive all that is known of their items.
+struct Wishes
+{
+    app::Plugins plugins;
+    std::vector<std::string> pluginFiles;
+    app::TreeOptions tree;
+    app::ShowOptions show;
+    app::FindOptions find;
+    app::shell::ShellOptions shell;
+    app::CheckOptions check;
+};
+
+void define(CLI::App& program, Wishes& wishes)
+{
+    program
+        .add_option("--plugin", wishes.pluginFiles,
+                    "Load a plug-in first; those that KIV_PLUGIN_PATH names are loaded anyway")
+        ->type_name("FILE")
+        ->allow_extra_args(false);
+    program.fallthrough();
+    defineTree(program, wishes.tree);
+    defineShow(program, wishes.show);
+    defineFind(program, wishes.find);
+    defineShell(program, wishes.shell);
+    defineCheck(program, wishes.check);
+    program.add_subcommand("plugins", "List the plug-ins: name, interface, run-times, file");
+}
+
+/// Does what was asked for with the plug-ins loaded.
+int runWithPlugins(const CLI::App& program, Wishes& wishes, Output& output)
+{
+    auto& [plugins, files, tree, show, find, shell, check] = wishes;
+    if (program.got_subcommand("plugins")) {
+        return pluginsCommand(plugins, output);
+    }
+    if (program.got_subcommand("show")) {
+        if (show.path.empty()) {
+            if (plugins.all().empty()) {
+                return wrongUsage("PATH is required");
+            }
+            show.file.swap(show.path); // an item of a plug-in
+        }
+        return showCommand(show, output);
+    }
+    if (program.got_subcommand("find")) {
+        find.topItems = plugins.topItems();
+        if (find.files.empty() && find.topItems.empty()) {
+            return wrongUsage("FILE is required");
+        }
+        return find.criteria.any()
+                   ? findCommand(find, output)
+                   : wrongUsage("--cameras, --lights, --type or --name is required");
+    }
+    if (program.got_subcommand("shell")) {
+        return shellCommand(shell, output);
+    }
+    tree.topItems = plugins.topItems();
+    if (tree.files.empty() && tree.itemsToMake.empty() && tree.topItems.empty()) {
+        return wrongUsage("FILE is required");
+    }
+    return treeCommand(tree, output);
+}
+
 int run(int argc, char** argv, Output& output)
 {
     CLI::App program("Looks into scene files.", "kiv");
     program.require_subcommand(1);
     program.set_version_flag("--version", version);
-    app::TreeOptions tree;
-    app::ShowOptions show;
-    app::FindOptions find;
-    app::shell::ShellOptions shell;
-    defineTree(program, tree);
-    defineShow(program, show);
-    defineFind(program, find);
-    defineShell(program, shell);
+    Wishes wishes;
+    define(program, wishes);
     if (const auto trouble = argc > 1 ? commandTrouble(program, argv[1]) : ""; !trouble.empty()) {
         return wrongUsage(trouble);
     }
@@ -173,21 +263,12 @@ int run(int argc, char** argv, Output& output)
     } catch (const CLI::ParseError& error) {
         return wrongUsage(error.what());
     }
-    if (program.got_subcommand("show")) {
-        return showCommand(show, output);
+    if (program.got_subcommand("check")) {
+        return checkCommand(wishes.check, output);
     }
-    if (program.got_subcommand("find")) {
-        return find.criteria.any()
-                   ? findCommand(find, output)
-                   : wrongUsage("--cameras, --lights, --type or --name is required");
-    }
-    if (program.got_subcommand("shell")) {
-        return shellCommand(shell, output);
-    }
-    if (tree.files.empty() && tree.itemsToMake.empty()) {
-        return wrongUsage("FILE is required");
-    }
-    return treeCommand(tree, output);
+    const auto nbRefused = wishes.plugins.load(wishes.pluginFiles);
+    const auto status = runWithPlugins(program, wishes, output);
+    return nbRefused > 0 && status == app::kSuccess ? app::kFailure : status;
 }
 
 } // namespace

@@ -16,9 +16,11 @@ int showCommand(const ShowOptions& options, Output& output)
 {
     document::Workspace scene;
     const auto notMade = fill(scene, options.itemsToMake, {});
-    Path gateway;
+    auto gateway = scene.root()->path();
     try {
-        gateway = scene.mount(options.file);
+        if (!options.file.empty()) {
+            gateway = scene.mount(options.file);
+        }
     } catch (const std::exception& error) {
         complain(options.file, error.what());
         return kFailure;

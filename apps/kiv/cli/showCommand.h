@@ -10,7 +10,7 @@ namespace app {
 /// `kiv show`: what the user asked for.
 struct ShowOptions
 {
-    std::string file;
+    std::string file; ///< Empty for an item that no file is mounted for.
     std::string path;
     std::vector<std::string> itemsToMake; ///< As `TYPE:PATH`.
     bool json = false;

@@ -13,8 +13,8 @@ int treeCommand(const TreeOptions& options, Output& output)
 {
     document::Workspace scene;
     const auto failed = fill(scene, options.itemsToMake, options.files);
-    if (failed < options.itemsToMake.size() + options.files.size()) {
-        writeTree(scene, scene.root(), options.filter, options.form, output);
+    if (failed < options.itemsToMake.size() + options.files.size() || !options.topItems.empty()) {
+        writeTree(scene, rootsOf(scene, options.topItems), options.filter, options.form, output);
     }
     return failed == 0 ? kSuccess : kFailure;
 }

@@ -15,6 +15,7 @@ struct TreeOptions
 {
     std::vector<std::string> files;
     std::vector<std::string> itemsToMake; ///< As `TYPE:PATH`.
+    Kiv_v4::SceneItemList topItems;       ///< Of scenes beside that of the files.
     Kiv_v4::host::OutlineFilter filter;
     TreeForm form = TreeForm::drawing;
 };

@@ -87,33 +87,37 @@ private:
 };
 
 /// Calls `write` for each item found, and gives their number.
-std::size_t search(const SceneItem::Ptr& root, const Criteria& criteria, const Output& output,
+std::size_t search(const SceneItemList& roots, const Criteria& criteria, const Output& output,
                    const Found& write)
 {
     std::size_t count = 0;
-    forEachCandidate(root, criteria.cameras, [&](const SceneItem::Ptr& item) {
-        if (matches(item, criteria)) {
-            write(item);
-            ++count;
-        }
-        return output.isRead();
-    });
+    for (const auto& root : roots) {
+        forEachCandidate(root, criteria.cameras, [&](const SceneItem::Ptr& item) {
+            if (matches(item, criteria)) {
+                write(item);
+                ++count;
+            }
+            return output.isRead();
+        });
+    }
     return count;
 }
 
 } // namespace
 
-void complainOfMissingType(const SceneItem::Ptr& root, const std::string& type, Output& output)
+void complainOfMissingType(const SceneItemList& roots, const std::string& type, Output& output)
 {
     if (type.empty()) {
         return;
     }
     std::set<std::string> types;
-    host::walk(root, std::numeric_limits<std::size_t>::max(),
-               [&](const SceneItem::Ptr& item, std::size_t) {
-                   types.insert(item->nodeType());
-                   return true;
-               });
+    for (const auto& root : roots) {
+        host::walk(root, std::numeric_limits<std::size_t>::max(),
+                   [&](const SceneItem::Ptr& item, std::size_t) {
+                       types.insert(item->nodeType());
+                       return true;
+                   });
+    }
     if (types.contains(type)) {
         return;
     }
@@ -122,13 +126,13 @@ void complainOfMissingType(const SceneItem::Ptr& root, const std::string& type, 
              alternatives(type, {types.begin(), types.end()}));
 }
 
-std::size_t find(const document::Workspace& scene, const SceneItem::Ptr& root,
+std::size_t find(const document::Workspace& scene, const SceneItemList& roots,
                  const Criteria& criteria, FindForm form, Output& output, const Found& found)
 {
     Table table;
     JsonItems items(scene, output);
     const auto tellsFile = form == FindForm::table && scene.mounts().size() > 1;
-    const auto count = search(root, criteria, output, [&](const SceneItem::Ptr& item) {
+    const auto count = search(roots, criteria, output, [&](const SceneItem::Ptr& item) {
         if (found) {
             found(item);
         }
@@ -146,7 +150,7 @@ std::size_t find(const document::Workspace& scene, const SceneItem::Ptr& root,
         items.end();
     }
     if (count == 0 && criteria.nodeType) {
-        complainOfMissingType(root, *criteria.nodeType, output);
+        complainOfMissingType(roots, *criteria.nodeType, output);
     }
     return count;
 }

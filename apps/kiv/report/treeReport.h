@@ -10,9 +10,9 @@ namespace app {
 
 enum class TreeForm { drawing, paths, json };
 
-/// Writes the tree of the items at and under `root` that the filter lets through. Complains when
+/// Writes the trees of the items at and under `roots` that the filter lets through. Complains when
 /// the filter wants a type that no item there has, with those that there are.
-void writeTree(const Kiv_v4::document::Workspace& scene, const Kiv_v4::SceneItem::Ptr& root,
+void writeTree(const Kiv_v4::document::Workspace& scene, const Kiv_v4::SceneItemList& roots,
                const Kiv_v4::host::OutlineFilter& filter, TreeForm form, Output& output);
 
 } // namespace app

@@ -60,7 +60,7 @@ void tree(Session& session, const Arguments& arguments)
     if (const auto* type = arguments.value("--type")) {
         filter.nodeType = *type;
     }
-    writeTree(session.scene(), itemOrCurrent(session, arguments, 0), filter,
+    writeTree(session.scene(), {itemOrCurrent(session, arguments, 0)}, filter,
               formOf(arguments, TreeForm::drawing), session.output());
 }
 
@@ -98,7 +98,7 @@ void findItems(Session& session, const Arguments& arguments)
         throw std::runtime_error("--cameras, --lights, --type or --name is required");
     }
     Selection found;
-    find(session.scene(), itemOrCurrent(session, arguments, 0), criteria,
+    find(session.scene(), {itemOrCurrent(session, arguments, 0)}, criteria,
          formOf(arguments, FindForm::table), session.output(),
          [&found](const SceneItem::Ptr& item) { found.append(item); });
     session.namedSelection("found").replaceWith(found);
