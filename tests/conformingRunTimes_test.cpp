@@ -4,14 +4,13 @@
 #include "kiv/assimp/runTime.h"
 #include "kiv/assimp/sceneFile.h"
 #include "kiv/attributes.h"
-#include "kiv/conformance/conformance.h"
-#include "kiv/conformance/failingAllocations.h"
 #include "kiv/hierarchy.h"
 #include "kiv/memory/runTime.h"
 
-#include "shotList/runTime.h"
+#include "conforming.h"
 
 using namespace Kiv_v4;
+using test::expectConformance;
 
 namespace {
 
@@ -60,17 +59,6 @@ conformance::Running mountedScene(const std::string& file)
     return {both, {root->path()}};
 }
 
-void expectConformance(const conformance::Candidate& candidate)
-{
-    for (const std::uint64_t seed : {1, 2}) {
-        conformance::Options options;
-        options.seed = seed;
-        options.allocationFaults = conformance::failingAllocations();
-        const auto report = conformance::check(candidate, options);
-        EXPECT_TRUE(report.passed()) << conformance::text(report);
-    }
-}
-
 } // namespace
 
 TEST(Conforming, Memory)
@@ -81,19 +69,4 @@ TEST(Conforming, Memory)
 TEST(Conforming, SceneFiles)
 {
     expectConformance({"assimp", [] { return mountedScene(KIV_EXAMPLES "/workshop.gltf"); }});
-}
-
-TEST(Conforming, ShotList)
-{
-    expectConformance(
-        {"shotList", [] {
-             Entry show{"pilot", "show", 0, 0, {}};
-             for (const auto* name : {"sq010", "sq020", "sq030"}) {
-                 show.children.push_back({name, "sequence", 0, 0, {}});
-                 auto& shots = show.children.back().children;
-                 shots.push_back({"sh010", "shot", 1001, 1048, {}});
-                 shots.push_back({"sh020", "shot", 1001, 1100, {}});
-             }
-             return conformance::Running{std::make_shared<ShotListRunTime>(std::move(show)), {}};
-         }});
 }
