@@ -1,3 +1,4 @@
+#include <clocale>
 #include <cstdlib>
 #include <dlfcn.h>
 #include <gmock/gmock.h>
@@ -41,6 +42,7 @@ struct PluginLoading : testing::Test
 {
     PluginLoading()
     {
+        std::setlocale(LC_MESSAGES, "C"); // for the reasons that the system gives
         Scene::initializeInstance(std::make_shared<Scene>());
         Scene::instance().addObserver(observer);
         GlobalSelection::initializeInstance(std::make_shared<ObservableSelection>());

@@ -1,6 +1,6 @@
 #include <algorithm>
+#include <charconv>
 #include <cmath>
-#include <cstdlib>
 #include <set>
 
 #include "kiv/attributeNotification.h"
@@ -93,15 +93,14 @@ void checkTypes(Checking& checking, const SceneItem::Ptr& item, Attributes& attr
 std::vector<double> numbersIn(const std::string& text)
 {
     std::vector<double> numbers;
-    for (const auto* at = text.c_str(); *at;) {
-        char* end = nullptr;
-        const auto number = std::strtod(at, &end);
-        if (end == at) {
-            ++at;
-        } else {
+    const auto* const end = text.data() + text.size();
+    for (const auto* at = text.data(); at != end;) {
+        double number = 0;
+        const auto [next, error] = std::from_chars(at, end, number);
+        if (error == std::errc()) {
             numbers.push_back(number);
-            at = end;
         }
+        at = std::max(next, at + 1);
     }
     return numbers;
 }

@@ -1,6 +1,6 @@
 #include "snapshot.h"
 
-#include <cstdio>
+#include <charconv>
 #include <deque>
 #include <unordered_map>
 
@@ -127,8 +127,9 @@ std::string textOf(const std::vector<double>& numbers)
     for (const auto number : numbers) {
         char one[40];
         // -0 and 0 are the same number.
-        std::snprintf(one, sizeof one, "%.9g", number == 0 ? 0.0 : number);
-        text += (text.empty() ? "" : " ") + std::string(one);
+        const auto written = std::to_chars(one, one + sizeof one, number == 0 ? 0.0 : number,
+                                           std::chars_format::general, 9);
+        text += (text.empty() ? "" : " ") + std::string(one, written.ptr);
     }
     return text;
 }
