@@ -171,6 +171,9 @@ TEST_F(Shell, CommandsDoUndoAndPrintWhatTheySay)
          "9; "
          "cp w; rename w1 v; move w/x/Workshop 0 0 0; undo 3; redo 3; matrix v/x/Workshop",
          "1  0  0  0\n0  1  0  0\n0  0  1  0\n7  8  9  1\n"},
+        {"make group chair; make mesh chair chair; ungroup chair; make mesh lamp; group lamp lamp; "
+         "ls; ls lamp",
+         "chair  mesh\nlamp  group\nlamp  mesh\n"},
         {"make camera c; camera c focalLength 70; camera c focalLength", "70\n"},
         {"make mesh a; add a Float f; metadata a f Locked on; metadata a f Locked", "yes\n"},
         {"make group g; select g; mount examples/workshop.gltf @", "/world/g/workshop\n"},
@@ -199,11 +202,14 @@ TEST_F(Shell, OwnItemsUnderAGatewayGetNamesApartFromThoseOfTheFile)
               "/world/Workshop\n/world/shop/Workshop3\n/world/shop/Workshop4\n"
               "Workshop4  group\nWorkshop2  group\nWorkshop3  mesh\n"
               "Workshop  transform  [assimp]\nshop  gateway\nWorkshop  mesh\n");
-    EXPECT_THAT(run("-c 'mount examples/workshop.gltf; cd workshop; make group Workshop; select "
-                    "/world/workshop,:Workshop:Lamp; rename /world/workshop/Workshop1 Other; "
-                    "selection'")
-                    .out,
-                testing::EndsWith("\n/world/workshop,:Workshop:Lamp\n"));
+    write("clash.json", R"({"format": "kiv scene", "version": 1, "items": [
+        {"depth": 0, "name": "world", "type": "root"},
+        {"depth": 1, "name": "w", "type": "gateway", "mount": {"file": "examples/workshop.gltf"}},
+        {"depth": 2, "name": "Workshop", "type": "group"}]})");
+    EXPECT_EQ(run("-c 'open clash.json; select /world/w,:Workshop:Lamp; rename /world/w/Workshop "
+                  "Other; selection; rm w/Other; selection'")
+                  .out,
+              "/world/w/Other\n/world/w,:Workshop:Lamp\n/world/w,:Workshop:Lamp\n");
 }
 
 TEST_F(Shell, OptionsTakeTheirValuesEitherWay)
