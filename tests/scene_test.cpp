@@ -10,6 +10,7 @@
 #include "kiv/notificationGuard.h"
 #include "kiv/scene.h"
 #include "kiv/sceneNotification.h"
+#include "kiv/subtreeObserver.h"
 
 #include "callback.h"
 #include "paths.h"
@@ -18,6 +19,7 @@
 using namespace Kiv_v4;
 using test::Callback;
 using test::itemAt;
+using test::notation;
 using test::path;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -142,6 +144,32 @@ TEST(SceneNotification, TellsAlikeItselfAndAsAnOpOfAComposite)
     // Those that claim to be another class than they are carry no item.
     expect(ObjectDelete(old, ObjectDelete::PreDelete), 1, 2, nullptr, old);
     expect(ObjectPathChange(ObjectPathChange::Renamed), 2, 1, nullptr, Path());
+}
+
+TEST(SubtreeObserver, HearsOfItsItemsAndTheirAncestorsAndOfWhatComesIn)
+{
+    auto heard = 0;
+    SubtreeObserver observer(path("/a/b"), [&heard](const auto&) { ++heard; });
+    const auto expect = [&](const SceneChanged& change, bool isAbout) {
+        SceneCompositeNotification batch;
+        batch.appendSceneChanged(change);
+        heard = 0;
+        observer(change);
+        observer(batch);
+        EXPECT_EQ(heard, isAbout ? 2 : 0) << notation(change.changedPath());
+    };
+    expect(ObjectAdd(itemAt("/a/b/c")), true);
+    expect(ObjectAdd(itemAt("/a/bb")), false);
+    expect(ObjectDestroyed(path("/a")), true);
+    expect(ObjectDestroyed(path("/a/b|:c")), true);
+    expect(ObjectDestroyed(path("/a|:b")), false);
+    expect(ObjectRename(itemAt("/a/c"), path("/a/b")), true);
+    expect(ObjectRename(itemAt("/a/d"), path("/a/c")), false);
+    expect(ObjectReparent(itemAt("/a/b/d"), path("/d")), true);
+    expect(ObjectReparent(itemAt("/d"), path("/a/b/d")), true);
+    expect(ObjectPathChange(), false);
+    expect(SubtreeInvalidate(itemAt("/a")), true);
+    observer(Notification());
 }
 
 TEST_F(SceneTest, DeliversEachChangeAndThenRunsItsHook)

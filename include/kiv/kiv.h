@@ -66,6 +66,7 @@
 #include "kiv/setValueCommands.h"
 #include "kiv/stringUtils.h"
 #include "kiv/subject.h"
+#include "kiv/subtreeObserver.h"
 #include "kiv/subtreeWalk.h"
 #include "kiv/transform3d.h"
 #include "kiv/transform3dHandler.h"
