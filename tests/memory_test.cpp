@@ -519,19 +519,20 @@ TEST_F(MemoryModel, FindsFreeNamesAsCountingDoes)
     test::Random random;
     const auto parent = model.make(model.root(), "group", "parent")->path();
     const Texts stems{"", "a", "a0", "a01", "a9", "a1b", "a99999999999999999"};
-    for (auto i = 0; i < 3000; ++i) {
-        const auto children = Hierarchy::hierarchy(model.item(parent))->children();
-        if (random.below(3) == 0 && !children.empty()) {
-            const auto at = static_cast<long>(random.below(children.size()));
-            model.remove((*std::next(children.begin(), at))->path());
+    Texts taken;
+    for (auto i = 0; i < 1000; ++i) {
+        if (random.below(3) == 0 && !taken.empty()) {
+            std::swap(random.of(taken), taken.back());
+            model.remove(parent + taken.back());
+            taken.pop_back();
             continue;
         }
-        const auto wanted =
-            random.of(stems) + (random.below(2) ? std::to_string(random.below(12)) : "");
+        const auto number = random.below(2) ? std::to_string(random.below(12)) : "";
+        const auto wanted = random.of(stems) + number;
         const auto expected = uniqueName(wanted.empty() ? "_" : wanted, [&](const auto& name) {
-            return model.item(parent + PathComponent(name)) != nullptr;
+            return std::find(taken.begin(), taken.end(), name) != taken.end();
         });
         ASSERT_EQ(model.uniqueName(parent, wanted), expected);
-        model.make(parent, "mesh", expected);
+        taken.push_back(model.make(parent, "mesh", expected)->nodeName());
     }
 }

@@ -7,6 +7,8 @@
 #include <utility>
 #include <variant>
 
+#include "kiv/baseUndoableCommand.h"
+
 #include "announcements.h"
 #include "attributeSteps.h"
 #include "item.h"
@@ -23,6 +25,7 @@ public:
         : _tree(std::move(tree)), _info(std::move(info)), _alternative(alternative)
     {}
 
+    [[nodiscard]] const Path& path() const noexcept { return _info.path(); }
     [[nodiscard]] const std::string& name() const noexcept { return _info.name(); }
 
     /// What a command that does that to it is called.
@@ -72,14 +75,14 @@ private:
 };
 
 /// Changes an attribute and back. It keeps neither the attribute nor its item.
-class AttributeEdit : public UndoableCommand
+class AttributeEdit : public BaseUndoableCommand
 {
 public:
     using Change = std::function<void(const Handle&)>;
 
     AttributeEdit(Handle handle, std::string text, Change change, Change changeBack)
-        : _handle(std::move(handle)), _text(std::move(text)), _change(std::move(change)),
-          _changeBack(std::move(changeBack))
+        : BaseUndoableCommand(handle.path()), _handle(std::move(handle)), _text(std::move(text)),
+          _change(std::move(change)), _changeBack(std::move(changeBack))
     {}
 
     [[nodiscard]] std::string commandString() const override { return _text; }
@@ -271,23 +274,22 @@ struct ClassFor<Native>
 Attribute::Ptr makeAttribute(const std::shared_ptr<Tree>& tree, const SceneItem::Ptr& item,
                              const std::string& name)
 {
-    const AttributeInfo info(item->path(), name);
-    const auto* attribute = find(*tree, info);
+    const auto* attribute = find(*tree, *item, name);
     if (!attribute) {
         return nullptr;
     }
     return std::visit(
         [&]<class T>(const T&) -> Attribute::Ptr {
             return std::make_shared<typename ClassFor<T>::Type>(
-                item, Handle(tree, info, attribute->value.index()));
+                item, Handle(tree, {item->path(), name}, attribute->value.index()));
         },
         attribute->value);
 }
 
 Attribute::Ptr makeAttribute(const std::shared_ptr<Tree>& tree, const AttributeInfo& attribute)
 {
-    const auto* node = tree->find(attribute.path());
-    return node ? makeAttribute(tree, makeItem(attribute.path(), *node), attribute.name())
+    auto* node = tree->find(attribute.path());
+    return node ? makeAttribute(tree, makeItem(*tree, attribute.path(), *node), attribute.name())
                 : nullptr;
 }
 

@@ -16,6 +16,12 @@ namespace Kiv_v4::memory {
 
 namespace {
 
+/// Null for no item, too.
+AttributeData* attributeOf(const Node* item, const std::string& name) noexcept
+{
+    return item && item->attributes ? item->attributes->find(name) : nullptr;
+}
+
 AttributeTable& tableOf(Node& item)
 {
     if (!item.attributes) {
@@ -181,14 +187,17 @@ StepPtr disconnection(const std::shared_ptr<Tree>& tree, const AttributeInfo& so
 
 AttributeData* find(Tree& tree, const AttributeInfo& attribute)
 {
-    const auto* item = tree.find(attribute.path());
-    return item && item->attributes ? item->attributes->find(attribute.name()) : nullptr;
+    return attributeOf(tree.find(attribute.path()), attribute.name());
+}
+
+AttributeData* find(Tree& tree, const SceneItem& item, const std::string& name)
+{
+    return attributeOf(tree.find(item), name);
 }
 
 AttributeData& existing(Tree& tree, const AttributeInfo& attribute)
 {
-    const auto& item = existing(tree, attribute.path());
-    auto* found = item.attributes ? item.attributes->find(attribute.name()) : nullptr;
+    auto* found = attributeOf(&existing(tree, attribute.path()), attribute.name());
     if (!found) {
         refuse(attribute.path(), "has no attribute '" + attribute.name() + "'.");
     }

@@ -30,6 +30,7 @@ namespace Kiv_v4::memory {
 
 /// The attribute, or null when there is none of that name or no such item.
 [[nodiscard]] AttributeData* find(Tree& tree, const AttributeInfo& attribute);
+[[nodiscard]] AttributeData* find(Tree& tree, const SceneItem& item, const std::string& name);
 
 /// The attribute; throws `std::invalid_argument` with path and name when there is none.
 [[nodiscard]] AttributeData& existing(Tree& tree, const AttributeInfo& attribute);

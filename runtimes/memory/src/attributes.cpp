@@ -169,7 +169,7 @@ AttributeDef::Ptr MemoryAttributes::attributeDef(const std::string& name) const
 
 const AttributeData* MemoryAttributes::find(const std::string& name) const
 {
-    return memory::find(*_tree, AttributeInfo(_item->path(), name));
+    return memory::find(*_tree, *_item, name);
 }
 
 MemoryAttributesHandler::MemoryAttributesHandler(std::shared_ptr<Tree> tree)

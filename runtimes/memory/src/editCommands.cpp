@@ -13,20 +13,21 @@ namespace Kiv_v4::memory {
 namespace {
 
 /// The item's node unless it is the root; null for no item.
-Node* editableNode(Tree& tree, const Path& path)
+template <class PathOrItem>
+Node* editableNode(Tree& tree, const PathOrItem& item)
 {
-    auto* node = tree.find(path);
+    auto* node = tree.find(item);
     return node && node->parent ? node : nullptr;
 }
 
-bool isChildOf(Tree& tree, const Path& parent, const SceneItem::Ptr& item)
+bool isChildOf(Tree& tree, const Node* parent, const SceneItem::Ptr& item)
 {
-    const auto* node = item ? editableNode(tree, item->path()) : nullptr;
-    return node && node->parent == tree.find(parent);
+    const auto* node = item ? editableNode(tree, *item) : nullptr;
+    return node && node->parent == parent;
 }
 
 /// The names of items that are different children of `parent`; nothing when they are not.
-std::vector<PathComponent> namesOfChildren(Tree& tree, const Path& parent,
+std::vector<PathComponent> namesOfChildren(Tree& tree, const Node* parent,
                                            const SceneItemList& items)
 {
     std::vector<PathComponent> names;
@@ -107,10 +108,10 @@ UndoableCommand::Ptr createChildrenCmd(const TreePtr& tree, const Path& parent,
 InsertChildCommand::Ptr insertChildCmd(const TreePtr& tree, const Path& parent,
                                        const SceneItem::Ptr& child, const SceneItem::Ptr& before)
 {
-    const auto* moved = child ? editableNode(*tree, child->path()) : nullptr;
+    const auto* moved = child ? editableNode(*tree, *child) : nullptr;
     const auto* target = tree->find(parent);
     if (!moved || !target || isUnder(*moved, *target) ||
-        (before && !isChildOf(*tree, parent, before))) {
+        (before && !isChildOf(*tree, target, before))) {
         return nullptr;
     }
     return std::make_shared<ChildCommand>(
@@ -130,8 +131,9 @@ SceneItemResultUndoableCommand::Ptr createGroupCmd(const TreePtr& tree, const Pa
                                                    const SceneItemList& members,
                                                    const PathComponent& name)
 {
-    auto names = namesOfChildren(*tree, parent, members);
-    if (!tree->find(parent) || names.size() != members.size()) {
+    const auto* above = tree->find(parent);
+    auto names = namesOfChildren(*tree, above, members);
+    if (!above || names.size() != members.size()) {
         return nullptr;
     }
     return std::make_shared<ItemCommand>(
@@ -154,7 +156,7 @@ UndoableCommand::Ptr reorderCmd(const TreePtr& tree, const Path& parent,
                                 const SceneItemList& orderedList)
 {
     const auto* node = tree->find(parent);
-    auto names = namesOfChildren(*tree, parent, orderedList);
+    auto names = namesOfChildren(*tree, node, orderedList);
     if (!node || !isOrderOf(*node, names)) {
         return nullptr;
     }

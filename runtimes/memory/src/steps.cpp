@@ -21,6 +21,14 @@ void requireFree(Tree& tree, const Node& parent, const PathComponent& name)
     }
 }
 
+Node& required(Node* node, const Path& path)
+{
+    if (!node) {
+        refuse(path, "names no item.");
+    }
+    return *node;
+}
+
 /// The sibling to insert before; null for the null component, which means last.
 Node* sibling(Tree& tree, const Path& parentPath, const Node& parent, const PathComponent& name)
 {
@@ -242,11 +250,12 @@ void refuse(const Path& path, const std::string& reason)
 
 Node& existing(Tree& tree, const Path& path)
 {
-    auto* node = tree.find(path);
-    if (!node) {
-        refuse(path, "names no item.");
-    }
-    return *node;
+    return required(tree.find(path), path);
+}
+
+Node& existing(Tree& tree, const SceneItem& item)
+{
+    return required(tree.find(item), item.path());
 }
 
 Node& editable(Tree& tree, const Path& path)

@@ -113,8 +113,9 @@ private:
 /// Throws `std::invalid_argument`: the path and the reason.
 [[noreturn]] void refuse(const Path& path, const std::string& reason);
 
-/// The node at `path`; throws `std::invalid_argument` when there is none.
+/// The node at `path`, or at that of the item; throws `std::invalid_argument` when there is none.
 [[nodiscard]] Node& existing(Tree& tree, const Path& path);
+[[nodiscard]] Node& existing(Tree& tree, const SceneItem& item);
 
 /// The same for an item other than the root, which stays as it is.
 [[nodiscard]] Node& editable(Tree& tree, const Path& path);

@@ -78,12 +78,12 @@ public:
 
     [[nodiscard]] Matrix4d segmentInclusiveMatrix() const override
     {
-        return toSegment(&existing(*_properties.tree(), path()));
+        return toSegment(&existing(*_properties.tree(), *_properties.item()));
     }
 
     [[nodiscard]] Matrix4d segmentExclusiveMatrix() const override
     {
-        return toSegment(existing(*_properties.tree(), path()).parent);
+        return toSegment(existing(*_properties.tree(), *_properties.item()).parent);
     }
 
     [[nodiscard]] UndoableCommand::Ptr translateCmd(double x, double y, double z) override
