@@ -12,6 +12,7 @@
 #include "kiv/globalSelection.h"
 #include "kiv/hierarchy_v4_2.h"
 #include "kiv/host/undoHistory.h"
+#include "kiv/nodeDef.h"
 #include "kiv/pathString.h"
 #include "kiv/sceneItemOps.h"
 #include "kiv/sceneNotification.h"
@@ -27,6 +28,7 @@
 #include "stubs.h"
 #include "modelledHistory.h"
 #include "random.h"
+#include "stubs.h"
 
 using namespace Kiv_v4;
 using testing::ElementsAre;
@@ -467,6 +469,28 @@ TEST_F(MemoryModel, TellsWhereAnItemIsThatAnObserverChanged)
         SceneItemOps::sceneItemOps(command->sceneItem())->renameItem(std::string("gone"));
     EXPECT_FALSE(result.item || result.undoableCommand);
     Scene::instance().removeObserver(remove);
+}
+
+TEST_F(MemoryEdit, IsDroppedFromAHistoryWithItsRunTime)
+{
+    const memory::RunTime other("other", "stage");
+    const auto stage = other.model().item(other.model().root());
+    test::execute(Hierarchy::hierarchy(world)->createChildCmd("mesh", std::string("stays")));
+    test::execute(Hierarchy::hierarchy(stage)->createChildCmd("mesh", std::string("goes")));
+    test::execute(NodeDef::definition(other.id(), "mesh")->createNodeCmd(stage, {}));
+    const auto goes = Hierarchy::hierarchy(stage)->children().front();
+    test::execute(Attributes::attributes(goes)->addAttributeCmd(Attribute::kInt, "size"));
+    const auto size =
+        std::dynamic_pointer_cast<AttributeInt>(Attributes::attributes(goes)->attribute("size"));
+    {
+        const host::UndoHistory::Merging drag(*services.history);
+        for (auto i = 0; i < 5; ++i) {
+            test::execute(size->setCmd(i));
+        }
+    }
+    EXPECT_THAT(services.history->entries(), testing::SizeIs(5)) << "the drag is one";
+    services.history->dropRunTime(other.id());
+    EXPECT_THAT(services.history->entries(), ElementsAre("Make mesh stays"));
 }
 
 TEST_F(MemoryEdit, TakesNamesThatTheEditItselfFrees)

@@ -6,6 +6,7 @@
 
 #include "kiv/attributes.h"
 #include "kiv/compositeUndoableCommand.h"
+#include "kiv/runTimeCommand.h"
 
 #include "editCommands.h"
 #include "nodeTypes.h"
@@ -81,10 +82,14 @@ AttributeDef::Ptr find(const Descriptions& descriptions, const std::string& name
 }
 
 /// Makes an item, then, through the attributes that its run-time offers, those of its type.
-class CreateNodeCommand : public SceneItemResultUndoableCommand
+class CreateNodeCommand : public SceneItemResultUndoableCommand, public RunTimeCommand
 {
 public:
-    CreateNodeCommand(Ptr create, const NodeType& type) : _create(std::move(create)), _type(type) {}
+    CreateNodeCommand(Ptr create, const NodeType& type, Rtid runTimeId)
+        : _create(std::move(create)), _type(type), _runTimeId(runTimeId)
+    {}
+
+    [[nodiscard]] bool belongsTo(Rtid runTimeId) const override { return runTimeId == _runTimeId; }
 
     [[nodiscard]] std::string commandString() const override { return _create->commandString(); }
     [[nodiscard]] SceneItem::Ptr sceneItem() const override { return _create->sceneItem(); }
@@ -142,6 +147,7 @@ private:
 
     const Ptr _create;
     const NodeType& _type; ///< Of the table of types, which stays.
+    const Rtid _runTimeId;
     UndoableCommand::Ptr _done = std::make_shared<CompositeUndoableCommand>();
 };
 
@@ -194,7 +200,9 @@ public:
     {
         auto create =
             parent ? memory::createChildCmd(_tree, parent->path(), _type.type, name) : nullptr;
-        return create ? std::make_shared<CreateNodeCommand>(std::move(create), _type) : nullptr;
+        return create ? std::make_shared<CreateNodeCommand>(std::move(create), _type,
+                                                            _tree->runTimeId())
+                      : nullptr;
     }
 
 private:

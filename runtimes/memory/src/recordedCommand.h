@@ -7,6 +7,8 @@
 #include <utility>
 
 #include "kiv/resultCommands.h"
+#include "kiv/rtid.h"
+#include "kiv/runTimeCommand.h"
 
 #include "announcements.h"
 #include "item.h"
@@ -27,7 +29,7 @@ namespace Kiv_v4::memory {
 ///
 /// `Result` names what the command makes or changes; for an item it is the path.
 template <class Base, class Result = Path>
-class RecordedCommand : public Base
+class RecordedCommand : public Base, public RunTimeCommand
 {
 public:
     /// Makes the change, step by step, and returns the result.
@@ -38,6 +40,11 @@ public:
     {}
 
     [[nodiscard]] std::string commandString() const override { return _name; }
+
+    [[nodiscard]] bool belongsTo(Rtid runTimeId) const override
+    {
+        return runTimeId == _tree->runTimeId();
+    }
 
     void execute() override
     {
