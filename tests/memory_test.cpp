@@ -25,7 +25,6 @@
 #include "callback.h"
 #include "items.h"
 #include "memoryScene.h"
-#include "stubs.h"
 #include "modelledHistory.h"
 #include "random.h"
 #include "stubs.h"
