@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -51,6 +52,28 @@ void forEachComponent(std::string_view text, char separator, Take take)
     return size;
 }
 
+/// Writes `name` to `out` and returns its end. Most names are short: both ends are written as whole
+/// words, which may overlap.
+inline char* writeName(char* out, const std::string& name) noexcept
+{
+    const auto size = name.size();
+    const auto* const from = name.data();
+    const auto writeEnds = [&](std::size_t word) {
+        std::memcpy(out, from, word);
+        std::memcpy(out + size - word, from + size - word, word);
+    };
+    if (size > 16) {
+        std::memcpy(out, from, size);
+    } else if (size >= 8) {
+        writeEnds(8);
+    } else if (size >= 4) {
+        writeEnds(4);
+    } else {
+        std::copy(from, from + size, out);
+    }
+    return out + size;
+}
+
 /// Writes each component to `out`, preceded by the separator unless that is 0, and returns the end
 /// of what it wrote, `textSize(segment)` characters.
 inline char* writeText(char* out, const PathSegmentView& segment) noexcept
@@ -59,7 +82,7 @@ inline char* writeText(char* out, const PathSegmentView& segment) noexcept
         if (segment.separator() != 0) {
             *out++ = segment.separator();
         }
-        out = std::copy(component.string().begin(), component.string().end(), out);
+        out = writeName(out, component.string());
     }
     return out;
 }
