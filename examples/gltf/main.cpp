@@ -1,4 +1,4 @@
-// Opens a glTF document, edits it through the library, takes all of it back.
+// Opens a glTF document, edits it through the library and takes all of it back.
 #include <fstream>
 #include <iostream>
 
@@ -51,6 +51,7 @@ int main()
                       << Kiv::Camera::camera(found)->focalLength() << " mm\n";
         }
 
+        std::cout << '\n';
         const auto lamp = item(":Desk:Lamp");
         execute(setValueCmd(*Kiv::Attributes::attributes(lamp)->attribute("watts"), 40.0));
         execute(Kiv::Transform3d::transform3d(lamp)->rotateCmd(0, 90, 0));
@@ -61,7 +62,7 @@ int main()
         execute(Kiv::SceneItemOps::sceneItemOps(item(":Desk:View"))->deleteItemCmd());
         printTree(item(":Desk"));
 
-        std::cout << "undo all\n";
+        std::cout << "\nundo all\n";
         while (history->undo()) {
         }
         printTree(item(":Desk"));

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "kiv/attributeNotification.h"
+#include "kiv/baseUndoableCommand.h"
 #include "kiv/kit/bases.h"
 
 #include "valueCommand.h"
@@ -72,8 +73,8 @@ public:
                 fail(name, "does not take metadata '" + key + "'");
             }
         };
-        return std::make_shared<ValueCommand<Value, UndoableCommand>>(
-            "Set " + key + " of " + _row.name, get, set, value);
+        return std::make_shared<ValueCommand<Value, BaseUndoableCommand>>(
+            "Set " + key + " of " + _row.name, get, set, value, path());
     }
 
 protected:
@@ -120,12 +121,12 @@ public:
         const auto table = this->table();
         const auto name = this->row().name;
         const auto at = this->path();
-        return std::make_shared<ValueCommand<AttributeVariant, UndoableCommand>>(
+        return std::make_shared<ValueCommand<AttributeVariant, BaseUndoableCommand>>(
             "Set " + name, [table, name, at] { return table->value(at, name); },
             [table, name, at](const AttributeVariant& wanted) {
                 table->setValue(at, name, wanted);
             },
-            Class::wrapped(value));
+            Class::wrapped(value), at);
     }
 };
 

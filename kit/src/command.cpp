@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "kiv/runTimeCommand.h"
+
 namespace Kiv_v4::kit {
 
 namespace {
@@ -9,15 +11,17 @@ namespace {
 using Function = std::function<void()>;
 
 template <class Base>
-class FunctionCommand : public Base
+class FunctionCommand : public Base, public RunTimeCommand
 {
 public:
-    FunctionCommand(std::string text, Function redo, Function undo, Function announce)
-        : _text(std::move(text)), _redo(std::move(redo)), _undo(std::move(undo)),
-          _announce(std::move(announce))
+    FunctionCommand(Rtid runTimeId, std::string text, Function redo, Function undo,
+                    Function announce)
+        : _runTimeId(runTimeId), _text(std::move(text)), _redo(std::move(redo)),
+          _undo(std::move(undo)), _announce(std::move(announce))
     {}
 
     [[nodiscard]] std::string commandString() const override { return _text; }
+    [[nodiscard]] bool belongsTo(Rtid runTimeId) const override { return runTimeId == _runTimeId; }
     void undo() override { run(_undo); }
     void redo() override { run(_redo); }
 
@@ -34,6 +38,7 @@ private:
         }
     }
 
+    const Rtid _runTimeId;
     const std::string _text;
     const Function _redo;
     const Function _undo;
@@ -44,9 +49,10 @@ private:
 class ItemFunctionCommand : public FunctionCommand<SceneItemResultUndoableCommand>
 {
 public:
-    ItemFunctionCommand(std::string text, Function redo, Function undo, Function announce,
-                        std::function<SceneItem::Ptr()> item)
-        : FunctionCommand(std::move(text), std::move(redo), std::move(undo), std::move(announce)),
+    ItemFunctionCommand(Rtid runTimeId, std::string text, Function redo, Function undo,
+                        Function announce, std::function<SceneItem::Ptr()> item)
+        : FunctionCommand(runTimeId, std::move(text), std::move(redo), std::move(undo),
+                          std::move(announce)),
           _item(std::move(item))
     {}
 
@@ -58,20 +64,22 @@ private:
 
 } // namespace
 
-UndoableCommand::Ptr command(std::string text, std::function<void()> redo,
+UndoableCommand::Ptr command(Rtid runTimeId, std::string text, std::function<void()> redo,
                              std::function<void()> undo, std::function<void()> announce)
 {
-    return std::make_shared<FunctionCommand<UndoableCommand>>(std::move(text), std::move(redo),
-                                                              std::move(undo), std::move(announce));
+    return std::make_shared<FunctionCommand<UndoableCommand>>(
+        runTimeId, std::move(text), std::move(redo), std::move(undo), std::move(announce));
 }
 
-SceneItemResultUndoableCommand::Ptr itemCommand(std::string text, std::function<void()> redo,
+SceneItemResultUndoableCommand::Ptr itemCommand(Rtid runTimeId, std::string text,
+                                                std::function<void()> redo,
                                                 std::function<void()> undo,
                                                 std::function<SceneItem::Ptr()> item,
                                                 std::function<void()> announce)
 {
-    return std::make_shared<ItemFunctionCommand>(std::move(text), std::move(redo), std::move(undo),
-                                                 std::move(announce), std::move(item));
+    return std::make_shared<ItemFunctionCommand>(runTimeId, std::move(text), std::move(redo),
+                                                 std::move(undo), std::move(announce),
+                                                 std::move(item));
 }
 
 } // namespace Kiv_v4::kit

@@ -7,6 +7,7 @@
 #include "kiv/baseUndoableCommand.h"
 #include "kiv/kit/announce.h"
 #include "kiv/pathString.h"
+#include "kiv/runTimeCommand.h"
 
 namespace Kiv_v4::kit {
 
@@ -64,12 +65,28 @@ private:
     Tree::Part _part;
 };
 
-class AddCommand : public SceneItemResultUndoableCommand
+/// A command of the tree that is about more than one path.
+template <class Base>
+class TreeCommand : public Base, public RunTimeCommand
+{
+public:
+    [[nodiscard]] bool belongsTo(Rtid runTimeId) const override
+    {
+        return runTimeId == _tree->root().runTimeId();
+    }
+
+protected:
+    explicit TreeCommand(Tree::Ptr tree) : _tree(std::move(tree)) {}
+
+    const Tree::Ptr _tree;
+};
+
+class AddCommand : public TreeCommand<SceneItemResultUndoableCommand>
 {
 public:
     AddCommand(Tree::Ptr tree, Path parent, std::string name, std::string text,
                std::function<Tree::Part()> make)
-        : _tree(std::move(tree)), _parent(std::move(parent)), _name(std::move(name)),
+        : TreeCommand(std::move(tree)), _parent(std::move(parent)), _name(std::move(name)),
           _text(std::move(text)), _make(std::move(make)), _presence(_tree, Tree::kLast)
     {}
 
@@ -87,7 +104,6 @@ public:
     void redo() override { _presence.enter(_path); }
 
 private:
-    const Tree::Ptr _tree;
     const Path _parent;
     const std::string _name;
     const std::string _text;
@@ -120,11 +136,11 @@ private:
     Presence _presence;
 };
 
-class RenameCommand : public SceneItemResultUndoableCommand
+class RenameCommand : public TreeCommand<SceneItemResultUndoableCommand>
 {
 public:
     RenameCommand(Tree::Ptr tree, Path path, std::string name)
-        : _tree(std::move(tree)), _oldPath(std::move(path)), _name(std::move(name))
+        : TreeCommand(std::move(tree)), _oldPath(std::move(path)), _name(std::move(name))
     {}
 
     [[nodiscard]] std::string commandString() const override
@@ -157,17 +173,16 @@ private:
         announce(ObjectRename(_tree->item(to), from));
     }
 
-    const Tree::Ptr _tree;
     const Path _oldPath;
     const std::string _name;
     Path _newPath; // empty before the first run
 };
 
-class MoveCommand : public InsertChildCommand
+class MoveCommand : public TreeCommand<InsertChildCommand>
 {
 public:
     MoveCommand(Tree::Ptr tree, Path path, Path parent, std::string before)
-        : _tree(std::move(tree)), _oldPath(std::move(path)), _parent(std::move(parent)),
+        : TreeCommand(std::move(tree)), _oldPath(std::move(path)), _parent(std::move(parent)),
           _before(std::move(before))
     {}
 
@@ -223,7 +238,6 @@ private:
         }
     }
 
-    const Tree::Ptr _tree;
     const Path _oldPath;
     const Path _parent;
     const std::string _before;
