@@ -24,6 +24,14 @@ public:
     [[nodiscard]] Json& scene() { return _json.at("scenes").at(0); }
     [[nodiscard]] Json& node(Index index) { return _json.at("nodes").at(index); }
 
+    [[nodiscard]] static std::string typeOf(const Json& object)
+    {
+        return object.contains("nodes")    ? "scene"
+               : object.contains("camera") ? "camera"
+               : object.contains("mesh")   ? "mesh"
+                                           : "node";
+    }
+
     /// The list of indices of the children of a scene or node.
     [[nodiscard]] static Json& children(Json& parent)
     {

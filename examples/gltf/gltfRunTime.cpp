@@ -26,14 +26,6 @@ std::string nameOf(const Json& object)
     return kit::fitName(object.value("name", ""), ":,");
 }
 
-std::string typeOf(const Json& object)
-{
-    return object.contains("nodes")    ? "scene"
-           : object.contains("camera") ? "camera"
-           : object.contains("mesh")   ? "mesh"
-                                       : "node";
-}
-
 } // namespace
 
 /// The document as the library browses and edits it. A part is the index of a node.
@@ -76,7 +68,7 @@ public:
     [[nodiscard]] std::string nodeType(const Kiv::Path& path) const override
     {
         const auto* object = find(path);
-        return object ? typeOf(*object) : "";
+        return object ? GltfDocument::typeOf(*object) : "";
     }
 
     [[nodiscard]] std::vector<Child> children(const Kiv::Path& path) const override
@@ -85,7 +77,7 @@ public:
         if (auto* object = find(path)) {
             for (const Index child : GltfDocument::children(*object)) {
                 const auto& node = _document.node(child);
-                children.push_back({node["name"], typeOf(node)});
+                children.push_back({node["name"], GltfDocument::typeOf(node)});
             }
         }
         return children;
@@ -221,11 +213,6 @@ GltfRunTime::GltfRunTime(GltfDocument document)
                    : nullptr;
     };
     manager.setCameraHandler(id, kit::cameraHandler(camera));
-}
-
-Kiv::Path GltfRunTime::rootPath() const
-{
-    return _tree->root();
 }
 
 const Json& GltfRunTime::json() const

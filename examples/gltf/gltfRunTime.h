@@ -16,8 +16,6 @@ public:
     /// Throws what `GltfDocument` throws for a document without a scene.
     explicit GltfRunTime(GltfDocument document);
 
-    [[nodiscard]] Kiv::Path rootPath() const;
-
     /// The document with all edits, as it is written to a file.
     [[nodiscard]] const GltfDocument::Json& json() const;
 

@@ -44,9 +44,9 @@ int main()
     Kiv::UndoableCommandMgr::initializeInstance(history);
     {
         std::ifstream file("gltf/desk.gltf");
-        GltfRunTime desk(GltfDocument(GltfDocument::Json::parse(file)));
+        const GltfRunTime desk(GltfDocument(GltfDocument::Json::parse(file)));
         printTree(item(":Desk"));
-        for (const auto& found : Kiv::CameraHandler::find(desk.rootPath())) {
+        for (const auto& found : Kiv::CameraHandler::find(item(":Desk")->path())) {
             std::cout << found->nodeName() << " has a lens of "
                       << Kiv::Camera::camera(found)->focalLength() << " mm\n";
         }
