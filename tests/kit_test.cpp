@@ -11,6 +11,7 @@
 #include "kiv/kit/attributeTable.h"
 #include "kiv/kit/bases.h"
 #include "kiv/kit/command.h"
+#include "kiv/kit/handlerBases.h"
 #include "kiv/kit/handlers.h"
 #include "kiv/kit/names.h"
 #include "kiv/kit/transforms.h"
@@ -324,6 +325,27 @@ TEST_F(Kit, WhatATreeDoesNotTakeIsRefusedAndStaleItemsAnswer)
     EXPECT_THROW(removal->undo(), std::invalid_argument) << "the name is taken";
 }
 
+/// Items named "gate" lead into the run-time 99.
+class Gates : public kit::SceneSegmentHandlerBase
+{
+public:
+    Rtid target(const Path& path) const override { return path.back().string() == "gate" ? 99 : 0; }
+};
+
+TEST_F(Kit, GatewaysAreFoundFromWhereTheyLead)
+{
+    made("/top", "a");
+    made("/top/a", "gate");
+    made("/top/a/gate", "gate");
+    Gates gates;
+    EXPECT_EQ(test::pathsOf(gates.gatewayItems(item("/top")->path())),
+              std::vector<std::string>{"/top/a/gate"});
+    EXPECT_TRUE(gates.gatewayItems(item("/top")->path(), 98).empty());
+    EXPECT_TRUE(gates.isGatewayItem(item("/top/a/gate")->path()));
+    EXPECT_EQ(kit::UIInfoHandlerBase(id).runTimeLabel(), "kit");
+    EXPECT_TRUE(kit::NodeDefBase("box").createNodeCmd(item("/top/a"), PathComponent("b")));
+}
+
 /// A value of each type, and another one.
 const std::pair<AttributeVariant, AttributeVariant> kValues[] = {
     {false, true},
@@ -445,6 +467,7 @@ TEST_F(KitAttributes, MetadataAreSetAndTakenBack)
     EXPECT_FALSE(attribute->clearMetadata("unit"));
     EXPECT_EQ(changes, std::vector<std::string>(4, "Int"));
     EXPECT_EQ(attributes->attribute("opaque")->type(), Attribute::kGeneric);
+    EXPECT_TRUE(attributes->attribute("opaque")->metadata(Attribute::kLocked).get<bool>());
     EXPECT_FALSE(attributes->attribute("none"));
     EXPECT_EQ(std::dynamic_pointer_cast<Attributes_v4_2>(attributes)
                   ->attributeDef("Double3")

@@ -246,6 +246,9 @@ AttributeTable& AttributeTable::add(Row row)
     if (std::holds_alternative<std::monostate>(row.defaultValue)) {
         row.defaultValue = *initial;
     }
+    if (!row.set) {
+        row.metadata.try_emplace(Attribute::kLocked, Value(true));
+    }
     _rows.push_back(std::move(row));
     return *this;
 }

@@ -1,7 +1,8 @@
 #include "kiv/kit/handlers.h"
 
 #include <utility>
-#include <vector>
+
+#include "itemWalk.h"
 
 namespace Kiv_v4::kit {
 
@@ -42,19 +43,12 @@ public:
     [[nodiscard]] Selection findCameras(Path const& path) override
     {
         Selection found;
-        std::vector<SceneItem::Ptr> pending{Hierarchy::createItem(path)};
-        while (!pending.empty()) {
-            const auto item = std::move(pending.back());
-            pending.pop_back();
-            if (!item || item->runTimeId() != path.runTimeId()) {
-                continue;
-            }
+        walkItems(path, [&](const SceneItem::Ptr& item) {
             if (_maker(item)) {
                 found.append(item);
             }
-            const auto children = Hierarchy::hierarchy(item)->children();
-            pending.insert(pending.end(), children.rbegin(), children.rend());
-        }
+            return true;
+        });
         return found;
     }
 

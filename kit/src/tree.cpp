@@ -75,7 +75,7 @@ public:
                                                          SceneItem::Ptr const& before) override
     {
         const auto isSettled = child && _tree->item(child->path()) && !isRoot(child->path());
-        if (!isSettled || path().startsWith(child->path()) || !_tree->isEditable(child->path()) ||
+        if (!isSettled || path().isAtOrBelow(child->path()) || !_tree->isEditable(child->path()) ||
             !accepts(path(), _tree->nodeType(child->path()))) {
             return nullptr;
         }

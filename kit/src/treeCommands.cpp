@@ -44,6 +44,9 @@ public:
 
     void enter(const Path& path, Tree::Part part)
     {
+        if (!part) {
+            throw std::runtime_error("'" + PathString::string(path) + "' cannot be made");
+        }
         _part = std::move(part);
         enter(path);
     }

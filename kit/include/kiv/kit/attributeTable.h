@@ -52,7 +52,7 @@ public:
         std::string name;
         std::string type; ///< One of the type constants of `Attribute`.
         Get get;          ///< Empty for a generic attribute.
-        Set set;          ///< Empty for what can only be read.
+        Set set;          ///< Empty for what can only be read, which has the metadata `Locked`.
 
         std::string displayName = {}; ///< Empty: the name.
         /// What the definition tells as the default; no value: that of a new attribute of the type.

@@ -21,7 +21,7 @@ namespace Kiv_v4::kit {
 ///
 /// **Lifetime.** Handlers, interface objects and commands share the tree, so that what a client
 /// keeps still answers when the run-time has gone.
-class KIV_EXPORT Tree : public std::enable_shared_from_this<Tree>
+class KIV_EXPORT Tree
 {
 public:
     using Ptr = std::shared_ptr<Tree>;
@@ -76,7 +76,8 @@ public:
     /// default, whether its parent accepts it.
     [[nodiscard]] virtual bool isEditable(const Path& path) const;
 
-    /// A new part of that type, without a name.
+    /// A new part of that type, without a name. Null when there can be none after all: the command
+    /// then throws `std::runtime_error`.
     [[nodiscard]] virtual Part make(const std::string& nodeType);
 
     /// A copy of the item and everything under it.

@@ -1,0 +1,100 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "kiv/contextOps.h"
+#include "kiv/export.h"
+#include "kiv/nodeDef.h"
+#include "kiv/sceneSegmentHandler.h"
+#include "kiv/selection.h"
+#include "kiv/uiInfoHandler.h"
+
+namespace Kiv_v4::kit {
+
+// The same for interfaces that are about more than one item: little is left to implement.
+
+/// Gateways of which the run-time knows where each leads. The rest is found by walks through the
+/// run-time's hierarchy, which go on neither behind gateways nor into other run-times.
+class KIV_EXPORT SceneSegmentHandlerBase : public SceneSegmentHandler
+{
+public:
+    SceneSegmentHandlerBase();
+    ~SceneSegmentHandlerBase() override;
+
+    /// The run-time that the item at `path`, a path of this run-time, leads into; 0 when it is no
+    /// gateway, or no item.
+    [[nodiscard]] virtual Rtid target(const Path& path) const = 0;
+
+    [[nodiscard]] bool isGatewayItem(Path const& path) override;
+    [[nodiscard]] Selection gatewayItems(Path const& path) override;
+    [[nodiscard]] Selection gatewayItems(Path const& path, Rtid nestedRuntimeId) override;
+};
+
+/// The look that the host gives, under the name that the run-time is registered with.
+class KIV_EXPORT UIInfoHandlerBase : public UIInfoHandler
+{
+public:
+    explicit UIInfoHandlerBase(Rtid runTimeId);
+    ~UIInfoHandlerBase() override;
+
+    [[nodiscard]] CellInfo treeViewCellInfo(SceneItem::Ptr const& item,
+                                            CellInfo const& hostLook) const override;
+
+    /// Throws `InvalidRunTimeId` when the run-time has gone.
+    [[nodiscard]] std::string runTimeLabel() const override;
+
+private:
+    const Rtid _runTimeId;
+};
+
+/// A menu without entries.
+class KIV_EXPORT ContextOpsBase : public ContextOps
+{
+public:
+    /// `item` must not be null.
+    explicit ContextOpsBase(SceneItem::Ptr item);
+    ~ContextOpsBase() override;
+
+    [[nodiscard]] SceneItem::Ptr sceneItem() const override { return _item; }
+    [[nodiscard]] std::vector<ContextItem> items(ItemPath const& itemPath) const override;
+    [[nodiscard]] UndoableCommand::Ptr doOpCmd(ItemPath const& itemPath) override;
+
+private:
+    const SceneItem::Ptr _item;
+};
+
+/// A type of nodes, with inputs and outputs as the run-time lists them: by default none. A node is
+/// made as a child of that type, through the hierarchy of its parent.
+class KIV_EXPORT NodeDefBase : public NodeDef
+{
+public:
+    explicit NodeDefBase(std::string type);
+    ~NodeDefBase() override;
+
+    [[nodiscard]] std::string type() const override { return _type; }
+    [[nodiscard]] std::string displayName() const override { return _type; }
+    [[nodiscard]] std::string description() const override;
+    [[nodiscard]] std::vector<std::string> classifications() const override;
+
+    [[nodiscard]] std::vector<AttributeDef::Ptr> inputs() const override;
+    [[nodiscard]] std::vector<std::string> inputNames() const override;
+    [[nodiscard]] bool hasInput(std::string const& name) const override;
+    [[nodiscard]] AttributeDef::Ptr input(std::string const& name) const override;
+
+    [[nodiscard]] std::vector<AttributeDef::Ptr> outputs() const override;
+    [[nodiscard]] std::vector<std::string> outputNames() const override;
+    [[nodiscard]] bool hasOutput(std::string const& name) const override;
+    [[nodiscard]] AttributeDef::Ptr output(std::string const& name) const override;
+
+    [[nodiscard]] Value metadata(std::string const& key) const override;
+    [[nodiscard]] bool hasMetadata(std::string const& key) const override;
+
+    [[nodiscard]] SceneItemResultUndoableCommand::Ptr
+    createNodeCmd(SceneItem::Ptr const& parent, PathComponent const& name) const override;
+
+private:
+    const std::string _type;
+};
+
+} // namespace Kiv_v4::kit
