@@ -54,7 +54,7 @@ function(kiv_settings target)
         -Wall -Wextra -Wpedantic -Wshadow -Wconversion -fno-semantic-interposition)
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
         # Wrong about strings put together with + (GCC bug 105651).
-        target_compile_options(${target} PRIVATE -Wno-restrict -Wno-stringop-overflow)
+        target_compile_options(${target} PRIVATE -Wno-restrict)
     endif()
     if(KIV_WERROR)
         target_compile_options(${target} PRIVATE -Werror)

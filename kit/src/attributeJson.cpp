@@ -90,7 +90,8 @@ struct Writer
     {
         std::string text;
         for (const auto& element : elements) {
-            text += (text.empty() ? "[" : ",") + (*this)(element);
+            text += text.empty() ? '[' : ',';
+            text += (*this)(element);
         }
         return text + "]";
     }
