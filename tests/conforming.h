@@ -3,17 +3,18 @@
 #include <gtest/gtest.h>
 
 #include "kiv/conformance/conformance.h"
-#include "kiv/conformance/failingAllocations.h"
 
 namespace test {
 
-/// Holds the candidate against all contracts, with several seeds.
-inline void expectConformance(const Kiv_v4::conformance::Candidate& candidate)
+/// Holds the candidate against all contracts, with several seeds; with `faults` also while
+/// allocations fail.
+inline void expectConformance(const Kiv_v4::conformance::Candidate& candidate,
+                              const Kiv_v4::conformance::AllocationFaults& faults)
 {
     for (const std::uint64_t seed : {1, 2}) {
         Kiv_v4::conformance::Options options;
         options.seed = seed;
-        options.allocationFaults = Kiv_v4::conformance::failingAllocations();
+        options.allocationFaults = faults;
         const auto report = Kiv_v4::conformance::check(candidate, options);
         EXPECT_TRUE(report.passed()) << Kiv_v4::conformance::text(report);
     }

@@ -1,4 +1,5 @@
-// The run-times of the guides, held against the contracts.
+// The run-times of the guides, held against the contracts, but for edits in which memory runs out:
+// of those the kit does not take back all yet.
 #include <fstream>
 
 #include "conforming.h"
@@ -10,7 +11,8 @@ using test::expectConformance;
 
 TEST(Conforming, ShotList)
 {
-    expectConformance({"shotList", [] {
+    expectConformance({"shotList",
+                       [] {
                            Entry show{"pilot", "show", 0, 0, {}};
                            for (const auto* name : {"sq010", "sq020", "sq030"}) {
                                show.children.push_back({name, "sequence", 0, 0, {}});
@@ -19,15 +21,18 @@ TEST(Conforming, ShotList)
                                shots.push_back({"sh020", "shot", 1001, 1100, {}});
                            }
                            return Running{std::make_shared<ShotListRunTime>(std::move(show)), {}};
-                       }});
+                       }},
+                      {});
 }
 
 TEST(Conforming, Gltf)
 {
     expectConformance(
-        {"gltf", [] {
+        {"gltf",
+         [] {
              std::ifstream file(KIV_EXAMPLES "/gltf/desk.gltf");
              return Running{
                  std::make_shared<GltfRunTime>(GltfDocument(GltfDocument::Json::parse(file))), {}};
-         }});
+         }},
+        {});
 }

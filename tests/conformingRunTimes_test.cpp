@@ -4,12 +4,14 @@
 #include "kiv/assimp/runTime.h"
 #include "kiv/assimp/sceneFile.h"
 #include "kiv/attributes.h"
+#include "kiv/conformance/failingAllocations.h"
 #include "kiv/hierarchy.h"
 #include "kiv/memory/runTime.h"
 
 #include "conforming.h"
 
 using namespace Kiv_v4;
+using Kiv_v4::conformance::failingAllocations;
 using test::expectConformance;
 
 namespace {
@@ -63,10 +65,11 @@ conformance::Running mountedScene(const std::string& file)
 
 TEST(Conforming, Memory)
 {
-    expectConformance({"memory", memoryScene});
+    expectConformance({"memory", memoryScene}, failingAllocations());
 }
 
 TEST(Conforming, SceneFiles)
 {
-    expectConformance({"assimp", [] { return mountedScene(KIV_EXAMPLES "/workshop.gltf"); }});
+    expectConformance({"assimp", [] { return mountedScene(KIV_EXAMPLES "/workshop.gltf"); }},
+                      failingAllocations());
 }

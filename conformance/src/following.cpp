@@ -196,6 +196,7 @@ void Following::moved(const SceneItem::Ptr& item, const Path& from, bool atOnce)
             *at = item->path();
         }
     }
+    const auto known = knownUnder(from);
     drop(from);
     _left.insert(from);
     _renewed.push_back(item->path());
@@ -203,6 +204,35 @@ void Following::moved(const SceneItem::Ptr& item, const Path& from, bool atOnce)
         fetch(item->path());
     } else {
         place(item->path());
+    }
+    if (!exists(item->path())) {
+        keep(known, from, item->path());
+    }
+}
+
+Following::Children Following::knownUnder(const Path& top) const
+{
+    Children known;
+    for (std::vector<Path> ahead{top}; !ahead.empty();) {
+        const auto found = _children.find(ahead.back());
+        ahead.pop_back();
+        if (found != _children.end()) {
+            ahead.insert(ahead.end(), found->second.begin(), found->second.end());
+            known.insert(*found);
+        }
+    }
+    return known;
+}
+
+void Following::keep(const Children& known, const Path& from, const Path& to)
+{
+    _children[to];
+    for (const auto& [path, children] : known) {
+        auto& kept = _children[path.reparent(from, to)];
+        kept.clear();
+        for (const auto& child : children) {
+            kept.push_back(child.reparent(from, to));
+        }
     }
 }
 
@@ -269,11 +299,16 @@ void Following::place(const Path& path)
 {
     fetch(path);
     const auto parent = path.size() > 1 ? _children.find(path.pop()) : _children.end();
-    if (parent == _children.end() || !exists(path)) {
+    if (parent == _children.end()) {
         return;
     }
     auto& siblings = parent->second;
     siblings.erase(std::remove(siblings.begin(), siblings.end(), path), siblings.end());
+    if (!exists(path)) { // later in the batch it goes on to another path
+        siblings.push_back(path);
+        _children[path];
+        return;
+    }
     auto at = siblings.begin();
     for (const auto& sibling : childPaths(parent->first)) {
         if (sibling == path) {

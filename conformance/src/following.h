@@ -38,6 +38,7 @@ public:
 
 private:
     using Op = SceneCompositeNotification::Op;
+    using Children = std::unordered_map<Path, std::vector<Path>>; // of each item that is known
 
     void apply(const Op& op, bool atOnce);
     void added(const SceneItem::Ptr& item, bool atOnce);
@@ -48,6 +49,11 @@ private:
     void fetch(const Path& path);
     void drop(const Path& path);
     void place(const Path& path);
+
+    // Within a batch, paths may lead nowhere until its end: what is known under them stays known.
+    [[nodiscard]] Children knownUnder(const Path& top) const;
+    void keep(const Children& known, const Path& from, const Path& to);
+
     void attributeChanged(const Path& path, const std::string& name);
     void noteFact(const Path& path, const std::string& fact);
 
@@ -57,8 +63,8 @@ private:
     void unobserve();
 
     Checking& _checking;
-    std::unordered_map<Path, std::vector<Path>> _children; // of each item that is known
-    std::vector<Path> _renewed;                            // with all that is under them
+    Children _children;
+    std::vector<Path> _renewed; // with all that is under them
     std::unordered_set<Path> _left;
     std::set<std::pair<std::string, std::string>> _facts; // text of the path, fact
     std::unordered_map<Path, std::unordered_map<std::string, std::string>> _valuesThen;

@@ -110,6 +110,7 @@ void MountTable::State::close()
     }
     _shown.clear();
     _parked.clear();
+    _sceneObserver.reset(); // commands and interface objects may keep all else
     _isOpen = false;
 }
 

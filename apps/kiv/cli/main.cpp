@@ -215,7 +215,7 @@ int runWithPlugins(const CLI::App& program, Wishes& wishes, Output& output)
         return pluginsCommand(plugins, output);
     }
     if (program.got_subcommand("show")) {
-        if (show.path.empty()) {
+        if (program.get_subcommand("show")->count("PATH") == 0) {
             if (plugins.all().empty()) {
                 return wrongUsage("PATH is required");
             }
