@@ -22,8 +22,10 @@ namespace Kiv_v4 {
 /// The value of an `AttributeFilename`, apart from other texts.
 struct FilenameValue
 {
+    /// The name of the file.
     std::string text;
 
+    /// Compare the names.
     bool operator==(const FilenameValue& other) const { return text == other.text; }
     bool operator!=(const FilenameValue& other) const { return !(*this == other); }
 };
@@ -31,8 +33,10 @@ struct FilenameValue
 /// The value of an `AttributeEnumString`, apart from other texts.
 struct EnumStringValue
 {
+    /// The string of the enumeration.
     std::string text;
 
+    /// Compare the strings.
     bool operator==(const EnumStringValue& other) const { return text == other.text; }
     bool operator!=(const EnumStringValue& other) const { return !(*this == other); }
 };
@@ -51,8 +55,11 @@ using AttributeVariant =
 template <class A, class V = std::decay_t<decltype(std::declval<const A&>().get())>>
 struct AttributeClass
 {
+    /// The attribute's class.
     using Type = A;
+    /// What `get()` returns.
     using Get = std::decay_t<decltype(std::declval<const A&>().get())>;
+    /// The alternative of `AttributeVariant`.
     using Value = V;
     const char* name; ///< The type constant of `Attribute`.
 

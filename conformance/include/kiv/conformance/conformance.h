@@ -99,7 +99,9 @@ struct Outcome
     /// Whether it holds, as far as was seen.
     enum Status : std::uint8_t { Held = 0, Broken = 1, Skipped = 2 };
 
+    /// The contract that was held against.
     Contract contract;
+    /// Whether it holds.
     Status status = Held;
     std::vector<Finding> findings; ///< When it is broken; the first few only.
     std::string reason; ///< When it was skipped: what the run-time or the process does not offer.

@@ -20,6 +20,7 @@ namespace Kiv_v4::document {
 // JSON from which values come back as they were, bit for bit and byte for byte; `JsonCursor` is the
 // way back. Who includes this header needs the headers of nlohmann-json 3.
 
+/// JSON whose objects keep the order of their fields.
 using Json = nlohmann::ordered_json;
 
 /// Returns the number with the fewest digits that reads as that `float` again, instead of those of
@@ -36,10 +37,12 @@ using Json = nlohmann::ordered_json;
 /// A float or double is an object of its type, since they read the same; null is no value.
 [[nodiscard]] KIV_EXPORT Json losslessJson(const Value& value);
 
+/// As the text in it.
 [[nodiscard]] inline Json losslessJson(const FilenameValue& value)
 {
     return losslessJson(value.text);
 }
+/// As the text in it.
 [[nodiscard]] inline Json losslessJson(const EnumStringValue& value)
 {
     return losslessJson(value.text);
@@ -48,18 +51,22 @@ using Json = nlohmann::ordered_json;
 /// The JSON of the value in it; null for none.
 [[nodiscard]] KIV_EXPORT Json losslessJson(const host::PropertyValue& value);
 
+/// Returns `true` or `false`.
 [[nodiscard]] inline Json losslessJson(bool value)
 {
     return value;
 }
+/// Returns the number.
 [[nodiscard]] inline Json losslessJson(int value)
 {
     return value;
 }
+/// Returns an array of the elements.
 
 template <class T, std::size_t N>
 [[nodiscard]] Json losslessJson(const std::array<T, N>& elements);
 
+/// Returns an array of the elements of any container.
 template <class Elements>
 [[nodiscard]] Json losslessElements(const Elements& elements)
 {
@@ -70,6 +77,7 @@ template <class Elements>
     return result;
 }
 
+/// Returns an array of the texts.
 [[nodiscard]] inline Json losslessJson(const std::vector<std::string>& texts)
 {
     return losslessElements(texts);
@@ -81,12 +89,14 @@ Json losslessJson(const std::array<T, N>& elements)
     return losslessElements(elements);
 }
 
+/// Returns an array of the elements.
 template <class T, std::size_t N>
 [[nodiscard]] Json losslessJson(const TypedVectorN<T, N>& value)
 {
     return losslessJson(value.vector);
 }
 
+/// Returns an array of the components.
 template <class T, std::size_t N>
 [[nodiscard]] Json losslessJson(const TypedColorN<T, N>& value)
 {
@@ -109,8 +119,10 @@ public:
     /// `json` must outlive the place and those made of it.
     explicit JsonCursor(const Json& json, std::string pointer = {});
 
+    /// Throws `std::runtime_error` with the place and the reason.
     [[noreturn]] void fail(const std::string& reason) const;
 
+    /// Returns where the cursor stands, as a JSON pointer.
     [[nodiscard]] const std::string& pointer() const noexcept { return _pointer; }
 
     /// The field of an object that must have it.

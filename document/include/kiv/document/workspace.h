@@ -21,10 +21,15 @@ namespace Kiv_v4::document {
 /// An item of a scene file that was edited, and through which interfaces.
 struct EditedItem
 {
+    /// Where the item is.
     Path path;
+    /// Whether `Transform3d` was edited.
     bool transform = false;
+    /// Whether `Camera` was edited.
     bool camera = false;
+    /// Whether `Light` was edited.
     bool light = false;
+    /// Whether `Object3d` was edited.
     bool visibility = false;
 };
 
@@ -60,6 +65,7 @@ public:
 class KIV_EXPORT Workspace
 {
 public:
+    /// A scene file that was read.
     using File = std::shared_ptr<const SourceFile>;
 
     /// Told of the file that is being read and how far that has come, from 0 to 1; 1 also when
@@ -69,6 +75,7 @@ public:
     /// A scene file and where it is shown.
     struct Mount
     {
+        /// The item that the file is shown under.
         Path gateway;
         std::string file; ///< As it was given.
     };
@@ -85,6 +92,7 @@ public:
     /// Returns the items in memory, for what the interfaces do not tell of them.
     [[nodiscard]] memory::DataModel& model() const noexcept;
 
+    /// Returns whether the item is one of those in memory, rather than of a file.
     [[nodiscard]] bool isInMemory(const SceneItem& item) const noexcept;
 
     /// From now on `progress` is told of reading, on the thread that reads; null for nobody.

@@ -21,6 +21,7 @@ namespace Kiv_v4::host {
 class KIV_EXPORT ErrorChannel
 {
 public:
+    /// Takes one record. Must not throw.
     using Receive = std::function<void(const LogRecord&)>;
 
     explicit ErrorChannel(Receive receive);

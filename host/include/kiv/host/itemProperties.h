@@ -39,12 +39,14 @@ inline constexpr const char* kDegrees = "degrees";
 /// One row of the table: a property, whichever item has it.
 struct Property
 {
+    /// The interface that has it, as `kLight`.
     std::string group;
     std::string name;                   ///< As scripts and documents have it: `focalLength`.
     std::string label;                  ///< For people: `focal length`.
     std::string type;                   ///< As attributes have it: `Attribute::kFloat`.
     std::string unit{};                 ///< Empty for none.
     std::vector<std::string> choices{}; ///< Of a property of type `Attribute::kEnumString`.
+    /// Whether it can be set at all.
     bool isSettable = true;
     std::string owner{}; ///< For messages: what items must be to have it, as in "is no spot light".
 };

@@ -22,6 +22,7 @@ struct OutlineFilter
     std::size_t depth = std::numeric_limits<std::size_t>::max(); ///< Levels below the root.
     std::string nodeType;                                        ///< Empty for all.
 
+    /// Returns whether items of that type are shown.
     [[nodiscard]] bool matches(const std::string& type) const
     {
         return nodeType.empty() || type == nodeType;
@@ -38,9 +39,13 @@ KIV_EXPORT void walk(const SceneItem::Ptr& root, std::size_t depth, const Outlin
 /// One line of an outliner tree.
 struct OutlineRow
 {
+    /// The last component of the item's path.
     PathComponent name;
+    /// The item's `SceneItem::nodeType`.
     std::string nodeType;
+    /// The item's run-time.
     Rtid runTimeId = 0;
+    /// The number of levels below the root.
     std::size_t depth = 0;
     bool matches = true; ///< False for an ancestor shown only to place what is below it.
     bool isLast = true;  ///< Whether no sibling follows.

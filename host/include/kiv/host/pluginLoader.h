@@ -18,6 +18,7 @@ struct Plugin
     std::string name;             ///< As the plug-in tells it.
     std::string file;             ///< As it was given to the loader.
     std::uint32_t interfaceMajor; ///< The interface that it was built against.
+    /// The minor number of that interface.
     std::uint32_t interfaceMinor;
     std::vector<Rtid> runTimes; ///< The run-times that it registered when it was made.
 };

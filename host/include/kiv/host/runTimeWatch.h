@@ -21,6 +21,7 @@ namespace Kiv_v4::host {
 class KIV_EXPORT RunTimeWatch
 {
 public:
+    /// Told of what happens to a run-time.
     using Receive = std::function<void(RunTimeEvent, Rtid)>;
 
     explicit RunTimeWatch(Receive receive);

@@ -12,6 +12,7 @@ namespace Kiv_v4::host {
 /// A character at the start of a text.
 struct Utf8Character
 {
+    /// The character's code point.
     char32_t code;
     std::size_t length; ///< In bytes; 0 for bytes that are not UTF-8.
 };

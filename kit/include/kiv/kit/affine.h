@@ -16,9 +16,11 @@ namespace Kiv_v4::kit {
 // `operator*` of `Matrix4d`. Angles are in degrees, counter-clockwise for an eye that looks against
 // the axis.
 
+/// Converts angles.
 [[nodiscard]] KIV_EXPORT double radians(double degrees) noexcept;
 [[nodiscard]] KIV_EXPORT double degrees(double radians) noexcept;
 
+/// Returns the matrix that changes nothing, and the one that moves.
 [[nodiscard]] KIV_EXPORT Matrix4d identity() noexcept;
 [[nodiscard]] KIV_EXPORT Matrix4d translationMatrix(const Vector3d& translation) noexcept;
 
@@ -40,9 +42,11 @@ enum class RotationOrder : std::uint8_t { XYZ, YZX, ZXY, XZY, YXZ, ZYX };
 /// A rotation: (x, y, z) along the axis, as long as the sine of half the angle, and its cosine.
 struct Quaternion
 {
+    /// Along the axis.
     double x = 0;
     double y = 0;
     double z = 0;
+    /// The cosine of half the angle.
     double w = 1;
 };
 
@@ -58,6 +62,7 @@ struct Quaternion
 [[nodiscard]] KIV_EXPORT Matrix4d scaleShearMatrix(const Vector3d& scale,
                                                    const Vector3d& shear) noexcept;
 
+/// Work on each component.
 [[nodiscard]] KIV_EXPORT Vector3d operator+(const Vector3d& left, const Vector3d& right) noexcept;
 [[nodiscard]] KIV_EXPORT Vector3d operator-(const Vector3d& left, const Vector3d& right) noexcept;
 [[nodiscard]] KIV_EXPORT Vector3d operator-(const Vector3d& vector) noexcept;
@@ -66,9 +71,13 @@ struct Quaternion
 /// translationMatrix(translation); at first those of the identity.
 struct AffineFactors
 {
+    /// Along x, y and z.
     Vector3d scale{{1, 1, 1}};
+    /// The shears xy, xz and yz.
     Vector3d shear;
+    /// In degrees about x, then y, then z.
     Vector3d rotation;
+    /// In the units of the scene.
     Vector3d translation;
 };
 

@@ -36,6 +36,7 @@ class KIV_EXPORT AttributeTable : public std::enable_shared_from_this<AttributeT
 {
 public:
     using Ptr = std::shared_ptr<AttributeTable>;
+    /// Metadata of an attribute by their keys.
     using Metadata = std::map<std::string, Value>;
 
     /// Reads the value of the item at a path, as the alternative of the row's type; no value when
@@ -49,6 +50,7 @@ public:
     /// One attribute.
     struct Row
     {
+        /// The attribute's name.
         std::string name;
         std::string type; ///< One of the type constants of `Attribute`.
         Get get;          ///< Empty for a generic attribute.

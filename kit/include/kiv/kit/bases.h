@@ -54,6 +54,7 @@ public:
     [[nodiscard]] UndoableCommand::Ptr ungroupCmd() override;
 
 protected:
+    /// Returns the path of the item.
     [[nodiscard]] const Path& path() const { return _item->path(); }
 
 private:

@@ -24,6 +24,7 @@ namespace Kiv_v4::kit {
 template <class Interface>
 using Maker = std::function<std::shared_ptr<Interface>(const SceneItem::Ptr& item)>;
 
+/// Returns a handler that gives what `make` makes.
 [[nodiscard]] KIV_EXPORT SceneItemOpsHandler::Ptr sceneItemOpsHandler(Maker<SceneItemOps> make);
 [[nodiscard]] KIV_EXPORT AttributesHandler::Ptr attributesHandler(Maker<Attributes> make);
 [[nodiscard]] KIV_EXPORT Transform3dHandler::Ptr transform3dHandler(Maker<Transform3d> make);

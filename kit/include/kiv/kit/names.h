@@ -30,6 +30,7 @@ public:
     /// False when the name is not there.
     bool erase(const std::string& name);
 
+    /// Returns whether the name is there, and how many there are.
     [[nodiscard]] bool contains(const std::string& name) const { return _names.count(name) != 0; }
     [[nodiscard]] std::size_t size() const noexcept { return _names.size(); }
 

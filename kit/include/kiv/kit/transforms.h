@@ -24,14 +24,18 @@ namespace Kiv_v4::kit {
 /// can only be translated or replaced.
 struct MatrixAccess
 {
+    /// Reads the matrix; nothing when there is no such item.
     std::function<std::optional<Matrix4d>(const Path& path)> get;
+    /// Writes the matrix; throws when it cannot.
     std::function<void(const Path& path, const Matrix4d& matrix)> set;
 };
 
 /// The data have factors, of which `composed` makes the matrix.
 struct FactorsAccess
 {
+    /// Reads the factors; nothing when there is no such item.
     std::function<std::optional<AffineFactors>(const Path& path)> get;
+    /// Writes the factors; throws when it cannot.
     std::function<void(const Path& path, const AffineFactors& factors)> set;
 };
 
@@ -40,13 +44,18 @@ struct FactorsAccess
 /// become another one. Setting one announces the attribute as well as the transform.
 struct AttributesAccess
 {
+    /// The table with the attributes.
     AttributeTable::Ptr table;
+    /// The attribute of the translation, in scene units.
     std::string translation = "translation";
     std::string rotation = "rotation"; ///< In degrees about x, then y, then z.
+    /// The attribute of the scale.
     std::string scale = "scale";
+    /// The attribute of the shear, xy, xz and yz.
     std::string shear = {};
 };
 
+/// Returns a handler whose transforms read and write so.
 [[nodiscard]] KIV_EXPORT Transform3dHandler::Ptr transformHandler(MatrixAccess access);
 [[nodiscard]] KIV_EXPORT Transform3dHandler::Ptr transformHandler(FactorsAccess access);
 [[nodiscard]] KIV_EXPORT Transform3dHandler::Ptr transformHandler(AttributesAccess access);

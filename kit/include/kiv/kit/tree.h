@@ -29,7 +29,9 @@ public:
     /// A child as its parent lists it.
     struct Child
     {
+        /// Unique among its siblings.
         std::string name;
+        /// As `SceneItem::nodeType`.
         std::string nodeType;
     };
 
@@ -46,6 +48,7 @@ public:
     Tree& operator=(const Tree&) = delete;
     virtual ~Tree();
 
+    /// Returns the path of the root item.
     [[nodiscard]] const Path& root() const noexcept { return _root; }
 
     /// Whether `path` is the root or one that begins with it in the same segment. Paths come from
