@@ -2,7 +2,6 @@
 
 #include <exception>
 #include <memory>
-#include <source_location>
 #include <string>
 
 #include "kiv/log.h"
@@ -11,19 +10,17 @@
 
 namespace Kiv_v4::detail {
 
-using Line = std::source_location;
-
 /// Runs `work`; a standard exception that escapes it is written to the log, under name, file and
-/// line of the operation that the client called, and goes on to the caller unchanged.
+/// line of the operation that the client called, and goes on to the caller unchanged. (The line is
+/// a builtin, since Clang 14 lacks `std::source_location`.)
 template <class Work>
-auto logged(const char* function, const char* file, Work work, Line at = Line::current())
+auto logged(const char* function, const char* file, Work work, int line = __builtin_LINE())
     -> decltype(work())
 {
     try {
         return work();
     } catch (const std::exception& caught) {
-        log(function, file, static_cast<int>(at.line()),
-            std::string("caught exception ") + caught.what() + "\n");
+        log(function, file, line, std::string("caught exception ") + caught.what() + "\n");
         throw;
     }
 }
@@ -33,7 +30,7 @@ auto logged(const char* function, const char* file, Work work, Line at = Line::c
 template <class Handler, class Make>
 auto dispatch(const char* function, const char* file, const SceneItem::Ptr& item,
               std::shared_ptr<Handler> (RunTimeMgr::*handlerOf)(const Rtid&) const, Make make,
-              Line at = Line::current()) -> decltype(make(std::declval<Handler&>()))
+              int line = __builtin_LINE()) -> decltype(make(std::declval<Handler&>()))
 {
     const auto work = [&]() -> decltype(make(std::declval<Handler&>())) {
         if (!item || item->path().empty()) {
@@ -45,7 +42,7 @@ auto dispatch(const char* function, const char* file, const SceneItem::Ptr& item
         }
         return make(*handler);
     };
-    return logged(function, file, work, at);
+    return logged(function, file, work, line);
 }
 
 } // namespace Kiv_v4::detail
