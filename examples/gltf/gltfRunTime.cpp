@@ -209,7 +209,7 @@ GltfRunTime::GltfRunTime(GltfDocument document)
         const auto* node = tree->find(item->path());
         return node && node->contains("camera")
                    ? std::make_shared<GltfCamera>(
-                         item, tree->json().at("cameras").at(node->at("camera").get<int>()))
+                         item, tree->json().at("cameras").at(node->at("camera").get<std::size_t>()))
                    : nullptr;
     };
     manager.setCameraHandler(id, kit::cameraHandler(camera));
