@@ -62,8 +62,8 @@ public:
     ~Loaded()
     {
 #ifdef KIV_Leaving
-        static const auto* left = _registration.release(); // found by what looks for leaks
-        static_cast<void>(left);
+        static RunTimeRegistration* volatile left; // in reach of what looks for leaks
+        left = _registration.release();
 #endif
     }
 
