@@ -62,7 +62,8 @@ public:
     ~Loaded()
     {
 #ifdef KIV_Leaving
-        static RunTimeRegistration* volatile left; // in reach of what looks for leaks
+        [[maybe_unused]] static RunTimeRegistration* volatile left; // in reach of what looks for
+                                                                    // leaks
         left = _registration.release();
 #endif
     }
