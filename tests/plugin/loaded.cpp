@@ -62,8 +62,8 @@ public:
     ~Loaded()
     {
 #ifdef KIV_Leaving
-        [[maybe_unused]] static RunTimeRegistration* volatile left; // in reach of what looks for
-                                                                    // leaks
+        // In reach of what looks for leaks.
+        [[maybe_unused]] static RunTimeRegistration* volatile left;
         left = _registration.release();
 #endif
     }
