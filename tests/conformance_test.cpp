@@ -85,7 +85,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(Conformance, FindsNothingInARightRunTimeWhateverTheSeed)
 {
-    for (const std::uint64_t seed : {1, 2, 3}) {
+    for (std::uint64_t seed = 1; seed <= 3; ++seed) {
         conformance::Options options;
         options.seed = seed;
         options.allocationFaults = conformance::failingAllocations();
