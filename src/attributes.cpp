@@ -2,16 +2,16 @@
 
 #include "kiv/attributeNotification.h"
 
-#include "dispatch.h"
-#include "executed.h"
-#include "immortal.h"
-#include "itemSubjects.h"
+#include "detail/dispatch.h"
+#include "detail/executeIfAny.h"
+#include "detail/itemObserverRegistry.h"
+#include "detail/noDestructor.h"
 
 namespace Kiv_v4 {
 
 namespace {
 
-using ObservedItems = detail::ItemSubjects<AttributeChanged, detail::UnkeptItemSubject>;
+using ObservedItems = detail::ItemObserverRegistry<AttributeChanged, detail::UnkeptItemSubject>;
 
 /// What the observers of all attributes of all items are registered on.
 struct AllAttributes : Subject
@@ -19,13 +19,14 @@ struct AllAttributes : Subject
 
 Subject& allAttributes()
 {
-    return detail::immortal<AllAttributes>();
+    static detail::NoDestructor<AllAttributes> subject;
+    return *subject;
 }
 
 /// Executes a command that gives an attribute; null when there is no command.
 Attribute::Ptr executedAttribute(const AttributeResultUndoableCommand::Ptr& command)
 {
-    return detail::executed(command) ? command->attribute() : nullptr;
+    return detail::executeIfAny(command) ? command->attribute() : nullptr;
 }
 
 } // namespace
@@ -47,7 +48,7 @@ Attribute::Ptr Attributes::addAttribute(const std::string& type, const std::stri
 
 bool Attributes::removeAttribute(const std::string& name)
 {
-    return detail::executed(removeAttributeCmd(name));
+    return detail::executeIfAny(removeAttributeCmd(name));
 }
 
 Attribute::Ptr Attributes::renameAttribute(const std::string& name, const std::string& newName)

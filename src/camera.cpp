@@ -3,14 +3,14 @@
 #include "kiv/cameraHandler.h"
 #include "kiv/cameraNotification.h"
 
-#include "dispatch.h"
-#include "executed.h"
-#include "itemSubjects.h"
+#include "detail/dispatch.h"
+#include "detail/executeIfAny.h"
+#include "detail/itemObserverRegistry.h"
 
 namespace Kiv_v4 {
 
 namespace {
-using ObservedItems = detail::ItemSubjects<CameraChanged>;
+using ObservedItems = detail::ItemObserverRegistry<CameraChanged>;
 } // namespace
 
 Camera::Camera() = default;
@@ -25,52 +25,52 @@ Camera::Ptr Camera::camera(SceneItem::Ptr const& item)
 
 void Camera::horizontalAperture(float value)
 {
-    detail::executed(horizontalApertureCmd(value));
+    detail::executeIfAny(horizontalApertureCmd(value));
 }
 
 void Camera::verticalAperture(float value)
 {
-    detail::executed(verticalApertureCmd(value));
+    detail::executeIfAny(verticalApertureCmd(value));
 }
 
 void Camera::horizontalApertureOffset(float value)
 {
-    detail::executed(horizontalApertureOffsetCmd(value));
+    detail::executeIfAny(horizontalApertureOffsetCmd(value));
 }
 
 void Camera::verticalApertureOffset(float value)
 {
-    detail::executed(verticalApertureOffsetCmd(value));
+    detail::executeIfAny(verticalApertureOffsetCmd(value));
 }
 
 void Camera::fStop(float value)
 {
-    detail::executed(fStopCmd(value));
+    detail::executeIfAny(fStopCmd(value));
 }
 
 void Camera::focalLength(float value)
 {
-    detail::executed(focalLengthCmd(value));
+    detail::executeIfAny(focalLengthCmd(value));
 }
 
 void Camera::focusDistance(float value)
 {
-    detail::executed(focusDistanceCmd(value));
+    detail::executeIfAny(focusDistanceCmd(value));
 }
 
 void Camera::nearClipPlane(float value)
 {
-    detail::executed(nearClipPlaneCmd(value));
+    detail::executeIfAny(nearClipPlaneCmd(value));
 }
 
 void Camera::farClipPlane(float value)
 {
-    detail::executed(farClipPlaneCmd(value));
+    detail::executeIfAny(farClipPlaneCmd(value));
 }
 
 void Camera::projection(Projection value)
 {
-    detail::executed(projectionCmd(value));
+    detail::executeIfAny(projectionCmd(value));
 }
 
 bool Camera::addObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer)

@@ -8,7 +8,7 @@
 #include "kiv/runTimeMgr.h"
 #include "kiv/sceneSegmentHandler.h"
 
-#include "dispatch.h"
+#include "detail/dispatch.h"
 
 namespace Kiv_v4 {
 
@@ -55,7 +55,7 @@ private:
             return;
         }
         try {
-            detail::logged("findAll", "src/cameraHandler", [&] {
+            detail::logAndRethrow("findAll", "src/cameraHandler", [&] {
                 if (isGateway || SceneSegmentHandler::isGateway(path)) {
                     for (const auto& item : mountedAt(Hierarchy::createItem(path))) {
                         search(item->path(), false);

@@ -6,7 +6,7 @@
 #include "kiv/runTimeMgr.h"
 #include "kiv/selection.h"
 
-#include "dispatch.h"
+#include "detail/dispatch.h"
 
 namespace Kiv_v4 {
 
@@ -50,7 +50,7 @@ CodeWrapperContext::CodeWrapperContext(CodeWrapperContainer const& container,
 CodeWrapperContext::~CodeWrapperContext()
 {
     try {
-        detail::logged("cleanup", "src/codeWrapper", [this] { cleanup(); });
+        detail::logAndRethrow("cleanup", "src/codeWrapper", [this] { cleanup(); });
     } catch (...) {
         // Logged; a destructor has nobody to tell.
     }

@@ -2,7 +2,7 @@
 
 #include "kiv/runTimeMgr.h"
 
-#include "executed.h"
+#include "detail/executeIfAny.h"
 
 namespace Kiv_v4 {
 
@@ -19,7 +19,7 @@ Connection::Ptr ConnectionHandler::connect(Attribute::Ptr const& src,
                                            Attribute::Ptr const& dst) const
 {
     const auto command = connectCmd(src, dst);
-    return detail::executed(command) ? command->connection() : nullptr;
+    return detail::executeIfAny(command) ? command->connection() : nullptr;
 }
 
 Connection::Ptr ConnectionHandler::connect(AttributeInfo const& src, AttributeInfo const& dst) const
@@ -30,7 +30,7 @@ Connection::Ptr ConnectionHandler::connect(AttributeInfo const& src, AttributeIn
 
 void ConnectionHandler::disconnect(Attribute::Ptr const& src, Attribute::Ptr const& dst) const
 {
-    detail::executed(disconnectCmd(src, dst));
+    detail::executeIfAny(disconnectCmd(src, dst));
 }
 
 void ConnectionHandler::disconnect(AttributeInfo const& src, AttributeInfo const& dst) const

@@ -1,7 +1,7 @@
 #include "kiv/contextOps.h"
 
-#include "dispatch.h"
-#include "executed.h"
+#include "detail/dispatch.h"
+#include "detail/executeIfAny.h"
 
 namespace Kiv_v4 {
 
@@ -17,7 +17,7 @@ ContextOps::Ptr ContextOps::contextOps(SceneItem::Ptr const& item)
 
 void ContextOps::doOp(ItemPath const& itemPath)
 {
-    detail::executed(doOpCmd(itemPath));
+    detail::executeIfAny(doOpCmd(itemPath));
 }
 
 ContextOpsHandler::ContextOpsHandler() = default;

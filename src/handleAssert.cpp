@@ -3,7 +3,7 @@
 #include <iostream>
 #include <utility>
 
-#include "sourceLines.h"
+#include "detail/sourceLines.h"
 
 namespace Kiv_v4 {
 

@@ -2,8 +2,8 @@
 
 #include "kiv/hierarchyHandler.h"
 
-#include "dispatch.h"
-#include "executed.h"
+#include "detail/dispatch.h"
+#include "detail/executeIfAny.h"
 
 namespace Kiv_v4 {
 
@@ -24,7 +24,7 @@ Hierarchy::~Hierarchy() = default;
 
 Hierarchy::Ptr Hierarchy::hierarchy(SceneItem::Ptr const& item)
 {
-    return detail::logged("hierarchy", kFile, [&]() -> Ptr {
+    return detail::logAndRethrow("hierarchy", kFile, [&]() -> Ptr {
         return !item || item->path().empty() ? nullptr
                                              : handlerOf(item->runTimeId()).hierarchy(item);
     });
@@ -32,19 +32,19 @@ Hierarchy::Ptr Hierarchy::hierarchy(SceneItem::Ptr const& item)
 
 SceneItem::Ptr Hierarchy::createItem(Path const& path)
 {
-    return detail::logged("createItem", kFile, [&]() -> SceneItem::Ptr {
+    return detail::logAndRethrow("createItem", kFile, [&]() -> SceneItem::Ptr {
         return path.empty() ? nullptr : handlerOf(path.runTimeId()).createItem(path);
     });
 }
 
 bool Hierarchy::reorder(SceneItemList const& orderedList)
 {
-    return detail::executed(reorderCmd(orderedList));
+    return detail::executeIfAny(reorderCmd(orderedList));
 }
 
 bool Hierarchy::ungroup()
 {
-    return detail::executed(ungroupCmd());
+    return detail::executeIfAny(ungroupCmd());
 }
 
 } // namespace Kiv_v4

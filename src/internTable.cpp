@@ -1,4 +1,4 @@
-#include "internTable.h"
+#include "detail/internTable.h"
 
 #include <cstdint>
 #include <cstring>

@@ -3,15 +3,15 @@
 #include "kiv/lightHandler.h"
 #include "kiv/lightNotification.h"
 
-#include "dispatch.h"
-#include "executed.h"
-#include "itemSubjects.h"
-#include "setValueCommand.h"
+#include "detail/dispatch.h"
+#include "detail/executeIfAny.h"
+#include "detail/itemObserverRegistry.h"
+#include "detail/setValueCommand.h"
 
 namespace Kiv_v4 {
 
 namespace {
-using ObservedItems = detail::ItemSubjects<LightChanged>;
+using ObservedItems = detail::ItemObserverRegistry<LightChanged>;
 } // namespace
 
 Light::Light() = default;
@@ -47,32 +47,32 @@ std::shared_ptr<Light::AreaInterface> Light::areaInterface()
 
 void Light::intensity(float value)
 {
-    detail::executed(intensityCmd(value));
+    detail::executeIfAny(intensityCmd(value));
 }
 
 void Light::color(float r, float g, float b)
 {
-    detail::executed(colorCmd(r, g, b));
+    detail::executeIfAny(colorCmd(r, g, b));
 }
 
 void Light::shadowEnable(bool value)
 {
-    detail::executed(shadowEnableCmd(value));
+    detail::executeIfAny(shadowEnableCmd(value));
 }
 
 void Light::shadowColor(float r, float g, float b)
 {
-    detail::executed(shadowColorCmd(r, g, b));
+    detail::executeIfAny(shadowColorCmd(r, g, b));
 }
 
 void Light::diffuse(float value)
 {
-    detail::executed(diffuseCmd(value));
+    detail::executeIfAny(diffuseCmd(value));
 }
 
 void Light::specular(float value)
 {
-    detail::executed(specularCmd(value));
+    detail::executeIfAny(specularCmd(value));
 }
 
 Light::DirectionalInterface::DirectionalInterface() = default;
@@ -81,7 +81,7 @@ Light::DirectionalInterface::~DirectionalInterface() = default;
 
 void Light::DirectionalInterface::angle(float value)
 {
-    detail::executed(angleCmd(value));
+    detail::executeIfAny(angleCmd(value));
 }
 
 Light::SphereInterface::SphereInterface() = default;
@@ -90,7 +90,7 @@ Light::SphereInterface::~SphereInterface() = default;
 
 void Light::SphereInterface::sphereProps(float radius, bool asPoint)
 {
-    detail::executed(spherePropsCmd(radius, asPoint));
+    detail::executeIfAny(spherePropsCmd(radius, asPoint));
 }
 
 Light::ConeInterface::ConeInterface() = default;
@@ -99,7 +99,7 @@ Light::ConeInterface::~ConeInterface() = default;
 
 void Light::ConeInterface::coneProps(float coneAngle, float penumbraAngle, float dropoff)
 {
-    detail::executed(conePropsCmd(coneAngle, penumbraAngle, dropoff));
+    detail::executeIfAny(conePropsCmd(coneAngle, penumbraAngle, dropoff));
 }
 
 Light::AreaInterface::AreaInterface() = default;
@@ -108,7 +108,7 @@ Light::AreaInterface::~AreaInterface() = default;
 
 void Light::AreaInterface::normalize(bool value)
 {
-    detail::executed(normalizeCmd(value));
+    detail::executeIfAny(normalizeCmd(value));
 }
 
 bool Light::addObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer)

@@ -3,8 +3,8 @@
 #include <iostream>
 #include <utility>
 
-#include "immortal.h"
-#include "sourceLines.h"
+#include "detail/noDestructor.h"
+#include "detail/sourceLines.h"
 
 namespace Kiv_v4 {
 
@@ -16,9 +16,15 @@ struct Listening
     bool isTelling = false;
 };
 
+Listening& listening()
+{
+    static detail::NoDestructor<Listening> shared;
+    return *shared;
+}
+
 void tell(const LogRecord& record) noexcept
 {
-    auto& state = detail::immortal<Listening>();
+    auto& state = listening();
     if (!state.listener || std::exchange(state.isTelling, true)) {
         return;
     }
@@ -41,7 +47,7 @@ void log(char const* function, char const* file, int line, std::string const& me
 
 void setLogListener(LogListener listener)
 {
-    detail::immortal<Listening>().listener = std::move(listener);
+    listening().listener = std::move(listener);
 }
 
 } // namespace Kiv_v4

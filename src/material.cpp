@@ -1,6 +1,6 @@
 #include "kiv/material.h"
 
-#include "dispatch.h"
+#include "detail/dispatch.h"
 
 namespace Kiv_v4 {
 

@@ -4,15 +4,19 @@
 
 #include "kiv/selection.h"
 
-#include "processWide.h"
+#include "detail/singleton.h"
 
 namespace Kiv_v4 {
 
 namespace {
 
-std::map<std::string, Selection::Ptr>& selections()
+using Selections = std::map<std::string, Selection::Ptr>;
+
+Selections& selections()
 {
-    return detail::processWide<std::map<std::string, Selection::Ptr>>();
+    static detail::NoDestructor<Selections> named;
+    static const detail::EmptiedAtExit<Selections> emptied(named);
+    return *named;
 }
 
 } // namespace

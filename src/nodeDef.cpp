@@ -1,6 +1,6 @@
 #include "kiv/nodeDef.h"
 
-#include "dispatch.h"
+#include "detail/dispatch.h"
 
 namespace Kiv_v4 {
 
@@ -10,7 +10,7 @@ NodeDef::~NodeDef() = default;
 
 NodeDef::Ptr NodeDef::definition(Rtid const& runTimeId, std::string const& type)
 {
-    return detail::logged("definition", "src/nodeDef", [&]() -> Ptr {
+    return detail::logAndRethrow("definition", "src/nodeDef", [&]() -> Ptr {
         const auto handler = RunTimeMgr::instance().nodeDefHandler(runTimeId);
         return handler ? handler->definition(type) : nullptr;
     });

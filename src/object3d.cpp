@@ -6,8 +6,8 @@
 #include "kiv/object3dNotification.h"
 #include "kiv/subject.h"
 
-#include "dispatch.h"
-#include "immortal.h"
+#include "detail/dispatch.h"
+#include "detail/noDestructor.h"
 
 namespace Kiv_v4 {
 
@@ -21,7 +21,8 @@ struct AnyObject3d : Subject
 
 Subject& anyObject3d()
 {
-    return detail::immortal<AnyObject3d>();
+    static detail::NoDestructor<AnyObject3d> subject;
+    return *subject;
 }
 
 } // namespace

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <utility>
 
-#include "headCount.h"
-#include "immortal.h"
-#include "pathBuilder.h"
-#include "pathText.h"
+#include "detail/headCount.h"
+#include "detail/noDestructor.h"
+#include "detail/pathBuilder.h"
+#include "detail/pathText.h"
 
 namespace Kiv_v4 {
 
@@ -266,7 +266,8 @@ void Path::requireComponents() const
 
 const Path::Segments& Path::noSegments() noexcept
 {
-    return detail::immortal<const Segments>();
+    static detail::NoDestructor<const Segments> none;
+    return *none;
 }
 
 InvalidOperationOnPath::InvalidOperationOnPath(const Path& path) : std::out_of_range(path.string())

@@ -1,4 +1,4 @@
-#include "pathBuilder.h"
+#include "detail/pathBuilder.h"
 
 #include <cassert>
 #include <cstring>
@@ -57,7 +57,7 @@ PathBuilder::PathBuilder(std::size_t nbSegments, std::size_t size)
 PathBuilder::~PathBuilder()
 {
     if (_body) {
-        _body->letGo();
+        _body->release();
     }
 }
 
@@ -120,7 +120,7 @@ Path PathBuilder::linkedHead(const Path& path, std::size_t size) noexcept
     if (!head) {
         return {};
     }
-    head->hold();
+    head->retain();
     return Path(head);
 }
 
@@ -150,7 +150,7 @@ void PathBuilder::addShown(const PathBody& parent) noexcept
 {
     std::memcpy(static_cast<void*>(_components), static_cast<const void*>(parent.begin()),
                 parent._size * sizeof(PathComponent));
-    parent.hold();
+    parent.retain();
     _body->_parent = &parent;
     _body->_nbLinks = parent._nbLinks + 1;
     _body->_size = parent._size;

@@ -2,8 +2,8 @@
 
 #include "kiv/detail/poolAllocator.h"
 
-#include "immortal.h"
-#include "internTable.h"
+#include "detail/internTable.h"
+#include "detail/noDestructor.h"
 
 namespace Kiv_v4 {
 
@@ -17,7 +17,8 @@ std::uint64_t nextId = 0;
 
 detail::InternTable& detail::internTable()
 {
-    return immortal<InternTable>();
+    static NoDestructor<InternTable> table;
+    return *table;
 }
 
 PathComponent PathComponent::intern(std::string_view name)
@@ -56,7 +57,8 @@ std::size_t PathComponent::tableSize()
 
 const std::string& PathComponent::emptyName() noexcept
 {
-    return detail::immortal<const std::string>();
+    static detail::NoDestructor<const std::string> empty;
+    return *empty;
 }
 
 void PathComponent::forget(const Data& data) noexcept

@@ -3,8 +3,8 @@
 #include <string_view>
 #include <utility>
 
-#include "headCount.h"
-#include "pathText.h"
+#include "detail/headCount.h"
+#include "detail/pathText.h"
 
 namespace Kiv_v4 {
 

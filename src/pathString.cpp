@@ -8,11 +8,11 @@
 #include "kiv/runTimeMgr.h"
 #include "kiv/stringUtils.h"
 
-#include "immortal.h"
-#include "notation.h"
-#include "pathBuilder.h"
-#include "pathText.h"
-#include "splitting.h"
+#include "detail/noDestructor.h"
+#include "detail/notation.h"
+#include "detail/pathBuilder.h"
+#include "detail/pathText.h"
+#include "detail/splitting.h"
 
 namespace Kiv_v4 {
 
@@ -46,7 +46,8 @@ struct Settings
 // Never destroyed: run-times in other shared objects may unregister after this one's statics died.
 Settings& settings()
 {
-    return detail::immortal<Settings>();
+    static detail::NoDestructor<Settings> shared;
+    return *shared;
 }
 
 std::string DefaultString::operator()(const Path& path) const

@@ -7,7 +7,7 @@
 #include "kiv/scene.h"
 #include "kiv/sceneNotification.h"
 
-#include "dispatch.h"
+#include "detail/dispatch.h"
 
 namespace Kiv_v4 {
 
@@ -68,21 +68,21 @@ PathSubject::PathSubject(const Path& path, AddObserverFn addObserverFn,
     try {
         addObservers(_path, Path());
     } catch (...) {
-        letGo();
+        detachAll();
         throw;
     }
 }
 
 PathSubject::~PathSubject()
 {
-    letGo();
+    detachAll();
 }
 
-void PathSubject::letGo() noexcept
+void PathSubject::detachAll() noexcept
 {
     try {
-        detail::logged("~PathSubject", "src/pathSubject",
-                       [this] { removeObservers(_path, Path()); });
+        detail::logAndRethrow("~PathSubject", "src/pathSubject",
+                              [this] { removeObservers(_path, Path()); });
     } catch (...) {
         // Logged; there is nobody to tell.
     }

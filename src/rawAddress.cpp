@@ -1,17 +1,18 @@
 #include "kiv/rawAddress.h"
 
-#include "immortal.h"
-#include "ownerOrdered.h"
-#include "rawAddresses.h"
+#include "detail/noDestructor.h"
+#include "detail/rawAddresses.h"
+#include "detail/weakPtrSet.h"
 
 namespace Kiv_v4 {
 
 namespace {
 
 template <class T>
-detail::OwnerOrderedSet<T>& remembered()
+detail::WeakPtrSet<T>& remembered()
 {
-    return detail::immortal<detail::OwnerOrderedSet<T>>();
+    static detail::NoDestructor<detail::WeakPtrSet<T>> set;
+    return *set;
 }
 
 template <class T>

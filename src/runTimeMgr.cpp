@@ -7,8 +7,8 @@
 
 #include "kiv/runTimeEvent.h"
 
-#include "handlerTable.h"
-#include "immortal.h"
+#include "detail/handlerTable.h"
+#include "detail/noDestructor.h"
 
 namespace Kiv_v4 {
 
@@ -45,7 +45,8 @@ struct Registry
 // Run-times in other shared objects may unregister after this one's statics died.
 Registry& registry()
 {
-    return detail::immortal<Registry>();
+    static detail::NoDestructor<Registry> shared;
+    return *shared;
 }
 
 template <class Handler>

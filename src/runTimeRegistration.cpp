@@ -6,15 +6,15 @@
 #include "kiv/pathString.h"
 #include "kiv/transform3dNotification.h"
 
-#include "itemSubjects.h"
-#include "notation.h"
-#include "rawAddresses.h"
+#include "detail/itemObserverRegistry.h"
+#include "detail/notation.h"
+#include "detail/rawAddresses.h"
 
 namespace Kiv_v4 {
 
 namespace {
 
-using detail::ItemSubjects;
+using detail::ItemObserverRegistry;
 
 /// Takes the observers from the run-time's items, in each of the registries.
 template <class... Registry>
@@ -42,9 +42,9 @@ RunTimeRegistration::~RunTimeRegistration()
     detail::forgetNotation(_id);
     RunTimeMgr::instance().unregister(_id);
     // What is kept of the run-time's objects leads into its code, also when they have died.
-    forgetIn<ItemSubjects<AttributeChanged, detail::UnkeptItemSubject>,
-             ItemSubjects<Transform3dChanged>, ItemSubjects<CameraChanged>,
-             ItemSubjects<LightChanged>>(_id);
+    forgetIn<ItemObserverRegistry<AttributeChanged, detail::UnkeptItemSubject>,
+             ItemObserverRegistry<Transform3dChanged>, ItemObserverRegistry<CameraChanged>,
+             ItemObserverRegistry<LightChanged>>(_id);
     detail::forgetDeadAddresses();
 }
 

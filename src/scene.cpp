@@ -2,7 +2,7 @@
 
 #include "kiv/sceneNotification.h"
 
-#include "processWide.h"
+#include "detail/singleton.h"
 
 namespace Kiv_v4 {
 
@@ -19,21 +19,29 @@ void gather(SceneCompositeNotification& composite, const SceneChanged& change)
     }
 }
 
+Scene::Ptr& installed()
+{
+    static detail::NoDestructor<Scene::Ptr> scene;
+    static const detail::EmptiedAtExit<Scene::Ptr> emptied(scene);
+    return *scene;
+}
+
 } // namespace
 
 void Scene::initializeInstance(const std::shared_ptr<Scene>& scene)
 {
-    detail::install(scene, "Cannot initialize scene instance more than once.");
+    detail::installSingleton(installed(), scene,
+                             "Cannot initialize scene instance more than once.");
 }
 
 Scene& Scene::instance()
 {
-    return *detail::processWide<Ptr>();
+    return *installed();
 }
 
 bool Scene::hasInstance()
 {
-    return detail::processWide<Ptr>() != nullptr;
+    return installed() != nullptr;
 }
 
 Scene::Scene() = default;
@@ -43,21 +51,21 @@ Scene::~Scene() = default;
 void Scene::notify(const Notification& notification)
 {
     const auto& change = static_cast<const SceneChanged&>(notification);
-    auto& installed = instance();
-    if (installed.inCompositeNotification()) {
-        gather(*installed._compositeNotification, change);
+    auto& scene = instance();
+    if (scene.inCompositeNotification()) {
+        gather(*scene._compositeNotification, change);
         return;
     }
     Subject::notify(change);
     switch (change.opType()) {
     case SceneChanged::Added:
-        return installed.postNotifyObjectAdd(static_cast<const ObjectAdd&>(change));
+        return scene.postNotifyObjectAdd(static_cast<const ObjectAdd&>(change));
     case SceneChanged::Deleted:
-        return installed.postNotifyObjectDelete(static_cast<const ObjectDelete&>(change));
+        return scene.postNotifyObjectDelete(static_cast<const ObjectDelete&>(change));
     case SceneChanged::PathChanged:
-        return installed.postNotifyObjectPathChange(static_cast<const ObjectPathChange&>(change));
+        return scene.postNotifyObjectPathChange(static_cast<const ObjectPathChange&>(change));
     case SceneChanged::SubtreeInvalidated:
-        return installed.postNotifySubtreeInvalidate(static_cast<const SubtreeInvalidate&>(change));
+        return scene.postNotifySubtreeInvalidate(static_cast<const SubtreeInvalidate&>(change));
     case SceneChanged::Composite:
         return; // its hook is run by the guard's end
     }

@@ -1,4 +1,4 @@
-#include "setValueCommand.h"
+#include "detail/setValueCommand.h"
 
 namespace Kiv_v4 {
 

@@ -1,6 +1,6 @@
 #include "kiv/stringUtils.h"
 
-#include "splitting.h"
+#include "detail/splitting.h"
 
 namespace Kiv_v4 {
 

@@ -8,7 +8,7 @@
 #include "kiv/log.h"
 #include "kiv/notification.h"
 
-#include "ownerOrdered.h"
+#include "detail/weakPtrSet.h"
 
 namespace Kiv_v4 {
 

@@ -6,9 +6,9 @@
 #include "kiv/transform3dHandler.h"
 #include "kiv/transform3dNotification.h"
 
-#include "dispatch.h"
-#include "executed.h"
-#include "itemSubjects.h"
+#include "detail/dispatch.h"
+#include "detail/executeIfAny.h"
+#include "detail/itemObserverRegistry.h"
 
 namespace Kiv_v4 {
 
@@ -16,7 +16,7 @@ namespace {
 
 constexpr auto kFile = "src/transform3d";
 
-using ObservedItems = detail::ItemSubjects<Transform3dChanged>;
+using ObservedItems = detail::ItemObserverRegistry<Transform3dChanged>;
 
 /// `matrix`, which leads to the space of the path's last segment, continued to world space.
 Matrix4d toWorld(const Matrix4d& matrix, const Path& path)
@@ -48,14 +48,14 @@ Transform3dRead::Ptr Transform3dRead::transform3dRead(SceneItem::Ptr const& item
 
 Matrix4d Transform3dRead::inclusiveMatrix() const
 {
-    return detail::logged("inclusiveMatrix", kFile,
-                          [&] { return toWorld(segmentInclusiveMatrix(), path()); });
+    return detail::logAndRethrow("inclusiveMatrix", kFile,
+                                 [&] { return toWorld(segmentInclusiveMatrix(), path()); });
 }
 
 Matrix4d Transform3dRead::exclusiveMatrix() const
 {
-    return detail::logged("exclusiveMatrix", kFile,
-                          [&] { return toWorld(segmentExclusiveMatrix(), path()); });
+    return detail::logAndRethrow("exclusiveMatrix", kFile,
+                                 [&] { return toWorld(segmentExclusiveMatrix(), path()); });
 }
 
 Transform3d::Ptr Transform3d::transform3d(SceneItem::Ptr const& item)
@@ -75,27 +75,27 @@ Transform3d::~Transform3d() = default;
 
 void Transform3d::translate(double x, double y, double z)
 {
-    detail::executed(translateCmd(x, y, z));
+    detail::executeIfAny(translateCmd(x, y, z));
 }
 
 void Transform3d::rotate(double x, double y, double z)
 {
-    detail::executed(rotateCmd(x, y, z));
+    detail::executeIfAny(rotateCmd(x, y, z));
 }
 
 void Transform3d::scale(double x, double y, double z)
 {
-    detail::executed(scaleCmd(x, y, z));
+    detail::executeIfAny(scaleCmd(x, y, z));
 }
 
 void Transform3d::rotatePivot(double x, double y, double z)
 {
-    detail::executed(rotatePivotCmd(x, y, z));
+    detail::executeIfAny(rotatePivotCmd(x, y, z));
 }
 
 void Transform3d::scalePivot(double x, double y, double z)
 {
-    detail::executed(scalePivotCmd(x, y, z));
+    detail::executeIfAny(scalePivotCmd(x, y, z));
 }
 
 UndoableCommand::Ptr Transform3d::translateRotatePivotCmd(double, double, double)
@@ -105,7 +105,7 @@ UndoableCommand::Ptr Transform3d::translateRotatePivotCmd(double, double, double
 
 void Transform3d::translateRotatePivot(double x, double y, double z)
 {
-    detail::executed(translateRotatePivotCmd(x, y, z));
+    detail::executeIfAny(translateRotatePivotCmd(x, y, z));
 }
 
 Vector3d Transform3d::rotatePivotTranslation() const
@@ -120,7 +120,7 @@ UndoableCommand::Ptr Transform3d::translateScalePivotCmd(double, double, double)
 
 void Transform3d::translateScalePivot(double x, double y, double z)
 {
-    detail::executed(translateScalePivotCmd(x, y, z));
+    detail::executeIfAny(translateScalePivotCmd(x, y, z));
 }
 
 Vector3d Transform3d::scalePivotTranslation() const
@@ -135,7 +135,7 @@ UndoableCommand::Ptr Transform3d::rotateAxisCmd(double, double, double)
 
 void Transform3d::rotateAxis(double x, double y, double z)
 {
-    detail::executed(rotateAxisCmd(x, y, z));
+    detail::executeIfAny(rotateAxisCmd(x, y, z));
 }
 
 Vector3d Transform3d::rotateAxis() const
@@ -150,7 +150,7 @@ UndoableCommand::Ptr Transform3d::shearCmd(double, double, double)
 
 void Transform3d::shear(double x, double y, double z)
 {
-    detail::executed(shearCmd(x, y, z));
+    detail::executeIfAny(shearCmd(x, y, z));
 }
 
 Vector3d Transform3d::shear() const
@@ -160,7 +160,7 @@ Vector3d Transform3d::shear() const
 
 void Transform3d::setMatrix(Matrix4d const& matrix)
 {
-    detail::executed(setMatrixCmd(matrix));
+    detail::executeIfAny(setMatrixCmd(matrix));
 }
 
 bool Transform3d::addObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer)

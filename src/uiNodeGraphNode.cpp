@@ -1,7 +1,7 @@
 #include "kiv/uiNodeGraphNode.h"
 
-#include "dispatch.h"
-#include "executed.h"
+#include "detail/dispatch.h"
+#include "detail/executeIfAny.h"
 
 namespace Kiv_v4 {
 
@@ -18,7 +18,7 @@ UINodeGraphNode::Ptr UINodeGraphNode::uiNodeGraphNode(SceneItem::Ptr const& item
 
 void UINodeGraphNode::setPosition(TypedVectorN<float, 2> const& position)
 {
-    detail::executed(setPositionCmd(position));
+    detail::executeIfAny(setPositionCmd(position));
 }
 
 UINodeGraphNode_v4_1::Ptr UINodeGraphNode_v4_1::uiNodeGraphNode(SceneItem::Ptr const& item)
@@ -30,7 +30,7 @@ UINodeGraphNode_v4_1::~UINodeGraphNode_v4_1() = default;
 
 void UINodeGraphNode_v4_1::setSize(TypedVectorN<float, 2> const& size)
 {
-    detail::executed(setSizeCmd(size));
+    detail::executeIfAny(setSizeCmd(size));
 }
 
 UINodeGraphNodeHandler::UINodeGraphNodeHandler() = default;

@@ -1,6 +1,6 @@
 #include "kiv/undoableCommandMgr.h"
 
-#include "processWide.h"
+#include "detail/singleton.h"
 
 namespace Kiv_v4 {
 
@@ -10,7 +10,8 @@ UndoableCommandMgr::~UndoableCommandMgr() = default;
 
 void UndoableCommandMgr::initializeInstance(const Ptr& manager)
 {
-    detail::install(manager, "Cannot initialize the command manager instance more than once.");
+    detail::installSingleton(installed(), manager,
+                             "Cannot initialize the command manager instance more than once.");
 }
 
 UndoableCommandMgr& UndoableCommandMgr::instance()
@@ -27,7 +28,9 @@ void UndoableCommandMgr::registerCmd(const UndoableCommand::Ptr&) const {}
 
 UndoableCommandMgr::Ptr& UndoableCommandMgr::installed()
 {
-    return detail::processWide<Ptr>();
+    static detail::NoDestructor<Ptr> manager;
+    static const detail::EmptiedAtExit<Ptr> emptied(manager);
+    return *manager;
 }
 
 } // namespace Kiv_v4

@@ -7,7 +7,7 @@
 #include "kiv/baseUndoableCommand.h"
 #include "kiv/compositeUndoableCommand.h"
 
-#include "step.h"
+#include "executedCommands.h"
 
 namespace Kiv_v4::host::detail {
 
@@ -102,7 +102,8 @@ UndoableCommand::Ptr without(const UndoableCommand::Ptr& command,
     if (isWhole) {
         return command;
     }
-    return left.empty() ? nullptr : std::make_shared<Step>(command->commandString(), left);
+    return left.empty() ? nullptr
+                        : std::make_shared<ExecutedCommands>(command->commandString(), left);
 }
 
 UndoableCommand::Ptr merged(const UndoableCommand::Ptr& first, const UndoableCommand::Ptr& next)

@@ -9,8 +9,8 @@
 #include "kiv/log.h"
 
 #include "ops.h"
+#include "scopedFlag.h"
 #include "selectionFollower.h"
-#include "step.h"
 
 namespace Kiv_v4::host {
 
@@ -121,7 +121,7 @@ void HostScene::notify(const Notification& notification)
         _state->waiting.push_back(copyOf(change));
         return;
     }
-    const detail::Running delivering(_state->isDelivering);
+    const detail::ScopedFlag delivering(_state->isDelivering);
     std::exception_ptr first;
     const auto deliverOrNote = [&](const SceneChanged& next) {
         try {

@@ -13,7 +13,7 @@
 #include "kiv/observableSelection.h"
 #include "kiv/runTimeMgr.h"
 
-#include "step.h"
+#include "scopedFlag.h"
 #include "strays.h"
 
 namespace Kiv_v4::host::detail {
@@ -109,7 +109,7 @@ void SelectionFollower::follow(std::span<const Op> ops, bool isBatch)
     if (!selection) {
         return;
     }
-    const Running ownChange(_memory->isOwnChange);
+    const ScopedFlag ownChange(_memory->isOwnChange);
     bringBack(*selection, ops);
 
     Strays strays(*selection);

@@ -8,12 +8,13 @@
 #include "kiv/log.h"
 #include "kiv/undoableCommandMgr.h"
 
-#include "step.h"
+#include "executedCommands.h"
+#include "scopedFlag.h"
 
 namespace Kiv_v4::host {
 
-using detail::Running;
-using detail::Step;
+using detail::ExecutedCommands;
+using detail::ScopedFlag;
 
 namespace {
 
@@ -81,7 +82,7 @@ void Transaction::run(const UndoableCommand::Ptr& command)
     CompositeUndoableCommand::Commands entry{command}; // so that nothing can fail afterwards
     const auto isNested = _isRunning;
     {
-        const Running running(_isRunning);
+        const ScopedFlag running(_isRunning);
         command->execute();
     }
     if (!isNested) {
@@ -93,12 +94,12 @@ void Transaction::commit()
 {
     requireOpen();
     if (!_done.empty()) {
-        const auto step = std::make_shared<Step>(_name, _done);
+        const auto step = std::make_shared<ExecutedCommands>(_name, _done);
         if (_outer) {
             _outer->take(step);
         } else {
             // Executed, not registered: that is what a command guard gathers.
-            const Running handingOver(chain().isHandingOver);
+            const ScopedFlag handingOver(chain().isHandingOver);
             UndoableCommandMgr::instance().executeCmd(step);
         }
         _done.clear();
@@ -112,7 +113,7 @@ void Transaction::rollBack() noexcept
         return;
     }
     {
-        const Running running(_isRunning);
+        const ScopedFlag running(_isRunning);
         for (; !_done.empty(); _done.pop_back()) {
             undo(_name, *_done.back());
         }

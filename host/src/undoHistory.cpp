@@ -12,11 +12,11 @@
 #include "kiv/runTimeCommand.h"
 
 #include "entry.h"
-#include "step.h"
+#include "scopedFlag.h"
 
 namespace Kiv_v4::host {
 
-using detail::Running;
+using detail::ScopedFlag;
 using Entries = std::list<UndoableCommand::Ptr>;
 
 struct UndoHistory::State
@@ -103,7 +103,7 @@ struct UndoHistory::State
     template <class Operation>
     void run(Operation operation)
     {
-        const Running isRunning(running);
+        const ScopedFlag isRunning(running);
         endMerge();
         operation();
     }
@@ -158,7 +158,7 @@ void UndoHistory::executeCmd(const UndoableCommand::Ptr& command) const
     }
     Entries entry{command};
     {
-        const Running running(_state->running);
+        const ScopedFlag running(_state->running);
         command->execute();
     }
     if (!detail::doesNothing(command)) {

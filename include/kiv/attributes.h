@@ -121,20 +121,6 @@ public:
     [[nodiscard]] virtual AttributeDef::Ptr attributeDef(const std::string& name) const = 0;
 };
 
-/// What a run-time installs to make its items' `Attributes`.
-class KIV_EXPORT AttributesHandler
-{
-public:
-    using Ptr = std::shared_ptr<AttributesHandler>;
-
-    AttributesHandler();
-    AttributesHandler(const AttributesHandler&) = delete;
-    AttributesHandler& operator=(const AttributesHandler&) = delete;
-    virtual ~AttributesHandler();
-
-    /// The attributes of `item`, an item of this run-time, maybe out of date; null when it has
-    /// none.
-    [[nodiscard]] virtual Attributes::Ptr attributes(SceneItem::Ptr const& item) = 0;
-};
-
 } // namespace Kiv_v4
+
+#include "kiv/attributesHandler.h" // for code that knows this header alone

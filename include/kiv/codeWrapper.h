@@ -31,28 +31,6 @@ public:
     virtual void cleanup(std::string const& subOperation) = 0;
 };
 
-/// Makes a run-time's code wrappers. A run-time installs its handler with
-/// `RunTimeMgr::setCodeWrapperHandler`; it goes when the run-time unregisters.
-class KIV_EXPORT CodeWrapperHandler
-{
-public:
-    using Ptr = std::shared_ptr<CodeWrapperHandler>;
-
-    CodeWrapperHandler();
-    CodeWrapperHandler(const CodeWrapperHandler&) = delete;
-    CodeWrapperHandler& operator=(const CodeWrapperHandler&) = delete;
-    virtual ~CodeWrapperHandler();
-
-    /// Whether the run-time wants to wrap operations of that name; `createCodeWrapper` is not asked
-    /// otherwise.
-    [[nodiscard]] virtual bool wraps(std::string const& operationName) const = 0;
-
-    /// A wrapper for the operation `name` on `selection`, which holds items of this run-time and
-    /// may hold others. By default null: none.
-    [[nodiscard]] virtual CodeWrapper::Ptr createCodeWrapper(Selection const& selection,
-                                                             std::string const& name);
-};
-
 /// The wrappers of one operation on a selection: one from each run-time that the selection touches
 /// and that supplies one, in the order in which the selection reaches the run-times.
 class KIV_EXPORT CodeWrapperContainer
@@ -103,3 +81,5 @@ private:
 };
 
 } // namespace Kiv_v4
+
+#include "kiv/codeWrapperHandler.h" // for code that knows this header alone

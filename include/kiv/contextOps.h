@@ -79,19 +79,6 @@ public:
     [[nodiscard]] virtual UndoableCommand::Ptr doOpCmd(ItemPath const& itemPath) = 0;
 };
 
-/// What a run-time installs to make its items' `ContextOps`.
-class KIV_EXPORT ContextOpsHandler
-{
-public:
-    using Ptr = std::shared_ptr<ContextOpsHandler>;
-
-    ContextOpsHandler();
-    ContextOpsHandler(const ContextOpsHandler&) = delete;
-    ContextOpsHandler& operator=(const ContextOpsHandler&) = delete;
-    virtual ~ContextOpsHandler();
-
-    /// The menu of `item`, an item of this run-time, maybe out of date; null when it has none.
-    [[nodiscard]] virtual ContextOps::Ptr contextOps(SceneItem::Ptr const& item) = 0;
-};
-
 } // namespace Kiv_v4
+
+#include "kiv/contextOpsHandler.h" // for code that knows this header alone

@@ -5,17 +5,14 @@
 #include <memory>
 
 #include "kiv/export.h"
+#include "kiv/mathTypes.h"
 #include "kiv/observer.h"
 #include "kiv/rtid.h"
 #include "kiv/sceneItem.h"
 #include "kiv/setValueCommands.h"
-#include "kiv/typedColorN.h"
 #include "kiv/undoableCommand.h"
 
 namespace Kiv_v4 {
-
-/// Red, green and blue, linear.
-using Color3f = TypedColorN<float, 3>;
 
 /// The light properties of one scene item, supplied by its run-time. A light with a direction
 /// shines along -z of the item's space. What only some kinds have is in interfaces of their own.

@@ -67,7 +67,7 @@ public:
     Path(const Path& other) noexcept : _body(other._body), _hash(other._hash)
     {
         if (_body) {
-            _body->hold();
+            _body->retain();
         }
     }
 
@@ -79,7 +79,7 @@ public:
     ~Path()
     {
         if (_body) {
-            _body->letGo();
+            _body->release();
         }
     }
 

@@ -70,7 +70,7 @@ public:
     void objectDelete(const Path& deletedPath);
 
 private:
-    KIV_HIDDEN void letGo() noexcept;
+    KIV_HIDDEN void detachAll() noexcept;
 
     Path _path;
     const AddObserverFn _addObserverFn;

@@ -3,18 +3,11 @@
 #include <memory>
 
 #include "kiv/export.h"
+#include "kiv/mathTypes.h"
 #include "kiv/path.h"
 #include "kiv/sceneItem.h"
-#include "kiv/typedSquareMatrixN.h"
-#include "kiv/typedVectorN.h"
 
 namespace Kiv_v4 {
-
-/// Three numbers, such as a translation in scene units.
-using Vector3d = TypedVectorN<double, 3>;
-
-/// A transform; `Transform3dRead` tells the convention.
-using Matrix4d = TypedSquareMatrixN<double, 4>;
 
 /// Reads the 3D transform of one scene item.
 ///

@@ -102,7 +102,7 @@ public:
     /// node's parent is at `depth`: see `Trie::closestCommonAncestor`.
     [[nodiscard]] int closestCommonAncestor(int depth) const noexcept;
 
-    /// Leaves the node without component, parent, children and data. It may still hang in its
+    /// Leaves the node without component, parent, children and data. It may still stand in its
     /// parent.
     void clear() noexcept;
 
@@ -116,7 +116,7 @@ private:
         return _children.find(component);
     }
 
-    void hang(Ptr child);
+    void attach(Ptr child);
 
     // What a walk reads comes first, in one cache line.
     detail::ChildTable<TrieNode<T>> _children;
@@ -175,7 +175,7 @@ public:
     NodePtr add(const Path& path, const T& data);
 
     /// The path's node, made without data, with the nodes on the way, when there is none.
-    NodePtr createNode(const Path& path) { return reach(path)->shared_from_this(); }
+    NodePtr createNode(const Path& path) { return findOrCreate(path)->shared_from_this(); }
 
     /// Takes the data at `path` away and gives its node, whose data can still be read and which may
     /// have left the tree. Null, and no change, when there is no data at `path`.
@@ -264,7 +264,7 @@ private:
     }
 
     [[nodiscard]] Node* walk(const Path& path) const noexcept;
-    [[nodiscard]] Node* reach(const Path& path);
+    [[nodiscard]] Node* findOrCreate(const Path& path);
     void cleanUpNode(NodePtr node) noexcept;
 
     template <bool Inclusive>
@@ -279,12 +279,12 @@ template <class T>
 void TrieNode<T>::add(const Ptr& child)
 {
     const auto self = this->shared_from_this();
-    hang(child);
+    attach(child);
 }
 
 /// `add` for a node that is known to be owned by a shared pointer.
 template <class T>
-void TrieNode<T>::hang(Ptr child)
+void TrieNode<T>::attach(Ptr child)
 {
     _children.reserveOne();
     child->_parent = this->weak_from_this();
@@ -396,7 +396,7 @@ void TrieNode<T>::clear() noexcept
 template <class T>
 typename Trie<T>::NodePtr Trie<T>::add(const Path& path, const T& data)
 {
-    auto node = reach(path)->shared_from_this();
+    auto node = findOrCreate(path)->shared_from_this();
     try {
         node->setData(data);
     } catch (...) {
@@ -452,17 +452,17 @@ typename Trie<T>::Node* Trie<T>::walk(const Path& path) const noexcept
     return node;
 }
 
-/// The path's node, made when there is none. New nodes hang on one another before they hang in the
-/// tree, so that a failure changes nothing.
+/// The path's node, made when there is none. New nodes are attached to one another before they are
+/// attached to the tree, so that a failure changes nothing.
 template <class T>
-typename Trie<T>::Node* Trie<T>::reach(const Path& path)
+typename Trie<T>::Node* Trie<T>::findOrCreate(const Path& path)
 {
     auto* node = _root.get();
     NodePtr branch;
     auto* last = node;
     for (const auto& component : path) {
         if (branch) {
-            last->hang(makeNode(component));
+            last->attach(makeNode(component));
             last = last->child(component);
         } else if (auto* const child = node->child(component)) {
             node = last = child;
@@ -472,7 +472,7 @@ typename Trie<T>::Node* Trie<T>::reach(const Path& path)
         }
     }
     if (branch) {
-        node->hang(std::move(branch));
+        node->attach(std::move(branch));
     }
     return last;
 }

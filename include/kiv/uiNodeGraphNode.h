@@ -64,19 +64,6 @@ public:
     virtual void setSize(TypedVectorN<float, 2> const& size);
 };
 
-/// What a run-time installs to make its items' `UINodeGraphNode`.
-class KIV_EXPORT UINodeGraphNodeHandler
-{
-public:
-    using Ptr = std::shared_ptr<UINodeGraphNodeHandler>;
-
-    UINodeGraphNodeHandler();
-    UINodeGraphNodeHandler(const UINodeGraphNodeHandler&) = delete;
-    UINodeGraphNodeHandler& operator=(const UINodeGraphNodeHandler&) = delete;
-    virtual ~UINodeGraphNodeHandler();
-
-    /// The node of `item`, an item of this run-time, maybe out of date; null when it has none.
-    [[nodiscard]] virtual UINodeGraphNode::Ptr uiNodeGraphNode(SceneItem::Ptr const& item) = 0;
-};
-
 } // namespace Kiv_v4
+
+#include "kiv/uiNodeGraphNodeHandler.h" // for code that knows this header alone

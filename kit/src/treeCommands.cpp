@@ -28,11 +28,11 @@ void requireFree(const Tree& tree, const Path& path)
     }
 }
 
-/// An item that comes into the tree and leaves it again; what is out is kept here.
-class Presence
+/// Puts an item into the tree and takes it out again, and keeps it while it is out.
+class Insertion
 {
 public:
-    Presence(Tree::Ptr tree, std::size_t row) : _tree(std::move(tree)), _row(row) {}
+    Insertion(Tree::Ptr tree, std::size_t row) : _tree(std::move(tree)), _row(row) {}
 
     void enter(const Path& path)
     {
@@ -111,7 +111,7 @@ private:
     const std::string _name;
     const std::string _text;
     const std::function<Tree::Part()> _make;
-    Presence _presence;
+    Insertion _presence;
     Path _path; // empty before the first run
 };
 
@@ -136,7 +136,7 @@ public:
     }
 
 private:
-    Presence _presence;
+    Insertion _presence;
 };
 
 class RenameCommand : public TreeCommand<SceneItemResultUndoableCommand>

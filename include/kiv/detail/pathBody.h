@@ -96,9 +96,9 @@ public:
         return made ? *made : makeSegments();
     }
 
-    void hold() const noexcept { _holders.fetch_add(1, std::memory_order_relaxed); }
+    void retain() const noexcept { _holders.fetch_add(1, std::memory_order_relaxed); }
 
-    void letGo() const noexcept
+    void release() const noexcept
     {
         if (wasLast()) {
             destroy();

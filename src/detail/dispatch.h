@@ -14,7 +14,7 @@ namespace Kiv_v4::detail {
 /// line of the operation that the client called, and goes on to the caller unchanged. (The line is
 /// a builtin, since Clang 14 lacks `std::source_location`.)
 template <class Work>
-auto logged(const char* function, const char* file, Work work, int line = __builtin_LINE())
+auto logAndRethrow(const char* function, const char* file, Work work, int line = __builtin_LINE())
     -> decltype(work())
 {
     try {
@@ -42,7 +42,7 @@ auto dispatch(const char* function, const char* file, const SceneItem::Ptr& item
         }
         return make(*handler);
     };
-    return logged(function, file, work, line);
+    return logAndRethrow(function, file, work, line);
 }
 
 } // namespace Kiv_v4::detail

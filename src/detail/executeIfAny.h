@@ -5,7 +5,7 @@ namespace Kiv_v4::detail {
 /// Executes a command that was made for the occasion and drops it; false when there is none because
 /// the run-time refused.
 template <class Command>
-bool executed(const Command& command)
+bool executeIfAny(const Command& command)
 {
     if (!command) {
         return false;

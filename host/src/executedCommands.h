@@ -8,10 +8,10 @@
 namespace Kiv_v4::host::detail {
 
 /// Commands that have been executed, as one that undo menus show by name.
-class Step : public CompositeUndoableCommand
+class ExecutedCommands : public CompositeUndoableCommand
 {
 public:
-    Step(std::string name, const Commands& commands)
+    ExecutedCommands(std::string name, const Commands& commands)
         : CompositeUndoableCommand(commands), _name(std::move(name))
     {}
 
@@ -21,20 +21,6 @@ public:
 
 private:
     const std::string _name;
-};
-
-/// Says that a command is running for as long as it lives.
-class Running
-{
-public:
-    explicit Running(bool& flag) : _flag(flag), _before(std::exchange(flag, true)) {}
-    Running(const Running&) = delete;
-    Running& operator=(const Running&) = delete;
-    ~Running() { _flag = _before; }
-
-private:
-    bool& _flag;
-    const bool _before;
 };
 
 } // namespace Kiv_v4::host::detail

@@ -7,7 +7,7 @@
 
 #include "kiv/rtid.h"
 
-#include "immortal.h"
+#include "noDestructor.h"
 
 namespace Kiv_v4::detail {
 
@@ -35,7 +35,8 @@ public:
     [[nodiscard]] const Ptr& get(Rtid rtId) const noexcept
     {
         const auto at = position(*this, rtId);
-        return at != _entries.end() && at->first == rtId ? at->second : immortal<const Ptr>();
+        static NoDestructor<const Ptr> none;
+        return at != _entries.end() && at->first == rtId ? at->second : *none;
     }
 
     /// Whether there was an entry to erase.

@@ -9,7 +9,7 @@
 #include "kiv/sceneItem.h"
 #include "kiv/subject.h"
 
-#include "processWide.h"
+#include "singleton.h"
 
 namespace Kiv_v4::detail {
 
@@ -32,12 +32,17 @@ struct UnkeptItemSubject : Subject
 ///
 /// A template so that each kind of change has a registry of its own, found by its notification.
 template <class Changed, class SubjectOfItem = ItemSubject>
-class ItemSubjects
+class ItemObserverRegistry
 {
 public:
     using SubjectPtr = std::shared_ptr<SubjectOfItem>;
 
-    static ItemSubjects& instance() { return processWide<ItemSubjects>(); }
+    static ItemObserverRegistry& instance()
+    {
+        static NoDestructor<ItemObserverRegistry> registry;
+        static const EmptiedAtExit<ItemObserverRegistry> emptied(registry);
+        return *registry;
+    }
 
     bool add(const SceneItem::Ptr& item, const Observer::Ptr& observer)
     {

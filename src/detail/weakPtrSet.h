@@ -7,11 +7,11 @@ namespace Kiv_v4::detail {
 
 /// Objects known but not owned, one entry per ownership record.
 template <class T>
-using OwnerOrderedSet = std::set<std::weak_ptr<T>, std::owner_less<std::weak_ptr<T>>>;
+using WeakPtrSet = std::set<std::weak_ptr<T>, std::owner_less<std::weak_ptr<T>>>;
 
 /// Forgets every entry whose object has died.
 template <class T>
-void eraseExpired(OwnerOrderedSet<T>& set)
+void eraseExpired(WeakPtrSet<T>& set)
 {
     std::erase_if(set, [](const std::weak_ptr<T>& entry) { return entry.expired(); });
 }

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "kiv/codeWrapper.h"
+#include "kiv/export.h"
+
+namespace Kiv_v4 {
+
+/// Makes a run-time's code wrappers. A run-time installs its handler with
+/// `RunTimeMgr::setCodeWrapperHandler`; it goes when the run-time unregisters.
+class KIV_EXPORT CodeWrapperHandler
+{
+public:
+    using Ptr = std::shared_ptr<CodeWrapperHandler>;
+
+    CodeWrapperHandler();
+    CodeWrapperHandler(const CodeWrapperHandler&) = delete;
+    CodeWrapperHandler& operator=(const CodeWrapperHandler&) = delete;
+    virtual ~CodeWrapperHandler();
+
+    /// Whether the run-time wants to wrap operations of that name; `createCodeWrapper` is not asked
+    /// otherwise.
+    [[nodiscard]] virtual bool wraps(std::string const& operationName) const = 0;
+
+    /// A wrapper for the operation `name` on `selection`, which holds items of this run-time and
+    /// may hold others. By default null: none.
+    [[nodiscard]] virtual CodeWrapper::Ptr createCodeWrapper(Selection const& selection,
+                                                             std::string const& name);
+};
+
+} // namespace Kiv_v4

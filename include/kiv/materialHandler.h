@@ -1,0 +1,26 @@
+#pragma once
+
+#include <memory>
+
+#include "kiv/export.h"
+#include "kiv/material.h"
+#include "kiv/sceneItem.h"
+
+namespace Kiv_v4 {
+
+/// What a run-time installs to make its items' `Material`.
+class KIV_EXPORT MaterialHandler
+{
+public:
+    using Ptr = std::shared_ptr<MaterialHandler>;
+
+    MaterialHandler();
+    MaterialHandler(const MaterialHandler&) = delete;
+    MaterialHandler& operator=(const MaterialHandler&) = delete;
+    virtual ~MaterialHandler();
+
+    /// The materials of `item`, an item of this run-time, maybe out of date; null when it has none.
+    [[nodiscard]] virtual Material::Ptr material(SceneItem::Ptr const& item) = 0;
+};
+
+} // namespace Kiv_v4

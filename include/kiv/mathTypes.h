@@ -1,0 +1,18 @@
+#pragma once
+
+#include "kiv/typedColorN.h"
+#include "kiv/typedSquareMatrixN.h"
+#include "kiv/typedVectorN.h"
+
+namespace Kiv_v4 {
+
+/// Three numbers, such as a translation in scene units.
+using Vector3d = TypedVectorN<double, 3>;
+
+/// A transform; `Transform3dRead` tells the convention.
+using Matrix4d = TypedSquareMatrixN<double, 4>;
+
+/// Red, green and blue, linear.
+using Color3f = TypedColorN<float, 3>;
+
+} // namespace Kiv_v4

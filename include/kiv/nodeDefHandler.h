@@ -1,0 +1,36 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "kiv/export.h"
+#include "kiv/nodeDef.h"
+#include "kiv/sceneItem.h"
+
+namespace Kiv_v4 {
+
+/// What a run-time installs to describe its node types.
+class KIV_EXPORT NodeDefHandler
+{
+public:
+    using Ptr = std::shared_ptr<NodeDefHandler>;
+
+    NodeDefHandler();
+    NodeDefHandler(const NodeDefHandler&) = delete;
+    NodeDefHandler& operator=(const NodeDefHandler&) = delete;
+    virtual ~NodeDefHandler();
+
+    /// The definition of the item's node type, or null.
+    [[nodiscard]] virtual NodeDef::Ptr definition(SceneItem::Ptr const& item) = 0;
+
+    /// The definition of a node type, or null.
+    [[nodiscard]] virtual NodeDef::Ptr definition(std::string const& type) = 0;
+
+    /// All definitions with that classification, or all there are for an empty one, in the order of
+    /// a menu.
+    [[nodiscard]] virtual std::vector<NodeDef::Ptr>
+    definitions(std::string const& classification) = 0;
+};
+
+} // namespace Kiv_v4

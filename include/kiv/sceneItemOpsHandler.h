@@ -1,0 +1,26 @@
+#pragma once
+
+#include <memory>
+
+#include "kiv/export.h"
+#include "kiv/sceneItemOps.h"
+
+namespace Kiv_v4 {
+
+/// What a run-time installs to make its items' `SceneItemOps`.
+class KIV_EXPORT SceneItemOpsHandler
+{
+public:
+    using Ptr = std::shared_ptr<SceneItemOpsHandler>;
+
+    SceneItemOpsHandler();
+    SceneItemOpsHandler(const SceneItemOpsHandler&) = delete;
+    SceneItemOpsHandler& operator=(const SceneItemOpsHandler&) = delete;
+    virtual ~SceneItemOpsHandler();
+
+    /// The operations of `item`, an item of this run-time, maybe out of date; null when it has
+    /// none.
+    [[nodiscard]] virtual SceneItemOps::Ptr sceneItemOps(SceneItem::Ptr const& item) = 0;
+};
+
+} // namespace Kiv_v4
