@@ -23,9 +23,9 @@ using Kiv_v4::RunTimeMgr;
 class Handler : public HierarchyHandler
 {
 public:
-    Kiv_v4::Hierarchy::Ptr hierarchy(Kiv_v4::SceneItem::Ptr const&) override { return nullptr; }
-    Kiv_v4::SceneItem::Ptr createItem(Kiv_v4::Path const&) override { return nullptr; }
-    Kiv_v4::SceneItemList rootItems(Kiv_v4::Path const&) override { return {}; }
+    Kiv_v4::Hierarchy::Ptr hierarchy(const Kiv_v4::SceneItem::Ptr&) override { return nullptr; }
+    Kiv_v4::SceneItem::Ptr createItem(const Kiv_v4::Path&) override { return nullptr; }
+    Kiv_v4::SceneItemList rootItems(const Kiv_v4::Path&) override { return {}; }
 };
 
 /// The ids of eight run-times with a handler.

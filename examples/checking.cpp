@@ -25,17 +25,17 @@ public:
         : _top(Kiv::PathSegment(Kiv::PathComponent(kName), id, kSeparator))
     {}
 
-    [[nodiscard]] Kiv::Hierarchy::Ptr hierarchy(Kiv::SceneItem::Ptr const&) override
+    [[nodiscard]] Kiv::Hierarchy::Ptr hierarchy(const Kiv::SceneItem::Ptr&) override
     {
         return nullptr;
     }
 
-    [[nodiscard]] Kiv::SceneItem::Ptr createItem(Kiv::Path const& path) override
+    [[nodiscard]] Kiv::SceneItem::Ptr createItem(const Kiv::Path& path) override
     {
         return path == _top ? std::make_shared<Folder>(path) : nullptr;
     }
 
-    [[nodiscard]] Kiv::SceneItemList rootItems(Kiv::Path const& gateway) override
+    [[nodiscard]] Kiv::SceneItemList rootItems(const Kiv::Path& gateway) override
     {
         return gateway.empty() ? Kiv::SceneItemList{createItem(_top)} : Kiv::SceneItemList{};
     }

@@ -42,13 +42,13 @@ public:
         _paths[Kiv::PathString::string(runTimePath)] = hostPath;
     }
 
-    [[nodiscard]] Kiv::Path hostPath(Kiv::Path const& path) const override
+    [[nodiscard]] Kiv::Path hostPath(const Kiv::Path& path) const override
     {
         const auto found = _paths.find(Kiv::PathString::string(path));
         return found == _paths.end() ? Kiv::Path() : found->second;
     }
 
-    [[nodiscard]] Kiv::Path runTimePath(Kiv::Path const& hostPath) const override
+    [[nodiscard]] Kiv::Path runTimePath(const Kiv::Path& hostPath) const override
     {
         for (const auto& [text, path] : _paths) {
             if (path == hostPath) {

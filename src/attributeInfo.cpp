@@ -7,10 +7,10 @@
 
 namespace Kiv_v4 {
 
-AttributeInfo::AttributeInfo(Path const& path, std::string const& name) : _path(path), _name(name)
+AttributeInfo::AttributeInfo(const Path& path, const std::string& name) : _path(path), _name(name)
 {}
 
-AttributeInfo::AttributeInfo(std::shared_ptr<Attribute> const& attribute)
+AttributeInfo::AttributeInfo(const std::shared_ptr<Attribute>& attribute)
     : AttributeInfo(attribute->sceneItem()->path(), attribute->name())
 {}
 

@@ -35,7 +35,7 @@ Attributes::Attributes() = default;
 
 Attributes::~Attributes() = default;
 
-Attributes::Ptr Attributes::attributes(SceneItem::Ptr const& item)
+Attributes::Ptr Attributes::attributes(const SceneItem::Ptr& item)
 {
     return detail::dispatch("attributes", "src/attributes", item, &RunTimeMgr::attributesHandler,
                             [&](auto& handler) { return handler.attributes(item); });

@@ -19,7 +19,7 @@ public:
     void undo() override { _composite.undo(); }
     void redo() override { _composite.redo(); }
 
-    [[nodiscard]] SceneItem::Ptr targetItem(Path const& sourcePath) const override
+    [[nodiscard]] SceneItem::Ptr targetItem(const Path& sourcePath) const override
     {
         for (const auto& command : _composite.cmdsList()) {
             const auto* batch = dynamic_cast<const SelectionUndoableCommand*>(command.get());
@@ -40,8 +40,8 @@ BatchOpsHandler::BatchOpsHandler() = default;
 
 BatchOpsHandler::~BatchOpsHandler() = default;
 
-UndoableCommand::Ptr BatchOpsHandler::duplicateSelectionCmd(Selection const& selection,
-                                                            DuplicateOptions const& options)
+UndoableCommand::Ptr BatchOpsHandler::duplicateSelectionCmd(const Selection& selection,
+                                                            const DuplicateOptions& options)
 {
     std::shared_ptr<BatchedSelectionUndoableCommand> batch;
     for (const auto runTimeId : RunTimeMgr::instance().getIds()) {

@@ -17,7 +17,7 @@ Camera::Camera() = default;
 
 Camera::~Camera() = default;
 
-Camera::Ptr Camera::camera(SceneItem::Ptr const& item)
+Camera::Ptr Camera::camera(const SceneItem::Ptr& item)
 {
     return detail::dispatch("camera", "src/camera", item, &RunTimeMgr::cameraHandler,
                             [&](auto& handler) { return handler.camera(item); });
@@ -73,32 +73,32 @@ void Camera::projection(Projection value)
     detail::executeIfAny(projectionCmd(value));
 }
 
-bool Camera::addObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer)
+bool Camera::addObserver(const SceneItem::Ptr& item, const Observer::Ptr& observer)
 {
     return ObservedItems::instance().add(item, observer);
 }
 
-bool Camera::removeObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer)
+bool Camera::removeObserver(const SceneItem::Ptr& item, const Observer::Ptr& observer)
 {
     return ObservedItems::instance().remove(item, observer);
 }
 
-bool Camera::removeObserver(Path const& path, Observer::Ptr const& observer)
+bool Camera::removeObserver(const Path& path, const Observer::Ptr& observer)
 {
     return ObservedItems::instance().remove(path, observer);
 }
 
-std::size_t Camera::nbObservers(SceneItem::Ptr const& item)
+std::size_t Camera::nbObservers(const SceneItem::Ptr& item)
 {
     return ObservedItems::instance().count(item);
 }
 
-bool Camera::hasObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer)
+bool Camera::hasObserver(const SceneItem::Ptr& item, const Observer::Ptr& observer)
 {
     return ObservedItems::instance().has(item, observer);
 }
 
-bool Camera::hasObservers(Path const& path)
+bool Camera::hasObservers(const Path& path)
 {
     return ObservedItems::instance().hasAny(path);
 }
@@ -108,7 +108,7 @@ bool Camera::hasObservers(Rtid runTimeId)
     return ObservedItems::instance().hasAny(runTimeId);
 }
 
-void Camera::notify(Path const& path)
+void Camera::notify(const Path& path)
 {
     ObservedItems::instance().notify(path);
 }

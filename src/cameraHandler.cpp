@@ -77,13 +77,13 @@ CameraHandler::CameraHandler() = default;
 
 CameraHandler::~CameraHandler() = default;
 
-Selection CameraHandler::find(Path const& path)
+Selection CameraHandler::find(const Path& path)
 {
     const auto handler = RunTimeMgr::instance().cameraHandler(path.runTimeId());
     return handler ? handler->findCameras(path) : Selection();
 }
 
-Selection CameraHandler::findAll(Path const& path)
+Selection CameraHandler::findAll(const Path& path)
 {
     CameraSearch search;
     search.search(path, false);

@@ -18,13 +18,13 @@ CodeWrapperHandler::CodeWrapperHandler() = default;
 
 CodeWrapperHandler::~CodeWrapperHandler() = default;
 
-CodeWrapper::Ptr CodeWrapperHandler::createCodeWrapper(Selection const&, std::string const&)
+CodeWrapper::Ptr CodeWrapperHandler::createCodeWrapper(const Selection&, const std::string&)
 {
     return nullptr;
 }
 
-CodeWrapperContainer::CodeWrapperContainer(Selection const& selection,
-                                           std::string const& operationName)
+CodeWrapperContainer::CodeWrapperContainer(const Selection& selection,
+                                           const std::string& operationName)
 {
     std::unordered_set<Rtid> asked;
     for (const auto& item : selection) {
@@ -42,8 +42,8 @@ CodeWrapperContainer::CodeWrapperContainer(Selection const& selection,
     }
 }
 
-CodeWrapperContext::CodeWrapperContext(CodeWrapperContainer const& container,
-                                       std::string const& subOperation)
+CodeWrapperContext::CodeWrapperContext(const CodeWrapperContainer& container,
+                                       const std::string& subOperation)
     : _wrappers(container.wrappers()), _subOperation(subOperation)
 {}
 

@@ -2,7 +2,7 @@
 
 namespace Kiv_v4 {
 
-Connection::Connection(AttributeInfo const& src, AttributeInfo const& dst) : _src(src), _dst(dst) {}
+Connection::Connection(const AttributeInfo& src, const AttributeInfo& dst) : _src(src), _dst(dst) {}
 
 Connection::~Connection() = default;
 

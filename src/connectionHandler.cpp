@@ -15,25 +15,25 @@ ConnectionHandler::ConnectionHandler() = default;
 
 ConnectionHandler::~ConnectionHandler() = default;
 
-Connection::Ptr ConnectionHandler::connect(Attribute::Ptr const& src,
-                                           Attribute::Ptr const& dst) const
+Connection::Ptr ConnectionHandler::connect(const Attribute::Ptr& src,
+                                           const Attribute::Ptr& dst) const
 {
     const auto command = connectCmd(src, dst);
     return detail::executeIfAny(command) ? command->connection() : nullptr;
 }
 
-Connection::Ptr ConnectionHandler::connect(AttributeInfo const& src, AttributeInfo const& dst) const
+Connection::Ptr ConnectionHandler::connect(const AttributeInfo& src, const AttributeInfo& dst) const
 {
     const auto source = src.attribute();
     return connect(source, dst.attribute());
 }
 
-void ConnectionHandler::disconnect(Attribute::Ptr const& src, Attribute::Ptr const& dst) const
+void ConnectionHandler::disconnect(const Attribute::Ptr& src, const Attribute::Ptr& dst) const
 {
     detail::executeIfAny(disconnectCmd(src, dst));
 }
 
-void ConnectionHandler::disconnect(AttributeInfo const& src, AttributeInfo const& dst) const
+void ConnectionHandler::disconnect(const AttributeInfo& src, const AttributeInfo& dst) const
 {
     const auto source = src.attribute();
     disconnect(source, dst.attribute());

@@ -23,13 +23,13 @@ Connections::Connections() = default;
 
 Connections::~Connections() = default;
 
-bool Connections::hasConnection(Attribute::Ptr const& attribute, AttributeType type) const
+bool Connections::hasConnection(const Attribute::Ptr& attribute, AttributeType type) const
 {
     const auto all = attribute ? allConnections() : std::vector<Connection::Ptr>();
     return !all.empty() && std::any_of(all.begin(), all.end(), hasAt(*attribute, type));
 }
 
-std::vector<Connection::Ptr> Connections::connections(Attribute::Ptr const& attribute,
+std::vector<Connection::Ptr> Connections::connections(const Attribute::Ptr& attribute,
                                                       AttributeType type) const
 {
     std::vector<Connection::Ptr> found;

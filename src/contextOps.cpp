@@ -9,13 +9,13 @@ ContextOps::ContextOps() = default;
 
 ContextOps::~ContextOps() = default;
 
-ContextOps::Ptr ContextOps::contextOps(SceneItem::Ptr const& item)
+ContextOps::Ptr ContextOps::contextOps(const SceneItem::Ptr& item)
 {
     return detail::dispatch("contextOps", "src/contextOps", item, &RunTimeMgr::contextOpsHandler,
                             [&](auto& handler) { return handler.contextOps(item); });
 }
 
-void ContextOps::doOp(ItemPath const& itemPath)
+void ContextOps::doOp(const ItemPath& itemPath)
 {
     detail::executeIfAny(doOpCmd(itemPath));
 }

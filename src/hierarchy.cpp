@@ -22,7 +22,7 @@ Hierarchy::Hierarchy() = default;
 
 Hierarchy::~Hierarchy() = default;
 
-Hierarchy::Ptr Hierarchy::hierarchy(SceneItem::Ptr const& item)
+Hierarchy::Ptr Hierarchy::hierarchy(const SceneItem::Ptr& item)
 {
     return detail::logAndRethrow("hierarchy", kFile, [&]() -> Ptr {
         return !item || item->path().empty() ? nullptr
@@ -30,14 +30,14 @@ Hierarchy::Ptr Hierarchy::hierarchy(SceneItem::Ptr const& item)
     });
 }
 
-SceneItem::Ptr Hierarchy::createItem(Path const& path)
+SceneItem::Ptr Hierarchy::createItem(const Path& path)
 {
     return detail::logAndRethrow("createItem", kFile, [&]() -> SceneItem::Ptr {
         return path.empty() ? nullptr : handlerOf(path.runTimeId()).createItem(path);
     });
 }
 
-bool Hierarchy::reorder(SceneItemList const& orderedList)
+bool Hierarchy::reorder(const SceneItemList& orderedList)
 {
     return detail::executeIfAny(reorderCmd(orderedList));
 }

@@ -19,37 +19,37 @@ public:
     SceneItem::Ptr sceneItem() const override { return _wrapped->sceneItem(); }
     bool hasChildren() const override { return _wrapped->hasChildren(); }
     SceneItemList children() const override { return _wrapped->children(); }
-    bool hasFilteredChildren(ChildFilter const& filter) const override
+    bool hasFilteredChildren(const ChildFilter& filter) const override
     {
         return _wrapped->hasFilteredChildren(filter);
     }
-    SceneItemList filteredChildren(ChildFilter const& filter) const override
+    SceneItemList filteredChildren(const ChildFilter& filter) const override
     {
         return _wrapped->filteredChildren(filter);
     }
     ChildFilter defaultChildFilter() const override { return _wrapped->defaultChildFilter(); }
     SceneItem::Ptr parent() const override { return _wrapped->parent(); }
     SceneItem::Ptr defaultParent() const override { return _wrapped->defaultParent(); }
-    SceneItemResultUndoableCommand::Ptr createChildCmd(std::string const& nodeType,
-                                                       PathComponent const& name) override
+    SceneItemResultUndoableCommand::Ptr createChildCmd(const std::string& nodeType,
+                                                       const PathComponent& name) override
     {
         return _wrapped->createChildCmd(nodeType, name);
     }
-    InsertChildCommand::Ptr insertChildCmd(SceneItem::Ptr const& child,
-                                           SceneItem::Ptr const& before) override
+    InsertChildCommand::Ptr insertChildCmd(const SceneItem::Ptr& child,
+                                           const SceneItem::Ptr& before) override
     {
         return _wrapped->insertChildCmd(child, before);
     }
-    SceneItemResultUndoableCommand::Ptr createGroupCmd(SceneItemList const& members,
-                                                       PathComponent const& name) override
+    SceneItemResultUndoableCommand::Ptr createGroupCmd(const SceneItemList& members,
+                                                       const PathComponent& name) override
     {
         return _wrapped->createGroupCmd(members, name);
     }
-    UndoableCommand::Ptr reorderCmd(SceneItemList const& orderedList) override
+    UndoableCommand::Ptr reorderCmd(const SceneItemList& orderedList) override
     {
         return _wrapped->reorderCmd(orderedList);
     }
-    bool reorder(SceneItemList const& orderedList) override
+    bool reorder(const SceneItemList& orderedList) override
     {
         return _wrapped->reorder(orderedList);
     }
@@ -92,8 +92,8 @@ public:
 
     std::size_t depth() const override { return _left.size(); }
     Rtid runTimeId() const override { return _item->runTimeId(); }
-    PathComponent const& name() const override { return _name; }
-    std::string const& nodeType() const override { return _nodeType; }
+    const PathComponent& name() const override { return _name; }
+    const std::string& nodeType() const override { return _nodeType; }
     Path path() const override { return _item->path(); }
     SceneItem::Ptr item() const override { return _item; }
 
@@ -119,12 +119,12 @@ private:
 
 } // namespace
 
-Hierarchy_v4_2::Ptr Hierarchy_v4_2::hierarchy(SceneItem::Ptr const& item)
+Hierarchy_v4_2::Ptr Hierarchy_v4_2::hierarchy(const SceneItem::Ptr& item)
 {
     return std::dynamic_pointer_cast<Hierarchy_v4_2>(Hierarchy::hierarchy(item));
 }
 
-Hierarchy_v4_2::Ptr Hierarchy_v4_2::hierarchyOrDefault(SceneItem::Ptr const& item)
+Hierarchy_v4_2::Ptr Hierarchy_v4_2::hierarchyOrDefault(const SceneItem::Ptr& item)
 {
     auto found = Hierarchy::hierarchy(item);
     auto extended = std::dynamic_pointer_cast<Hierarchy_v4_2>(found);
@@ -144,7 +144,7 @@ SceneItem::Ptr Hierarchy_v4_2::child(std::size_t row) const
     return found.empty() ? nullptr : std::move(found.front());
 }
 
-std::optional<std::size_t> Hierarchy_v4_2::row(Path const& child) const
+std::optional<std::size_t> Hierarchy_v4_2::row(const Path& child) const
 {
     const auto list = children();
     const auto found = std::find_if(list.begin(), list.end(),
@@ -175,8 +175,8 @@ std::vector<ChildInfo> Hierarchy_v4_2::childInfos(std::size_t first, std::size_t
     return infos;
 }
 
-UndoableCommand::Ptr Hierarchy_v4_2::createChildrenCmd(std::string const& nodeType,
-                                                       std::vector<PathComponent> const& names)
+UndoableCommand::Ptr Hierarchy_v4_2::createChildrenCmd(const std::string& nodeType,
+                                                       const std::vector<PathComponent>& names)
 {
     auto all = std::make_shared<CompositeUndoableCommand>();
     for (const auto& name : names) {

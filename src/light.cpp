@@ -18,7 +18,7 @@ Light::Light() = default;
 
 Light::~Light() = default;
 
-Light::Ptr Light::light(SceneItem::Ptr const& item)
+Light::Ptr Light::light(const SceneItem::Ptr& item)
 {
     return detail::dispatch("light", "src/light", item, &RunTimeMgr::lightHandler,
                             [&](auto& handler) { return handler.light(item); });
@@ -111,27 +111,27 @@ void Light::AreaInterface::normalize(bool value)
     detail::executeIfAny(normalizeCmd(value));
 }
 
-bool Light::addObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer)
+bool Light::addObserver(const SceneItem::Ptr& item, const Observer::Ptr& observer)
 {
     return ObservedItems::instance().add(item, observer);
 }
 
-bool Light::removeObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer)
+bool Light::removeObserver(const SceneItem::Ptr& item, const Observer::Ptr& observer)
 {
     return ObservedItems::instance().remove(item, observer);
 }
 
-std::size_t Light::nbObservers(SceneItem::Ptr const& item)
+std::size_t Light::nbObservers(const SceneItem::Ptr& item)
 {
     return ObservedItems::instance().count(item);
 }
 
-bool Light::hasObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer)
+bool Light::hasObserver(const SceneItem::Ptr& item, const Observer::Ptr& observer)
 {
     return ObservedItems::instance().has(item, observer);
 }
 
-bool Light::hasObservers(Path const& path)
+bool Light::hasObservers(const Path& path)
 {
     return ObservedItems::instance().hasAny(path);
 }
@@ -141,7 +141,7 @@ bool Light::hasObservers(Rtid runTimeId)
     return ObservedItems::instance().hasAny(runTimeId);
 }
 
-void Light::notify(Path const& path)
+void Light::notify(const Path& path)
 {
     ObservedItems::instance().notify(path);
 }

@@ -39,7 +39,7 @@ void tell(const LogRecord& record) noexcept
 
 } // namespace
 
-void log(char const* function, char const* file, int line, std::string const& message)
+void log(const char* function, const char* file, int line, const std::string& message)
 {
     std::cerr << message + "\n" + detail::sourceLines(function, file, line) << std::flush;
     tell({function, file, line, message, std::current_exception()});

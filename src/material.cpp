@@ -8,7 +8,7 @@ Material::Material() = default;
 
 Material::~Material() = default;
 
-Material::Ptr Material::material(SceneItem::Ptr const& item)
+Material::Ptr Material::material(const SceneItem::Ptr& item)
 {
     return detail::dispatch("material", "src/material", item, &RunTimeMgr::materialHandler,
                             [&](auto& handler) { return handler.material(item); });

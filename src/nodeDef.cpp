@@ -8,7 +8,7 @@ NodeDef::NodeDef() = default;
 
 NodeDef::~NodeDef() = default;
 
-NodeDef::Ptr NodeDef::definition(Rtid const& runTimeId, std::string const& type)
+NodeDef::Ptr NodeDef::definition(const Rtid& runTimeId, const std::string& type)
 {
     return detail::logAndRethrow("definition", "src/nodeDef", [&]() -> Ptr {
         const auto handler = RunTimeMgr::instance().nodeDefHandler(runTimeId);

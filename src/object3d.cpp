@@ -67,18 +67,18 @@ Object3d::Object3d() = default;
 
 Object3d::~Object3d() = default;
 
-Object3d::Ptr Object3d::object3d(SceneItem::Ptr const& item)
+Object3d::Ptr Object3d::object3d(const SceneItem::Ptr& item)
 {
     return detail::dispatch("object3d", "src/object3d", item, &RunTimeMgr::object3dHandler,
                             [&](auto& handler) { return handler.object3d(item); });
 }
 
-bool Object3d::addObserver(Observer::Ptr const& observer)
+bool Object3d::addObserver(const Observer::Ptr& observer)
 {
     return anyObject3d().addObserver(observer);
 }
 
-bool Object3d::removeObserver(Observer::Ptr const& observer)
+bool Object3d::removeObserver(const Observer::Ptr& observer)
 {
     return anyObject3d().removeObserver(observer);
 }
@@ -88,12 +88,12 @@ std::size_t Object3d::nbObservers()
     return anyObject3d().nbObservers();
 }
 
-bool Object3d::hasObserver(Observer::Ptr const& observer)
+bool Object3d::hasObserver(const Observer::Ptr& observer)
 {
     return anyObject3d().hasObserver(observer);
 }
 
-void Object3d::notify(Notification const& notification)
+void Object3d::notify(const Notification& notification)
 {
     anyObject3d().notify(notification);
 }
@@ -102,7 +102,7 @@ Object3dHandler::Object3dHandler() = default;
 
 Object3dHandler::~Object3dHandler() = default;
 
-VisibilityChanged::VisibilityChanged(Path const& path) : _path(path) {}
+VisibilityChanged::VisibilityChanged(const Path& path) : _path(path) {}
 
 VisibilityChanged::~VisibilityChanged() = default;
 

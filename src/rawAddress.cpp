@@ -50,12 +50,12 @@ void detail::forgetDeadAddresses() noexcept
     eraseExpired(remembered<Attributes>());
 }
 
-unsigned long long getRawAddress(std::shared_ptr<SceneItem> const& item)
+unsigned long long getRawAddress(const std::shared_ptr<SceneItem>& item)
 {
     return remember(item);
 }
 
-unsigned long long getRawAddress(std::shared_ptr<Attributes> const& attrs)
+unsigned long long getRawAddress(const std::shared_ptr<Attributes>& attrs)
 {
     return remember(attrs);
 }

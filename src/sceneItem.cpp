@@ -2,7 +2,7 @@
 
 namespace Kiv_v4 {
 
-SceneItem::SceneItem(Path const& path) : _path(path) {}
+SceneItem::SceneItem(const Path& path) : _path(path) {}
 
 SceneItem::~SceneItem() = default;
 

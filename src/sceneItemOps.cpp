@@ -8,7 +8,7 @@ SceneItemOps::SceneItemOps() = default;
 
 SceneItemOps::~SceneItemOps() = default;
 
-SceneItemOps::Ptr SceneItemOps::sceneItemOps(SceneItem::Ptr const& item)
+SceneItemOps::Ptr SceneItemOps::sceneItemOps(const SceneItem::Ptr& item)
 {
     return detail::dispatch("sceneItemOps", "src/sceneItemOps", item,
                             &RunTimeMgr::sceneItemOpsHandler,

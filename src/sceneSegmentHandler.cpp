@@ -15,19 +15,19 @@ SceneSegmentHandler::Ptr SceneSegmentHandler::sceneSegmentHandler(Rtid runTimeId
     return RunTimeMgr::instance().sceneSegmentHandler(runTimeId);
 }
 
-bool SceneSegmentHandler::isGateway(Path const& path)
+bool SceneSegmentHandler::isGateway(const Path& path)
 {
     const auto handler = sceneSegmentHandler(path.runTimeId());
     return handler && handler->isGatewayItem(path);
 }
 
-Selection SceneSegmentHandler::findGatewayItems(Path const& path)
+Selection SceneSegmentHandler::findGatewayItems(const Path& path)
 {
     const auto handler = sceneSegmentHandler(path.runTimeId());
     return handler ? handler->gatewayItems(path) : Selection();
 }
 
-Selection SceneSegmentHandler::findGatewayItems(Path const& path, Rtid nestedRuntimeId)
+Selection SceneSegmentHandler::findGatewayItems(const Path& path, Rtid nestedRuntimeId)
 {
     const auto handler = sceneSegmentHandler(path.runTimeId());
     return handler ? handler->gatewayItems(path, nestedRuntimeId) : Selection();

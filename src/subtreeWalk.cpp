@@ -11,7 +11,7 @@ SegmentWalk::SegmentWalk() = default;
 
 SegmentWalk::~SegmentWalk() = default;
 
-SubtreeWalk::SubtreeWalk(SceneItem::Ptr const& top)
+SubtreeWalk::SubtreeWalk(const SceneItem::Ptr& top)
 {
     enter(top, 0);
 }
@@ -46,12 +46,12 @@ Rtid SubtreeWalk::runTimeId() const
     return _levels.back().walk->runTimeId();
 }
 
-PathComponent const& SubtreeWalk::name() const
+const PathComponent& SubtreeWalk::name() const
 {
     return _levels.back().walk->name();
 }
 
-std::string const& SubtreeWalk::nodeType() const
+const std::string& SubtreeWalk::nodeType() const
 {
     return _levels.back().walk->nodeType();
 }
@@ -66,7 +66,7 @@ SceneItem::Ptr SubtreeWalk::item() const
     return _levels.back().walk->item();
 }
 
-bool SubtreeWalk::enter(SceneItem::Ptr const& top, std::size_t depth)
+bool SubtreeWalk::enter(const SceneItem::Ptr& top, std::size_t depth)
 {
     if (!top || !RunTimeMgr::instance().hierarchyHandler(top->runTimeId())) {
         return false;

@@ -40,7 +40,7 @@ Transform3dRead::Transform3dRead() = default;
 
 Transform3dRead::~Transform3dRead() = default;
 
-Transform3dRead::Ptr Transform3dRead::transform3dRead(SceneItem::Ptr const& item)
+Transform3dRead::Ptr Transform3dRead::transform3dRead(const SceneItem::Ptr& item)
 {
     return detail::dispatch("transform3dRead", kFile, item, &RunTimeMgr::transform3dHandler,
                             [&](auto& handler) { return handler.transform3dRead(item); });
@@ -58,14 +58,14 @@ Matrix4d Transform3dRead::exclusiveMatrix() const
                                  [&] { return toWorld(segmentExclusiveMatrix(), path()); });
 }
 
-Transform3d::Ptr Transform3d::transform3d(SceneItem::Ptr const& item)
+Transform3d::Ptr Transform3d::transform3d(const SceneItem::Ptr& item)
 {
     return detail::dispatch("transform3d", kFile, item, &RunTimeMgr::transform3dHandler,
                             [&](auto& handler) { return handler.transform3d(item); });
 }
 
-Transform3d::Ptr Transform3d::editTransform3d(SceneItem::Ptr const& item,
-                                              EditTransform3dHint const& hint)
+Transform3d::Ptr Transform3d::editTransform3d(const SceneItem::Ptr& item,
+                                              const EditTransform3dHint& hint)
 {
     return detail::dispatch("editTransform3d", kFile, item, &RunTimeMgr::transform3dHandler,
                             [&](auto& handler) { return handler.editTransform3d(item, hint); });
@@ -158,37 +158,37 @@ Vector3d Transform3d::shear() const
     return {};
 }
 
-void Transform3d::setMatrix(Matrix4d const& matrix)
+void Transform3d::setMatrix(const Matrix4d& matrix)
 {
     detail::executeIfAny(setMatrixCmd(matrix));
 }
 
-bool Transform3d::addObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer)
+bool Transform3d::addObserver(const SceneItem::Ptr& item, const Observer::Ptr& observer)
 {
     return ObservedItems::instance().add(item, observer);
 }
 
-bool Transform3d::removeObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer)
+bool Transform3d::removeObserver(const SceneItem::Ptr& item, const Observer::Ptr& observer)
 {
     return ObservedItems::instance().remove(item, observer);
 }
 
-bool Transform3d::removeObserver(Path const& path, Observer::Ptr const& observer)
+bool Transform3d::removeObserver(const Path& path, const Observer::Ptr& observer)
 {
     return ObservedItems::instance().remove(path, observer);
 }
 
-std::size_t Transform3d::nbObservers(SceneItem::Ptr const& item)
+std::size_t Transform3d::nbObservers(const SceneItem::Ptr& item)
 {
     return ObservedItems::instance().count(item);
 }
 
-bool Transform3d::hasObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer)
+bool Transform3d::hasObserver(const SceneItem::Ptr& item, const Observer::Ptr& observer)
 {
     return ObservedItems::instance().has(item, observer);
 }
 
-bool Transform3d::hasObservers(Path const& path)
+bool Transform3d::hasObservers(const Path& path)
 {
     return ObservedItems::instance().hasAny(path);
 }
@@ -198,7 +198,7 @@ bool Transform3d::hasObservers(Rtid runTimeId)
     return ObservedItems::instance().hasAny(runTimeId);
 }
 
-void Transform3d::notify(Path const& path)
+void Transform3d::notify(const Path& path)
 {
     ObservedItems::instance().notify(path);
 }
@@ -207,13 +207,13 @@ Transform3dHandler::Transform3dHandler() = default;
 
 Transform3dHandler::~Transform3dHandler() = default;
 
-Transform3dRead::Ptr Transform3dHandler::transform3dRead(SceneItem::Ptr const& item) const
+Transform3dRead::Ptr Transform3dHandler::transform3dRead(const SceneItem::Ptr& item) const
 {
     return transform3d(item);
 }
 
-Transform3d::Ptr Transform3dHandler::editTransform3d(SceneItem::Ptr const& item,
-                                                     EditTransform3dHint const&) const
+Transform3d::Ptr Transform3dHandler::editTransform3d(const SceneItem::Ptr& item,
+                                                     const EditTransform3dHint&) const
 {
     return transform3d(item);
 }

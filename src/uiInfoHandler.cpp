@@ -13,12 +13,12 @@ UIInfoHandler::Ptr UIInfoHandler::uiInfoHandler(Rtid runTimeId)
     return RunTimeMgr::instance().uiInfoHandler(runTimeId);
 }
 
-UIInfoHandler::Icon UIInfoHandler::treeViewIcon(SceneItem::Ptr const&) const
+UIInfoHandler::Icon UIInfoHandler::treeViewIcon(const SceneItem::Ptr&) const
 {
     return {};
 }
 
-std::string UIInfoHandler::treeViewTooltip(SceneItem::Ptr const&) const
+std::string UIInfoHandler::treeViewTooltip(const SceneItem::Ptr&) const
 {
     return {};
 }

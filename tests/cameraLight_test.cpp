@@ -76,15 +76,15 @@ struct Gateways : SceneSegmentHandler
 {
     explicit Gateways(Path gatewayPath) : gateway(std::move(gatewayPath)) {}
 
-    bool isGatewayItem(Path const&) override { return true; }
-    Selection gatewayItems(Path const& path) override
+    bool isGatewayItem(const Path&) override { return true; }
+    Selection gatewayItems(const Path& path) override
     {
         Selection found;
         found.append(std::make_shared<test::Item>(path));
         found.append(std::make_shared<test::Item>(gateway));
         return found;
     }
-    Selection gatewayItems(Path const& path, Rtid) override { return gatewayItems(path); }
+    Selection gatewayItems(const Path& path, Rtid) override { return gatewayItems(path); }
 
     const Path gateway;
 };
@@ -179,7 +179,7 @@ TEST_F(Cameras, AreFoundBehindEachGatewayOnceWhateverFailsBehindOthers)
     const RunTimeRegistration failing("failing", '.');
     struct Roots : test::HierarchyStub
     {
-        SceneItemList rootItems(Path const&) override { throw std::runtime_error("unreadable"); }
+        SceneItemList rootItems(const Path&) override { throw std::runtime_error("unreadable"); }
     };
     RunTimeMgr::instance().setHierarchyHandler(failing.id(), std::make_shared<Roots>());
     model.setGateway(outer->path(), nested.id());

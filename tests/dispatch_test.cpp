@@ -43,7 +43,7 @@ struct GraphNode : UINodeGraphNode
 {
     bool hasPosition() const override { return false; }
     TypedVectorN<float, 2> position() const override { return {}; }
-    UndoableCommand::Ptr setPositionCmd(TypedVectorN<float, 2> const&) override { return nullptr; }
+    UndoableCommand::Ptr setPositionCmd(const TypedVectorN<float, 2>&) override { return nullptr; }
 };
 
 template <class... Handlers>
@@ -57,25 +57,25 @@ struct Everything : All<HierarchyHandler, Transform3dHandler, SceneItemOpsHandle
 {
     using Item = SceneItem::Ptr;
 
-    Hierarchy::Ptr hierarchy(Item const& item) override { return answer(item); }
-    Item createItem(Path const& path) override
+    Hierarchy::Ptr hierarchy(const Item& item) override { return answer(item); }
+    Item createItem(const Path& path) override
     {
         return answer(std::make_shared<test::Item>(path));
     }
-    SceneItemList rootItems(Path const&) override { return {}; }
-    Transform3d::Ptr transform3d(Item const& item) const override { return answer(item); }
-    SceneItemOps::Ptr sceneItemOps(Item const& item) override { return answer(item); }
-    Attributes::Ptr attributes(Item const& item) override { return answer(item); }
-    UINodeGraphNode::Ptr uiNodeGraphNode(Item const& item) override { return answer(item), node; }
-    Object3d::Ptr object3d(Item const& item) override { return answer(item); }
-    Material::Ptr material(Item const& item) override { return answer(item); }
-    ContextOps::Ptr contextOps(Item const& item) override { return answer(item); }
-    Camera::Ptr camera(Item const& item) override { return answer(item); }
-    Selection findCameras(Path const&) override { return {}; }
-    Light::Ptr light(Item const& item) override { return answer(item); }
-    NodeDef::Ptr definition(Item const& item) override { return answer(item); }
-    NodeDef::Ptr definition(std::string const&) override { return answer(nullptr); }
-    std::vector<NodeDef::Ptr> definitions(std::string const&) override { return {}; }
+    SceneItemList rootItems(const Path&) override { return {}; }
+    Transform3d::Ptr transform3d(const Item& item) const override { return answer(item); }
+    SceneItemOps::Ptr sceneItemOps(const Item& item) override { return answer(item); }
+    Attributes::Ptr attributes(const Item& item) override { return answer(item); }
+    UINodeGraphNode::Ptr uiNodeGraphNode(const Item& item) override { return answer(item), node; }
+    Object3d::Ptr object3d(const Item& item) override { return answer(item); }
+    Material::Ptr material(const Item& item) override { return answer(item); }
+    ContextOps::Ptr contextOps(const Item& item) override { return answer(item); }
+    Camera::Ptr camera(const Item& item) override { return answer(item); }
+    Selection findCameras(const Path&) override { return {}; }
+    Light::Ptr light(const Item& item) override { return answer(item); }
+    NodeDef::Ptr definition(const Item& item) override { return answer(item); }
+    NodeDef::Ptr definition(const std::string&) override { return answer(nullptr); }
+    std::vector<NodeDef::Ptr> definitions(const std::string&) override { return {}; }
 
     std::function<std::nullptr_t(const SceneItem::Ptr&)> answer;
     const UINodeGraphNode::Ptr node = std::make_shared<GraphNode>();

@@ -37,26 +37,26 @@ public:
     SceneItem::Ptr sceneItem() const override { return _whole->sceneItem(); }
     bool hasChildren() const override { return _whole->hasChildren(); }
     SceneItemList children() const override { return _whole->children(); }
-    bool hasFilteredChildren(ChildFilter const&) const override { return false; }
-    SceneItemList filteredChildren(ChildFilter const&) const override { return {}; }
+    bool hasFilteredChildren(const ChildFilter&) const override { return false; }
+    SceneItemList filteredChildren(const ChildFilter&) const override { return {}; }
     ChildFilter defaultChildFilter() const override { return {}; }
     SceneItem::Ptr parent() const override { return _whole->parent(); }
     SceneItem::Ptr defaultParent() const override { return nullptr; }
-    SceneItemResultUndoableCommand::Ptr createChildCmd(std::string const&,
-                                                       PathComponent const&) override
+    SceneItemResultUndoableCommand::Ptr createChildCmd(const std::string&,
+                                                       const PathComponent&) override
     {
         return nullptr;
     }
-    InsertChildCommand::Ptr insertChildCmd(SceneItem::Ptr const&, SceneItem::Ptr const&) override
+    InsertChildCommand::Ptr insertChildCmd(const SceneItem::Ptr&, const SceneItem::Ptr&) override
     {
         return nullptr;
     }
-    SceneItemResultUndoableCommand::Ptr createGroupCmd(SceneItemList const&,
-                                                       PathComponent const&) override
+    SceneItemResultUndoableCommand::Ptr createGroupCmd(const SceneItemList&,
+                                                       const PathComponent&) override
     {
         return nullptr;
     }
-    UndoableCommand::Ptr reorderCmd(SceneItemList const&) override { return nullptr; }
+    UndoableCommand::Ptr reorderCmd(const SceneItemList&) override { return nullptr; }
     UndoableCommand::Ptr ungroupCmd() override { return _whole->ungroupCmd(); }
 
 private:

@@ -248,8 +248,8 @@ TEST_F(MemoryEdit, DuplicatesTheTopmostSelectedItemsOfTheRunTimeAsOneCommand)
     /// Reads its options and refuses.
     struct Reader : BatchOpsHandler
     {
-        UndoableCommand::Ptr duplicateItemsCmd(Selection const&,
-                                               DuplicateOptions const& options) override
+        UndoableCommand::Ptr duplicateItemsCmd(const Selection&,
+                                               const DuplicateOptions& options) override
         {
             copies.push_back(options.at("copies").get<int>());
             return nullptr;

@@ -126,12 +126,12 @@ public:
 private:
     struct Segments : SceneSegmentHandler
     {
-        bool isGatewayItem(Path const& path) override
+        bool isGatewayItem(const Path& path) override
         {
             const auto found = owner->items.find(text(path));
             return found != owner->items.end() && found->second;
         }
-        Selection gatewayItems(Path const& path) override
+        Selection gatewayItems(const Path& path) override
         {
             ++owner->nbSearches;
             Selection found;
@@ -142,7 +142,7 @@ private:
             }
             return found;
         }
-        Selection gatewayItems(Path const& path, Rtid) override { return gatewayItems(path); }
+        Selection gatewayItems(const Path& path, Rtid) override { return gatewayItems(path); }
 
         Owner* owner = nullptr;
     };

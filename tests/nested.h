@@ -23,7 +23,7 @@ public:
 
     explicit LeastTransform(Kiv_v4::SceneItem::Ptr item) : _item(std::move(item)) {}
 
-    Kiv_v4::Path const& path() const override { return _item->path(); }
+    const Kiv_v4::Path& path() const override { return _item->path(); }
     Kiv_v4::SceneItem::Ptr sceneItem() const override { return _item; }
     Kiv_v4::Matrix4d matrix() const override { return translationOf(0, 1, 0); }
     Kiv_v4::Matrix4d segmentInclusiveMatrix() const override
@@ -44,7 +44,7 @@ public:
     Vector rotatePivot() const override { return {}; }
     Cmd scalePivotCmd(double, double, double) override { return nullptr; }
     Vector scalePivot() const override { return {}; }
-    Cmd setMatrixCmd(Kiv_v4::Matrix4d const&) override { return nullptr; }
+    Cmd setMatrixCmd(const Kiv_v4::Matrix4d&) override { return nullptr; }
 
 private:
     [[nodiscard]] std::size_t depth() const
@@ -58,7 +58,7 @@ private:
 class LeastTransformHandler : public Kiv_v4::Transform3dHandler
 {
 public:
-    Kiv_v4::Transform3d::Ptr transform3d(Kiv_v4::SceneItem::Ptr const& item) const override
+    Kiv_v4::Transform3d::Ptr transform3d(const Kiv_v4::SceneItem::Ptr& item) const override
     {
         return std::make_shared<LeastTransform>(item);
     }
@@ -71,7 +71,7 @@ class Nested
     {
         Kiv_v4::Rtid id = 0;
 
-        Kiv_v4::SceneItemList rootItems(Kiv_v4::Path const& gateway) override
+        Kiv_v4::SceneItemList rootItems(const Kiv_v4::Path& gateway) override
         {
             return {std::make_shared<Item>(gateway + Kiv_v4::PathSegment("stage", id, ':'))};
         }
@@ -79,8 +79,8 @@ class Nested
 
     struct Cameras : Kiv_v4::CameraHandler
     {
-        Kiv_v4::Camera::Ptr camera(Kiv_v4::SceneItem::Ptr const&) override { return nullptr; }
-        Kiv_v4::Selection findCameras(Kiv_v4::Path const& path) override
+        Kiv_v4::Camera::Ptr camera(const Kiv_v4::SceneItem::Ptr&) override { return nullptr; }
+        Kiv_v4::Selection findCameras(const Kiv_v4::Path& path) override
         {
             Kiv_v4::Selection found;
             found.append(std::make_shared<Item>(path + "view"));

@@ -22,11 +22,11 @@ struct Left
 /// Uses the plug-in's run-time.
 Left used(plugin::Load* load)
 {
-    enum class HostError { unwantedItem };
+    enum class HostError { UnwantedItem };
     const auto listener = std::make_shared<plugin::Listener>();
     listener->made = [](const SceneItem& item) {
         if (item.nodeName() == "unwanted") {
-            throw HostError::unwantedItem;
+            throw HostError::UnwantedItem;
         }
     };
     std::shared_ptr<void> plugin;

@@ -19,17 +19,17 @@ public:
     std::function<Kiv_v4::Hierarchy::Ptr(const Kiv_v4::SceneItem::Ptr&)> onHierarchy;
     std::function<Kiv_v4::SceneItem::Ptr(const Kiv_v4::Path&)> onCreateItem;
 
-    Kiv_v4::Hierarchy::Ptr hierarchy(Kiv_v4::SceneItem::Ptr const& item) override
+    Kiv_v4::Hierarchy::Ptr hierarchy(const Kiv_v4::SceneItem::Ptr& item) override
     {
         return onHierarchy ? onHierarchy(item) : nullptr;
     }
 
-    Kiv_v4::SceneItem::Ptr createItem(Kiv_v4::Path const& path) override
+    Kiv_v4::SceneItem::Ptr createItem(const Kiv_v4::Path& path) override
     {
         return onCreateItem ? onCreateItem(path) : nullptr;
     }
 
-    Kiv_v4::SceneItemList rootItems(Kiv_v4::Path const&) override { return {}; }
+    Kiv_v4::SceneItemList rootItems(const Kiv_v4::Path&) override { return {}; }
 };
 
 /// Expects that `operation` throws an `Error` with that message.

@@ -202,12 +202,12 @@ public:
         : _journal(journal), _name(std::move(name)), _cleanupThrows(cleanupThrows)
     {}
 
-    void prelude(std::string const& subOperation) override
+    void prelude(const std::string& subOperation) override
     {
         _journal.push_back("open " + _name + " for " + subOperation);
     }
 
-    void cleanup(std::string const& subOperation) override
+    void cleanup(const std::string& subOperation) override
     {
         _journal.push_back("close " + _name + " for " + subOperation);
         if (_cleanupThrows) {
@@ -228,12 +228,12 @@ public:
         : _wrapper(std::make_shared<NotedWrapper>(journal, std::move(name), cleanupThrows))
     {}
 
-    [[nodiscard]] bool wraps(std::string const& operationName) const override
+    [[nodiscard]] bool wraps(const std::string& operationName) const override
     {
         return operationName == "delete";
     }
 
-    CodeWrapper::Ptr createCodeWrapper(Selection const&, std::string const&) override
+    CodeWrapper::Ptr createCodeWrapper(const Selection&, const std::string&) override
     {
         return _wrapper;
     }

@@ -68,7 +68,7 @@ void requireReplaceable(const Workspace& scene, const std::string& file, Replaci
             throw std::runtime_error("is mounted in the scene");
         }
     }
-    if (replacing == Replacing::anything || isDocument(file)) {
+    if (replacing == Replacing::Anything || isDocument(file)) {
         return;
     }
     if (namesSceneFile(file)) {

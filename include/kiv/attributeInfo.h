@@ -15,15 +15,15 @@ class Attribute;
 class KIV_EXPORT AttributeInfo
 {
 public:
-    AttributeInfo(Path const& path, std::string const& name);
+    AttributeInfo(const Path& path, const std::string& name);
 
     /// The handle of `attribute`, which must not be null.
-    explicit AttributeInfo(std::shared_ptr<Attribute> const& attribute);
+    explicit AttributeInfo(const std::shared_ptr<Attribute>& attribute);
 
     /// The path of the item.
-    [[nodiscard]] Path const& path() const noexcept { return _path; }
+    [[nodiscard]] const Path& path() const noexcept { return _path; }
     /// The attribute's name.
-    [[nodiscard]] std::string const& name() const noexcept { return _name; }
+    [[nodiscard]] const std::string& name() const noexcept { return _name; }
 
     /// The attribute as it is now, on a fresh item; null when the item has none of that name.
     /// Throws `std::runtime_error` with the path in the message when it names no item, or one whose
@@ -32,11 +32,11 @@ public:
     [[nodiscard]] std::shared_ptr<Attribute> attribute() const;
 
     /// Same path and same name.
-    bool operator==(AttributeInfo const& other) const
+    bool operator==(const AttributeInfo& other) const
     {
         return _path == other._path && _name == other._name;
     }
-    bool operator!=(AttributeInfo const& other) const { return !(*this == other); }
+    bool operator!=(const AttributeInfo& other) const { return !(*this == other); }
 
 private:
     Path _path;

@@ -37,7 +37,7 @@ public:
 
     /// The attributes of `item`; null for a null item, an empty path, a run-time that offers
     /// none, and an item that has none. Exceptions of the run-time are logged and pass through.
-    [[nodiscard]] static Ptr attributes(SceneItem::Ptr const& item);
+    [[nodiscard]] static Ptr attributes(const SceneItem::Ptr& item);
 
     Attributes();
     Attributes(const Attributes&) = delete;

@@ -21,7 +21,7 @@ public:
 
     /// The attributes of `item`, an item of this run-time, maybe out of date; null when it has
     /// none.
-    [[nodiscard]] virtual Attributes::Ptr attributes(SceneItem::Ptr const& item) = 0;
+    [[nodiscard]] virtual Attributes::Ptr attributes(const SceneItem::Ptr& item) = 0;
 };
 
 } // namespace Kiv_v4

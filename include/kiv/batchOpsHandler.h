@@ -26,7 +26,7 @@ public:
     ///
     /// The command is a `SelectionUndoableCommand`: it tells each item's duplicate.
     [[nodiscard]] static UndoableCommand::Ptr
-    duplicateSelectionCmd(Selection const& selection, DuplicateOptions const& options);
+    duplicateSelectionCmd(const Selection& selection, const DuplicateOptions& options);
 
     BatchOpsHandler();
     BatchOpsHandler(const BatchOpsHandler&) = delete;
@@ -36,7 +36,7 @@ public:
     /// A command that duplicates those items of `selection` that belong to this run-time; null when
     /// there are none or the run-time refuses. A `SelectionUndoableCommand` tells the duplicates.
     [[nodiscard]] virtual UndoableCommand::Ptr
-    duplicateItemsCmd(Selection const& selection, DuplicateOptions const& options) = 0;
+    duplicateItemsCmd(const Selection& selection, const DuplicateOptions& options) = 0;
 };
 
 } // namespace Kiv_v4

@@ -33,7 +33,7 @@ public:
 
     /// The camera at `item`; null for a null item, an empty path, a run-time that offers none, and
     /// an item that is no camera. Exceptions of the run-time are logged and pass through.
-    [[nodiscard]] static Ptr camera(SceneItem::Ptr const& item);
+    [[nodiscard]] static Ptr camera(const SceneItem::Ptr& item);
 
     Camera();
     Camera(const Camera&) = delete;
@@ -41,7 +41,7 @@ public:
     virtual ~Camera();
 
     /// The path of the item.
-    [[nodiscard]] virtual Path const& path() const = 0;
+    [[nodiscard]] virtual const Path& path() const = 0;
 
     /// The item.
     [[nodiscard]] virtual SceneItem::Ptr sceneItem() const = 0;
@@ -100,24 +100,24 @@ public:
     [[nodiscard]] virtual Projection projection() const = 0;
 
     /// False when `observer` observes the item already.
-    static bool addObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer);
+    static bool addObserver(const SceneItem::Ptr& item, const Observer::Ptr& observer);
     /// False when `observer` does not observe the item.
-    static bool removeObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer);
-    static bool removeObserver(Path const& path, Observer::Ptr const& observer);
+    static bool removeObserver(const SceneItem::Ptr& item, const Observer::Ptr& observer);
+    static bool removeObserver(const Path& path, const Observer::Ptr& observer);
     /// The number of living observers of the item.
-    [[nodiscard]] static std::size_t nbObservers(SceneItem::Ptr const& item);
+    [[nodiscard]] static std::size_t nbObservers(const SceneItem::Ptr& item);
     /// Whether `observer` observes the item.
-    [[nodiscard]] static bool hasObserver(SceneItem::Ptr const& item,
-                                          Observer::Ptr const& observer);
+    [[nodiscard]] static bool hasObserver(const SceneItem::Ptr& item,
+                                          const Observer::Ptr& observer);
     /// Whether the item at `path` is observed. Observers that died without being removed count.
-    [[nodiscard]] static bool hasObservers(Path const& path);
+    [[nodiscard]] static bool hasObservers(const Path& path);
     /// Whether an item of the run-time was ever observed; stays true when the last observer has
     /// gone.
     [[nodiscard]] static bool hasObservers(Rtid runTimeId);
 
     /// Tells the observers of the item at `path`, with a `CameraChanged` that carries the item
     /// given to the first of them.
-    static void notify(Path const& path);
+    static void notify(const Path& path);
 };
 
 } // namespace Kiv_v4

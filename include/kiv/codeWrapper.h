@@ -25,10 +25,10 @@ public:
     virtual ~CodeWrapper();
 
     /// `subOperation` tells what follows: "execute", "undo" or "redo" for a batch command.
-    virtual void prelude(std::string const& subOperation) = 0;
+    virtual void prelude(const std::string& subOperation) = 0;
 
     /// Called once for each prelude that returned, also when the batch threw.
-    virtual void cleanup(std::string const& subOperation) = 0;
+    virtual void cleanup(const std::string& subOperation) = 0;
 };
 
 /// The wrappers of one operation on a selection: one from each run-time that the selection touches
@@ -36,7 +36,7 @@ public:
 class KIV_EXPORT CodeWrapperContainer
 {
 public:
-    CodeWrapperContainer(Selection const& selection, std::string const& operationName);
+    CodeWrapperContainer(const Selection& selection, const std::string& operationName);
 
     /// The wrappers, in the order of their preludes.
     [[nodiscard]] const std::vector<CodeWrapper::Ptr>& wrappers() const noexcept
@@ -58,7 +58,7 @@ class KIV_EXPORT CodeWrapperContext
 {
 public:
     /// The container must outlive the context. Runs nothing yet.
-    CodeWrapperContext(CodeWrapperContainer const& container, std::string const& subOperation);
+    CodeWrapperContext(const CodeWrapperContainer& container, const std::string& subOperation);
     CodeWrapperContext(const CodeWrapperContext&) = delete;
     CodeWrapperContext& operator=(const CodeWrapperContext&) = delete;
 

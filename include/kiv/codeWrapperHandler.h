@@ -22,12 +22,12 @@ public:
 
     /// Whether the run-time wants to wrap operations of that name; `createCodeWrapper` is not asked
     /// otherwise.
-    [[nodiscard]] virtual bool wraps(std::string const& operationName) const = 0;
+    [[nodiscard]] virtual bool wraps(const std::string& operationName) const = 0;
 
     /// A wrapper for the operation `name` on `selection`, which holds items of this run-time and
     /// may hold others. By default null: none.
-    [[nodiscard]] virtual CodeWrapper::Ptr createCodeWrapper(Selection const& selection,
-                                                             std::string const& name);
+    [[nodiscard]] virtual CodeWrapper::Ptr createCodeWrapper(const Selection& selection,
+                                                             const std::string& name);
 };
 
 } // namespace Kiv_v4

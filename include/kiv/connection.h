@@ -13,13 +13,13 @@ class KIV_EXPORT Connection
 public:
     using Ptr = std::shared_ptr<Connection>;
 
-    Connection(AttributeInfo const& src, AttributeInfo const& dst);
+    Connection(const AttributeInfo& src, const AttributeInfo& dst);
     virtual ~Connection();
 
     /// The attribute that is read.
-    [[nodiscard]] AttributeInfo const& src() const noexcept { return _src; }
+    [[nodiscard]] const AttributeInfo& src() const noexcept { return _src; }
     /// The attribute that is fed.
-    [[nodiscard]] AttributeInfo const& dst() const noexcept { return _dst; }
+    [[nodiscard]] const AttributeInfo& dst() const noexcept { return _dst; }
 
 private:
     const AttributeInfo _src;

@@ -32,23 +32,23 @@ public:
     virtual ~ConnectionHandler();
 
     /// The connections of `item`; null when it has no attributes to connect.
-    [[nodiscard]] virtual Connections::Ptr connections(SceneItem::Ptr const& item) const = 0;
+    [[nodiscard]] virtual Connections::Ptr connections(const SceneItem::Ptr& item) const = 0;
 
     /// Lets `src` feed `dst`; the command tells the connection it made.
     [[nodiscard]] virtual ConnectionResultUndoableCommand::Ptr
-    connectCmd(Attribute::Ptr const& src, Attribute::Ptr const& dst) const = 0;
+    connectCmd(const Attribute::Ptr& src, const Attribute::Ptr& dst) const = 0;
 
     /// Breaks the connection from `src` to `dst`.
-    [[nodiscard]] virtual UndoableCommand::Ptr disconnectCmd(Attribute::Ptr const& src,
-                                                             Attribute::Ptr const& dst) const = 0;
+    [[nodiscard]] virtual UndoableCommand::Ptr disconnectCmd(const Attribute::Ptr& src,
+                                                             const Attribute::Ptr& dst) const = 0;
 
     /// The new connection, or null when the run-time refuses.
-    Connection::Ptr connect(Attribute::Ptr const& src, Attribute::Ptr const& dst) const;
-    Connection::Ptr connect(AttributeInfo const& src, AttributeInfo const& dst) const;
+    Connection::Ptr connect(const Attribute::Ptr& src, const Attribute::Ptr& dst) const;
+    Connection::Ptr connect(const AttributeInfo& src, const AttributeInfo& dst) const;
 
     /// Does nothing when the run-time refuses.
-    void disconnect(Attribute::Ptr const& src, Attribute::Ptr const& dst) const;
-    void disconnect(AttributeInfo const& src, AttributeInfo const& dst) const;
+    void disconnect(const Attribute::Ptr& src, const Attribute::Ptr& dst) const;
+    void disconnect(const AttributeInfo& src, const AttributeInfo& dst) const;
 };
 
 } // namespace Kiv_v4

@@ -32,13 +32,13 @@ public:
     [[nodiscard]] virtual std::vector<Connection::Ptr> allConnections() const = 0;
 
     /// Whether `connections(attribute, type)` is not empty.
-    [[nodiscard]] virtual bool hasConnection(Attribute::Ptr const& attribute,
+    [[nodiscard]] virtual bool hasConnection(const Attribute::Ptr& attribute,
                                              AttributeType type) const;
 
     /// The connections of the item that have `attribute` at one of the ends that `type` names. An
     /// attribute is at an end when the path of its item and its name are those of the end. None for
     /// a null attribute. Linear in the number of the item's connections.
-    [[nodiscard]] virtual std::vector<Connection::Ptr> connections(Attribute::Ptr const& attribute,
+    [[nodiscard]] virtual std::vector<Connection::Ptr> connections(const Attribute::Ptr& attribute,
                                                                    AttributeType type) const;
 };
 

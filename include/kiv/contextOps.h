@@ -58,7 +58,7 @@ public:
 
     /// The menu of `item`; null for a null item, an empty path, a run-time that offers none, and an
     /// item that has none. Exceptions of the run-time are logged and pass through.
-    [[nodiscard]] static Ptr contextOps(SceneItem::Ptr const& item);
+    [[nodiscard]] static Ptr contextOps(const SceneItem::Ptr& item);
 
     ContextOps();
     ContextOps(const ContextOps&) = delete;
@@ -70,13 +70,13 @@ public:
 
     /// The entries of the submenu at `itemPath`, in order; of the menu itself for an empty path;
     /// none for a path that leads to no submenu.
-    [[nodiscard]] virtual std::vector<ContextItem> items(ItemPath const& itemPath) const = 0;
+    [[nodiscard]] virtual std::vector<ContextItem> items(const ItemPath& itemPath) const = 0;
 
     /// Executes `doOpCmd(itemPath)` and drops it; does nothing when the run-time refuses.
-    virtual void doOp(ItemPath const& itemPath);
+    virtual void doOp(const ItemPath& itemPath);
 
     /// The command behind an entry; null when there is none or the run-time refuses.
-    [[nodiscard]] virtual UndoableCommand::Ptr doOpCmd(ItemPath const& itemPath) = 0;
+    [[nodiscard]] virtual UndoableCommand::Ptr doOpCmd(const ItemPath& itemPath) = 0;
 };
 
 } // namespace Kiv_v4

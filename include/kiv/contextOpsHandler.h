@@ -20,7 +20,7 @@ public:
     virtual ~ContextOpsHandler();
 
     /// The menu of `item`, an item of this run-time, maybe out of date; null when it has none.
-    [[nodiscard]] virtual ContextOps::Ptr contextOps(SceneItem::Ptr const& item) = 0;
+    [[nodiscard]] virtual ContextOps::Ptr contextOps(const SceneItem::Ptr& item) = 0;
 };
 
 } // namespace Kiv_v4

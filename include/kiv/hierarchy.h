@@ -34,11 +34,11 @@ public:
 
     /// The hierarchy of `item`; null for a null item or an empty path. Throws `InvalidRunTimeId`
     /// (after logging it) when the item's run-time has no hierarchy handler.
-    [[nodiscard]] static Ptr hierarchy(SceneItem::Ptr const& item);
+    [[nodiscard]] static Ptr hierarchy(const SceneItem::Ptr& item);
 
     /// The item at `path`, made by the run-time of its last segment; null for an empty path or one
     /// that names nothing. Throws as `hierarchy` does.
-    [[nodiscard]] static SceneItem::Ptr createItem(Path const& path);
+    [[nodiscard]] static SceneItem::Ptr createItem(const Path& path);
 
     Hierarchy();
     Hierarchy(const Hierarchy&) = delete;
@@ -55,11 +55,11 @@ public:
     [[nodiscard]] virtual SceneItemList children() const = 0;
 
     /// Whether `filteredChildren(filter)` is not empty.
-    [[nodiscard]] virtual bool hasFilteredChildren(ChildFilter const& filter) const = 0;
+    [[nodiscard]] virtual bool hasFilteredChildren(const ChildFilter& filter) const = 0;
 
     /// The children that `filter` lets through, in order. Flags that the run-time does not know are
     /// ignored; flags that are left out have their default.
-    [[nodiscard]] virtual SceneItemList filteredChildren(ChildFilter const& filter) const = 0;
+    [[nodiscard]] virtual SceneItemList filteredChildren(const ChildFilter& filter) const = 0;
 
     /// The flags that this item's children can be filtered by, each with its default value.
     [[nodiscard]] virtual ChildFilter defaultChildFilter() const = 0;
@@ -74,25 +74,25 @@ public:
     /// Makes a new last child. The run-time changes `name` where it must, to make it unique among
     /// the children or to fit its rules; the command's item bears the final name.
     [[nodiscard]] virtual SceneItemResultUndoableCommand::Ptr
-    createChildCmd(std::string const& nodeType, PathComponent const& name) = 0;
+    createChildCmd(const std::string& nodeType, const PathComponent& name) = 0;
 
     /// Moves `child`, an item of the same run-time, with all that is under it, to just before
     /// `before`, one of this item's children, or after the last child when `before` is null. It
     /// keeps its name unless that is taken.
-    [[nodiscard]] virtual InsertChildCommand::Ptr insertChildCmd(SceneItem::Ptr const& child,
-                                                                 SceneItem::Ptr const& before) = 0;
+    [[nodiscard]] virtual InsertChildCommand::Ptr insertChildCmd(const SceneItem::Ptr& child,
+                                                                 const SceneItem::Ptr& before) = 0;
 
     /// Makes a group under this item, in the place of the first of `members`, and moves `members`,
     /// all of them children of this item, under it in the given order. Without members, makes an
     /// empty group after the last child.
     [[nodiscard]] virtual SceneItemResultUndoableCommand::Ptr
-    createGroupCmd(SceneItemList const& members, PathComponent const& name) = 0;
+    createGroupCmd(const SceneItemList& members, const PathComponent& name) = 0;
 
     /// Gives the children the order of `orderedList`, which holds each child once; null otherwise.
-    [[nodiscard]] virtual UndoableCommand::Ptr reorderCmd(SceneItemList const& orderedList) = 0;
+    [[nodiscard]] virtual UndoableCommand::Ptr reorderCmd(const SceneItemList& orderedList) = 0;
 
     /// Executes `reorderCmd(orderedList)`; false when the run-time refuses.
-    virtual bool reorder(SceneItemList const& orderedList);
+    virtual bool reorder(const SceneItemList& orderedList);
 
     /// Puts the children of this item, a group, into its place and removes it.
     [[nodiscard]] virtual UndoableCommand::Ptr ungroupCmd() = 0;

@@ -21,15 +21,15 @@ public:
     virtual ~HierarchyHandler();
 
     /// The hierarchy of `item`, an item of this run-time.
-    [[nodiscard]] virtual Hierarchy::Ptr hierarchy(SceneItem::Ptr const& item) = 0;
+    [[nodiscard]] virtual Hierarchy::Ptr hierarchy(const SceneItem::Ptr& item) = 0;
 
     /// The item that the run-time has at `path`, or null.
-    [[nodiscard]] virtual SceneItem::Ptr createItem(Path const& path) = 0;
+    [[nodiscard]] virtual SceneItem::Ptr createItem(const Path& path) = 0;
 
     /// The items with which this run-time's segment begins under the item at `gateway`, in order;
     /// with an empty path, the top items of the run-time's own scene. This is how the run-time of a
     /// gateway lists children that it knows nothing about.
-    [[nodiscard]] virtual SceneItemList rootItems(Path const& gateway) = 0;
+    [[nodiscard]] virtual SceneItemList rootItems(const Path& gateway) = 0;
 };
 
 } // namespace Kiv_v4

@@ -36,11 +36,11 @@ public:
     using Ptr = std::shared_ptr<Hierarchy_v4_2>;
 
     /// The same object as `Hierarchy::hierarchy`, or null when it does not have this interface.
-    [[nodiscard]] static Ptr hierarchy(SceneItem::Ptr const& item);
+    [[nodiscard]] static Ptr hierarchy(const SceneItem::Ptr& item);
 
     /// The same, but for an object without this interface one that has it, does all else as that
     /// object does, and has the defaults. Null only when `Hierarchy::hierarchy` is.
-    [[nodiscard]] static Ptr hierarchyOrDefault(SceneItem::Ptr const& item);
+    [[nodiscard]] static Ptr hierarchyOrDefault(const SceneItem::Ptr& item);
 
     ~Hierarchy_v4_2() override;
 
@@ -51,7 +51,7 @@ public:
     [[nodiscard]] virtual SceneItem::Ptr child(std::size_t row) const;
 
     /// The row of the child with that path; nothing when no child has it.
-    [[nodiscard]] virtual std::optional<std::size_t> row(Path const& child) const;
+    [[nodiscard]] virtual std::optional<std::size_t> row(const Path& child) const;
 
     /// The `count` children from the row `first` on, or as many as there are.
     [[nodiscard]] virtual SceneItemList childRange(std::size_t first, std::size_t count) const;
@@ -65,7 +65,7 @@ public:
     /// notification where the run-time can; by default it is a composite of `createChildCmd`. Null
     /// when the run-time refuses one of them.
     [[nodiscard]] virtual UndoableCommand::Ptr
-    createChildrenCmd(std::string const& nodeType, std::vector<PathComponent> const& names);
+    createChildrenCmd(const std::string& nodeType, const std::vector<PathComponent>& names);
 
     /// A walk over this item and what is under it. It may outlive this object. Clients use
     /// `SubtreeWalk`.

@@ -76,7 +76,7 @@ public:
 
     /// The light at `item`; null for a null item, an empty path, a run-time that offers none, and
     /// an item that is no light. Exceptions of the run-time are logged and pass through.
-    [[nodiscard]] static Ptr light(SceneItem::Ptr const& item);
+    [[nodiscard]] static Ptr light(const SceneItem::Ptr& item);
 
     Light();
     Light(const Light&) = delete;
@@ -84,7 +84,7 @@ public:
     virtual ~Light();
 
     /// The path of the item.
-    [[nodiscard]] virtual Path const& path() const = 0;
+    [[nodiscard]] virtual const Path& path() const = 0;
 
     /// The item.
     [[nodiscard]] virtual SceneItem::Ptr sceneItem() const = 0;
@@ -129,23 +129,23 @@ public:
     [[nodiscard]] std::shared_ptr<AreaInterface> areaInterface();
 
     /// False when `observer` observes the item already.
-    static bool addObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer);
+    static bool addObserver(const SceneItem::Ptr& item, const Observer::Ptr& observer);
     /// False when `observer` does not observe the item.
-    static bool removeObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer);
+    static bool removeObserver(const SceneItem::Ptr& item, const Observer::Ptr& observer);
     /// The number of living observers of the item.
-    [[nodiscard]] static std::size_t nbObservers(SceneItem::Ptr const& item);
+    [[nodiscard]] static std::size_t nbObservers(const SceneItem::Ptr& item);
     /// Whether `observer` observes the item.
-    [[nodiscard]] static bool hasObserver(SceneItem::Ptr const& item,
-                                          Observer::Ptr const& observer);
+    [[nodiscard]] static bool hasObserver(const SceneItem::Ptr& item,
+                                          const Observer::Ptr& observer);
     /// Whether the item at `path` is observed. Observers that died without being removed count.
-    [[nodiscard]] static bool hasObservers(Path const& path);
+    [[nodiscard]] static bool hasObservers(const Path& path);
     /// Whether an item of the run-time was ever observed; stays true when the last observer has
     /// gone.
     [[nodiscard]] static bool hasObservers(Rtid runTimeId);
 
     /// Tells the observers of the item at `path`, with a `LightChanged` that carries the item given
     /// to the first of them.
-    static void notify(Path const& path);
+    static void notify(const Path& path);
 
 protected:
     /// Asked only of a light of the kind.

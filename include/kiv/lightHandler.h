@@ -20,7 +20,7 @@ public:
     virtual ~LightHandler();
 
     /// The light at `item`; null when it is no light.
-    [[nodiscard]] virtual Light::Ptr light(SceneItem::Ptr const& item) = 0;
+    [[nodiscard]] virtual Light::Ptr light(const SceneItem::Ptr& item) = 0;
 };
 
 } // namespace Kiv_v4

@@ -13,21 +13,21 @@ namespace Kiv_v4 {
 ///
 /// A caught exception reaches it as "caught exception ", the exception's text and a line break, so
 /// an empty line stands between message and "File: ".
-KIV_EXPORT void log(char const* function, char const* file, int line, std::string const& message);
+KIV_EXPORT void log(const char* function, const char* file, int line, const std::string& message);
 
 /// A diagnostic record, for those who show it elsewhere too. References are good for the call.
 struct LogRecord
 {
-    char const* function;       ///< The arguments of `log`.
-    char const* file;           ///< As above.
+    const char* function;       ///< The arguments of `log`.
+    const char* file;           ///< As above.
     int line;                   ///< As above.
-    std::string const& message; ///< As above.
+    const std::string& message; ///< As above.
     std::exception_ptr error;   ///< The exception that is being handled; null when there is none.
 };
 
 /// What is given each record once it is written. What it throws is dropped, and what is logged
 /// while it runs is only written.
-using LogListener = std::function<void(LogRecord const&)>;
+using LogListener = std::function<void(const LogRecord&)>;
 
 /// Lets `listener`, one for the process, have the records; an empty one ends that. Hosts use
 /// `host::ErrorChannel`, of which there may be many.

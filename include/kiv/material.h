@@ -16,7 +16,7 @@ public:
 
     /// The materials of `item`; null for a null item, an empty path, a run-time that offers
     /// none, and an item that has none. Exceptions of the run-time are logged and pass through.
-    [[nodiscard]] static Ptr material(SceneItem::Ptr const& item);
+    [[nodiscard]] static Ptr material(const SceneItem::Ptr& item);
 
     Material();
     Material(const Material&) = delete;

@@ -20,7 +20,7 @@ public:
     virtual ~MaterialHandler();
 
     /// The materials of `item`, an item of this run-time, maybe out of date; null when it has none.
-    [[nodiscard]] virtual Material::Ptr material(SceneItem::Ptr const& item) = 0;
+    [[nodiscard]] virtual Material::Ptr material(const SceneItem::Ptr& item) = 0;
 };
 
 } // namespace Kiv_v4

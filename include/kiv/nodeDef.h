@@ -23,7 +23,7 @@ public:
 
     /// The definition of a node type of a run-time; null when it has none, or no handler for them.
     /// Exceptions of the run-time are logged and pass through.
-    [[nodiscard]] static Ptr definition(Rtid const& runTimeId, std::string const& type);
+    [[nodiscard]] static Ptr definition(const Rtid& runTimeId, const std::string& type);
 
     NodeDef();
     NodeDef(const NodeDef&) = delete;
@@ -48,30 +48,30 @@ public:
     /// All names, in the order in which a user interface lists them.
     [[nodiscard]] virtual std::vector<std::string> inputNames() const = 0;
     /// Whether there is an input of that name.
-    [[nodiscard]] virtual bool hasInput(std::string const& name) const = 0;
+    [[nodiscard]] virtual bool hasInput(const std::string& name) const = 0;
     /// Null when there is none of that name.
-    [[nodiscard]] virtual AttributeDef::Ptr input(std::string const& name) const = 0;
+    [[nodiscard]] virtual AttributeDef::Ptr input(const std::string& name) const = 0;
     /// All of them, in the order of the names.
     [[nodiscard]] virtual std::vector<AttributeDef::Ptr> inputs() const = 0;
 
     /// All names, in the order in which a user interface lists them.
     [[nodiscard]] virtual std::vector<std::string> outputNames() const = 0;
     /// Whether there is an output of that name.
-    [[nodiscard]] virtual bool hasOutput(std::string const& name) const = 0;
+    [[nodiscard]] virtual bool hasOutput(const std::string& name) const = 0;
     /// Null when there is none of that name.
-    [[nodiscard]] virtual AttributeDef::Ptr output(std::string const& name) const = 0;
+    [[nodiscard]] virtual AttributeDef::Ptr output(const std::string& name) const = 0;
     /// All of them, in the order of the names.
     [[nodiscard]] virtual std::vector<AttributeDef::Ptr> outputs() const = 0;
 
     /// The metadata under `key`; a value without a type when there is none.
-    [[nodiscard]] virtual Value metadata(std::string const& key) const = 0;
+    [[nodiscard]] virtual Value metadata(const std::string& key) const = 0;
     /// Whether there is metadata under `key`.
-    [[nodiscard]] virtual bool hasMetadata(std::string const& key) const = 0;
+    [[nodiscard]] virtual bool hasMetadata(const std::string& key) const = 0;
 
     /// Makes a node of this type as the last child of `parent`, with the attributes of the
     /// definition. Changes nothing yet; null when the run-time refuses.
     [[nodiscard]] virtual SceneItemResultUndoableCommand::Ptr
-    createNodeCmd(SceneItem::Ptr const& parent, PathComponent const& name) const = 0;
+    createNodeCmd(const SceneItem::Ptr& parent, const PathComponent& name) const = 0;
 };
 
 } // namespace Kiv_v4

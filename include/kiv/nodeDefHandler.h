@@ -22,15 +22,15 @@ public:
     virtual ~NodeDefHandler();
 
     /// The definition of the item's node type, or null.
-    [[nodiscard]] virtual NodeDef::Ptr definition(SceneItem::Ptr const& item) = 0;
+    [[nodiscard]] virtual NodeDef::Ptr definition(const SceneItem::Ptr& item) = 0;
 
     /// The definition of a node type, or null.
-    [[nodiscard]] virtual NodeDef::Ptr definition(std::string const& type) = 0;
+    [[nodiscard]] virtual NodeDef::Ptr definition(const std::string& type) = 0;
 
     /// All definitions with that classification, or all there are for an empty one, in the order of
     /// a menu.
     [[nodiscard]] virtual std::vector<NodeDef::Ptr>
-    definitions(std::string const& classification) = 0;
+    definitions(const std::string& classification) = 0;
 };
 
 } // namespace Kiv_v4

@@ -46,7 +46,7 @@ public:
 
     /// The object at `item`; null for a null item, an empty path, a run-time that offers none, and
     /// an item that has none. Exceptions of the run-time are logged and pass through.
-    [[nodiscard]] static Ptr object3d(SceneItem::Ptr const& item);
+    [[nodiscard]] static Ptr object3d(const SceneItem::Ptr& item);
 
     Object3d();
     Object3d(const Object3d&) = delete;
@@ -70,11 +70,11 @@ public:
     [[nodiscard]] virtual UndoableCommand::Ptr setVisibilityCmd(bool visible) = 0;
 
     /// Observers of the objects of all items, as `Subject` has them.
-    static bool addObserver(Observer::Ptr const& observer);
-    static bool removeObserver(Observer::Ptr const& observer);
+    static bool addObserver(const Observer::Ptr& observer);
+    static bool removeObserver(const Observer::Ptr& observer);
     [[nodiscard]] static std::size_t nbObservers();
-    [[nodiscard]] static bool hasObserver(Observer::Ptr const& observer);
-    static void notify(Notification const& notification);
+    [[nodiscard]] static bool hasObserver(const Observer::Ptr& observer);
+    static void notify(const Notification& notification);
 };
 
 } // namespace Kiv_v4

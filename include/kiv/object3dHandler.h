@@ -20,7 +20,7 @@ public:
     virtual ~Object3dHandler();
 
     /// The object at `item`, an item of this run-time, maybe out of date; null when it has none.
-    [[nodiscard]] virtual Object3d::Ptr object3d(SceneItem::Ptr const& item) = 0;
+    [[nodiscard]] virtual Object3d::Ptr object3d(const SceneItem::Ptr& item) = 0;
 };
 
 } // namespace Kiv_v4

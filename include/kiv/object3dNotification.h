@@ -10,7 +10,7 @@ namespace Kiv_v4 {
 class KIV_EXPORT VisibilityChanged : public Notification
 {
 public:
-    explicit VisibilityChanged(Path const& path);
+    explicit VisibilityChanged(const Path& path);
     ~VisibilityChanged() override;
 
     /// The path of the item.

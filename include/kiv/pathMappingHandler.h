@@ -24,11 +24,11 @@ public:
 
     /// Where the host has the item at `path`, a path of this run-time; the empty path when the host
     /// has none for it.
-    [[nodiscard]] virtual Path hostPath(Path const& path) const = 0;
+    [[nodiscard]] virtual Path hostPath(const Path& path) const = 0;
 
     /// The path of this run-time that the host has at `hostPath`; the empty path when there is
     /// none.
-    [[nodiscard]] virtual Path runTimePath(Path const& hostPath) const = 0;
+    [[nodiscard]] virtual Path runTimePath(const Path& hostPath) const = 0;
 };
 
 } // namespace Kiv_v4

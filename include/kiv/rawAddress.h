@@ -15,8 +15,8 @@ class SceneItem;
 /// Remembers the object, without a share of it, and gives its address; 0 for null. Asking again
 /// gives the same integer. Linear in the number of remembered objects, since those that died are
 /// forgotten on this occasion.
-[[nodiscard]] KIV_EXPORT unsigned long long getRawAddress(std::shared_ptr<SceneItem> const& item);
-[[nodiscard]] KIV_EXPORT unsigned long long getRawAddress(std::shared_ptr<Attributes> const& attrs);
+[[nodiscard]] KIV_EXPORT unsigned long long getRawAddress(const std::shared_ptr<SceneItem>& item);
+[[nodiscard]] KIV_EXPORT unsigned long long getRawAddress(const std::shared_ptr<Attributes>& attrs);
 
 /// The remembered object at that address, or null when none was remembered there or it has died.
 /// Linear in the number of remembered objects.

@@ -72,7 +72,7 @@ public:
 
     /// What the command made of the selected item at `sourcePath`; null when that was not selected,
     /// or before the command has run.
-    [[nodiscard]] virtual SceneItem::Ptr targetItem(Path const& sourcePath) const = 0;
+    [[nodiscard]] virtual SceneItem::Ptr targetItem(const Path& sourcePath) const = 0;
 };
 
 } // namespace Kiv_v4

@@ -23,7 +23,7 @@ class KIV_EXPORT SceneItem
 public:
     using Ptr = std::shared_ptr<SceneItem>;
 
-    explicit SceneItem(Path const& path);
+    explicit SceneItem(const Path& path);
     SceneItem(const SceneItem&) = delete;
     SceneItem& operator=(const SceneItem&) = delete;
     virtual ~SceneItem();
@@ -39,7 +39,7 @@ public:
     [[nodiscard]] virtual bool isProperty() const;
 
     /// The path that the item was made with.
-    [[nodiscard]] Path const& path() const noexcept { return _path; }
+    [[nodiscard]] const Path& path() const noexcept { return _path; }
 
     /// The run-time of the path's last segment.
     [[nodiscard]] Rtid runTimeId() const noexcept { return _path.runTimeId(); }
@@ -48,8 +48,8 @@ public:
     [[nodiscard]] std::string nodeName() const;
 
     /// Equal paths.
-    bool operator==(SceneItem const& other) const noexcept { return _path == other._path; }
-    bool operator!=(SceneItem const& other) const noexcept { return !(*this == other); }
+    bool operator==(const SceneItem& other) const noexcept { return _path == other._path; }
+    bool operator!=(const SceneItem& other) const noexcept { return !(*this == other); }
 
 private:
     const Path _path;

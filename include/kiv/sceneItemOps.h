@@ -45,7 +45,7 @@ public:
 
     /// The operations of `item`; null for a null item, an empty path, a run-time that offers
     /// none, and an item that has none. Exceptions of the run-time are logged and pass through.
-    [[nodiscard]] static Ptr sceneItemOps(SceneItem::Ptr const& item);
+    [[nodiscard]] static Ptr sceneItemOps(const SceneItem::Ptr& item);
 
     SceneItemOps();
     SceneItemOps(const SceneItemOps&) = delete;
@@ -53,7 +53,7 @@ public:
     virtual ~SceneItemOps();
 
     /// Chooses the item that the operations work on, so that one object serves many items.
-    virtual void setItem(SceneItem::Ptr const& item) = 0;
+    virtual void setItem(const SceneItem::Ptr& item) = 0;
     /// The item chosen; null when there is none.
     [[nodiscard]] virtual SceneItem::Ptr sceneItem() const = 0;
     /// Its path; empty when there is none.
@@ -74,14 +74,14 @@ public:
 
     /// What `name` becomes when the item is renamed to it: changed where it must be, to be unique
     /// among the siblings and to fit the run-time's rules; null when the item cannot be renamed.
-    [[nodiscard]] virtual PathComponent validName(PathComponent const& name) const = 0;
+    [[nodiscard]] virtual PathComponent validName(const PathComponent& name) const = 0;
 
     /// Gives the item the name `validName(newName)`.
     [[nodiscard]] virtual SceneItemResultUndoableCommand::Ptr
-    renameItemCmd(PathComponent const& newName) = 0;
+    renameItemCmd(const PathComponent& newName) = 0;
 
     /// Executes `renameItemCmd(newName)`; both fields are null when the run-time refuses.
-    virtual Rename renameItem(PathComponent const& newName) = 0;
+    virtual Rename renameItem(const PathComponent& newName) = 0;
 };
 
 } // namespace Kiv_v4

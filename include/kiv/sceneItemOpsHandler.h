@@ -20,7 +20,7 @@ public:
 
     /// The operations of `item`, an item of this run-time, maybe out of date; null when it has
     /// none.
-    [[nodiscard]] virtual SceneItemOps::Ptr sceneItemOps(SceneItem::Ptr const& item) = 0;
+    [[nodiscard]] virtual SceneItemOps::Ptr sceneItemOps(const SceneItem::Ptr& item) = 0;
 };
 
 } // namespace Kiv_v4

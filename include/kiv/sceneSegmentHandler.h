@@ -21,14 +21,14 @@ public:
     [[nodiscard]] static Ptr sceneSegmentHandler(Rtid runTimeId);
 
     /// Whether the item at `path` is a gateway; false when its run-time has no such handler.
-    [[nodiscard]] static bool isGateway(Path const& path);
+    [[nodiscard]] static bool isGateway(const Path& path);
 
     /// The gateways under `path`, itself left out, within the run-time of `path`; none when it has
     /// no such handler.
-    [[nodiscard]] static Selection findGatewayItems(Path const& path);
+    [[nodiscard]] static Selection findGatewayItems(const Path& path);
 
     /// Those of them that lead into the run-time `nestedRuntimeId`.
-    [[nodiscard]] static Selection findGatewayItems(Path const& path, Rtid nestedRuntimeId);
+    [[nodiscard]] static Selection findGatewayItems(const Path& path, Rtid nestedRuntimeId);
 
     SceneSegmentHandler();
     SceneSegmentHandler(const SceneSegmentHandler&) = delete;
@@ -36,15 +36,15 @@ public:
     virtual ~SceneSegmentHandler();
 
     /// Whether the item at `path`, a path of this run-time, is a gateway.
-    [[nodiscard]] virtual bool isGatewayItem(Path const& path) = 0;
+    [[nodiscard]] virtual bool isGatewayItem(const Path& path) = 0;
 
     /// The gateways under `path`, a path of this run-time, in the order of the hierarchy. `path`
     /// itself is left out, so that a search that goes on from each of them comes to an end; what
     /// lies behind them is not searched.
-    [[nodiscard]] virtual Selection gatewayItems(Path const& path) = 0;
+    [[nodiscard]] virtual Selection gatewayItems(const Path& path) = 0;
 
     /// Those of them that lead into the run-time `nestedRuntimeId`.
-    [[nodiscard]] virtual Selection gatewayItems(Path const& path, Rtid nestedRuntimeId) = 0;
+    [[nodiscard]] virtual Selection gatewayItems(const Path& path, Rtid nestedRuntimeId) = 0;
 };
 
 } // namespace Kiv_v4

@@ -44,10 +44,10 @@ public:
     [[nodiscard]] virtual Rtid runTimeId() const = 0;
 
     /// The last component of the current item's path. Valid until the walk goes on.
-    [[nodiscard]] virtual PathComponent const& name() const = 0;
+    [[nodiscard]] virtual const PathComponent& name() const = 0;
 
     /// The current item's `SceneItem::nodeType`. Valid until the walk goes on.
-    [[nodiscard]] virtual std::string const& nodeType() const = 0;
+    [[nodiscard]] virtual const std::string& nodeType() const = 0;
 
     /// The current item's path.
     [[nodiscard]] virtual Path path() const = 0;
@@ -76,7 +76,7 @@ class KIV_EXPORT SubtreeWalk
 {
 public:
     /// Stands before `top`. A null item or one without a path gives a walk over nothing.
-    explicit SubtreeWalk(SceneItem::Ptr const& top);
+    explicit SubtreeWalk(const SceneItem::Ptr& top);
     SubtreeWalk(const SubtreeWalk&) = delete;
     SubtreeWalk& operator=(const SubtreeWalk&) = delete;
     ~SubtreeWalk();
@@ -95,10 +95,10 @@ public:
     [[nodiscard]] Rtid runTimeId() const;
 
     /// The last component of the current item's path. Valid until the walk goes on.
-    [[nodiscard]] PathComponent const& name() const;
+    [[nodiscard]] const PathComponent& name() const;
 
     /// The current item's `SceneItem::nodeType`. Valid until the walk goes on.
-    [[nodiscard]] std::string const& nodeType() const;
+    [[nodiscard]] const std::string& nodeType() const;
 
     /// The current item's path.
     [[nodiscard]] Path path() const;
@@ -115,7 +115,7 @@ private:
         std::size_t depth; ///< Of the item that the walk began with.
     };
 
-    KIV_HIDDEN bool enter(SceneItem::Ptr const& top, std::size_t depth);
+    KIV_HIDDEN bool enter(const SceneItem::Ptr& top, std::size_t depth);
 
     std::vector<Level> _levels;
 };

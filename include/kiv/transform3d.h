@@ -62,11 +62,11 @@ public:
 
     /// The transform of `item`; null for a null item, an empty path, a run-time that offers
     /// none, and an item that has none. Exceptions of the run-time are logged and pass through.
-    [[nodiscard]] static Ptr transform3d(SceneItem::Ptr const& item);
+    [[nodiscard]] static Ptr transform3d(const SceneItem::Ptr& item);
 
     /// The same, suited to the edit that is to come.
-    [[nodiscard]] static Ptr editTransform3d(SceneItem::Ptr const& item,
-                                             EditTransform3dHint const& hint);
+    [[nodiscard]] static Ptr editTransform3d(const SceneItem::Ptr& item,
+                                             const EditTransform3dHint& hint);
 
     ~Transform3d() override;
 
@@ -117,28 +117,28 @@ public:
     [[nodiscard]] virtual Vector3d shear() const;
 
     /// Sets the properties so that `matrix()` is `matrix`, as far as the run-time can.
-    [[nodiscard]] virtual UndoableCommand::Ptr setMatrixCmd(Matrix4d const& matrix) = 0;
-    virtual void setMatrix(Matrix4d const& matrix);
+    [[nodiscard]] virtual UndoableCommand::Ptr setMatrixCmd(const Matrix4d& matrix) = 0;
+    virtual void setMatrix(const Matrix4d& matrix);
 
     /// False when `observer` observes the item already.
-    static bool addObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer);
+    static bool addObserver(const SceneItem::Ptr& item, const Observer::Ptr& observer);
     /// False when `observer` does not observe the item.
-    static bool removeObserver(SceneItem::Ptr const& item, Observer::Ptr const& observer);
-    static bool removeObserver(Path const& path, Observer::Ptr const& observer);
+    static bool removeObserver(const SceneItem::Ptr& item, const Observer::Ptr& observer);
+    static bool removeObserver(const Path& path, const Observer::Ptr& observer);
     /// The number of living observers of the item.
-    [[nodiscard]] static std::size_t nbObservers(SceneItem::Ptr const& item);
+    [[nodiscard]] static std::size_t nbObservers(const SceneItem::Ptr& item);
     /// Whether `observer` observes the item.
-    [[nodiscard]] static bool hasObserver(SceneItem::Ptr const& item,
-                                          Observer::Ptr const& observer);
+    [[nodiscard]] static bool hasObserver(const SceneItem::Ptr& item,
+                                          const Observer::Ptr& observer);
     /// Whether the item at `path` is observed. Observers that died without being removed count.
-    [[nodiscard]] static bool hasObservers(Path const& path);
+    [[nodiscard]] static bool hasObservers(const Path& path);
     /// Whether an item of the run-time was ever observed; stays true when the last observer has
     /// gone.
     [[nodiscard]] static bool hasObservers(Rtid runTimeId);
 
     /// Tells the observers of the item at `path`, with a `Transform3dChanged` that carries the item
     /// given to the first of them.
-    static void notify(Path const& path);
+    static void notify(const Path& path);
 };
 
 } // namespace Kiv_v4

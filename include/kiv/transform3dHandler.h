@@ -21,14 +21,14 @@ public:
 
     /// By default `transform3d(item)`; overridden by a run-time that has a cheaper object for
     /// reading.
-    [[nodiscard]] virtual Transform3dRead::Ptr transform3dRead(SceneItem::Ptr const& item) const;
+    [[nodiscard]] virtual Transform3dRead::Ptr transform3dRead(const SceneItem::Ptr& item) const;
 
     /// The transform of `item`, an item of this run-time, maybe out of date; null when it has none.
-    [[nodiscard]] virtual Transform3d::Ptr transform3d(SceneItem::Ptr const& item) const = 0;
+    [[nodiscard]] virtual Transform3d::Ptr transform3d(const SceneItem::Ptr& item) const = 0;
 
     /// By default `transform3d(item)`; overridden by a run-time that has editors to choose from.
-    [[nodiscard]] virtual Transform3d::Ptr editTransform3d(SceneItem::Ptr const& item,
-                                                           EditTransform3dHint const& hint) const;
+    [[nodiscard]] virtual Transform3d::Ptr editTransform3d(const SceneItem::Ptr& item,
+                                                           const EditTransform3dHint& hint) const;
 };
 
 } // namespace Kiv_v4

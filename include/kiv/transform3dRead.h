@@ -21,7 +21,7 @@ public:
 
     /// The transform of `item`; null for a null item, an empty path, a run-time that offers
     /// none, and an item that has none. Exceptions of the run-time are logged and pass through.
-    [[nodiscard]] static Ptr transform3dRead(SceneItem::Ptr const& item);
+    [[nodiscard]] static Ptr transform3dRead(const SceneItem::Ptr& item);
 
     Transform3dRead();
     Transform3dRead(const Transform3dRead&) = delete;
@@ -29,7 +29,7 @@ public:
     virtual ~Transform3dRead();
 
     /// The path of the item.
-    [[nodiscard]] virtual Path const& path() const = 0;
+    [[nodiscard]] virtual const Path& path() const = 0;
 
     /// The item.
     [[nodiscard]] virtual SceneItem::Ptr sceneItem() const = 0;

@@ -46,14 +46,14 @@ public:
 
     /// The look of the item's cell in a tree view: `hostLook`, which the host would use, with what
     /// the run-time changes in it.
-    [[nodiscard]] virtual CellInfo treeViewCellInfo(SceneItem::Ptr const& item,
-                                                    CellInfo const& hostLook) const = 0;
+    [[nodiscard]] virtual CellInfo treeViewCellInfo(const SceneItem::Ptr& item,
+                                                    const CellInfo& hostLook) const = 0;
 
     /// The item's icon in a tree view. By default empty: the host chooses by node type.
-    [[nodiscard]] virtual Icon treeViewIcon(SceneItem::Ptr const& item) const;
+    [[nodiscard]] virtual Icon treeViewIcon(const SceneItem::Ptr& item) const;
 
     /// The text shown while the pointer rests on the item. By default empty: none.
-    [[nodiscard]] virtual std::string treeViewTooltip(SceneItem::Ptr const& item) const;
+    [[nodiscard]] virtual std::string treeViewTooltip(const SceneItem::Ptr& item) const;
 
     /// The run-time's name as a user interface shows it.
     [[nodiscard]] virtual std::string runTimeLabel() const = 0;

@@ -18,7 +18,7 @@ public:
 
     /// The node of `item`; null for a null item, an empty path, a run-time that offers none, and an
     /// item that has none. Exceptions of the run-time are logged and pass through.
-    [[nodiscard]] static Ptr uiNodeGraphNode(SceneItem::Ptr const& item);
+    [[nodiscard]] static Ptr uiNodeGraphNode(const SceneItem::Ptr& item);
 
     UINodeGraphNode();
     UINodeGraphNode(const UINodeGraphNode&) = delete;
@@ -33,10 +33,10 @@ public:
 
     /// Changes nothing yet; null when the run-time refuses.
     [[nodiscard]] virtual UndoableCommand::Ptr
-    setPositionCmd(TypedVectorN<float, 2> const& position) = 0;
+    setPositionCmd(const TypedVectorN<float, 2>& position) = 0;
 
     /// Executes `setPositionCmd` and drops it; does nothing when the run-time refuses.
-    virtual void setPosition(TypedVectorN<float, 2> const& position);
+    virtual void setPosition(const TypedVectorN<float, 2>& position);
 };
 
 /// What node editors that keep sizes need beyond the first interface.
@@ -47,7 +47,7 @@ public:
 
     /// The same object as `UINodeGraphNode::uiNodeGraphNode`, or null when it does not have this
     /// interface.
-    [[nodiscard]] static Ptr uiNodeGraphNode(SceneItem::Ptr const& item);
+    [[nodiscard]] static Ptr uiNodeGraphNode(const SceneItem::Ptr& item);
 
     ~UINodeGraphNode_v4_1() override;
 
@@ -58,10 +58,10 @@ public:
     [[nodiscard]] virtual TypedVectorN<float, 2> size() const = 0;
 
     /// Changes nothing yet; null when the run-time refuses.
-    [[nodiscard]] virtual UndoableCommand::Ptr setSizeCmd(TypedVectorN<float, 2> const& size) = 0;
+    [[nodiscard]] virtual UndoableCommand::Ptr setSizeCmd(const TypedVectorN<float, 2>& size) = 0;
 
     /// Executes `setSizeCmd` and drops it; does nothing when the run-time refuses.
-    virtual void setSize(TypedVectorN<float, 2> const& size);
+    virtual void setSize(const TypedVectorN<float, 2>& size);
 };
 
 } // namespace Kiv_v4

@@ -20,7 +20,7 @@ public:
     virtual ~UINodeGraphNodeHandler();
 
     /// The node of `item`, an item of this run-time, maybe out of date; null when it has none.
-    [[nodiscard]] virtual UINodeGraphNode::Ptr uiNodeGraphNode(SceneItem::Ptr const& item) = 0;
+    [[nodiscard]] virtual UINodeGraphNode::Ptr uiNodeGraphNode(const SceneItem::Ptr& item) = 0;
 };
 
 } // namespace Kiv_v4

@@ -26,12 +26,12 @@ bool HierarchyBase::hasChildren() const
     return !children().empty();
 }
 
-bool HierarchyBase::hasFilteredChildren(ChildFilter const&) const
+bool HierarchyBase::hasFilteredChildren(const ChildFilter&) const
 {
     return hasChildren();
 }
 
-SceneItemList HierarchyBase::filteredChildren(ChildFilter const&) const
+SceneItemList HierarchyBase::filteredChildren(const ChildFilter&) const
 {
     return children();
 }
@@ -51,24 +51,24 @@ SceneItem::Ptr HierarchyBase::defaultParent() const
     return nullptr;
 }
 
-SceneItemResultUndoableCommand::Ptr HierarchyBase::createChildCmd(std::string const&,
-                                                                  PathComponent const&)
+SceneItemResultUndoableCommand::Ptr HierarchyBase::createChildCmd(const std::string&,
+                                                                  const PathComponent&)
 {
     return nullptr;
 }
 
-InsertChildCommand::Ptr HierarchyBase::insertChildCmd(SceneItem::Ptr const&, SceneItem::Ptr const&)
+InsertChildCommand::Ptr HierarchyBase::insertChildCmd(const SceneItem::Ptr&, const SceneItem::Ptr&)
 {
     return nullptr;
 }
 
-SceneItemResultUndoableCommand::Ptr HierarchyBase::createGroupCmd(SceneItemList const&,
-                                                                  PathComponent const&)
+SceneItemResultUndoableCommand::Ptr HierarchyBase::createGroupCmd(const SceneItemList&,
+                                                                  const PathComponent&)
 {
     return nullptr;
 }
 
-UndoableCommand::Ptr HierarchyBase::reorderCmd(SceneItemList const&)
+UndoableCommand::Ptr HierarchyBase::reorderCmd(const SceneItemList&)
 {
     return nullptr;
 }
@@ -107,17 +107,17 @@ Duplicate SceneItemOpsBase::duplicateItem()
     return executed(command) ? Duplicate(command->sceneItem(), command) : Duplicate();
 }
 
-PathComponent SceneItemOpsBase::validName(PathComponent const&) const
+PathComponent SceneItemOpsBase::validName(const PathComponent&) const
 {
     return {};
 }
 
-SceneItemResultUndoableCommand::Ptr SceneItemOpsBase::renameItemCmd(PathComponent const&)
+SceneItemResultUndoableCommand::Ptr SceneItemOpsBase::renameItemCmd(const PathComponent&)
 {
     return nullptr;
 }
 
-Rename SceneItemOpsBase::renameItem(PathComponent const& newName)
+Rename SceneItemOpsBase::renameItem(const PathComponent& newName)
 {
     const auto command = renameItemCmd(newName);
     return executed(command) ? Rename(command->sceneItem(), command) : Rename();
@@ -229,7 +229,7 @@ Vector3d Transform3dBase::scalePivot() const
     return {};
 }
 
-UndoableCommand::Ptr Transform3dBase::setMatrixCmd(Matrix4d const&)
+UndoableCommand::Ptr Transform3dBase::setMatrixCmd(const Matrix4d&)
 {
     return nullptr;
 }
@@ -247,7 +247,7 @@ TypedVectorN<float, 2> NodeGraphNodeBase::position() const
     return {};
 }
 
-UndoableCommand::Ptr NodeGraphNodeBase::setPositionCmd(TypedVectorN<float, 2> const&)
+UndoableCommand::Ptr NodeGraphNodeBase::setPositionCmd(const TypedVectorN<float, 2>&)
 {
     return nullptr;
 }
@@ -262,7 +262,7 @@ TypedVectorN<float, 2> NodeGraphNodeBase::size() const
     return {};
 }
 
-UndoableCommand::Ptr NodeGraphNodeBase::setSizeCmd(TypedVectorN<float, 2> const&)
+UndoableCommand::Ptr NodeGraphNodeBase::setSizeCmd(const TypedVectorN<float, 2>&)
 {
     return nullptr;
 }

@@ -48,17 +48,17 @@ Selection gatewaysUnder(const SceneSegmentHandlerBase& handler, const Path& path
 SceneSegmentHandlerBase::SceneSegmentHandlerBase() = default;
 SceneSegmentHandlerBase::~SceneSegmentHandlerBase() = default;
 
-bool SceneSegmentHandlerBase::isGatewayItem(Path const& path)
+bool SceneSegmentHandlerBase::isGatewayItem(const Path& path)
 {
     return target(path) != 0;
 }
 
-Selection SceneSegmentHandlerBase::gatewayItems(Path const& path)
+Selection SceneSegmentHandlerBase::gatewayItems(const Path& path)
 {
     return gatewaysUnder(*this, path, [](Rtid) { return true; });
 }
 
-Selection SceneSegmentHandlerBase::gatewayItems(Path const& path, Rtid nestedRuntimeId)
+Selection SceneSegmentHandlerBase::gatewayItems(const Path& path, Rtid nestedRuntimeId)
 {
     return gatewaysUnder(*this, path, [=](Rtid target) { return target == nestedRuntimeId; });
 }
@@ -66,7 +66,7 @@ Selection SceneSegmentHandlerBase::gatewayItems(Path const& path, Rtid nestedRun
 UIInfoHandlerBase::UIInfoHandlerBase(Rtid runTimeId) : _runTimeId(runTimeId) {}
 UIInfoHandlerBase::~UIInfoHandlerBase() = default;
 
-CellInfo UIInfoHandlerBase::treeViewCellInfo(SceneItem::Ptr const&, CellInfo const& hostLook) const
+CellInfo UIInfoHandlerBase::treeViewCellInfo(const SceneItem::Ptr&, const CellInfo& hostLook) const
 {
     return hostLook;
 }
@@ -79,12 +79,12 @@ std::string UIInfoHandlerBase::runTimeLabel() const
 ContextOpsBase::ContextOpsBase(SceneItem::Ptr item) : _item(std::move(item)) {}
 ContextOpsBase::~ContextOpsBase() = default;
 
-std::vector<ContextItem> ContextOpsBase::items(ItemPath const&) const
+std::vector<ContextItem> ContextOpsBase::items(const ItemPath&) const
 {
     return {};
 }
 
-UndoableCommand::Ptr ContextOpsBase::doOpCmd(ItemPath const&)
+UndoableCommand::Ptr ContextOpsBase::doOpCmd(const ItemPath&)
 {
     return nullptr;
 }
@@ -112,12 +112,12 @@ std::vector<std::string> NodeDefBase::inputNames() const
     return namesOf(inputs());
 }
 
-bool NodeDefBase::hasInput(std::string const& name) const
+bool NodeDefBase::hasInput(const std::string& name) const
 {
     return input(name) != nullptr;
 }
 
-AttributeDef::Ptr NodeDefBase::input(std::string const& name) const
+AttributeDef::Ptr NodeDefBase::input(const std::string& name) const
 {
     return named(inputs(), name);
 }
@@ -132,28 +132,28 @@ std::vector<std::string> NodeDefBase::outputNames() const
     return namesOf(outputs());
 }
 
-bool NodeDefBase::hasOutput(std::string const& name) const
+bool NodeDefBase::hasOutput(const std::string& name) const
 {
     return output(name) != nullptr;
 }
 
-AttributeDef::Ptr NodeDefBase::output(std::string const& name) const
+AttributeDef::Ptr NodeDefBase::output(const std::string& name) const
 {
     return named(outputs(), name);
 }
 
-Value NodeDefBase::metadata(std::string const&) const
+Value NodeDefBase::metadata(const std::string&) const
 {
     return {};
 }
 
-bool NodeDefBase::hasMetadata(std::string const& key) const
+bool NodeDefBase::hasMetadata(const std::string& key) const
 {
     return !metadata(key).typeName().empty();
 }
 
-SceneItemResultUndoableCommand::Ptr NodeDefBase::createNodeCmd(SceneItem::Ptr const& parent,
-                                                               PathComponent const& name) const
+SceneItemResultUndoableCommand::Ptr NodeDefBase::createNodeCmd(const SceneItem::Ptr& parent,
+                                                               const PathComponent& name) const
 {
     const auto hierarchy = parent ? Hierarchy::hierarchy(parent) : nullptr;
     return hierarchy ? hierarchy->createChildCmd(_type, name) : nullptr;

@@ -14,7 +14,7 @@ namespace {
     {                                                                                              \
     public:                                                                                        \
         explicit Name(Maker<Interface> maker) : _maker(std::move(maker)) {}                        \
-        [[nodiscard]] Interface::Ptr make(SceneItem::Ptr const& item) constness override           \
+        [[nodiscard]] Interface::Ptr make(const SceneItem::Ptr& item) constness override           \
         {                                                                                          \
             return _maker(item);                                                                   \
         }                                                                                          \
@@ -38,9 +38,9 @@ class FunctionCameraHandler : public CameraHandler
 public:
     explicit FunctionCameraHandler(Maker<Camera> maker) : _maker(std::move(maker)) {}
 
-    [[nodiscard]] Camera::Ptr camera(SceneItem::Ptr const& item) override { return _maker(item); }
+    [[nodiscard]] Camera::Ptr camera(const SceneItem::Ptr& item) override { return _maker(item); }
 
-    [[nodiscard]] Selection findCameras(Path const& path) override
+    [[nodiscard]] Selection findCameras(const Path& path) override
     {
         Selection found;
         walkItems(path, [&](const SceneItem::Ptr& item) {
@@ -65,12 +65,12 @@ public:
         : _maker(std::move(maker)), _item(std::move(item)), _roots(std::move(roots))
     {}
 
-    [[nodiscard]] Hierarchy::Ptr hierarchy(SceneItem::Ptr const& item) override
+    [[nodiscard]] Hierarchy::Ptr hierarchy(const SceneItem::Ptr& item) override
     {
         return _maker(item);
     }
-    [[nodiscard]] SceneItem::Ptr createItem(Path const& path) override { return _item(path); }
-    [[nodiscard]] SceneItemList rootItems(Path const& gateway) override { return _roots(gateway); }
+    [[nodiscard]] SceneItem::Ptr createItem(const Path& path) override { return _item(path); }
+    [[nodiscard]] SceneItemList rootItems(const Path& gateway) override { return _roots(gateway); }
 
 private:
     const Maker<Hierarchy> _maker;

@@ -234,7 +234,7 @@ public:
     }
     [[nodiscard]] Vector3d shear() const override { return factors().shear; }
 
-    [[nodiscard]] Cmd setMatrixCmd(Matrix4d const& matrix) override
+    [[nodiscard]] Cmd setMatrixCmd(const Matrix4d& matrix) override
     {
         const auto value = MatrixCommand<Stored>::valueOf(*_access, matrix);
         return value && isEditable() ? std::make_shared<MatrixCommand<Stored>>(
@@ -274,7 +274,7 @@ public:
         : _access(std::make_shared<const Access<Stored>>(std::move(access)))
     {}
 
-    [[nodiscard]] Transform3d::Ptr transform3d(SceneItem::Ptr const& item) const override
+    [[nodiscard]] Transform3d::Ptr transform3d(const SceneItem::Ptr& item) const override
     {
         return _access->get(item->path()) ? std::make_shared<AccessTransform<Stored>>(_access, item)
                                           : nullptr;

@@ -63,7 +63,7 @@ public:
     }
 
     [[nodiscard]] SceneItemResultUndoableCommand::Ptr
-    createChildCmd(std::string const& nodeType, PathComponent const& name) override
+    createChildCmd(const std::string& nodeType, const PathComponent& name) override
     {
         return !nodeType.empty() && accepts(path(), nodeType)
                    ? addCmd(_tree, path(), name.string(), "Add " + nodeType,
@@ -71,8 +71,8 @@ public:
                    : nullptr;
     }
 
-    [[nodiscard]] InsertChildCommand::Ptr insertChildCmd(SceneItem::Ptr const& child,
-                                                         SceneItem::Ptr const& before) override
+    [[nodiscard]] InsertChildCommand::Ptr insertChildCmd(const SceneItem::Ptr& child,
+                                                         const SceneItem::Ptr& before) override
     {
         const auto isSettled = child && _tree->item(child->path()) && !isRoot(child->path());
         if (!isSettled || path().isAtOrBelow(child->path()) || !_tree->isEditable(child->path()) ||
@@ -87,7 +87,7 @@ public:
         return isPlace ? moveCmd(_tree, child->path(), path(), before->nodeName()) : nullptr;
     }
 
-    [[nodiscard]] UndoableCommand::Ptr reorderCmd(SceneItemList const& orderedList) override
+    [[nodiscard]] UndoableCommand::Ptr reorderCmd(const SceneItemList& orderedList) override
     {
         std::unordered_set<std::string> missing;
         for (auto& child : _tree->children(path())) {
@@ -135,7 +135,7 @@ public:
                             : nullptr;
     }
 
-    [[nodiscard]] PathComponent validName(PathComponent const& name) const override
+    [[nodiscard]] PathComponent validName(const PathComponent& name) const override
     {
         return isEditable() ? PathComponent(_tree->freeName(path().pop(), name.string(),
                                                             path().back().string()))
@@ -143,7 +143,7 @@ public:
     }
 
     [[nodiscard]] SceneItemResultUndoableCommand::Ptr
-    renameItemCmd(PathComponent const& newName) override
+    renameItemCmd(const PathComponent& newName) override
     {
         return isEditable() ? renameCmd(_tree, path(), newName.string()) : nullptr;
     }

@@ -173,8 +173,8 @@ public:
 
     SceneItem::Ptr sceneItem() const override { return _item; }
     bool hasChildren() const override { return !children().empty(); }
-    bool hasFilteredChildren(ChildFilter const&) const override { return hasChildren(); }
-    SceneItemList filteredChildren(ChildFilter const&) const override { return children(); }
+    bool hasFilteredChildren(const ChildFilter&) const override { return hasChildren(); }
+    SceneItemList filteredChildren(const ChildFilter&) const override { return children(); }
     ChildFilter defaultChildFilter() const override { return {}; }
     SceneItem::Ptr defaultParent() const override { return _item; }
 
@@ -202,8 +202,8 @@ public:
                                                          : _nodes->item(path.pop());
     }
 
-    SceneItemResultUndoableCommand::Ptr createChildCmd(std::string const& type,
-                                                       PathComponent const& name) override
+    SceneItemResultUndoableCommand::Ptr createChildCmd(const std::string& type,
+                                                       const PathComponent& name) override
     {
         if (type != "node" || !_nodes->find(_item->path())) {
             return nullptr;
@@ -223,7 +223,7 @@ public:
             [=, nodes = _nodes] { return nodes->item(*path); });
     }
 
-    UndoableCommand::Ptr reorderCmd(SceneItemList const& order) override
+    UndoableCommand::Ptr reorderCmd(const SceneItemList& order) override
     {
         auto* node = _nodes->find(_item->path());
         if (!node || order.size() != node->children.size()) {
@@ -248,13 +248,13 @@ public:
         return std::make_shared<Command>([=] { arrange(after); }, [=] { arrange(before); });
     }
 
-    InsertChildCommand::Ptr insertChildCmd(SceneItem::Ptr const&, SceneItem::Ptr const&) override
+    InsertChildCommand::Ptr insertChildCmd(const SceneItem::Ptr&, const SceneItem::Ptr&) override
     {
         return nullptr;
     }
 
-    SceneItemResultUndoableCommand::Ptr createGroupCmd(SceneItemList const&,
-                                                       PathComponent const&) override
+    SceneItemResultUndoableCommand::Ptr createGroupCmd(const SceneItemList&,
+                                                       const PathComponent&) override
     {
         return nullptr;
     }
@@ -272,14 +272,14 @@ public:
     NodeOps(NodesPtr nodes, SceneItem::Ptr item) : _nodes(std::move(nodes)), _item(std::move(item))
     {}
 
-    void setItem(SceneItem::Ptr const& item) override { _item = item; }
+    void setItem(const SceneItem::Ptr& item) override { _item = item; }
     SceneItem::Ptr sceneItem() const override { return _item; }
     Path path() const override { return _item->path(); }
     SceneItemResultUndoableCommand::Ptr duplicateItemCmd() override { return nullptr; }
     Duplicate duplicateItem() override { return {}; }
-    PathComponent validName(PathComponent const& name) const override { return name; }
+    PathComponent validName(const PathComponent& name) const override { return name; }
     bool deleteItem() override { return false; }
-    Rename renameItem(PathComponent const&) override { return {}; }
+    Rename renameItem(const PathComponent&) override { return {}; }
 
     UndoableCommand::Ptr deleteItemCmd() override
     {
@@ -298,7 +298,7 @@ public:
             [=, nodes = _nodes, path = path()] { nodes->enter(path, *out, *next); });
     }
 
-    SceneItemResultUndoableCommand::Ptr renameItemCmd(PathComponent const& name) override
+    SceneItemResultUndoableCommand::Ptr renameItemCmd(const PathComponent& name) override
     {
         const auto* node = _nodes->find(path());
         if (!node || path().size() < 2) {
@@ -401,7 +401,7 @@ public:
         : _nodes(std::move(nodes)), _item(std::move(item))
     {}
 
-    Path const& path() const override { return _item->path(); }
+    const Path& path() const override { return _item->path(); }
     SceneItem::Ptr sceneItem() const override { return _item; }
     Matrix4d matrix() const override { return moved(_nodes->existing(path()).place); }
     Matrix4d segmentInclusiveMatrix() const override { return matrix() * segmentExclusiveMatrix(); }
@@ -439,7 +439,7 @@ public:
     Vector3d rotatePivot() const override { return {}; }
     UndoableCommand::Ptr scalePivotCmd(double, double, double) override { return nullptr; }
     Vector3d scalePivot() const override { return {}; }
-    UndoableCommand::Ptr setMatrixCmd(Matrix4d const&) override { return nullptr; }
+    UndoableCommand::Ptr setMatrixCmd(const Matrix4d&) override { return nullptr; }
 
 private:
     static Matrix4d moved(const Vector3d& place)
@@ -463,24 +463,24 @@ class Handler : public HierarchyHandler,
 public:
     explicit Handler(NodesPtr nodes) : _nodes(std::move(nodes)) {}
 
-    Hierarchy::Ptr hierarchy(SceneItem::Ptr const& item) override
+    Hierarchy::Ptr hierarchy(const SceneItem::Ptr& item) override
     {
         return std::make_shared<NodeHierarchy>(_nodes, item);
     }
-    SceneItem::Ptr createItem(Path const& path) override { return _nodes->item(path); }
-    SceneItemList rootItems(Path const& gateway) override
+    SceneItem::Ptr createItem(const Path& path) override { return _nodes->item(path); }
+    SceneItemList rootItems(const Path& gateway) override
     {
         return gateway.empty() ? SceneItemList{_nodes->item(_nodes->root)} : SceneItemList{};
     }
-    SceneItemOps::Ptr sceneItemOps(SceneItem::Ptr const& item) override
+    SceneItemOps::Ptr sceneItemOps(const SceneItem::Ptr& item) override
     {
         return std::make_shared<NodeOps>(_nodes, item);
     }
-    Attributes::Ptr attributes(SceneItem::Ptr const& item) override
+    Attributes::Ptr attributes(const SceneItem::Ptr& item) override
     {
         return std::make_shared<NodeAttributes>(_nodes, item);
     }
-    Transform3d::Ptr transform3d(SceneItem::Ptr const& item) const override
+    Transform3d::Ptr transform3d(const SceneItem::Ptr& item) const override
     {
         return _nodes->find(item->path()) ? std::make_shared<NodeTransform>(_nodes, item) : nullptr;
     }

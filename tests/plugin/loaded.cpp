@@ -29,14 +29,14 @@ class LoadedHierarchyHandler : public HierarchyHandler
 public:
     explicit LoadedHierarchyHandler(Rtid id) : _top(PathSegment("top", id, '!')) {}
 
-    [[nodiscard]] Hierarchy::Ptr hierarchy(SceneItem::Ptr const&) override { return nullptr; }
+    [[nodiscard]] Hierarchy::Ptr hierarchy(const SceneItem::Ptr&) override { return nullptr; }
 
-    [[nodiscard]] SceneItem::Ptr createItem(Path const& path) override
+    [[nodiscard]] SceneItem::Ptr createItem(const Path& path) override
     {
         return path == _top ? std::make_shared<LoadedItem>(path) : nullptr;
     }
 
-    [[nodiscard]] SceneItemList rootItems(Path const& gateway) override
+    [[nodiscard]] SceneItemList rootItems(const Path& gateway) override
     {
         return gateway.empty() ? SceneItemList{createItem(_top)} : SceneItemList{};
     }

@@ -50,8 +50,8 @@ int checkCommand(const CheckOptions& options, Output& output)
     how.allocationFaults = conformance::failingAllocations();
     const auto report =
         conformance::check(isOwn ? sceneFile(file) : conformance::pluginCandidate(file), how);
-    output.write(options.form == ReportForm::json    ? conformance::json(report)
-                 : options.form == ReportForm::junit ? conformance::junit(report)
+    output.write(options.form == ReportForm::Json    ? conformance::json(report)
+                 : options.form == ReportForm::Junit ? conformance::junit(report)
                                                      : conformance::text(report));
     return report.passed() ? kSuccess : kFailure;
 }

@@ -8,7 +8,7 @@
 
 namespace app {
 
-enum class ReportForm { text, json, junit };
+enum class ReportForm { Text, Json, Junit };
 
 /// `kiv check`: what the user asked for.
 struct CheckOptions
@@ -16,7 +16,7 @@ struct CheckOptions
     std::string candidate; ///< A plug-in file, or `assimp`.
     std::string scene;     ///< The file for `assimp` to show.
     Kiv_v4::conformance::Options options;
-    ReportForm form = ReportForm::text;
+    ReportForm form = ReportForm::Text;
 };
 
 /// Holds the run-time against the contracts and writes the report. Gives the exit status.

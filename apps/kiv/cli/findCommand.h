@@ -15,7 +15,7 @@ struct FindOptions
     std::vector<std::string> itemsToMake; ///< As `TYPE:PATH`.
     Kiv_v4::SceneItemList topItems;       ///< Of scenes beside that of the files.
     Criteria criteria;
-    FindForm form = FindForm::table;
+    FindForm form = FindForm::Table;
 };
 
 /// Makes the items, mounts the files and writes what is found in the whole scene. What cannot be

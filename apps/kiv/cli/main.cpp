@@ -57,9 +57,9 @@ void defineTree(CLI::App& program, app::TreeOptions& options)
         ->type_name("TYPE");
     using Form = app::TreeForm;
     auto* paths = tree.add_flag_callback(
-        "--paths", [&options] { options.form = Form::paths; }, "Print one path per line");
+        "--paths", [&options] { options.form = Form::Paths; }, "Print one path per line");
     tree.add_flag_callback(
-            "--json", [&options] { options.form = Form::json; },
+            "--json", [&options] { options.form = Form::JsonText; },
             "Print a JSON array of items, parents before children")
         ->excludes(paths);
 }
@@ -101,9 +101,9 @@ void defineFind(CLI::App& program, app::FindOptions& options)
         ->type_name("GLOB");
     using Form = app::FindForm;
     auto* paths = find.add_flag_callback(
-        "--paths", [&options] { options.form = Form::paths; }, "Print one path per line");
+        "--paths", [&options] { options.form = Form::Paths; }, "Print one path per line");
     find.add_flag_callback(
-            "--json", [&options] { options.form = Form::json; }, "Print a JSON array of items")
+            "--json", [&options] { options.form = Form::JsonText; }, "Print a JSON array of items")
         ->excludes(paths);
 }
 
@@ -147,10 +147,10 @@ void defineCheck(CLI::App& program, app::CheckOptions& check)
                      "Let the run-time write to the standard error stream");
     using Form = app::ReportForm;
     auto* json = command.add_flag_callback(
-        "--json", [&check] { check.form = Form::json; }, "Print a JSON object");
+        "--json", [&check] { check.form = Form::Json; }, "Print a JSON object");
     command
         .add_flag_callback(
-            "--junit", [&check] { check.form = Form::junit; }, "Print JUnit's XML")
+            "--junit", [&check] { check.form = Form::Junit; }, "Print JUnit's XML")
         ->excludes(json);
 }
 

@@ -17,7 +17,7 @@ struct TreeOptions
     std::vector<std::string> itemsToMake; ///< As `TYPE:PATH`.
     Kiv_v4::SceneItemList topItems;       ///< Of scenes beside that of the files.
     Kiv_v4::host::OutlineFilter filter;
-    TreeForm form = TreeForm::drawing;
+    TreeForm form = TreeForm::Drawing;
 };
 
 /// Makes the items, mounts the files and writes the outliner tree of the whole scene. What cannot

@@ -131,22 +131,22 @@ std::size_t find(const document::Workspace& scene, const SceneItemList& roots,
 {
     Table table;
     JsonItems items(scene, output);
-    const auto tellsFile = form == FindForm::table && scene.mounts().size() > 1;
+    const auto tellsFile = form == FindForm::Table && scene.mounts().size() > 1;
     const auto count = search(roots, criteria, output, [&](const SceneItem::Ptr& item) {
         if (found) {
             found(item);
         }
         switch (form) {
-        case FindForm::table:
+        case FindForm::Table:
             return table.add(*item, tellsFile ? scene.fileOf(*item) : "");
-        case FindForm::paths:
+        case FindForm::Paths:
             return writePath(*item, output);
-        case FindForm::json:
+        case FindForm::JsonText:
             return items.add(*item);
         }
     });
     table.write(output);
-    if (form == FindForm::json) {
+    if (form == FindForm::JsonText) {
         items.end();
     }
     if (count == 0 && criteria.nodeType) {

@@ -23,7 +23,7 @@ struct Criteria
     [[nodiscard]] bool any() const { return cameras || lights || nodeType || name; }
 };
 
-enum class FindForm { table, paths, json };
+enum class FindForm { Table, Paths, JsonText };
 
 /// Told of one item that was found.
 using Found = std::function<void(const Kiv_v4::SceneItem::Ptr&)>;

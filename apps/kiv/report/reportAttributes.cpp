@@ -108,7 +108,7 @@ Fact factOf(const Connection& connection, const Path& path)
 
 Section attributes(const SceneItem::Ptr& item)
 {
-    Section section{"attributes", "attributes", {}, Section::Form::list};
+    Section section{"attributes", "attributes", {}, Section::Form::List};
     const auto attributes = Attributes::attributes(item);
     if (!attributes) {
         return section;
@@ -125,7 +125,7 @@ Section attributes(const SceneItem::Ptr& item)
 
 Section connections(const SceneItem::Ptr& item)
 {
-    Section section{"connections", "connections", {}, Section::Form::list};
+    Section section{"connections", "connections", {}, Section::Form::List};
     const auto handler = ConnectionHandler::connectionHandler(item->runTimeId());
     const auto connections = handler ? handler->connections(item) : nullptr;
     if (connections) {

@@ -161,7 +161,7 @@ void writeJson(const std::vector<Section>& sections, Output& output)
         }
         if (section.key.empty()) {
             addFacts(record, section.facts);
-        } else if (section.form == Section::Form::list) {
+        } else if (section.form == Section::Form::List) {
             record[section.key] = listOf(section.facts);
         } else {
             addFacts(record[section.key], section.facts);

@@ -34,12 +34,12 @@ struct Fact
 /// The facts that one interface tells of an item; none when the item does not have it.
 struct Section
 {
-    enum class Form { record, list };
+    enum class Form { Record, List };
 
     std::string key;   ///< In JSON; empty for facts that stand by themselves.
     std::string title; ///< For people.
     std::vector<Fact> facts{};
-    Form form = Form::record; ///< In JSON: an object, or an array of the values.
+    Form form = Form::Record; ///< In JSON: an object, or an array of the values.
 };
 
 // JSON for people and scripts, with the fewest digits that read as the same number.

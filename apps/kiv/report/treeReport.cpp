@@ -64,8 +64,8 @@ std::size_t writeJson(const document::Workspace& scene, const SceneItemList& roo
 void writeTree(const document::Workspace& scene, const SceneItemList& roots,
                const host::OutlineFilter& filter, TreeForm form, Output& output)
 {
-    const auto count = form == TreeForm::drawing ? draw(roots, filter, output)
-                       : form == TreeForm::paths ? writePaths(roots, filter, output)
+    const auto count = form == TreeForm::Drawing ? draw(roots, filter, output)
+                       : form == TreeForm::Paths ? writePaths(roots, filter, output)
                                                  : writeJson(scene, roots, filter, output);
     if (count == 0) {
         complainOfMissingType(roots, filter.nodeType, output);

@@ -8,7 +8,7 @@
 
 namespace app {
 
-enum class TreeForm { drawing, paths, json };
+enum class TreeForm { Drawing, Paths, JsonText };
 
 /// Writes the trees of the items at and under `roots` that the filter lets through. Complains when
 /// the filter wants a type that no item there has, with those that there are.

@@ -216,7 +216,7 @@ public:
         : _mounts(std::move(mounts))
     {}
 
-    [[nodiscard]] Attributes::Ptr attributes(SceneItem::Ptr const& item) override
+    [[nodiscard]] Attributes::Ptr attributes(const SceneItem::Ptr& item) override
     {
         const auto node = _mounts->nodeOrMaterial(item);
         return node ? std::make_shared<AssimpAttributes>(*node) : nullptr;

@@ -25,7 +25,7 @@ class AssimpCamera : public Camera
 public:
     explicit AssimpCamera(MountedNode node) : _node(std::move(node)) {}
 
-    [[nodiscard]] Path const& path() const override { return _node.item()->path(); }
+    [[nodiscard]] const Path& path() const override { return _node.item()->path(); }
     [[nodiscard]] SceneItem::Ptr sceneItem() const override { return _node.item(); }
 
     [[nodiscard]] Cmd horizontalApertureCmd(float value) override
@@ -117,7 +117,7 @@ public:
     explicit AssimpCameraHandler(std::shared_ptr<const Mounts> mounts) : _mounts(std::move(mounts))
     {}
 
-    [[nodiscard]] Camera::Ptr camera(SceneItem::Ptr const& item) override
+    [[nodiscard]] Camera::Ptr camera(const SceneItem::Ptr& item) override
     {
         const auto node = _mounts->node(item);
         return node && node->file().contents().camera(node->index())
@@ -125,7 +125,7 @@ public:
                    : nullptr;
     }
 
-    [[nodiscard]] Selection findCameras(Path const& path) override
+    [[nodiscard]] Selection findCameras(const Path& path) override
     {
         Selection found;
         if (const auto top = _mounts->item(path)) {

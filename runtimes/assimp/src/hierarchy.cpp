@@ -82,7 +82,7 @@ std::size_t AssimpHierarchy::nbChildren() const
     return self ? self->file().node(self->index()).nbChildren : 0;
 }
 
-std::optional<std::size_t> AssimpHierarchy::row(Path const& child) const
+std::optional<std::size_t> AssimpHierarchy::row(const Path& child) const
 {
     const auto self = _mounts->nodeOrMaterial(_item);
     if (!self || child.size() != _item->path().size() + 1 ||
@@ -120,7 +120,7 @@ SegmentWalk::Ptr AssimpHierarchy::segmentWalk() const
                 : std::make_unique<FileWalk>(nullptr, _item->path(), SceneFile::kRoot);
 }
 
-bool AssimpHierarchy::hasFilteredChildren(ChildFilter const& filter) const
+bool AssimpHierarchy::hasFilteredChildren(const ChildFilter& filter) const
 {
     if (showsHelpers(filter)) {
         return hasChildren();
@@ -133,7 +133,7 @@ bool AssimpHierarchy::hasFilteredChildren(ChildFilter const& filter) const
     return found;
 }
 
-SceneItemList AssimpHierarchy::filteredChildren(ChildFilter const& filter) const
+SceneItemList AssimpHierarchy::filteredChildren(const ChildFilter& filter) const
 {
     if (showsHelpers(filter)) {
         return children();
@@ -176,25 +176,25 @@ SceneItem::Ptr AssimpHierarchy::defaultParent() const
     return nullptr;
 }
 
-SceneItemResultUndoableCommand::Ptr AssimpHierarchy::createChildCmd(std::string const&,
-                                                                    PathComponent const&)
+SceneItemResultUndoableCommand::Ptr AssimpHierarchy::createChildCmd(const std::string&,
+                                                                    const PathComponent&)
 {
     return nullptr;
 }
 
-InsertChildCommand::Ptr AssimpHierarchy::insertChildCmd(SceneItem::Ptr const&,
-                                                        SceneItem::Ptr const&)
+InsertChildCommand::Ptr AssimpHierarchy::insertChildCmd(const SceneItem::Ptr&,
+                                                        const SceneItem::Ptr&)
 {
     return nullptr;
 }
 
-SceneItemResultUndoableCommand::Ptr AssimpHierarchy::createGroupCmd(SceneItemList const&,
-                                                                    PathComponent const&)
+SceneItemResultUndoableCommand::Ptr AssimpHierarchy::createGroupCmd(const SceneItemList&,
+                                                                    const PathComponent&)
 {
     return nullptr;
 }
 
-UndoableCommand::Ptr AssimpHierarchy::reorderCmd(SceneItemList const&)
+UndoableCommand::Ptr AssimpHierarchy::reorderCmd(const SceneItemList&)
 {
     return nullptr;
 }

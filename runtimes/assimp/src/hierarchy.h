@@ -22,21 +22,21 @@ public:
     [[nodiscard]] SceneItem::Ptr sceneItem() const override;
     [[nodiscard]] bool hasChildren() const override;
     [[nodiscard]] SceneItemList children() const override;
-    [[nodiscard]] bool hasFilteredChildren(ChildFilter const& filter) const override;
-    [[nodiscard]] SceneItemList filteredChildren(ChildFilter const& filter) const override;
+    [[nodiscard]] bool hasFilteredChildren(const ChildFilter& filter) const override;
+    [[nodiscard]] SceneItemList filteredChildren(const ChildFilter& filter) const override;
     [[nodiscard]] ChildFilter defaultChildFilter() const override;
     [[nodiscard]] SceneItem::Ptr parent() const override;
     [[nodiscard]] SceneItem::Ptr defaultParent() const override;
     [[nodiscard]] SceneItemResultUndoableCommand::Ptr
-    createChildCmd(std::string const& nodeType, PathComponent const& name) override;
-    [[nodiscard]] InsertChildCommand::Ptr insertChildCmd(SceneItem::Ptr const& child,
-                                                         SceneItem::Ptr const& before) override;
+    createChildCmd(const std::string& nodeType, const PathComponent& name) override;
+    [[nodiscard]] InsertChildCommand::Ptr insertChildCmd(const SceneItem::Ptr& child,
+                                                         const SceneItem::Ptr& before) override;
     [[nodiscard]] SceneItemResultUndoableCommand::Ptr
-    createGroupCmd(SceneItemList const& members, PathComponent const& name) override;
-    [[nodiscard]] UndoableCommand::Ptr reorderCmd(SceneItemList const& orderedList) override;
+    createGroupCmd(const SceneItemList& members, const PathComponent& name) override;
+    [[nodiscard]] UndoableCommand::Ptr reorderCmd(const SceneItemList& orderedList) override;
     [[nodiscard]] UndoableCommand::Ptr ungroupCmd() override;
     [[nodiscard]] std::size_t nbChildren() const override;
-    [[nodiscard]] std::optional<std::size_t> row(Path const& child) const override;
+    [[nodiscard]] std::optional<std::size_t> row(const Path& child) const override;
     [[nodiscard]] SceneItemList childRange(std::size_t first, std::size_t count) const override;
     [[nodiscard]] std::vector<ChildInfo> childInfos(std::size_t first,
                                                     std::size_t count) const override;

@@ -10,17 +10,17 @@ AssimpHierarchyHandler::AssimpHierarchyHandler(std::shared_ptr<const Mounts> mou
     : _mounts(std::move(mounts))
 {}
 
-Hierarchy::Ptr AssimpHierarchyHandler::hierarchy(SceneItem::Ptr const& item)
+Hierarchy::Ptr AssimpHierarchyHandler::hierarchy(const SceneItem::Ptr& item)
 {
     return std::make_shared<AssimpHierarchy>(_mounts, item);
 }
 
-SceneItem::Ptr AssimpHierarchyHandler::createItem(Path const& path)
+SceneItem::Ptr AssimpHierarchyHandler::createItem(const Path& path)
 {
     return _mounts->item(path);
 }
 
-SceneItemList AssimpHierarchyHandler::rootItems(Path const& gateway)
+SceneItemList AssimpHierarchyHandler::rootItems(const Path& gateway)
 {
     const auto root = _mounts->rootItem(gateway);
     return root ? SceneItemList{root} : SceneItemList();

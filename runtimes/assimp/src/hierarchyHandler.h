@@ -14,9 +14,9 @@ class AssimpHierarchyHandler : public HierarchyHandler
 public:
     explicit AssimpHierarchyHandler(std::shared_ptr<const Mounts> mounts);
 
-    [[nodiscard]] Hierarchy::Ptr hierarchy(SceneItem::Ptr const& item) override;
-    [[nodiscard]] SceneItem::Ptr createItem(Path const& path) override;
-    [[nodiscard]] SceneItemList rootItems(Path const& gateway) override;
+    [[nodiscard]] Hierarchy::Ptr hierarchy(const SceneItem::Ptr& item) override;
+    [[nodiscard]] SceneItem::Ptr createItem(const Path& path) override;
+    [[nodiscard]] SceneItemList rootItems(const Path& gateway) override;
 
 private:
     const std::shared_ptr<const Mounts> _mounts;

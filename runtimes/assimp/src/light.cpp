@@ -79,7 +79,7 @@ class AssimpLight : public Light
 public:
     explicit AssimpLight(MountedNode node) : _node(std::move(node)) {}
 
-    [[nodiscard]] Path const& path() const override { return _node.item()->path(); }
+    [[nodiscard]] const Path& path() const override { return _node.item()->path(); }
     [[nodiscard]] SceneItem::Ptr sceneItem() const override { return _node.item(); }
     [[nodiscard]] Type type() const override { return _node.get(&Values::type); }
 
@@ -152,7 +152,7 @@ public:
     explicit AssimpLightHandler(std::shared_ptr<const Mounts> mounts) : _mounts(std::move(mounts))
     {}
 
-    [[nodiscard]] Light::Ptr light(SceneItem::Ptr const& item) override
+    [[nodiscard]] Light::Ptr light(const SceneItem::Ptr& item) override
     {
         const auto node = _mounts->node(item);
         return node && node->file().contents().light(node->index())

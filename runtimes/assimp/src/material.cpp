@@ -37,7 +37,7 @@ public:
         : _mounts(std::move(mounts))
     {}
 
-    [[nodiscard]] Material::Ptr material(SceneItem::Ptr const& item) override
+    [[nodiscard]] Material::Ptr material(const SceneItem::Ptr& item) override
     {
         const auto node = _mounts->node(item);
         return node && node->file().contents().materials(node->index())

@@ -9,7 +9,7 @@ namespace Kiv_v4::assimp {
 
 namespace {
 
-enum class Kind { color, colorWithAlpha, number, flag };
+enum class Kind { Color, ColorWithAlpha, Number, Flag };
 
 /// How a property of the importer's materials is called here.
 struct Known
@@ -22,26 +22,26 @@ struct Known
 };
 
 constexpr Known kKnown[] = {
-    {AI_MATKEY_BASE_COLOR, "baseColor", Kind::colorWithAlpha},
-    {AI_MATKEY_COLOR_DIFFUSE, "diffuseColor", Kind::colorWithAlpha},
-    {AI_MATKEY_COLOR_SPECULAR, "specularColor", Kind::color},
-    {AI_MATKEY_COLOR_AMBIENT, "ambientColor", Kind::color},
-    {AI_MATKEY_COLOR_EMISSIVE, "emissiveColor", Kind::color},
-    {AI_MATKEY_COLOR_REFLECTIVE, "reflectiveColor", Kind::color},
-    {AI_MATKEY_COLOR_TRANSPARENT, "transparentColor", Kind::color},
-    {AI_MATKEY_METALLIC_FACTOR, "metallic", Kind::number},
-    {AI_MATKEY_ROUGHNESS_FACTOR, "roughness", Kind::number},
-    {AI_MATKEY_OPACITY, "opacity", Kind::number},
-    {AI_MATKEY_SHININESS, "shininess", Kind::number},
-    {AI_MATKEY_SHININESS_STRENGTH, "specularStrength", Kind::number},
-    {AI_MATKEY_REFLECTIVITY, "reflectivity", Kind::number},
-    {AI_MATKEY_REFRACTI, "indexOfRefraction", Kind::number},
-    {AI_MATKEY_TRANSMISSION_FACTOR, "transmission", Kind::number},
-    {AI_MATKEY_CLEARCOAT_FACTOR, "clearcoat", Kind::number},
-    {AI_MATKEY_CLEARCOAT_ROUGHNESS_FACTOR, "clearcoatRoughness", Kind::number},
-    {AI_MATKEY_BUMPSCALING, "bumpScale", Kind::number},
-    {AI_MATKEY_TWOSIDED, "twoSided", Kind::flag},
-    {AI_MATKEY_ENABLE_WIREFRAME, "wireframe", Kind::flag},
+    {AI_MATKEY_BASE_COLOR, "baseColor", Kind::ColorWithAlpha},
+    {AI_MATKEY_COLOR_DIFFUSE, "diffuseColor", Kind::ColorWithAlpha},
+    {AI_MATKEY_COLOR_SPECULAR, "specularColor", Kind::Color},
+    {AI_MATKEY_COLOR_AMBIENT, "ambientColor", Kind::Color},
+    {AI_MATKEY_COLOR_EMISSIVE, "emissiveColor", Kind::Color},
+    {AI_MATKEY_COLOR_REFLECTIVE, "reflectiveColor", Kind::Color},
+    {AI_MATKEY_COLOR_TRANSPARENT, "transparentColor", Kind::Color},
+    {AI_MATKEY_METALLIC_FACTOR, "metallic", Kind::Number},
+    {AI_MATKEY_ROUGHNESS_FACTOR, "roughness", Kind::Number},
+    {AI_MATKEY_OPACITY, "opacity", Kind::Number},
+    {AI_MATKEY_SHININESS, "shininess", Kind::Number},
+    {AI_MATKEY_SHININESS_STRENGTH, "specularStrength", Kind::Number},
+    {AI_MATKEY_REFLECTIVITY, "reflectivity", Kind::Number},
+    {AI_MATKEY_REFRACTI, "indexOfRefraction", Kind::Number},
+    {AI_MATKEY_TRANSMISSION_FACTOR, "transmission", Kind::Number},
+    {AI_MATKEY_CLEARCOAT_FACTOR, "clearcoat", Kind::Number},
+    {AI_MATKEY_CLEARCOAT_ROUGHNESS_FACTOR, "clearcoatRoughness", Kind::Number},
+    {AI_MATKEY_BUMPSCALING, "bumpScale", Kind::Number},
+    {AI_MATKEY_TWOSIDED, "twoSided", Kind::Flag},
+    {AI_MATKEY_ENABLE_WIREFRAME, "wireframe", Kind::Flag},
 };
 
 const char* textureName(unsigned type) noexcept
@@ -110,7 +110,7 @@ Value colorOf(const aiMaterial& material, const Known& known)
     const auto r = static_cast<float>(color.r);
     const auto g = static_cast<float>(color.g);
     const auto b = static_cast<float>(color.b);
-    if (known.kind == Kind::color) {
+    if (known.kind == Kind::Color) {
         return TypedColorN<float, 3>({r, g, b});
     }
     return TypedColorN<float, 4>({r, g, b, static_cast<float>(color.a)});
@@ -125,14 +125,14 @@ Value valueOf(const aiMaterial& material, const Known& known)
         property->mType == aiPTI_String) {
         return std::nullopt;
     }
-    if (known.kind == Kind::flag) { // importers write integers or single bytes
+    if (known.kind == Kind::Flag) { // importers write integers or single bytes
         return std::any_of(property->mData, property->mData + property->mDataLength,
                            [](char byte) { return byte != 0; });
     }
     if (property->mDataLength < sizeof(float)) {
         return std::nullopt;
     }
-    return known.kind == Kind::number ? numberOf(material, known) : colorOf(material, known);
+    return known.kind == Kind::Number ? numberOf(material, known) : colorOf(material, known);
 }
 
 } // namespace

@@ -79,7 +79,7 @@ public:
         : _mounts(std::move(mounts))
     {}
 
-    [[nodiscard]] Object3d::Ptr object3d(SceneItem::Ptr const& item) override
+    [[nodiscard]] Object3d::Ptr object3d(const SceneItem::Ptr& item) override
     {
         const auto node = _mounts->node(item);
         return node ? std::make_shared<AssimpObject3d>(*node) : nullptr;

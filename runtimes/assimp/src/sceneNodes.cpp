@@ -29,12 +29,12 @@ bool isHelper(const aiNode& node)
 NodeType typeOf(const aiNode& node, const Contents& contents, NodeIndex index)
 {
     if (node.mNumMeshes > 0) {
-        return NodeType::mesh;
+        return NodeType::Mesh;
     }
     if (contents.camera(index)) {
-        return NodeType::camera;
+        return NodeType::Camera;
     }
-    return contents.light(index) ? NodeType::light : NodeType::transform;
+    return contents.light(index) ? NodeType::Light : NodeType::Transform;
 }
 
 /// The nodes under `root` and itself, level by level.
@@ -170,11 +170,11 @@ void SceneFile::addMaterials(const Sources& sources)
     top.parent = sources.materialsTop();
     top.firstChild = sources.firstMaterial();
     top.nbChildren = static_cast<NodeIndex>(sources.materials.size());
-    top.type = NodeType::materials;
+    top.type = NodeType::Materials;
     _nodes.push_back(top);
     Node material;
     material.parent = sources.materialsTop();
-    material.type = NodeType::material;
+    material.type = NodeType::Material;
     _nodes.resize(_nodes.size() + sources.materials.size(), material);
 }
 
@@ -221,7 +221,7 @@ void SceneFile::nameMaterialsTop(const ComponentNames& names)
 {
     if (_size < _nodes.size()) {
         const auto root = _nodes[kRoot].component.string();
-        const auto tops = names.ofSiblings({{root, root}, {"", nodeTypeName(NodeType::materials)}});
+        const auto tops = names.ofSiblings({{root, root}, {"", nodeTypeName(NodeType::Materials)}});
         _nodes[_size].component = PathComponent::intern(tops.back());
         _originalNames.emplace(static_cast<NodeIndex>(_size), "");
     }

@@ -21,7 +21,7 @@ namespace Kiv_v4::assimp {
 
 class ComponentNames;
 
-enum class NodeType : std::uint8_t { transform, mesh, camera, light, materials, material };
+enum class NodeType : std::uint8_t { Transform, Mesh, Camera, Light, Materials, Material };
 
 [[nodiscard]] const std::string& nodeTypeName(NodeType type);
 
@@ -31,7 +31,7 @@ struct Node
     NodeIndex parent = 0;     ///< A top is its own.
     NodeIndex firstChild = 0; ///< The children follow one another from here.
     NodeIndex nbChildren = 0;
-    NodeType type = NodeType::transform;
+    NodeType type = NodeType::Transform;
     bool isHelper = false; ///< Made by the importer to hold a part of a node's transform.
 };
 

@@ -79,7 +79,7 @@ class AssimpTransform3d : public Transform3d
 public:
     explicit AssimpTransform3d(MountedNode node) : _node(std::move(node)) {}
 
-    [[nodiscard]] Path const& path() const override { return _node.item()->path(); }
+    [[nodiscard]] const Path& path() const override { return _node.item()->path(); }
     [[nodiscard]] SceneItem::Ptr sceneItem() const override { return _node.item(); }
 
     [[nodiscard]] Matrix4d matrix() const override
@@ -135,7 +135,7 @@ public:
     [[nodiscard]] Cmd scalePivotCmd(double, double, double) override { return nullptr; }
     [[nodiscard]] Vector3d scalePivot() const override { return {}; }
 
-    [[nodiscard]] Cmd setMatrixCmd(Matrix4d const& matrix) override
+    [[nodiscard]] Cmd setMatrixCmd(const Matrix4d& matrix) override
     {
         return _node.changeCmd<SetMatrix4dUndoableCommand>("Set matrix of", &setWhole, matrix);
     }
@@ -165,7 +165,7 @@ public:
         : _mounts(std::move(mounts))
     {}
 
-    [[nodiscard]] Transform3d::Ptr transform3d(SceneItem::Ptr const& item) const override
+    [[nodiscard]] Transform3d::Ptr transform3d(const SceneItem::Ptr& item) const override
     {
         const auto node = _mounts->node(item);
         return node ? std::make_shared<AssimpTransform3d>(*node) : nullptr;

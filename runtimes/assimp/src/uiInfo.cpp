@@ -20,19 +20,19 @@ public:
     explicit AssimpUIInfoHandler(std::shared_ptr<const Mounts> mounts) : _mounts(std::move(mounts))
     {}
 
-    [[nodiscard]] CellInfo treeViewCellInfo(SceneItem::Ptr const&,
-                                            CellInfo const& hostLook) const override
+    [[nodiscard]] CellInfo treeViewCellInfo(const SceneItem::Ptr&,
+                                            const CellInfo& hostLook) const override
     {
         return hostLook;
     }
 
-    [[nodiscard]] Icon treeViewIcon(SceneItem::Ptr const& item) const override
+    [[nodiscard]] Icon treeViewIcon(const SceneItem::Ptr& item) const override
     {
         requireItem(item);
         return {item->nodeType(), "", NoBadge};
     }
 
-    [[nodiscard]] std::string treeViewTooltip(SceneItem::Ptr const& item) const override
+    [[nodiscard]] std::string treeViewTooltip(const SceneItem::Ptr& item) const override
     {
         requireItem(item);
         const auto node = _mounts->nodeOrMaterial(item);

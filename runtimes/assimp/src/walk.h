@@ -22,8 +22,8 @@ public:
     void skipSubtree() override { _skips = true; }
     [[nodiscard]] std::size_t depth() const override { return _depth; }
     [[nodiscard]] Rtid runTimeId() const override { return _paths.front().runTimeId(); }
-    [[nodiscard]] PathComponent const& name() const override { return node().component; }
-    [[nodiscard]] std::string const& nodeType() const override { return nodeTypeName(node().type); }
+    [[nodiscard]] const PathComponent& name() const override { return node().component; }
+    [[nodiscard]] const std::string& nodeType() const override { return nodeTypeName(node().type); }
     [[nodiscard]] Path path() const override;
     [[nodiscard]] SceneItem::Ptr item() const override;
 

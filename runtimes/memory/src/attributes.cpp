@@ -176,7 +176,7 @@ MemoryAttributesHandler::MemoryAttributesHandler(std::shared_ptr<Tree> tree)
     : _tree(std::move(tree))
 {}
 
-Attributes::Ptr MemoryAttributesHandler::attributes(SceneItem::Ptr const& item)
+Attributes::Ptr MemoryAttributesHandler::attributes(const SceneItem::Ptr& item)
 {
     return std::make_shared<MemoryAttributes>(_tree, item);
 }

@@ -41,7 +41,7 @@ class MemoryAttributesHandler : public AttributesHandler
 public:
     explicit MemoryAttributesHandler(std::shared_ptr<Tree> tree);
 
-    [[nodiscard]] Attributes::Ptr attributes(SceneItem::Ptr const& item) override;
+    [[nodiscard]] Attributes::Ptr attributes(const SceneItem::Ptr& item) override;
 
 private:
     const std::shared_ptr<Tree> _tree;

@@ -26,7 +26,7 @@ public:
           _targets(std::move(targets))
     {}
 
-    [[nodiscard]] SceneItem::Ptr targetItem(Path const& sourcePath) const override
+    [[nodiscard]] SceneItem::Ptr targetItem(const Path& sourcePath) const override
     {
         if (!_selection.contains(sourcePath)) {
             return nullptr;
@@ -77,8 +77,8 @@ std::vector<Path> topmost(Tree& tree, const Selection& selection)
 
 MemoryBatchOpsHandler::MemoryBatchOpsHandler(std::shared_ptr<Tree> tree) : _tree(std::move(tree)) {}
 
-UndoableCommand::Ptr MemoryBatchOpsHandler::duplicateItemsCmd(Selection const& selection,
-                                                              DuplicateOptions const&)
+UndoableCommand::Ptr MemoryBatchOpsHandler::duplicateItemsCmd(const Selection& selection,
+                                                              const DuplicateOptions&)
 {
     auto sources = topmost(*_tree, selection);
     if (sources.empty()) {

@@ -14,8 +14,8 @@ public:
     explicit MemoryBatchOpsHandler(std::shared_ptr<Tree> tree);
 
     /// Duplicates the topmost selected items; what is selected under them is duplicated with them.
-    [[nodiscard]] UndoableCommand::Ptr duplicateItemsCmd(Selection const& selection,
-                                                         DuplicateOptions const& options) override;
+    [[nodiscard]] UndoableCommand::Ptr duplicateItemsCmd(const Selection& selection,
+                                                         const DuplicateOptions& options) override;
 
 private:
     const std::shared_ptr<Tree> _tree;

@@ -52,7 +52,7 @@ class MemoryCamera : public Camera
 public:
     explicit MemoryCamera(ItemProperties properties) : _properties(std::move(properties)) {}
 
-    [[nodiscard]] Path const& path() const override { return _properties.path(); }
+    [[nodiscard]] const Path& path() const override { return _properties.path(); }
     [[nodiscard]] SceneItem::Ptr sceneItem() const override { return _properties.item(); }
 
     [[nodiscard]] Cmd horizontalApertureCmd(float value) override
@@ -154,7 +154,7 @@ class MemoryCameraHandler : public CameraHandler
 public:
     explicit MemoryCameraHandler(std::shared_ptr<Tree> tree) : _tree(std::move(tree)) {}
 
-    [[nodiscard]] Camera::Ptr camera(SceneItem::Ptr const& item) override
+    [[nodiscard]] Camera::Ptr camera(const SceneItem::Ptr& item) override
     {
         const auto* node = _tree->find(*item);
         return node && node->type == kCamera
@@ -162,7 +162,7 @@ public:
                    : nullptr;
     }
 
-    [[nodiscard]] Selection findCameras(Path const& path) override
+    [[nodiscard]] Selection findCameras(const Path& path) override
     {
         Selection found;
         auto* top = _tree->find(path);

@@ -71,13 +71,13 @@ MemoryConnectionHandler::MemoryConnectionHandler(std::shared_ptr<Tree> tree)
     : _tree(std::move(tree))
 {}
 
-Connections::Ptr MemoryConnectionHandler::connections(SceneItem::Ptr const& item) const
+Connections::Ptr MemoryConnectionHandler::connections(const SceneItem::Ptr& item) const
 {
     return item && _tree->find(*item) ? std::make_shared<MemoryConnections>(_tree, item) : nullptr;
 }
 
 ConnectionResultUndoableCommand::Ptr
-MemoryConnectionHandler::connectCmd(Attribute::Ptr const& src, Attribute::Ptr const& dst) const
+MemoryConnectionHandler::connectCmd(const Attribute::Ptr& src, const Attribute::Ptr& dst) const
 {
     const auto* from = find(*_tree, src);
     const auto* to = find(*_tree, dst);
@@ -94,8 +94,8 @@ MemoryConnectionHandler::connectCmd(Attribute::Ptr const& src, Attribute::Ptr co
         });
 }
 
-UndoableCommand::Ptr MemoryConnectionHandler::disconnectCmd(Attribute::Ptr const& src,
-                                                            Attribute::Ptr const& dst) const
+UndoableCommand::Ptr MemoryConnectionHandler::disconnectCmd(const Attribute::Ptr& src,
+                                                            const Attribute::Ptr& dst) const
 {
     if (!isFed(*_tree, find(*_tree, src), find(*_tree, dst))) {
         return nullptr;

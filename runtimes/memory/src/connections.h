@@ -31,11 +31,11 @@ class MemoryConnectionHandler : public ConnectionHandler
 public:
     explicit MemoryConnectionHandler(std::shared_ptr<Tree> tree);
 
-    [[nodiscard]] Connections::Ptr connections(SceneItem::Ptr const& item) const override;
+    [[nodiscard]] Connections::Ptr connections(const SceneItem::Ptr& item) const override;
     [[nodiscard]] ConnectionResultUndoableCommand::Ptr
-    connectCmd(Attribute::Ptr const& src, Attribute::Ptr const& dst) const override;
-    [[nodiscard]] UndoableCommand::Ptr disconnectCmd(Attribute::Ptr const& src,
-                                                     Attribute::Ptr const& dst) const override;
+    connectCmd(const Attribute::Ptr& src, const Attribute::Ptr& dst) const override;
+    [[nodiscard]] UndoableCommand::Ptr disconnectCmd(const Attribute::Ptr& src,
+                                                     const Attribute::Ptr& dst) const override;
 
 private:
     const std::shared_ptr<Tree> _tree;

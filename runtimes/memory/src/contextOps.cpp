@@ -42,7 +42,7 @@ SceneItem::Ptr MemoryContextOps::sceneItem() const
     return _item;
 }
 
-std::vector<ContextItem> MemoryContextOps::items(ItemPath const& itemPath) const
+std::vector<ContextItem> MemoryContextOps::items(const ItemPath& itemPath) const
 {
     std::vector<ContextItem> entries;
     if (itemPath.empty()) {
@@ -61,7 +61,7 @@ std::vector<ContextItem> MemoryContextOps::items(ItemPath const& itemPath) const
     return entries;
 }
 
-UndoableCommand::Ptr MemoryContextOps::doOpCmd(ItemPath const& itemPath)
+UndoableCommand::Ptr MemoryContextOps::doOpCmd(const ItemPath& itemPath)
 {
     if (itemPath.size() == 2 && itemPath.front() == kMake) {
         const auto* known = findNodeType(itemPath.back());
@@ -79,7 +79,7 @@ MemoryContextOpsHandler::MemoryContextOpsHandler(std::shared_ptr<Tree> tree)
     : _tree(std::move(tree))
 {}
 
-ContextOps::Ptr MemoryContextOpsHandler::contextOps(SceneItem::Ptr const& item)
+ContextOps::Ptr MemoryContextOpsHandler::contextOps(const SceneItem::Ptr& item)
 {
     return std::make_shared<MemoryContextOps>(_tree, item);
 }

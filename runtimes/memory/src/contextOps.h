@@ -15,8 +15,8 @@ public:
     MemoryContextOps(std::shared_ptr<Tree> tree, SceneItem::Ptr item);
 
     [[nodiscard]] SceneItem::Ptr sceneItem() const override;
-    [[nodiscard]] std::vector<ContextItem> items(ItemPath const& itemPath) const override;
-    [[nodiscard]] UndoableCommand::Ptr doOpCmd(ItemPath const& itemPath) override;
+    [[nodiscard]] std::vector<ContextItem> items(const ItemPath& itemPath) const override;
+    [[nodiscard]] UndoableCommand::Ptr doOpCmd(const ItemPath& itemPath) override;
 
 private:
     const std::shared_ptr<Tree> _tree;
@@ -28,7 +28,7 @@ class MemoryContextOpsHandler : public ContextOpsHandler
 public:
     explicit MemoryContextOpsHandler(std::shared_ptr<Tree> tree);
 
-    [[nodiscard]] ContextOps::Ptr contextOps(SceneItem::Ptr const& item) override;
+    [[nodiscard]] ContextOps::Ptr contextOps(const SceneItem::Ptr& item) override;
 
 private:
     const std::shared_ptr<Tree> _tree;

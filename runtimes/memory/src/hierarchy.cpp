@@ -44,13 +44,13 @@ SceneItemList MemoryHierarchy::children() const
     return children;
 }
 
-bool MemoryHierarchy::hasFilteredChildren(ChildFilter const& filter) const
+bool MemoryHierarchy::hasFilteredChildren(const ChildFilter& filter) const
 {
     const auto* self = node();
     return showsMounted(filter) ? hasChildren() : self && self->firstChild;
 }
 
-SceneItemList MemoryHierarchy::filteredChildren(ChildFilter const& filter) const
+SceneItemList MemoryHierarchy::filteredChildren(const ChildFilter& filter) const
 {
     return showsMounted(filter) ? children() : ownChildren();
 }
@@ -71,25 +71,25 @@ SceneItem::Ptr MemoryHierarchy::defaultParent() const
     return node() ? _item : nullptr;
 }
 
-SceneItemResultUndoableCommand::Ptr MemoryHierarchy::createChildCmd(std::string const& nodeType,
-                                                                    PathComponent const& name)
+SceneItemResultUndoableCommand::Ptr MemoryHierarchy::createChildCmd(const std::string& nodeType,
+                                                                    const PathComponent& name)
 {
     return memory::createChildCmd(_tree, _item->path(), nodeType, name);
 }
 
-InsertChildCommand::Ptr MemoryHierarchy::insertChildCmd(SceneItem::Ptr const& child,
-                                                        SceneItem::Ptr const& before)
+InsertChildCommand::Ptr MemoryHierarchy::insertChildCmd(const SceneItem::Ptr& child,
+                                                        const SceneItem::Ptr& before)
 {
     return memory::insertChildCmd(_tree, _item->path(), child, before);
 }
 
-SceneItemResultUndoableCommand::Ptr MemoryHierarchy::createGroupCmd(SceneItemList const& members,
-                                                                    PathComponent const& name)
+SceneItemResultUndoableCommand::Ptr MemoryHierarchy::createGroupCmd(const SceneItemList& members,
+                                                                    const PathComponent& name)
 {
     return memory::createGroupCmd(_tree, _item->path(), members, name);
 }
 
-UndoableCommand::Ptr MemoryHierarchy::reorderCmd(SceneItemList const& orderedList)
+UndoableCommand::Ptr MemoryHierarchy::reorderCmd(const SceneItemList& orderedList)
 {
     return memory::reorderCmd(_tree, _item->path(), orderedList);
 }
@@ -105,7 +105,7 @@ std::size_t MemoryHierarchy::nbChildren() const
     return self ? _tree->nbChildren(*self) + mountedItems().size() : 0;
 }
 
-std::optional<std::size_t> MemoryHierarchy::row(Path const& child) const
+std::optional<std::size_t> MemoryHierarchy::row(const Path& child) const
 {
     const auto* self = node();
     if (!self) {
@@ -147,8 +147,8 @@ std::vector<ChildInfo> MemoryHierarchy::childInfos(std::size_t first, std::size_
     return infos;
 }
 
-UndoableCommand::Ptr MemoryHierarchy::createChildrenCmd(std::string const& nodeType,
-                                                        std::vector<PathComponent> const& names)
+UndoableCommand::Ptr MemoryHierarchy::createChildrenCmd(const std::string& nodeType,
+                                                        const std::vector<PathComponent>& names)
 {
     return memory::createChildrenCmd(_tree, _item->path(), nodeType, names);
 }
@@ -213,18 +213,18 @@ SceneItemList MemoryHierarchy::mountedItems() const
 MemoryHierarchyHandler::MemoryHierarchyHandler(std::shared_ptr<Tree> tree) : _tree(std::move(tree))
 {}
 
-Hierarchy::Ptr MemoryHierarchyHandler::hierarchy(SceneItem::Ptr const& item)
+Hierarchy::Ptr MemoryHierarchyHandler::hierarchy(const SceneItem::Ptr& item)
 {
     return std::make_shared<MemoryHierarchy>(_tree, item);
 }
 
-SceneItem::Ptr MemoryHierarchyHandler::createItem(Path const& path)
+SceneItem::Ptr MemoryHierarchyHandler::createItem(const Path& path)
 {
     auto* node = _tree->find(path);
     return node ? makeItem(*_tree, path, *node) : nullptr;
 }
 
-SceneItemList MemoryHierarchyHandler::rootItems(Path const& gateway)
+SceneItemList MemoryHierarchyHandler::rootItems(const Path& gateway)
 {
     auto* root = gateway.empty() ? _tree->find(_tree->rootPath()) : nullptr;
     return root ? SceneItemList{makeItem(*_tree, _tree->rootPath(), *root)} : SceneItemList();

@@ -22,27 +22,27 @@ public:
     [[nodiscard]] SceneItem::Ptr sceneItem() const override;
     [[nodiscard]] bool hasChildren() const override;
     [[nodiscard]] SceneItemList children() const override;
-    [[nodiscard]] bool hasFilteredChildren(ChildFilter const& filter) const override;
-    [[nodiscard]] SceneItemList filteredChildren(ChildFilter const& filter) const override;
+    [[nodiscard]] bool hasFilteredChildren(const ChildFilter& filter) const override;
+    [[nodiscard]] SceneItemList filteredChildren(const ChildFilter& filter) const override;
     [[nodiscard]] ChildFilter defaultChildFilter() const override;
     [[nodiscard]] SceneItem::Ptr parent() const override;
     [[nodiscard]] SceneItem::Ptr defaultParent() const override;
     [[nodiscard]] SceneItemResultUndoableCommand::Ptr
-    createChildCmd(std::string const& nodeType, PathComponent const& name) override;
-    [[nodiscard]] InsertChildCommand::Ptr insertChildCmd(SceneItem::Ptr const& child,
-                                                         SceneItem::Ptr const& before) override;
+    createChildCmd(const std::string& nodeType, const PathComponent& name) override;
+    [[nodiscard]] InsertChildCommand::Ptr insertChildCmd(const SceneItem::Ptr& child,
+                                                         const SceneItem::Ptr& before) override;
     [[nodiscard]] SceneItemResultUndoableCommand::Ptr
-    createGroupCmd(SceneItemList const& members, PathComponent const& name) override;
-    [[nodiscard]] UndoableCommand::Ptr reorderCmd(SceneItemList const& orderedList) override;
+    createGroupCmd(const SceneItemList& members, const PathComponent& name) override;
+    [[nodiscard]] UndoableCommand::Ptr reorderCmd(const SceneItemList& orderedList) override;
     [[nodiscard]] UndoableCommand::Ptr ungroupCmd() override;
     [[nodiscard]] std::size_t nbChildren() const override;
-    [[nodiscard]] std::optional<std::size_t> row(Path const& child) const override;
+    [[nodiscard]] std::optional<std::size_t> row(const Path& child) const override;
     [[nodiscard]] SceneItemList childRange(std::size_t first, std::size_t count) const override;
     [[nodiscard]] std::vector<ChildInfo> childInfos(std::size_t first,
                                                     std::size_t count) const override;
     [[nodiscard]] UndoableCommand::Ptr
-    createChildrenCmd(std::string const& nodeType,
-                      std::vector<PathComponent> const& names) override;
+    createChildrenCmd(const std::string& nodeType,
+                      const std::vector<PathComponent>& names) override;
     [[nodiscard]] SegmentWalk::Ptr segmentWalk() const override;
 
 private:
@@ -63,9 +63,9 @@ class MemoryHierarchyHandler : public HierarchyHandler
 public:
     explicit MemoryHierarchyHandler(std::shared_ptr<Tree> tree);
 
-    [[nodiscard]] Hierarchy::Ptr hierarchy(SceneItem::Ptr const& item) override;
-    [[nodiscard]] SceneItem::Ptr createItem(Path const& path) override;
-    [[nodiscard]] SceneItemList rootItems(Path const& gateway) override;
+    [[nodiscard]] Hierarchy::Ptr hierarchy(const SceneItem::Ptr& item) override;
+    [[nodiscard]] SceneItem::Ptr createItem(const Path& path) override;
+    [[nodiscard]] SceneItemList rootItems(const Path& gateway) override;
 
 private:
     const std::shared_ptr<Tree> _tree;

@@ -130,7 +130,7 @@ public:
         : _properties(std::move(properties)), _type(type)
     {}
 
-    [[nodiscard]] Path const& path() const override { return _properties.path(); }
+    [[nodiscard]] const Path& path() const override { return _properties.path(); }
     [[nodiscard]] SceneItem::Ptr sceneItem() const override { return _properties.item(); }
     [[nodiscard]] Type type() const override { return _type; }
 
@@ -204,7 +204,7 @@ class MemoryLightHandler : public LightHandler
 public:
     explicit MemoryLightHandler(std::shared_ptr<Tree> tree) : _tree(std::move(tree)) {}
 
-    [[nodiscard]] Light::Ptr light(SceneItem::Ptr const& item) override
+    [[nodiscard]] Light::Ptr light(const SceneItem::Ptr& item) override
     {
         const auto* node = _tree->find(*item);
         const auto kind = node ? lightKind(node->type) : std::nullopt;

@@ -108,7 +108,7 @@ class MemoryMaterialHandler : public MaterialHandler
 public:
     explicit MemoryMaterialHandler(std::shared_ptr<Tree> tree) : _tree(std::move(tree)) {}
 
-    [[nodiscard]] Material::Ptr material(SceneItem::Ptr const& item) override
+    [[nodiscard]] Material::Ptr material(const SceneItem::Ptr& item) override
     {
         return _tree->find(*item) ? std::make_shared<MemoryMaterial>(ItemProperties(_tree, item))
                                   : nullptr;

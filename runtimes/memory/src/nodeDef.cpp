@@ -162,11 +162,11 @@ public:
     [[nodiscard]] Names classifications() const override { return _type.classifications; }
 
     [[nodiscard]] Names inputNames() const override { return namesOf(_type.inputs); }
-    [[nodiscard]] bool hasInput(std::string const& name) const override
+    [[nodiscard]] bool hasInput(const std::string& name) const override
     {
         return find(_type.inputs, name) != nullptr;
     }
-    [[nodiscard]] AttributeDef::Ptr input(std::string const& name) const override
+    [[nodiscard]] AttributeDef::Ptr input(const std::string& name) const override
     {
         return find(_type.inputs, name);
     }
@@ -176,11 +176,11 @@ public:
     }
 
     [[nodiscard]] Names outputNames() const override { return namesOf(_type.outputs); }
-    [[nodiscard]] bool hasOutput(std::string const& name) const override
+    [[nodiscard]] bool hasOutput(const std::string& name) const override
     {
         return find(_type.outputs, name) != nullptr;
     }
-    [[nodiscard]] AttributeDef::Ptr output(std::string const& name) const override
+    [[nodiscard]] AttributeDef::Ptr output(const std::string& name) const override
     {
         return find(_type.outputs, name);
     }
@@ -189,14 +189,14 @@ public:
         return all(_type.outputs);
     }
 
-    [[nodiscard]] Value metadata(std::string const& key) const override
+    [[nodiscard]] Value metadata(const std::string& key) const override
     {
         return hasMetadata(key) ? Value(_type.type) : Value();
     }
-    [[nodiscard]] bool hasMetadata(std::string const& key) const override { return key == "icon"; }
+    [[nodiscard]] bool hasMetadata(const std::string& key) const override { return key == "icon"; }
 
     [[nodiscard]] SceneItemResultUndoableCommand::Ptr
-    createNodeCmd(SceneItem::Ptr const& parent, PathComponent const& name) const override
+    createNodeCmd(const SceneItem::Ptr& parent, const PathComponent& name) const override
     {
         auto create =
             parent ? memory::createChildCmd(_tree, parent->path(), _type.type, name) : nullptr;
@@ -233,18 +233,18 @@ class MemoryNodeDefHandler : public NodeDefHandler
 public:
     explicit MemoryNodeDefHandler(TreePtr tree) : _tree(std::move(tree)) {}
 
-    [[nodiscard]] NodeDef::Ptr definition(SceneItem::Ptr const& item) override
+    [[nodiscard]] NodeDef::Ptr definition(const SceneItem::Ptr& item) override
     {
         return item ? definition(item->nodeType()) : nullptr;
     }
 
-    [[nodiscard]] NodeDef::Ptr definition(std::string const& type) override
+    [[nodiscard]] NodeDef::Ptr definition(const std::string& type) override
     {
         const auto* known = findNodeType(type);
         return known ? std::make_shared<MemoryNodeDef>(_tree, *known) : nullptr;
     }
 
-    [[nodiscard]] std::vector<NodeDef::Ptr> definitions(std::string const& classification) override
+    [[nodiscard]] std::vector<NodeDef::Ptr> definitions(const std::string& classification) override
     {
         std::vector<NodeDef::Ptr> found;
         for (const auto& type : nodeTypes()) {

@@ -55,7 +55,7 @@ public:
     {
         return _properties.get(&Values::position).value_or(Vector2f());
     }
-    [[nodiscard]] UndoableCommand::Ptr setPositionCmd(Vector2f const& position) override
+    [[nodiscard]] UndoableCommand::Ptr setPositionCmd(const Vector2f& position) override
     {
         return _properties.setCmd("Place", &Values::position, position.x(), position.y());
     }
@@ -68,7 +68,7 @@ public:
     {
         return _properties.get(&Values::size).value_or(Vector2f());
     }
-    [[nodiscard]] UndoableCommand::Ptr setSizeCmd(Vector2f const& size) override
+    [[nodiscard]] UndoableCommand::Ptr setSizeCmd(const Vector2f& size) override
     {
         return _properties.setCmd("Resize", &Values::size, size.x(), size.y());
     }
@@ -82,7 +82,7 @@ class MemoryUINodeGraphNodeHandler : public UINodeGraphNodeHandler
 public:
     explicit MemoryUINodeGraphNodeHandler(std::shared_ptr<Tree> tree) : _tree(std::move(tree)) {}
 
-    [[nodiscard]] UINodeGraphNode::Ptr uiNodeGraphNode(SceneItem::Ptr const& item) override
+    [[nodiscard]] UINodeGraphNode::Ptr uiNodeGraphNode(const SceneItem::Ptr& item) override
     {
         return _tree->find(*item)
                    ? std::make_shared<MemoryNodeGraphNode>(ItemProperties(_tree, item))

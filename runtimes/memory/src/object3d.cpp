@@ -118,7 +118,7 @@ class MemoryObject3dHandler : public Object3dHandler
 public:
     explicit MemoryObject3dHandler(std::shared_ptr<Tree> tree) : _tree(std::move(tree)) {}
 
-    [[nodiscard]] Object3d::Ptr object3d(SceneItem::Ptr const& item) override
+    [[nodiscard]] Object3d::Ptr object3d(const SceneItem::Ptr& item) override
     {
         return _tree->find(*item) ? std::make_shared<MemoryObject3d>(ItemProperties(_tree, item))
                                   : nullptr;

@@ -27,7 +27,7 @@ MemorySceneItemOps::MemorySceneItemOps(std::shared_ptr<Tree> tree, SceneItem::Pt
     : _tree(std::move(tree)), _item(std::move(item))
 {}
 
-void MemorySceneItemOps::setItem(SceneItem::Ptr const& item)
+void MemorySceneItemOps::setItem(const SceneItem::Ptr& item)
 {
     _item = item;
 }
@@ -66,17 +66,17 @@ Duplicate MemorySceneItemOps::duplicateItem()
     return executed<Duplicate>(duplicateItemCmd());
 }
 
-PathComponent MemorySceneItemOps::validName(PathComponent const& name) const
+PathComponent MemorySceneItemOps::validName(const PathComponent& name) const
 {
     return validNameFor(*_tree, path(), name);
 }
 
-SceneItemResultUndoableCommand::Ptr MemorySceneItemOps::renameItemCmd(PathComponent const& newName)
+SceneItemResultUndoableCommand::Ptr MemorySceneItemOps::renameItemCmd(const PathComponent& newName)
 {
     return memory::renameItemCmd(_tree, path(), newName);
 }
 
-Rename MemorySceneItemOps::renameItem(PathComponent const& newName)
+Rename MemorySceneItemOps::renameItem(const PathComponent& newName)
 {
     return executed<Rename>(renameItemCmd(newName));
 }
@@ -85,7 +85,7 @@ MemorySceneItemOpsHandler::MemorySceneItemOpsHandler(std::shared_ptr<Tree> tree)
     : _tree(std::move(tree))
 {}
 
-SceneItemOps::Ptr MemorySceneItemOpsHandler::sceneItemOps(SceneItem::Ptr const& item)
+SceneItemOps::Ptr MemorySceneItemOpsHandler::sceneItemOps(const SceneItem::Ptr& item)
 {
     return std::make_shared<MemorySceneItemOps>(_tree, item);
 }

@@ -13,17 +13,17 @@ class MemorySceneItemOps : public SceneItemOps
 public:
     MemorySceneItemOps(std::shared_ptr<Tree> tree, SceneItem::Ptr item);
 
-    void setItem(SceneItem::Ptr const& item) override;
+    void setItem(const SceneItem::Ptr& item) override;
     [[nodiscard]] SceneItem::Ptr sceneItem() const override;
     [[nodiscard]] Path path() const override;
     [[nodiscard]] UndoableCommand::Ptr deleteItemCmd() override;
     bool deleteItem() override;
     [[nodiscard]] SceneItemResultUndoableCommand::Ptr duplicateItemCmd() override;
     Duplicate duplicateItem() override;
-    [[nodiscard]] PathComponent validName(PathComponent const& name) const override;
+    [[nodiscard]] PathComponent validName(const PathComponent& name) const override;
     [[nodiscard]] SceneItemResultUndoableCommand::Ptr
-    renameItemCmd(PathComponent const& newName) override;
-    Rename renameItem(PathComponent const& newName) override;
+    renameItemCmd(const PathComponent& newName) override;
+    Rename renameItem(const PathComponent& newName) override;
 
 private:
     const std::shared_ptr<Tree> _tree;
@@ -35,7 +35,7 @@ class MemorySceneItemOpsHandler : public SceneItemOpsHandler
 public:
     explicit MemorySceneItemOpsHandler(std::shared_ptr<Tree> tree);
 
-    [[nodiscard]] SceneItemOps::Ptr sceneItemOps(SceneItem::Ptr const& item) override;
+    [[nodiscard]] SceneItemOps::Ptr sceneItemOps(const SceneItem::Ptr& item) override;
 
 private:
     const std::shared_ptr<Tree> _tree;

@@ -36,18 +36,18 @@ MemorySceneSegmentHandler::MemorySceneSegmentHandler(std::shared_ptr<Tree> tree)
       })
 {}
 
-bool MemorySceneSegmentHandler::isGatewayItem(Path const& path)
+bool MemorySceneSegmentHandler::isGatewayItem(const Path& path)
 {
     const auto* node = _tree->find(path);
     return node && node->gateway != 0;
 }
 
-Selection MemorySceneSegmentHandler::gatewayItems(Path const& path)
+Selection MemorySceneSegmentHandler::gatewayItems(const Path& path)
 {
     return gateways(*_tree, path, [](Rtid) { return true; });
 }
 
-Selection MemorySceneSegmentHandler::gatewayItems(Path const& path, Rtid nestedRuntimeId)
+Selection MemorySceneSegmentHandler::gatewayItems(const Path& path, Rtid nestedRuntimeId)
 {
     return gateways(*_tree, path, [=](Rtid nested) { return nested == nestedRuntimeId; });
 }

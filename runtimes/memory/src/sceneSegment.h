@@ -14,9 +14,9 @@ class MemorySceneSegmentHandler : public SceneSegmentHandler
 public:
     explicit MemorySceneSegmentHandler(std::shared_ptr<Tree> tree);
 
-    [[nodiscard]] bool isGatewayItem(Path const& path) override;
-    [[nodiscard]] Selection gatewayItems(Path const& path) override;
-    [[nodiscard]] Selection gatewayItems(Path const& path, Rtid nestedRuntimeId) override;
+    [[nodiscard]] bool isGatewayItem(const Path& path) override;
+    [[nodiscard]] Selection gatewayItems(const Path& path) override;
+    [[nodiscard]] Selection gatewayItems(const Path& path, Rtid nestedRuntimeId) override;
 
 private:
     const std::shared_ptr<Tree> _tree;

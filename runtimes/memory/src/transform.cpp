@@ -67,7 +67,7 @@ class MemoryTransform3d : public Transform3d
 public:
     explicit MemoryTransform3d(ItemProperties properties) : _properties(std::move(properties)) {}
 
-    [[nodiscard]] Path const& path() const override { return _properties.path(); }
+    [[nodiscard]] const Path& path() const override { return _properties.path(); }
     [[nodiscard]] SceneItem::Ptr sceneItem() const override { return _properties.item(); }
 
     [[nodiscard]] Matrix4d matrix() const override
@@ -161,7 +161,7 @@ public:
     }
     [[nodiscard]] Vector3d shear() const override { return _properties.get(&Values::shear); }
 
-    [[nodiscard]] UndoableCommand::Ptr setMatrixCmd(Matrix4d const& matrix) override
+    [[nodiscard]] UndoableCommand::Ptr setMatrixCmd(const Matrix4d& matrix) override
     {
         return _properties.setCmd("Set matrix of", Whole<Values>(), matrix);
     }
@@ -187,7 +187,7 @@ class MemoryTransform3dHandler : public Transform3dHandler
 public:
     explicit MemoryTransform3dHandler(std::shared_ptr<Tree> tree) : _tree(std::move(tree)) {}
 
-    [[nodiscard]] Transform3d::Ptr transform3d(SceneItem::Ptr const& item) const override
+    [[nodiscard]] Transform3d::Ptr transform3d(const SceneItem::Ptr& item) const override
     {
         return _tree->find(*item) ? std::make_shared<MemoryTransform3d>(ItemProperties(_tree, item))
                                   : nullptr;

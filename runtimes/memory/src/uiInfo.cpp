@@ -21,8 +21,8 @@ class MemoryUIInfoHandler : public UIInfoHandler
 public:
     explicit MemoryUIInfoHandler(std::shared_ptr<Tree> tree) : _tree(std::move(tree)) {}
 
-    [[nodiscard]] CellInfo treeViewCellInfo(SceneItem::Ptr const& item,
-                                            CellInfo const& hostLook) const override
+    [[nodiscard]] CellInfo treeViewCellInfo(const SceneItem::Ptr& item,
+                                            const CellInfo& hostLook) const override
     {
         requireItem(item);
         auto look = hostLook;
@@ -31,13 +31,13 @@ public:
         return look;
     }
 
-    [[nodiscard]] Icon treeViewIcon(SceneItem::Ptr const& item) const override
+    [[nodiscard]] Icon treeViewIcon(const SceneItem::Ptr& item) const override
     {
         requireItem(item);
         return {item->nodeType(), "", NoBadge};
     }
 
-    [[nodiscard]] std::string treeViewTooltip(SceneItem::Ptr const& item) const override
+    [[nodiscard]] std::string treeViewTooltip(const SceneItem::Ptr& item) const override
     {
         requireItem(item);
         return PathString::string(item->path());

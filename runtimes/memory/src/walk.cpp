@@ -58,12 +58,12 @@ Rtid MemoryWalk::runTimeId() const
     return _mounted.empty() ? _tree->runTimeId() : _mounted.front()->runTimeId();
 }
 
-PathComponent const& MemoryWalk::name() const
+const PathComponent& MemoryWalk::name() const
 {
     return _mounted.empty() ? _node->name : _mountedName;
 }
 
-std::string const& MemoryWalk::nodeType() const
+const std::string& MemoryWalk::nodeType() const
 {
     return _mounted.empty() ? _node->type : _mountedType;
 }

@@ -26,8 +26,8 @@ public:
     void skipSubtree() override { _skips = true; }
     [[nodiscard]] std::size_t depth() const override;
     [[nodiscard]] Rtid runTimeId() const override;
-    [[nodiscard]] PathComponent const& name() const override;
-    [[nodiscard]] std::string const& nodeType() const override;
+    [[nodiscard]] const PathComponent& name() const override;
+    [[nodiscard]] const std::string& nodeType() const override;
     [[nodiscard]] Path path() const override;
     [[nodiscard]] SceneItem::Ptr item() const override;
 

@@ -31,7 +31,9 @@ Form formOf(const Arguments& arguments, Form usual)
     if (arguments.has("--paths") && arguments.has("--json")) {
         throw std::runtime_error("--paths and --json exclude each other");
     }
-    return arguments.has("--paths") ? Form::paths : arguments.has("--json") ? Form::json : usual;
+    return arguments.has("--paths")  ? Form::Paths
+           : arguments.has("--json") ? Form::JsonText
+                                     : usual;
 }
 
 void ls(Session& session, const Arguments& arguments)
@@ -61,7 +63,7 @@ void tree(Session& session, const Arguments& arguments)
         filter.nodeType = *type;
     }
     writeTree(session.scene(), {itemOrCurrent(session, arguments, 0)}, filter,
-              formOf(arguments, TreeForm::drawing), session.output());
+              formOf(arguments, TreeForm::Drawing), session.output());
 }
 
 void cd(Session& session, const Arguments& arguments)
@@ -99,7 +101,7 @@ void findItems(Session& session, const Arguments& arguments)
     }
     Selection found;
     find(session.scene(), {itemOrCurrent(session, arguments, 0)}, criteria,
-         formOf(arguments, FindForm::table), session.output(),
+         formOf(arguments, FindForm::Table), session.output(),
          [&found](const SceneItem::Ptr& item) { found.append(item); });
     session.namedSelection("found").replaceWith(found);
 }

@@ -75,7 +75,7 @@ void saveScene(Session& session, const Arguments& arguments)
     const auto isForced = arguments.has("--force");
     try {
         document::save(session.scene(), arguments[0],
-                       isForced ? document::Replacing::anything : document::Replacing::documents);
+                       isForced ? document::Replacing::Anything : document::Replacing::Documents);
     } catch (const document::NotReplaceable& error) {
         throw std::runtime_error(std::string(error.what()) +
                                  " (save --force does it all the same)");

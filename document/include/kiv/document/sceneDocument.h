@@ -20,12 +20,12 @@ namespace Kiv_v4::document {
 enum class Replacing {
     /// Documents, whatever scene they hold, empty files and new ones whose name is not that of a
     /// scene file, such as `x.gltf`.
-    documents,
-    anything, ///< Every file that is not mounted in the scene.
+    Documents,
+    Anything, ///< Every file that is not mounted in the scene.
 };
 
 /// A document was not saved because of the file whose place or name it would take, and would be
-/// with `Replacing::anything`. The message names the file.
+/// with `Replacing::Anything`. The message names the file.
 class KIV_EXPORT NotReplaceable : public std::runtime_error
 {
 public:
@@ -40,7 +40,7 @@ public:
 ///
 /// Cost: linear in the items in memory and the edits of scene files.
 KIV_EXPORT void save(const Workspace& scene, const std::string& file,
-                     Replacing replacing = Replacing::documents);
+                     Replacing replacing = Replacing::Documents);
 
 /// Returns a hash of the scene's document: equal documents hash equal, different ones almost always
 /// differ. Costs as much as `save`.

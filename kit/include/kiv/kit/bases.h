@@ -34,8 +34,8 @@ public:
     [[nodiscard]] bool hasChildren() const override;
 
     // There is nothing to filter by.
-    [[nodiscard]] bool hasFilteredChildren(ChildFilter const& filter) const override;
-    [[nodiscard]] SceneItemList filteredChildren(ChildFilter const& filter) const override;
+    [[nodiscard]] bool hasFilteredChildren(const ChildFilter& filter) const override;
+    [[nodiscard]] SceneItemList filteredChildren(const ChildFilter& filter) const override;
     [[nodiscard]] ChildFilter defaultChildFilter() const override;
 
     /// The item at the path without its last component; for a root below a gateway, the gateway.
@@ -45,12 +45,12 @@ public:
     [[nodiscard]] SceneItem::Ptr defaultParent() const override;
 
     [[nodiscard]] SceneItemResultUndoableCommand::Ptr
-    createChildCmd(std::string const& nodeType, PathComponent const& name) override;
-    [[nodiscard]] InsertChildCommand::Ptr insertChildCmd(SceneItem::Ptr const& child,
-                                                         SceneItem::Ptr const& before) override;
+    createChildCmd(const std::string& nodeType, const PathComponent& name) override;
+    [[nodiscard]] InsertChildCommand::Ptr insertChildCmd(const SceneItem::Ptr& child,
+                                                         const SceneItem::Ptr& before) override;
     [[nodiscard]] SceneItemResultUndoableCommand::Ptr
-    createGroupCmd(SceneItemList const& members, PathComponent const& name) override;
-    [[nodiscard]] UndoableCommand::Ptr reorderCmd(SceneItemList const& orderedList) override;
+    createGroupCmd(const SceneItemList& members, const PathComponent& name) override;
+    [[nodiscard]] UndoableCommand::Ptr reorderCmd(const SceneItemList& orderedList) override;
     [[nodiscard]] UndoableCommand::Ptr ungroupCmd() override;
 
 protected:
@@ -68,7 +68,7 @@ public:
     explicit SceneItemOpsBase(SceneItem::Ptr item);
     ~SceneItemOpsBase() override;
 
-    void setItem(SceneItem::Ptr const& item) override { _item = item; }
+    void setItem(const SceneItem::Ptr& item) override { _item = item; }
     [[nodiscard]] SceneItem::Ptr sceneItem() const override { return _item; }
     [[nodiscard]] Path path() const override;
 
@@ -76,10 +76,10 @@ public:
     bool deleteItem() override;
     [[nodiscard]] SceneItemResultUndoableCommand::Ptr duplicateItemCmd() override;
     Duplicate duplicateItem() override;
-    [[nodiscard]] PathComponent validName(PathComponent const& name) const override;
+    [[nodiscard]] PathComponent validName(const PathComponent& name) const override;
     [[nodiscard]] SceneItemResultUndoableCommand::Ptr
-    renameItemCmd(PathComponent const& newName) override;
-    Rename renameItem(PathComponent const& newName) override;
+    renameItemCmd(const PathComponent& newName) override;
+    Rename renameItem(const PathComponent& newName) override;
 
 private:
     SceneItem::Ptr _item;
@@ -115,7 +115,7 @@ public:
     explicit Transform3dBase(SceneItem::Ptr item);
     ~Transform3dBase() override;
 
-    [[nodiscard]] Path const& path() const override { return _item->path(); }
+    [[nodiscard]] const Path& path() const override { return _item->path(); }
     [[nodiscard]] SceneItem::Ptr sceneItem() const override { return _item; }
 
     /// Cost: the depth in the segment, with an item and a transform of each ancestor made.
@@ -133,7 +133,7 @@ public:
     [[nodiscard]] Vector3d rotatePivot() const override;
     [[nodiscard]] UndoableCommand::Ptr scalePivotCmd(double x, double y, double z) override;
     [[nodiscard]] Vector3d scalePivot() const override;
-    [[nodiscard]] UndoableCommand::Ptr setMatrixCmd(Matrix4d const& matrix) override;
+    [[nodiscard]] UndoableCommand::Ptr setMatrixCmd(const Matrix4d& matrix) override;
 
 private:
     const SceneItem::Ptr _item;
@@ -147,7 +147,7 @@ public:
     explicit CameraBase(SceneItem::Ptr item);
     ~CameraBase() override;
 
-    [[nodiscard]] Path const& path() const override { return _item->path(); }
+    [[nodiscard]] const Path& path() const override { return _item->path(); }
     [[nodiscard]] SceneItem::Ptr sceneItem() const override { return _item; }
 
     [[nodiscard]] UndoableCommand::Ptr horizontalApertureCmd(float value) override;
@@ -183,7 +183,7 @@ public:
     explicit LightBase(SceneItem::Ptr item);
     ~LightBase() override;
 
-    [[nodiscard]] Path const& path() const override { return _item->path(); }
+    [[nodiscard]] const Path& path() const override { return _item->path(); }
     [[nodiscard]] SceneItem::Ptr sceneItem() const override { return _item; }
 
     [[nodiscard]] Type type() const override;
@@ -237,10 +237,10 @@ public:
     [[nodiscard]] bool hasPosition() const override;
     [[nodiscard]] TypedVectorN<float, 2> position() const override;
     [[nodiscard]] UndoableCommand::Ptr
-    setPositionCmd(TypedVectorN<float, 2> const& position) override;
+    setPositionCmd(const TypedVectorN<float, 2>& position) override;
     [[nodiscard]] bool hasSize() const override;
     [[nodiscard]] TypedVectorN<float, 2> size() const override;
-    [[nodiscard]] UndoableCommand::Ptr setSizeCmd(TypedVectorN<float, 2> const& size) override;
+    [[nodiscard]] UndoableCommand::Ptr setSizeCmd(const TypedVectorN<float, 2>& size) override;
 };
 
 } // namespace Kiv_v4::kit

@@ -26,9 +26,9 @@ public:
     /// gateway, or no item.
     [[nodiscard]] virtual Rtid target(const Path& path) const = 0;
 
-    [[nodiscard]] bool isGatewayItem(Path const& path) override;
-    [[nodiscard]] Selection gatewayItems(Path const& path) override;
-    [[nodiscard]] Selection gatewayItems(Path const& path, Rtid nestedRuntimeId) override;
+    [[nodiscard]] bool isGatewayItem(const Path& path) override;
+    [[nodiscard]] Selection gatewayItems(const Path& path) override;
+    [[nodiscard]] Selection gatewayItems(const Path& path, Rtid nestedRuntimeId) override;
 };
 
 /// The look that the host gives, under the name that the run-time is registered with.
@@ -38,8 +38,8 @@ public:
     explicit UIInfoHandlerBase(Rtid runTimeId);
     ~UIInfoHandlerBase() override;
 
-    [[nodiscard]] CellInfo treeViewCellInfo(SceneItem::Ptr const& item,
-                                            CellInfo const& hostLook) const override;
+    [[nodiscard]] CellInfo treeViewCellInfo(const SceneItem::Ptr& item,
+                                            const CellInfo& hostLook) const override;
 
     /// Throws `InvalidRunTimeId` when the run-time has gone.
     [[nodiscard]] std::string runTimeLabel() const override;
@@ -57,8 +57,8 @@ public:
     ~ContextOpsBase() override;
 
     [[nodiscard]] SceneItem::Ptr sceneItem() const override { return _item; }
-    [[nodiscard]] std::vector<ContextItem> items(ItemPath const& itemPath) const override;
-    [[nodiscard]] UndoableCommand::Ptr doOpCmd(ItemPath const& itemPath) override;
+    [[nodiscard]] std::vector<ContextItem> items(const ItemPath& itemPath) const override;
+    [[nodiscard]] UndoableCommand::Ptr doOpCmd(const ItemPath& itemPath) override;
 
 private:
     const SceneItem::Ptr _item;
@@ -79,19 +79,19 @@ public:
 
     [[nodiscard]] std::vector<AttributeDef::Ptr> inputs() const override;
     [[nodiscard]] std::vector<std::string> inputNames() const override;
-    [[nodiscard]] bool hasInput(std::string const& name) const override;
-    [[nodiscard]] AttributeDef::Ptr input(std::string const& name) const override;
+    [[nodiscard]] bool hasInput(const std::string& name) const override;
+    [[nodiscard]] AttributeDef::Ptr input(const std::string& name) const override;
 
     [[nodiscard]] std::vector<AttributeDef::Ptr> outputs() const override;
     [[nodiscard]] std::vector<std::string> outputNames() const override;
-    [[nodiscard]] bool hasOutput(std::string const& name) const override;
-    [[nodiscard]] AttributeDef::Ptr output(std::string const& name) const override;
+    [[nodiscard]] bool hasOutput(const std::string& name) const override;
+    [[nodiscard]] AttributeDef::Ptr output(const std::string& name) const override;
 
-    [[nodiscard]] Value metadata(std::string const& key) const override;
-    [[nodiscard]] bool hasMetadata(std::string const& key) const override;
+    [[nodiscard]] Value metadata(const std::string& key) const override;
+    [[nodiscard]] bool hasMetadata(const std::string& key) const override;
 
     [[nodiscard]] SceneItemResultUndoableCommand::Ptr
-    createNodeCmd(SceneItem::Ptr const& parent, PathComponent const& name) const override;
+    createNodeCmd(const SceneItem::Ptr& parent, const PathComponent& name) const override;
 
 private:
     const std::string _type;
