@@ -4,7 +4,7 @@
 #include "kiv/object3d.h"
 #include "kiv/scene.h"
 
-#include "editing.h"
+#include "editSequence.h"
 #include "edits.h"
 #include "following.h"
 #include "probes.h"
@@ -65,13 +65,13 @@ void checkEdits(Checking& checking)
 {
     const auto news = std::make_shared<Following>(checking);
     listen(news);
-    Editing(checking, {"commands.failing", "commands.undo", "commands.redo"}, news).run();
+    EditSequence(checking, {"commands.failing", "commands.undo", "commands.redo"}, news).run();
 }
 
 void checkWithoutScene(Checking& checking)
 {
     Scene::initializeInstance(nullptr);
-    Editing(checking, {"scene.none", "scene.none", "scene.none"}, nullptr).run();
+    EditSequence(checking, {"scene.none", "scene.none", "scene.none"}, nullptr).run();
 }
 
 void checkThrowingObservers(Checking& checking)
@@ -79,7 +79,7 @@ void checkThrowingObservers(Checking& checking)
     const auto observer = std::make_shared<Throwing>();
     listen(observer);
     const char* const contract = "observers.throwing";
-    Editing(checking, {contract, contract, contract}, nullptr).run();
+    EditSequence(checking, {contract, contract, contract}, nullptr).run();
 }
 
 void checkFailingAllocations(Checking& checking)

@@ -13,7 +13,7 @@
 #include "kiv/sceneItem.h"
 #include "kiv/setValueCommands.h"
 
-#include "item.h"
+#include "assimpItem.h"
 
 namespace Kiv_v4::assimp {
 

@@ -11,7 +11,7 @@
 
 #include "announcements.h"
 #include "attributeSteps.h"
-#include "item.h"
+#include "memoryItem.h"
 
 namespace Kiv_v4::memory {
 

@@ -6,7 +6,7 @@
 #include "kiv/attribute.h"
 #include "kiv/attributeInfo.h"
 
-#include "tree.h"
+#include "memoryTree.h"
 
 namespace Kiv_v4::memory {
 

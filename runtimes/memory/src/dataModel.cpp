@@ -8,11 +8,11 @@
 
 #include "announcements.h"
 #include "attributeSteps.h"
-#include "item.h"
-#include "material.h"
-#include "object3d.h"
+#include "memoryItem.h"
+#include "memoryMaterial.h"
+#include "memoryObject3d.h"
+#include "memoryTree.h"
 #include "steps.h"
-#include "tree.h"
 
 namespace Kiv_v4::memory {
 

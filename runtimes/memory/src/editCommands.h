@@ -7,8 +7,8 @@
 #include "kiv/resultCommands.h"
 #include "kiv/sceneItem.h"
 
+#include "memoryTree.h"
 #include "steps.h"
-#include "tree.h"
 
 namespace Kiv_v4::memory {
 

@@ -8,7 +8,7 @@
 #include "kiv/uniqueName.h"
 
 #include "itemNames.h"
-#include "tree.h"
+#include "memoryTree.h"
 
 namespace Kiv_v4::memory {
 

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <utility>
 
-#include "tree.h"
+#include "memoryTree.h"
 
 namespace Kiv_v4::memory {
 

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "announcements.h"
-#include "item.h"
+#include "memoryItem.h"
 #include "propertyCommands.h"
 
 namespace Kiv_v4::memory {

@@ -4,7 +4,7 @@
 
 #include "kiv/uiNodeGraphNode.h"
 
-#include "tree.h"
+#include "memoryTree.h"
 
 namespace Kiv_v4::memory {
 

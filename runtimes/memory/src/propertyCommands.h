@@ -14,8 +14,8 @@
 #include "kiv/transform3dRead.h"
 
 #include "announcements.h"
+#include "memoryTree.h"
 #include "steps.h"
-#include "tree.h"
 
 namespace Kiv_v4::memory {
 

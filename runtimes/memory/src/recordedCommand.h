@@ -11,7 +11,7 @@
 #include "kiv/runTimeCommand.h"
 
 #include "announcements.h"
-#include "item.h"
+#include "memoryItem.h"
 #include "steps.h"
 
 namespace Kiv_v4::memory {

@@ -4,7 +4,7 @@
 
 #include "kiv/selection.h"
 
-#include "item.h"
+#include "memoryItem.h"
 
 namespace Kiv_v4::memory {
 

@@ -5,7 +5,7 @@
 #include "kiv/kit/gateways.h"
 #include "kiv/sceneSegmentHandler.h"
 
-#include "tree.h"
+#include "memoryTree.h"
 
 namespace Kiv_v4::memory {
 

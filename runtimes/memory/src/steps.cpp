@@ -7,8 +7,8 @@
 #include "kiv/pathString.h"
 
 #include "announcements.h"
-#include "item.h"
 #include "itemNames.h"
+#include "memoryItem.h"
 
 namespace Kiv_v4::memory {
 

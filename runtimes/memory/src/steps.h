@@ -8,7 +8,7 @@
 #include "kiv/path.h"
 #include "kiv/pathComponent.h"
 
-#include "tree.h"
+#include "memoryTree.h"
 
 namespace Kiv_v4::memory {
 

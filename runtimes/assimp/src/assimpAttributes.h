@@ -1,0 +1,15 @@
+#pragma once
+
+#include <memory>
+
+#include "kiv/attributes.h"
+
+#include "assimpMounts.h"
+
+namespace Kiv_v4::assimp {
+
+/// The metadata of a node and the values of a material as attributes that are not to be edited.
+[[nodiscard]] AttributesHandler::Ptr
+makeAttributesHandler(const std::shared_ptr<const Mounts>& mounts);
+
+} // namespace Kiv_v4::assimp

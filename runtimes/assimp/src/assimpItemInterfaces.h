@@ -1,0 +1,13 @@
+#pragma once
+
+#include <memory>
+
+#include "assimpMounts.h"
+
+namespace Kiv_v4::assimp {
+
+/// Installs the handlers of what single items are: transforms, cameras, lights, objects, materials,
+/// attributes and looks in a user interface.
+void installItemInterfaces(Rtid runTimeId, const std::shared_ptr<const Mounts>& mounts);
+
+} // namespace Kiv_v4::assimp

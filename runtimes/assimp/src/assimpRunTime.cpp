@@ -1,0 +1,120 @@
+#include <stdexcept>
+#include <utility>
+
+#include "kiv/assimp/runTime.h"
+#include "kiv/pathString.h"
+#include "kiv/runTimeMgr.h"
+
+#include "assimpHierarchyHandler.h"
+#include "assimpItemInterfaces.h"
+#include "assimpMounts.h"
+
+namespace Kiv_v4::assimp {
+
+namespace {
+
+std::string mountText(const SceneFile& file)
+{
+    return "Mount " + file.name();
+}
+
+} // namespace
+
+RunTime::RunTime(const std::string& name)
+    : _registration(name, kSeparator),
+      _mounts(std::make_shared<Mounts>(_registration.id(), kSeparator))
+{
+    RunTimeMgr::instance().setHierarchyHandler(id(),
+                                               std::make_shared<AssimpHierarchyHandler>(_mounts));
+    installItemInterfaces(id(), _mounts);
+}
+
+/// Interface objects and commands may keep the mounts.
+RunTime::~RunTime()
+{
+    _mounts->close();
+}
+
+Rtid RunTime::id() const noexcept
+{
+    return _registration.id();
+}
+
+SceneItem::Ptr RunTime::mount(const std::shared_ptr<const SceneFile>& file, const Path& gateway)
+{
+    mountCmd(file, gateway)->execute();
+    return _mounts->rootItem(gateway);
+}
+
+UndoableCommand::Ptr RunTime::mountCmd(const std::shared_ptr<const SceneFile>& file,
+                                       const Path& gateway)
+{
+    if (!file) {
+        throw std::invalid_argument("There is no file to mount under '" +
+                                    PathString::string(gateway) + "'.");
+    }
+    return _mounts->mountCmd(std::make_shared<FileMount>(file), gateway, mountText(*file));
+}
+
+UndoableCommand::Ptr RunTime::copyMountCmd(const Path& source, const Path& gateway)
+{
+    const auto mount = _mounts->find(source);
+    if (!mount) {
+        throw std::invalid_argument("No file is mounted under '" + PathString::string(source) +
+                                    "'.");
+    }
+    return _mounts->mountCmd(std::make_shared<FileMount>(*mount), gateway, mountText(*mount->file));
+}
+
+bool RunTime::unmount(const Path& gateway)
+{
+    return _mounts->unmount(gateway);
+}
+
+bool RunTime::moveMount(const Path& gateway, const Path& newGateway)
+{
+    return _mounts->move(gateway, newGateway);
+}
+
+std::string RunTime::file(const Path& gateway) const
+{
+    const auto file = _mounts->file(gateway);
+    return file ? file->name() : std::string();
+}
+
+std::vector<EditedItem> RunTime::editedItems(const Path& gateway) const
+{
+    std::vector<EditedItem> items;
+    const auto mount = _mounts->find(gateway);
+    if (!mount) {
+        return items;
+    }
+    const auto top = _mounts->topItem(mount, SceneFile::kRoot)->path();
+    const auto& edits = mount->edits;
+    for (const auto index : edits.nodes()) {
+        items.push_back({pathBelow(top, *mount->file, SceneFile::kRoot, index),
+                         edits.find<TransformRecord>(index) != nullptr,
+                         edits.find<CameraRecord>(index) != nullptr,
+                         edits.find<LightRecord>(index) != nullptr,
+                         edits.find<VisibilityRecord>(index) != nullptr});
+    }
+    return items;
+}
+
+std::size_t RunTime::nbItems(const Path& gateway) const
+{
+    const auto file = _mounts->file(gateway);
+    return file ? file->size() : 0;
+}
+
+std::string RunTime::originalName(const Path& item) const
+{
+    const auto found = _mounts->item(item);
+    if (!found) {
+        throw std::invalid_argument("There is no item of a scene file at '" +
+                                    PathString::string(item) + "'.");
+    }
+    return found->file().originalName(found->index());
+}
+
+} // namespace Kiv_v4::assimp

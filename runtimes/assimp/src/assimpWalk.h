@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "kiv/subtreeWalk.h"
+
+#include "assimpItem.h"
+
+namespace Kiv_v4::assimp {
+
+/// Goes from node to node of a file, and makes paths and items of those alone that are asked for.
+class FileWalk : public SegmentWalk
+{
+public:
+    /// Stands before the node `top` at `path`; without a mount, over nothing.
+    FileWalk(std::shared_ptr<FileMount> mount, const Path& path, NodeIndex top);
+
+    bool next() override;
+    void skipSubtree() override { _skips = true; }
+    [[nodiscard]] std::size_t depth() const override { return _depth; }
+    [[nodiscard]] Rtid runTimeId() const override { return _paths.front().runTimeId(); }
+    [[nodiscard]] const PathComponent& name() const override { return node().component; }
+    [[nodiscard]] const std::string& nodeType() const override { return nodeTypeName(node().type); }
+    [[nodiscard]] Path path() const override;
+    [[nodiscard]] SceneItem::Ptr item() const override;
+
+private:
+    [[nodiscard]] const Node& node() const { return _mount->file->node(_index); }
+    bool goOn();
+
+    std::shared_ptr<FileMount> _mount; ///< Null behind the last node.
+    const Path _gateway;
+    const NodeIndex _top;
+    NodeIndex _index;
+    std::size_t _depth = 0;
+    bool _begun = false;
+    bool _skips = false;
+    /// Of the first nodes from `_top` down to the current one, the first and those asked for.
+    mutable std::vector<Path> _paths;
+};
+
+} // namespace Kiv_v4::assimp

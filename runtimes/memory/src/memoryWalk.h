@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "kiv/subtreeWalk.h"
+
+#include "memoryTree.h"
+
+namespace Kiv_v4::memory {
+
+/// The items of another run-time that begin under the node at `path`; none for an ordinary item.
+[[nodiscard]] SceneItemList itemsMountedAt(const Path& path, const Node& node);
+
+/// Goes from node to node, and makes paths and items of those alone that are asked for.
+class MemoryWalk : public SegmentWalk
+{
+public:
+    /// Stands before `top`, the node at `path`; null for a walk over nothing.
+    MemoryWalk(std::shared_ptr<Tree> tree, const Path& path, Node* top);
+
+    bool next() override;
+    void skipSubtree() override { _skips = true; }
+    [[nodiscard]] std::size_t depth() const override;
+    [[nodiscard]] Rtid runTimeId() const override;
+    [[nodiscard]] const PathComponent& name() const override;
+    [[nodiscard]] const std::string& nodeType() const override;
+    [[nodiscard]] Path path() const override;
+    [[nodiscard]] SceneItem::Ptr item() const override;
+
+private:
+    bool goDown() noexcept;
+    bool goOn();
+    bool nextMounted();
+    [[nodiscard]] Path ownPath() const;
+
+    const std::shared_ptr<Tree> _tree;
+    const std::uint64_t _version;
+    Node* const _top;
+    Node* _node;            ///< The current one, or the gateway of the current mounted item.
+    std::size_t _depth = 0; ///< Of `_node`.
+    bool _begun = false;
+    bool _skips = false;
+    /// Of the first nodes from `_top` down to `_node`, the first of all and those asked for.
+    mutable std::vector<Path> _paths;
+
+    SceneItemList _mounted; ///< The current one and those that follow.
+    PathComponent _mountedName;
+    std::string _mountedType;
+};
+
+} // namespace Kiv_v4::memory
