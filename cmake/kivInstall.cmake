@@ -34,3 +34,6 @@ if(KIV_BUILD_DOCUMENT)
     kiv_pkg_config(kiv_document kiv-document "kiv-host = ${kiv_VERSION}, kiv-memory = ${kiv_VERSION}"
         "Scenes of kiv with mounted files as documents, saved and opened")
 endif()
+if(KIV_BUILD_QT)
+    kiv_pkg_config(kiv_qt kiv-qt "kiv-host = ${kiv_VERSION}, Qt6Widgets" "Scenes of kiv in windows of Qt")
+endif()

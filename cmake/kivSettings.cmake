@@ -40,7 +40,8 @@ function(kiv_precompile target kind)
     endif()
 endfunction()
 
-# kiv_settings(TARGET): the house rules for one target.
+# kiv_settings(TARGET): the house rules for one target. A folder that calls kiv_precompile for its libraries itself
+# sets KIV_OWN_PRECOMPILED.
 function(kiv_settings target)
     target_compile_features(${target} PRIVATE cxx_std_20)
     set_target_properties(${target} PROPERTIES
@@ -66,7 +67,7 @@ function(kiv_settings target)
         target_link_options(${target} PRIVATE -fsanitize=${KIV_SANITIZE})
     endif()
     get_target_property(type ${target} TYPE)
-    if(type MATCHES "^(SHARED|STATIC)_LIBRARY$")
+    if(type MATCHES "^(SHARED|STATIC)_LIBRARY$" AND NOT KIV_OWN_PRECOMPILED)
         kiv_precompile(${target} library <algorithm> <cstddef> <cstdint> <functional> <list> <memory>
             <optional> <stdexcept> <string> <string_view> <unordered_map> <utility> <vector>)
     endif()

@@ -1,0 +1,115 @@
+#pragma once
+
+#include <QAbstractItemModel>
+#include <memory>
+
+#include "kiv/export.h"
+#include "kiv/host/sceneTree.h"
+#include "kiv/observer.h"
+#include "kiv/path.h"
+#include "kiv/sceneItem.h"
+
+/// Scenes in windows: item models, actions and a view for hosts that are built with Qt 6 Widgets.
+///
+/// What run-times throw never passes through Qt. It is written to the log, where a
+/// `host::ErrorChannel` takes it up, as is what a run-time refuses. All edits are commands for the
+/// installed `UndoableCommandMgr`, which must be there.
+namespace Kiv_v4::qt {
+
+/// The scene for a `QTreeView`: the top items of all run-times and what is under them, in step with
+/// the installed scene, which should be a `host::HostScene`.
+///
+///     qt::OutlinerModel model;
+///     QTreeView view;
+///     view.setModel(&model);
+///     const qt::SelectionSync sync(model, *view.selectionModel());
+///
+/// Names can be edited, rows be dragged to other places and parents, and items be shown and hidden
+/// by the check box of their visibility: each as one undoable step. Icons, looks and tooltips come
+/// from the run-time's `UIInfoHandler`; items without an icon of their own get one by type.
+///
+/// **Cost.** Rows are read as they are shown, a thousand at a time: a view over a million items
+/// opens at once.
+///
+/// **Lifetime.** Indexes follow the rules of Qt; persistent ones survive that their items are
+/// renamed and moved.
+class KIV_EXPORT OutlinerModel : public QAbstractItemModel, private host::SceneTree::Listener
+{
+    Q_OBJECT
+
+public:
+    using Node = host::SceneTree::Node;
+
+    enum Column { NameColumn, TypeColumn, RunTimeColumn, VisibilityColumn, ColumnCount };
+
+    /// What drags carry: the path strings of the items.
+    static constexpr const char* kMimeType = "application/x-kiv-paths";
+
+    explicit OutlinerModel(QObject* parent = nullptr);
+    ~OutlinerModel() override;
+
+    /// Returns the tree that the rows are those of, for its filter and for fetching.
+    [[nodiscard]] host::SceneTree& tree() { return _tree; }
+
+    /// Returns the index of the item at `path`; an invalid one when its row was not read yet.
+    [[nodiscard]] QModelIndex indexOf(const Path& path, int column = NameColumn) const;
+
+    /// The same, with the rows on the way read; invalid when there is no such item.
+    QModelIndex reveal(const Path& path);
+
+    /// Returns the path of the index's item; empty for an invalid index.
+    [[nodiscard]] Path path(const QModelIndex& index) const;
+
+    /// Returns the index's item; null for an invalid index and when there is none any more.
+    [[nodiscard]] SceneItem::Ptr item(const QModelIndex& index) const;
+
+    /// Returns whether rows are coming, going or moving at the moment: then views change their
+    /// selection for lack of rows, not because a user wants it.
+    [[nodiscard]] bool isChanging() const noexcept { return _isChanging; }
+
+    [[nodiscard]] QModelIndex index(int row, int column,
+                                    const QModelIndex& parent = {}) const override;
+    [[nodiscard]] QModelIndex parent(const QModelIndex& index) const override;
+    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] bool hasChildren(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] bool canFetchMore(const QModelIndex& parent) const override;
+    void fetchMore(const QModelIndex& parent) override;
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation,
+                                      int role) const override;
+    [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
+
+    /// Renames the item, or shows and hides it. Returns false when that cannot be.
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+
+    [[nodiscard]] QStringList mimeTypes() const override;
+    [[nodiscard]] QMimeData* mimeData(const QModelIndexList& indexes) const override;
+    [[nodiscard]] Qt::DropActions supportedDropActions() const override;
+    [[nodiscard]] bool canDropMimeData(const QMimeData* data, Qt::DropAction action, int row,
+                                       int column, const QModelIndex& parent) const override;
+
+    /// Moves the dragged items, in the order of their rows, to before the row, or after the last
+    /// child for a row of -1, as one step. Items that are gone by now stop it.
+    bool dropMimeData(const QMimeData* data, Qt::DropAction action, int row, int column,
+                      const QModelIndex& parent) override;
+
+private:
+    void beginInsert(const Node& parent, std::size_t first, std::size_t count) override;
+    void endInsert() override;
+    void beginRemove(const Node& parent, std::size_t first, std::size_t count) override;
+    void endRemove() override;
+    void beginMove(const Node& node, const Node& newParent, std::size_t newRow) override;
+    void endMove() override;
+    void changed(const Node& node) override;
+
+    KIV_HIDDEN QModelIndex indexOf(const Node& node, int column) const;
+    KIV_HIDDEN Node& nodeOf(const QModelIndex& index) const;
+    KIV_HIDDEN void visibilityChanged(const Path& path);
+
+    host::SceneTree _tree;
+    bool _isChanging = false;
+    const Observer::Ptr _visibilityObserver;
+};
+
+} // namespace Kiv_v4::qt

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QApplication>
+#include <gtest/gtest.h>
+#include <memory>
+
+#include "kiv/globalSelection.h"
+#include "kiv/host/hostScene.h"
+#include "kiv/host/undoHistory.h"
+#include "kiv/observableSelection.h"
+#include "kiv/scene.h"
+#include "kiv/undoableCommandMgr.h"
+
+namespace test {
+
+/// An application without a screen.
+struct QtApplication : testing::Test
+{
+    QtApplication()
+    {
+        static const auto isOffscreen = qputenv("QT_QPA_PLATFORM", "offscreen");
+        static int count = 1;
+        static char name[] = "test";
+        static char* arguments[] = {name, nullptr};
+        static const QApplication application(count, arguments);
+        static_cast<void>(isOffscreen);
+    }
+};
+
+/// What a host installs, for as long as it lives.
+struct Host
+{
+    Host()
+    {
+        Kiv_v4::Scene::initializeInstance(scene);
+        Kiv_v4::UndoableCommandMgr::initializeInstance(history);
+        Kiv_v4::GlobalSelection::initializeInstance(selection);
+        scene->follow(selection, Kiv_v4::host::HostScene::Gone::ComesBack);
+    }
+    Host(const Host&) = delete;
+    Host& operator=(const Host&) = delete;
+    ~Host()
+    {
+        history->clear();
+        Kiv_v4::GlobalSelection::initializeInstance(nullptr);
+        Kiv_v4::UndoableCommandMgr::initializeInstance(nullptr);
+        Kiv_v4::Scene::initializeInstance(nullptr);
+    }
+
+    const std::shared_ptr<Kiv_v4::host::HostScene> scene =
+        std::make_shared<Kiv_v4::host::HostScene>();
+    const std::shared_ptr<Kiv_v4::host::UndoHistory> history =
+        std::make_shared<Kiv_v4::host::UndoHistory>();
+    const std::shared_ptr<Kiv_v4::ObservableSelection> selection =
+        std::make_shared<Kiv_v4::ObservableSelection>();
+};
+
+} // namespace test
