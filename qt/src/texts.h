@@ -11,4 +11,10 @@ namespace Kiv_v4::qt::detail {
     return QString::fromStdString(bytes);
 }
 
+/// Returns the text for a menu, in which an ampersand stands for itself.
+[[nodiscard]] inline QString menuText(const std::string& bytes)
+{
+    return textOf(bytes).replace('&', QLatin1String("&&"));
+}
+
 } // namespace Kiv_v4::qt::detail

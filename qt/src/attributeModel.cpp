@@ -1,0 +1,392 @@
+#include "kiv/qt/attributeModel.h"
+
+#include <QColor>
+#include <QElapsedTimer>
+#include <QFont>
+#include <QGuiApplication>
+#include <QPalette>
+#include <algorithm>
+
+#include "kiv/hierarchy.h"
+#include "kiv/host/transaction.h"
+
+#include "attempt.h"
+#include "colors.h"
+#include "itemRows.h"
+#include "itemWatch.h"
+#include "listening.h"
+#include "texts.h"
+
+namespace Kiv_v4::qt {
+
+namespace {
+
+using detail::attempt;
+using detail::textOf;
+
+/// How long items are read at a stretch, in milliseconds.
+constexpr int kSlice = 10;
+
+QColor placeholderColor()
+{
+    return QGuiApplication::palette().color(QPalette::PlaceholderText);
+}
+
+bool isSame(const detail::AttributeGroups& some, const detail::AttributeGroups& others)
+{
+    const auto isSameRow = [](const auto& row, const auto& other) {
+        return row.name == other.name && row.type == other.type;
+    };
+    return std::ranges::equal(some, others, [&](const auto& group, const auto& other) {
+        return group.key == other.key && std::ranges::equal(group.rows, other.rows, isSameRow);
+    });
+}
+
+} // namespace
+
+/// Items of which some are read.
+class AttributeModel::Reading
+{
+public:
+    explicit Reading(std::vector<Path> items) : _items(std::move(items)) {}
+
+    /// Reads on for a while; whether there is more to read.
+    bool readOn()
+    {
+        QElapsedTimer clock;
+        clock.start();
+        while (_next < _items.size() && clock.elapsed() < kSlice) {
+            attempt("read an item", [this] { read(_items[_next]); });
+            ++_next;
+        }
+        return _next < _items.size();
+    }
+
+    [[nodiscard]] const std::vector<Group>& groups() const { return _groups; }
+
+private:
+    void read(const Path& path)
+    {
+        const auto item = Hierarchy::createItem(path);
+        if (!item) {
+            return;
+        }
+        if (std::exchange(_isFirst, false)) {
+            _groups = detail::groupsOf(item);
+        } else {
+            detail::keepShared(_groups, item);
+        }
+    }
+
+    const std::vector<Path> _items;
+    std::vector<Group> _groups;
+    std::size_t _next = 0;
+    bool _isFirst = true;
+};
+
+AttributeModel::AttributeModel(QObject* parent)
+    : QAbstractItemModel(parent), _selectionObserver(detail::listeningTo<Notification>(
+                                      [this](const Notification&) { _refresh.start(); }))
+{
+    _refresh.setSingleShot(true);
+    _refresh.setInterval(0);
+    connect(&_refresh, &QTimer::timeout, this, &AttributeModel::refresh);
+    _slice.setInterval(0);
+    connect(&_slice, &QTimer::timeout, this, &AttributeModel::readOn);
+}
+
+AttributeModel::~AttributeModel()
+{
+    follow(nullptr);
+}
+
+void AttributeModel::setItems(std::vector<Path> items)
+{
+    if (!_watch || items != _items) {
+        _items = std::move(items);
+        _watch.reset();
+        _watch = std::make_unique<Watch>(_items, [this] { _refresh.start(); });
+    }
+    _refresh.stop();
+    _reading = std::make_unique<Reading>(_items);
+    readOn();
+}
+
+void AttributeModel::follow(ObservableSelection::Ptr selection)
+{
+    if (_selection) {
+        _selection->removeObserver(_selectionObserver);
+    }
+    _selection = std::move(selection);
+    if (_selection) {
+        _selection->addObserver(_selectionObserver);
+        refresh();
+    }
+}
+
+bool AttributeModel::isReading() const noexcept
+{
+    return _reading != nullptr;
+}
+
+void AttributeModel::refresh()
+{
+    auto items = _items;
+    if (_selection) {
+        items.clear();
+        for (const auto& item : *_selection) {
+            items.push_back(item->path());
+        }
+    }
+    setItems(std::move(items));
+}
+
+void AttributeModel::readOn()
+{
+    const auto isMore = _reading->readOn();
+    publish();
+    if (isMore) {
+        _slice.start();
+    } else {
+        _slice.stop();
+        _reading.reset();
+    }
+}
+
+void AttributeModel::publish()
+{
+    const auto& groups = _reading->groups();
+    if (!isSame(groups, _groups)) {
+        beginResetModel();
+        _groups = groups;
+        endResetModel();
+        return;
+    }
+    for (std::size_t i = 0; i < groups.size(); ++i) {
+        for (std::size_t j = 0; j < groups[i].rows.size(); ++j) {
+            if (groups[i].rows[j] != _groups[i].rows[j]) {
+                _groups[i].rows[j] = groups[i].rows[j];
+                const auto row = static_cast<int>(j);
+                const auto above = index(static_cast<int>(i), 0);
+                Q_EMIT dataChanged(index(row, 0, above), index(row, ColumnCount - 1, above));
+            }
+        }
+    }
+}
+
+// Indexes of rows hold the place of their group, from 1 on; those of groups hold 0.
+
+const AttributeModel::Row* AttributeModel::rowOf(const QModelIndex& index) const
+{
+    return index.isValid() && index.internalId() > 0
+               ? &_groups[index.internalId() - 1].rows[static_cast<std::size_t>(index.row())]
+               : nullptr;
+}
+
+QModelIndex AttributeModel::index(int row, int column, const QModelIndex& parent) const
+{
+    const auto id = parent.isValid() ? static_cast<quintptr>(parent.row()) + 1 : 0;
+    return hasIndex(row, column, parent) ? createIndex(row, column, id) : QModelIndex();
+}
+
+QModelIndex AttributeModel::parent(const QModelIndex& index) const
+{
+    return index.internalId() > 0
+               ? createIndex(static_cast<int>(index.internalId()) - 1, 0, quintptr(0))
+               : QModelIndex();
+}
+
+int AttributeModel::rowCount(const QModelIndex& parent) const
+{
+    if (!parent.isValid()) {
+        return static_cast<int>(_groups.size());
+    }
+    const auto isGroup = parent.internalId() == 0 && parent.column() == 0;
+    return isGroup ? static_cast<int>(_groups[static_cast<std::size_t>(parent.row())].rows.size())
+                   : 0;
+}
+
+int AttributeModel::columnCount(const QModelIndex& /*parent*/) const
+{
+    return ColumnCount;
+}
+
+namespace {
+
+QVariant labelData(const AttributeModel::Row& row, int role)
+{
+    if (role == Qt::DisplayRole) {
+        return textOf(row.label);
+    }
+    if (role == Qt::ToolTipRole) {
+        return textOf(row.name + " (" + row.type + ")");
+    }
+    if (role == Qt::FontRole && row.standard && row.value != *row.standard) {
+        QFont font;
+        font.setBold(true);
+        return font;
+    }
+    return {};
+}
+
+QVariant choicesOf(const AttributeModel::Row& row)
+{
+    QStringList choices;
+    for (const auto& choice : row.choices) {
+        choices.append(textOf(choice));
+    }
+    return choices;
+}
+
+/// The value for people: of a switch, its box says it.
+QVariant shownValue(const AttributeModel::Row& row)
+{
+    const auto isSwitch = std::holds_alternative<bool>(row.value);
+    return row.isMixed ? QCoreApplication::translate("kiv", "mixed")
+           : isSwitch  ? QString()
+                       : textOf(host::valueText(row.value));
+}
+
+QVariant checkState(const AttributeModel::Row& row)
+{
+    const auto* isOn = std::get_if<bool>(&row.value);
+    return !isOn         ? QVariant()
+           : row.isMixed ? Qt::PartiallyChecked
+           : *isOn       ? Qt::Checked
+                         : Qt::Unchecked;
+}
+
+QVariant valueData(const AttributeModel::Row& row, int role)
+{
+    switch (role) {
+    case Qt::DisplayRole:
+        return shownValue(row);
+    case Qt::EditRole:
+        return row.isMixed ? QString() : textOf(Kiv_v4::textOf(row.value));
+    case Qt::ToolTipRole:
+        return row.isMixed ? QString() : textOf(host::valueText(row.value));
+    case Qt::CheckStateRole:
+        return checkState(row);
+    case Qt::DecorationRole:
+        return row.isMixed ? QVariant() : detail::swatchOf(row.value);
+    case Qt::ForegroundRole:
+        return row.isMixed || !row.isSettable ? QVariant(placeholderColor()) : QVariant();
+    case AttributeModel::TypeRole:
+        return textOf(row.type);
+    case AttributeModel::ChoicesRole:
+        return choicesOf(row);
+    case AttributeModel::MixedRole:
+        return row.isMixed;
+    default:
+        return {};
+    }
+}
+
+QVariant groupData(const AttributeModel::Group& group, int role)
+{
+    if (role == Qt::DisplayRole) {
+        return detail::titleOf(group.key);
+    }
+    if (role == Qt::FontRole) {
+        QFont font;
+        font.setBold(true);
+        return font;
+    }
+    return {};
+}
+
+} // namespace
+
+QVariant AttributeModel::data(const QModelIndex& index, int role) const
+{
+    if (!index.isValid()) {
+        return {};
+    }
+    const auto* row = rowOf(index);
+    if (!row) {
+        return index.column() == LabelColumn
+                   ? groupData(_groups[static_cast<std::size_t>(index.row())], role)
+                   : QVariant();
+    }
+    switch (index.column()) {
+    case LabelColumn:
+        return labelData(*row, role);
+    case ValueColumn:
+        return valueData(*row, role);
+    default:
+        return role == Qt::DisplayRole      ? QVariant(textOf(row->unit))
+               : role == Qt::ForegroundRole ? QVariant(placeholderColor())
+                                            : QVariant();
+    }
+}
+
+QVariant AttributeModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    static const char* const titles[ColumnCount] = {QT_TR_NOOP("Name"), QT_TR_NOOP("Value"),
+                                                    QT_TR_NOOP("Unit")};
+    return role == Qt::DisplayRole && orientation == Qt::Horizontal && section < ColumnCount
+               ? tr(titles[section])
+               : QVariant();
+}
+
+Qt::ItemFlags AttributeModel::flags(const QModelIndex& index) const
+{
+    const auto* row = rowOf(index);
+    if (!row) {
+        return index.isValid() ? Qt::ItemIsEnabled : Qt::NoItemFlags;
+    }
+    const auto flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
+    if (index.column() != ValueColumn || !row->isSettable) {
+        return flags;
+    }
+    return flags | (row->type == Attribute::kBool ? Qt::ItemIsUserCheckable : Qt::ItemIsEditable);
+}
+
+bool AttributeModel::setData(const QModelIndex& index, const QVariant& value, int role)
+{
+    const auto* row = rowOf(index);
+    if (!row || index.column() != ValueColumn || !row->isSettable) {
+        return false;
+    }
+    return attempt("set " + row->label, [&] {
+        if (role == Qt::CheckStateRole) {
+            set(index, value.toInt() != Qt::Unchecked);
+        } else if (role == Qt::EditRole) {
+            set(index, valueFromText(row->type, value.toString().toStdString()));
+        } else {
+            throw std::invalid_argument("not a value");
+        }
+    });
+}
+
+bool AttributeModel::canReset(const QModelIndex& index) const
+{
+    const auto* row = rowOf(index);
+    return row && row->isSettable && row->standard &&
+           (row->isMixed || row->value != *row->standard);
+}
+
+bool AttributeModel::reset(const QModelIndex& index)
+{
+    return canReset(index) &&
+           attempt("reset " + rowOf(index)->label, [&] { set(index, *rowOf(index)->standard); });
+}
+
+void AttributeModel::set(const QModelIndex& index, const host::PropertyValue& value)
+{
+    const auto& group = _groups[index.internalId() - 1];
+    const auto row = *rowOf(index); // the model may change while others hear of the edit
+    const auto key = group.key;
+    if (!row.isMixed && row.value == value) {
+        return;
+    }
+    host::Transaction edits("Set " + row.label);
+    for (const auto& path : _items) {
+        if (const auto item = Hierarchy::createItem(path)) {
+            edits.run(detail::setRowCmd(item, key, row.name, value));
+        }
+    }
+    edits.commit();
+}
+
+} // namespace Kiv_v4::qt
