@@ -14,8 +14,8 @@
 
 namespace Kiv_v4 {
 
-/// One attribute of a scene item, supplied by the item's run-time. Which kind it is, `type()`
-/// tells; its value is reached through the class of that kind:
+/// One attribute of a scene item, supplied by the item's run-time. `type()` tells its kind; the
+/// class of that kind gives access to its value:
 ///
 ///     const auto size = std::dynamic_pointer_cast<AttributeFloat>(attributes->attribute("size"));
 ///     if (const auto command = size ? size->setCmd(2.5F) : nullptr) { // null: none, or refused
@@ -25,17 +25,17 @@ namespace Kiv_v4 {
 /// Setters and commands change the attribute in its run-time, which announces each change through
 /// `Attributes::notify`.
 ///
-/// **Lifetime.** An attribute object lives in a shared pointer, belongs to one item object and
-/// shares it. Code that must name an attribute for longer holds an `AttributeInfo`.
+/// **Lifetime.** A shared pointer holds the attribute object, which belongs to one item object and
+/// shares it. To name an attribute for longer, hold an `AttributeInfo`.
 class KIV_EXPORT Attribute : public std::enable_shared_from_this<Attribute>
 {
 public:
     using Ptr = std::shared_ptr<Attribute>;
 
-    /// What `type()` returns when there is no attribute.
+    /// The type of an attribute that does not exist.
     static constexpr const char* kInvalid = "Invalid";
 
-    /// What `type()` returns for the attribute class of that name.
+    /// The value that `type()` returns for the attribute class of that name.
     static constexpr const char* kBool = "Bool";
     static constexpr const char* kInt = "Int";
     static constexpr const char* kFloat = "Float";
@@ -54,7 +54,7 @@ public:
     static constexpr const char* kMatrix4d = "Matrix4d";
     static constexpr const char* kGeneric = "Generic";
 
-    /// A well-known metadata key: set to true on an attribute that users are not to edit.
+    /// A well-known metadata key: true on an attribute that users must not edit.
     static constexpr const char* kLocked = "Locked";
 
     /// `item` must not be null.
@@ -75,22 +75,23 @@ public:
     /// The constant of the attribute's kind.
     [[nodiscard]] virtual std::string type() const = 0;
 
-    /// The value as text for display; not meant to be parsed. Empty without a value.
+    /// The value as text for display, not for parsing. Empty without a value.
     [[nodiscard]] virtual std::string string() const = 0;
 
-    /// The metadata under `key`; a value without a type when there is none.
+    /// The metadata under `key`; a value without a type if there is none.
     [[nodiscard]] virtual Value metadata(const std::string& key) const = 0;
 
-    /// Sets the metadata under `key`, whatever was there before; false when the run-time refuses.
+    /// Sets the metadata under `key` and replaces any that are there. Returns false if the run-time
+    /// refuses.
     virtual bool setMetadata(const std::string& key, const Value& value) = 0;
 
-    /// A command that sets the metadata under `key`; undone, it sets the old value or, when there
-    /// was none, clears the key. Changes nothing yet. Throws `std::bad_weak_ptr` when the attribute
-    /// is not held by a shared pointer.
+    /// Returns a command that sets the metadata under `key`; its undo sets the old value or clears
+    /// the key if there was none. Changes nothing yet. Throws `std::bad_weak_ptr` if no shared
+    /// pointer holds the attribute.
     [[nodiscard]] virtual UndoableCommand::Ptr setMetadataCmd(const std::string& key,
                                                               const Value& value);
 
-    /// Removes the metadata under `key`; false when there is none or the run-time refuses.
+    /// Removes the metadata under `key`. Returns false if there is none or the run-time refuses.
     virtual bool clearMetadata(const std::string& key) = 0;
 
     /// Whether there is metadata under `key`.
@@ -99,8 +100,7 @@ public:
     /// The item that the attribute belongs to.
     [[nodiscard]] SceneItem::Ptr sceneItem() const { return _item; }
 
-    /// Whether both are the attribute of that name of the same item, whatever their classes and
-    /// values.
+    /// Whether both have the same name and equal items, whatever their classes and values.
     bool operator==(const Attribute& other) const;
     bool operator!=(const Attribute& other) const { return !(*this == other); }
 
@@ -108,7 +108,7 @@ private:
     const SceneItem::Ptr _item;
 };
 
-/// An attribute with a value of type `T`. Offered for the value types of the aliases below.
+/// An attribute with a value of type `T`. Instantiated for the value types of the aliases below.
 template <class T>
 class KIV_EXPORT TypedAttribute : public Attribute
 {
@@ -124,9 +124,9 @@ public:
     [[nodiscard]] virtual T get() const = 0;
     virtual void set(const T& value) = 0;
 
-    /// A command that sets the value; undone, it sets the value that the attribute had when the
-    /// command was made, so execute it at once. Changes nothing yet. Throws `std::bad_weak_ptr`
-    /// when the attribute is not held by a shared pointer.
+    /// Returns a command that sets the value; its undo sets the value that the attribute had when
+    /// the command was made, so execute it at once. Changes nothing yet. Throws `std::bad_weak_ptr`
+    /// if no shared pointer holds the attribute.
     [[nodiscard]] virtual UndoableCommand::Ptr setCmd(const T& value);
 };
 
@@ -196,7 +196,7 @@ public:
     /// The string that is set.
     [[nodiscard]] virtual std::string get() const = 0;
 
-    /// Throws `std::invalid_argument` with the value in the message when it is not one of
+    /// Throws `std::invalid_argument` with the value in the message if it is not one of
     /// `enumValues()`.
     virtual void set(const std::string& value) = 0;
 
@@ -207,7 +207,7 @@ public:
     [[nodiscard]] virtual EnumValues enumValues() const = 0;
 };
 
-/// An attribute of a type that the library has no name for; its value is not reached through it.
+/// An attribute of a type that the library has no name for. It gives no access to the value.
 class KIV_EXPORT AttributeGeneric : public Attribute
 {
 public:

@@ -9,8 +9,8 @@
 
 namespace Kiv_v4 {
 
-/// Describes an attribute apart from any item: what a node definition lists, and what an attribute
-/// editor needs to label, reset and restrict a field.
+/// Describes an attribute independently of any item: node definitions list these descriptions, and
+/// attribute editors need them to label, reset and restrict a field.
 class KIV_EXPORT AttributeDef
 {
 public:
@@ -36,7 +36,7 @@ public:
     /// The allowed strings of an enumeration; empty for other types.
     [[nodiscard]] virtual std::vector<std::string> enumValues() const = 0;
 
-    /// The metadata under `key`; a value without a type when there is none.
+    /// The metadata under `key`; a value without a type if there is none.
     [[nodiscard]] virtual Value metadata(const std::string& key) const = 0;
 };
 

@@ -10,8 +10,9 @@ namespace Kiv_v4 {
 
 class Attribute;
 
-/// Names an attribute for longer than attribute objects live: the path of its item and its name. It
-/// holds neither item nor attribute, so it survives that the item is deleted and made again.
+/// Names an attribute by the path of its item and its own name, for longer than attribute objects
+/// live. It holds neither item nor attribute, so it stays good when the item is deleted and made
+/// again.
 class KIV_EXPORT AttributeInfo
 {
 public:
@@ -25,10 +26,10 @@ public:
     /// The attribute's name.
     [[nodiscard]] const std::string& name() const noexcept { return _name; }
 
-    /// The attribute as it is now, on a fresh item; null when the item has none of that name.
-    /// Throws `std::runtime_error` with the path in the message when it names no item, or one whose
-    /// run-time offers no attributes, and `InvalidRunTimeId` (after logging it) when its run-time
-    /// has no hierarchy handler, such as one that is not registered any more.
+    /// Returns the attribute as it is now, on a new item object; null if the item has none of that
+    /// name. Throws `std::runtime_error` with the path in the message if the path names no item or
+    /// one whose run-time offers no attributes, and `InvalidRunTimeId` (after logging it) if its
+    /// run-time has no hierarchy handler or is no longer registered.
     [[nodiscard]] std::shared_ptr<Attribute> attribute() const;
 
     /// Same path and same name.

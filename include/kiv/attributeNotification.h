@@ -9,9 +9,8 @@
 
 namespace Kiv_v4 {
 
-/// Under this name the item has another attribute, or one with another value, than before: the
-/// value changed, or the attribute was added, removed or renamed. A rename is announced twice,
-/// under the name that it had and under the one that it has.
+/// The attribute of this name changed: its value changed, or it was added, removed or renamed. A
+/// rename is announced twice, under the old name and under the new one.
 class KIV_EXPORT AttributeChanged : public Notification
 {
 public:
@@ -29,7 +28,7 @@ private:
     const std::string _name;
 };
 
-/// Metadata of an attribute were set or cleared.
+/// Metadata of an attribute was set or cleared.
 class KIV_EXPORT AttributeMetadataChanged : public AttributeChanged
 {
 public:

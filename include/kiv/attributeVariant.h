@@ -41,8 +41,8 @@ struct EnumStringValue
     bool operator!=(const EnumStringValue& other) const { return !(*this == other); }
 };
 
-/// The value of an attribute: one alternative for each type that has values, and
-/// `std::monostate` for no value, which is all that generic attributes have.
+/// The value of an attribute: one alternative for each type that has values, and `std::monostate`
+/// for no value, as generic attributes always have.
 using AttributeVariant =
     std::variant<std::monostate, bool, int, float, double, std::string, FilenameValue,
                  EnumStringValue, TypedColorN<float, 3>, TypedColorN<float, 4>,
@@ -63,7 +63,7 @@ struct AttributeClass
     using Value = V;
     const char* name; ///< The type constant of `Attribute`.
 
-    /// From the alternative to what `set()` takes, and back.
+    /// Convert the alternative to the argument of `set()`, and back.
     [[nodiscard]] static const Get& unwrapped(const Value& value)
     {
         if constexpr (std::is_same_v<Get, Value>) {
@@ -109,7 +109,7 @@ bool visitAttributeClass(const std::string& type, Visit&& visit)
 }
 
 /// Calls `visit(typed, attributeClass)` with `attribute` as an object of the class of its type.
-/// Returns false when its type has no values, or when it is no object of that class.
+/// Returns false if its type has no values or it is not an object of that class.
 template <class Visit>
 bool visitAttribute(Attribute& attribute, Visit&& visit)
 {
@@ -124,35 +124,34 @@ bool visitAttribute(Attribute& attribute, Visit&& visit)
     return visited;
 }
 
-/// All type constants that an attribute can be made of, `Attribute::kGeneric` last.
+/// All type constants that an attribute can have, `Attribute::kGeneric` last.
 [[nodiscard]] KIV_EXPORT std::vector<std::string> attributeTypes();
 
 /// The type constant of the value's alternative; `Attribute::kGeneric` for no value.
 [[nodiscard]] KIV_EXPORT std::string typeOf(const AttributeVariant& value);
 
 /// The value of a new attribute of that type: false, zero, empty; no value for
-/// `Attribute::kGeneric`. None for what is no type constant.
+/// `Attribute::kGeneric`. Returns `std::nullopt` if `type` is not a type constant.
 [[nodiscard]] KIV_EXPORT std::optional<AttributeVariant> initialValue(const std::string& type);
 
-/// The value of `attribute` at present; no value when `hasValue()` is false or its type has none.
-/// Passes on what the run-time's `get` throws.
+/// The present value of `attribute`; no value if `hasValue()` is false or its type has none.
+/// Exceptions of the run-time's `get` pass through.
 [[nodiscard]] KIV_EXPORT AttributeVariant value(const Attribute& attribute);
 
-/// The command of `setCmd` of the attribute's class, which changes nothing yet; null when the
-/// run-time refuses. Throws `std::invalid_argument` when `value` is of another type than the
-/// attribute, and what `setCmd` throws.
+/// Returns the command of `setCmd` of the attribute's class, which changes nothing yet; null if the
+/// run-time refuses. Throws `std::invalid_argument` if `value` is of another type than the
+/// attribute; exceptions of `setCmd` pass through.
 [[nodiscard]] KIV_EXPORT UndoableCommand::Ptr setValueCmd(Attribute& attribute,
                                                           const AttributeVariant& value);
 
-/// The value as text, the same in every locale: numbers as the shortest text that reads back as
-/// the same number, `inf` and `nan` among them, `true` and `false`, texts as they are, vectors and
-/// colours as `(1, 2, 3)`, matrices as the vector of their rows. Empty for no value.
+/// The value as text, the same in every locale: numbers as the shortest text that reads back as the
+/// same number, infinity as `inf`, NaN as `nan`, booleans as `true` and `false`, texts unchanged,
+/// vectors and colours as `(1, 2, 3)`, matrices as the vector of their rows. Empty for no value.
 [[nodiscard]] KIV_EXPORT std::string textOf(const AttributeVariant& value);
 
-/// The value of that type that `textOf` writes as `text`. Between numbers, any blanks, commas and
-/// parentheses do. Throws `std::invalid_argument` for a text that is no such value, with the word
-/// that does not serve or the number of elements wanted in the message, and for what is no type
-/// constant.
+/// The value of that type that `textOf` writes as `text`. Any blanks, commas and parentheses may
+/// separate numbers. Throws `std::invalid_argument` if `text` is no such value, with the wrong word
+/// or the expected number of elements in the message, and if `type` is not a type constant.
 [[nodiscard]] KIV_EXPORT AttributeVariant valueFromText(const std::string& type,
                                                         const std::string& text);
 

@@ -26,17 +26,17 @@ class Path;
 ///         }
 ///     }
 ///
-/// Changes are announced with `notify` by the run-time that makes them, to the observers of all
-/// attributes and to those of the item. Observers are held by weak reference; a null item is
-/// answered with false or 0. Observers of single items are removed with an item of the path they
-/// were added under.
+/// The run-time that makes a change announces it with `notify` to the observers of all attributes
+/// and to those of the item. The library holds observers by weak reference; for a null item these
+/// functions return false or 0. Observers of a single item must be removed with an item of the path
+/// that they were added under.
 class KIV_EXPORT Attributes
 {
 public:
     using Ptr = std::shared_ptr<Attributes>;
 
-    /// The attributes of `item`; null for a null item, an empty path, a run-time that offers
-    /// none, and an item that has none. Exceptions of the run-time are logged and pass through.
+    /// The attributes of `item`; null for a null item, an empty path, a run-time without this
+    /// interface, and an item that has none. Logs and rethrows the run-time's exceptions.
     [[nodiscard]] static Ptr attributes(const SceneItem::Ptr& item);
 
     Attributes();
@@ -44,13 +44,13 @@ public:
     Attributes& operator=(const Attributes&) = delete;
     virtual ~Attributes();
 
-    /// The item that these are the attributes of.
+    /// The item that the attributes belong to.
     [[nodiscard]] virtual SceneItem::Ptr sceneItem() const = 0;
 
-    /// The type of the attribute, `Attribute::kInvalid` when there is none of that name.
+    /// The type of the attribute; `Attribute::kInvalid` if there is none of that name.
     [[nodiscard]] virtual std::string attributeType(const std::string& name) const = 0;
 
-    /// The attribute, or null when there is none of that name.
+    /// The attribute; null if there is none of that name.
     [[nodiscard]] virtual Attribute::Ptr attribute(const std::string& name) = 0;
 
     /// All names, in the order in which a user interface lists them.
@@ -59,29 +59,30 @@ public:
     /// Whether there is an attribute of that name.
     [[nodiscard]] virtual bool hasAttribute(const std::string& name) const = 0;
 
-    /// Executes `addAttributeCmd` and gives the new attribute; null when the run-time refuses.
+    /// Executes `addAttributeCmd` and returns the new attribute; null if the run-time refuses.
     virtual Attribute::Ptr addAttribute(const std::string& type, const std::string& name);
 
-    /// Adds an attribute of one of the type constants. The run-time changes the name where it must,
-    /// to make it unique or fit its rules.
+    /// Returns a command that adds an attribute of one of the type constants. The run-time changes
+    /// the name if that is needed to make it unique or fit its rules.
     [[nodiscard]] virtual AttributeResultUndoableCommand::Ptr
     addAttributeCmd(const std::string& type, const std::string& name) = 0;
 
-    /// Executes `removeAttributeCmd`; false when the run-time refuses.
+    /// Executes `removeAttributeCmd`. Returns false if the run-time refuses.
     virtual bool removeAttribute(const std::string& name);
 
-    /// Removes the attribute.
+    /// Returns a command that removes the attribute.
     [[nodiscard]] virtual UndoableCommand::Ptr removeAttributeCmd(const std::string& name) = 0;
 
-    /// Executes `renameAttributeCmd` and gives the attribute under its new name; null when the
+    /// Executes `renameAttributeCmd` and returns the attribute under its new name; null if the
     /// run-time refuses.
     virtual Attribute::Ptr renameAttribute(const std::string& name, const std::string& newName);
 
-    /// Gives the attribute another name, changed where it must be, as `addAttributeCmd` does.
+    /// Returns a command that renames the attribute. The run-time may change the name, as for
+    /// `addAttributeCmd`.
     [[nodiscard]] virtual AttributeResultUndoableCommand::Ptr
     renameAttributeCmd(const std::string& name, const std::string& newName) = 0;
 
-    /// Observers of all attributes of all items, as `Subject` has them.
+    /// Observers of all attributes of all items. These functions work as those of `Subject`.
     static bool addObserver(const Observer::Ptr& observer);
     static bool removeObserver(const Observer::Ptr& observer);
     [[nodiscard]] static bool hasObserver(const Observer::Ptr& observer);
@@ -89,26 +90,26 @@ public:
 
     // Observers of one item, found by its path.
 
-    /// False when `observer` observes the item already.
+    /// Returns false if `observer` already observes the item.
     static bool addObserver(const SceneItem::Ptr& item, const Observer::Ptr& observer);
-    /// False when `observer` does not observe the item.
+    /// Returns false if `observer` does not observe the item.
     static bool removeObserver(const SceneItem::Ptr& item, const Observer::Ptr& observer);
     /// The number of living observers of the item.
     [[nodiscard]] static std::size_t nbObservers(const SceneItem::Ptr& item);
     /// Whether `observer` observes the item.
     [[nodiscard]] static bool hasObserver(const SceneItem::Ptr& item,
                                           const Observer::Ptr& observer);
-    /// Whether the item at `path` is observed. Observers that died without being removed count.
+    /// Whether the item at `path` has observers. Observers that died without being removed count.
     [[nodiscard]] static bool hasObservers(const Path& path);
-    /// Whether an item of the run-time was ever observed; stays true when the last observer has
-    /// gone.
+    /// Whether an item of the run-time was ever observed; stays true after the last observer was
+    /// removed.
     [[nodiscard]] static bool hasObservers(Rtid runTimeId);
 
-    /// Tells the observers of all attributes, then those of the item.
+    /// Notifies the observers of all attributes, then those of the item.
     static void notify(const AttributeChanged& notification);
 };
 
-/// What attribute editors need beyond the first interface.
+/// The additions to the first interface that attribute editors need.
 class KIV_EXPORT Attributes_v4_2 : public Attributes
 {
 public:
@@ -116,8 +117,8 @@ public:
 
     ~Attributes_v4_2() override;
 
-    /// How to label, reset and restrict the attribute; null when there is none of that name or
-    /// nothing is known of it.
+    /// The description by which editors label, reset and restrict the attribute; null if there is
+    /// none of that name or the run-time has no description.
     [[nodiscard]] virtual AttributeDef::Ptr attributeDef(const std::string& name) const = 0;
 };
 

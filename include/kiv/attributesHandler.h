@@ -8,7 +8,7 @@
 
 namespace Kiv_v4 {
 
-/// What a run-time installs to make its items' `Attributes`.
+/// A run-time installs this handler to make its items' `Attributes`.
 class KIV_EXPORT AttributesHandler
 {
 public:
@@ -19,7 +19,7 @@ public:
     AttributesHandler& operator=(const AttributesHandler&) = delete;
     virtual ~AttributesHandler();
 
-    /// The attributes of `item`, an item of this run-time, maybe out of date; null when it has
+    /// The attributes of `item`, an item of this run-time, possibly out of date; null if it has
     /// none.
     [[nodiscard]] virtual Attributes::Ptr attributes(const SceneItem::Ptr& item) = 0;
 };

@@ -9,14 +9,14 @@
 
 namespace Kiv_v4 {
 
-/// A composite over a selection whose run-times may wrap each run of it in a prelude and a clean-up
-/// (`CodeWrapper`).
+/// A composite command over a selection. The run-times of the selected items may wrap each of its
+/// runs in a prelude and a clean-up (`CodeWrapper`).
 class KIV_EXPORT BatchCompositeCommand : public CompositeUndoableCommand
 {
 public:
     using Ptr = std::shared_ptr<BatchCompositeCommand>;
 
-    /// What the wrappers are told: "execute", "undo", "redo".
+    /// The names of the runs for the wrappers: "execute", "undo", "redo".
     static const std::string execSubOp;
     static const std::string undoSubOp;
     static const std::string redoSubOp;
@@ -25,7 +25,7 @@ public:
     BatchCompositeCommand(const Selection& selection, const std::string& operationName);
     ~BatchCompositeCommand() override;
 
-    /// A new command, made as by the constructor.
+    /// Returns a new command, made as by the constructor.
     [[nodiscard]] static Ptr create(const Selection& selection, const std::string& operationName);
 
     void execute() override;

@@ -15,24 +15,24 @@ namespace Kiv_v4 {
 /// The camera properties of one scene item, supplied by its run-time. The camera stands at the
 /// origin of the item's space, looks along -z and has +y upward.
 ///
-/// Each property has a command maker, which changes nothing and gives null when the run-time
-/// refuses, a setter, which executes that command and drops it, or does nothing when there is none,
-/// and a getter.
+/// Each property has a command maker, which changes nothing and returns null if the run-time
+/// refuses, a setter, which executes that command and drops it, or does nothing if it is null, and
+/// a getter.
 ///
-/// Run-times announce changes with `notify`. Observers of an item are found by its path and held by
-/// weak reference; a null item is answered with false or 0. The item given to the first observer is
-/// kept, for the notifications, until the last one is removed or the run-time's registration ends:
-/// do remove observers.
+/// Run-times announce changes with `notify`. The library finds the observers of an item by its path
+/// and holds them by weak reference; for a null item these functions return false or 0. It keeps
+/// the item that came with the first observer, for the notifications, until the last observer is
+/// removed or the run-time's registration ends: observers must be removed.
 class KIV_EXPORT Camera
 {
 public:
     using Ptr = std::shared_ptr<Camera>;
 
-    /// How a camera looks: with vanishing points, or with parallel lines kept parallel.
+    /// The projection of a camera: with vanishing points, or with parallel lines kept parallel.
     enum Projection : std::uint32_t { Perspective = 0, Orthographic = 1 };
 
-    /// The camera at `item`; null for a null item, an empty path, a run-time that offers none, and
-    /// an item that is no camera. Exceptions of the run-time are logged and pass through.
+    /// The camera at `item`; null for a null item, an empty path, a run-time without this
+    /// interface, and an item that is not a camera. Logs and rethrows the run-time's exceptions.
     [[nodiscard]] static Ptr camera(const SceneItem::Ptr& item);
 
     Camera();
@@ -72,8 +72,8 @@ public:
     virtual void fStop(float value);
     [[nodiscard]] virtual float fStop() const = 0;
 
-    /// In millimetres. The horizontal field of view of a perspective camera is
-    /// 2 atan(horizontalAperture / (2 focalLength)).
+    /// The focal length, in millimetres. The horizontal field of view of a perspective camera is 2
+    /// atan(horizontalAperture / (2 focalLength)).
     [[nodiscard]] virtual UndoableCommand::Ptr focalLengthCmd(float value) = 0;
     virtual void focalLength(float value);
     [[nodiscard]] virtual float focalLength() const = 0;
@@ -93,15 +93,15 @@ public:
     virtual void farClipPlane(float value);
     [[nodiscard]] virtual float farClipPlane() const = 0;
 
-    /// An orthographic camera sees a rectangle of horizontalAperture by verticalAperture, with a
-    /// millimetre of aperture taken for a scene unit.
+    /// The kind of projection. An orthographic camera sees a rectangle of horizontalAperture by
+    /// verticalAperture, with one scene unit per millimetre of aperture.
     [[nodiscard]] virtual UndoableCommand::Ptr projectionCmd(Projection value) = 0;
     virtual void projection(Projection value);
     [[nodiscard]] virtual Projection projection() const = 0;
 
-    /// False when `observer` observes the item already.
+    /// Returns false if `observer` already observes the item.
     static bool addObserver(const SceneItem::Ptr& item, const Observer::Ptr& observer);
-    /// False when `observer` does not observe the item.
+    /// Returns false if `observer` does not observe the item.
     static bool removeObserver(const SceneItem::Ptr& item, const Observer::Ptr& observer);
     static bool removeObserver(const Path& path, const Observer::Ptr& observer);
     /// The number of living observers of the item.
@@ -109,14 +109,14 @@ public:
     /// Whether `observer` observes the item.
     [[nodiscard]] static bool hasObserver(const SceneItem::Ptr& item,
                                           const Observer::Ptr& observer);
-    /// Whether the item at `path` is observed. Observers that died without being removed count.
+    /// Whether the item at `path` has observers. Observers that died without being removed count.
     [[nodiscard]] static bool hasObservers(const Path& path);
-    /// Whether an item of the run-time was ever observed; stays true when the last observer has
-    /// gone.
+    /// Whether an item of the run-time was ever observed; stays true after the last observer was
+    /// removed.
     [[nodiscard]] static bool hasObservers(Rtid runTimeId);
 
-    /// Tells the observers of the item at `path`, with a `CameraChanged` that carries the item
-    /// given to the first of them.
+    /// Notifies the observers of the item at `path` with a `CameraChanged` that carries the item
+    /// that the first of them was added with.
     static void notify(const Path& path);
 };
 

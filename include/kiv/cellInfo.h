@@ -18,7 +18,7 @@ struct CellInfo
           textBackground(background)
     {}
 
-    std::string text;                     ///< What the cell says.
+    std::string text;                     ///< The text in the cell.
     double fontPointSize;                 ///< In points; 0 for the view's own size.
     bool fontBold;                        ///< In bold type.
     bool fontItalic;                      ///< In italics.

@@ -12,7 +12,7 @@ namespace Kiv_v4 {
 
 class Selection;
 
-/// What a run-time does around a batch of edits: `prelude` before it, `cleanup` after it. It may
+/// The work of a run-time around a batch of edits: `prelude` before it, `cleanup` after it. It may
 /// hold state from one to the other, such as a suspended evaluation.
 class KIV_EXPORT CodeWrapper
 {
@@ -24,10 +24,10 @@ public:
     CodeWrapper& operator=(const CodeWrapper&) = delete;
     virtual ~CodeWrapper();
 
-    /// `subOperation` tells what follows: "execute", "undo" or "redo" for a batch command.
+    /// `subOperation` names the run that follows: "execute", "undo" or "redo" for a batch command.
     virtual void prelude(const std::string& subOperation) = 0;
 
-    /// Called once for each prelude that returned, also when the batch threw.
+    /// Called once for each prelude that returned, even if the batch threw.
     virtual void cleanup(const std::string& subOperation) = 0;
 };
 
@@ -57,21 +57,21 @@ private:
 class KIV_EXPORT CodeWrapperContext
 {
 public:
-    /// The container must outlive the context. Runs nothing yet.
+    /// `container` must outlive the context. Runs nothing yet.
     CodeWrapperContext(const CodeWrapperContainer& container, const std::string& subOperation);
     CodeWrapperContext(const CodeWrapperContext&) = delete;
     CodeWrapperContext& operator=(const CodeWrapperContext&) = delete;
 
-    /// Cleans up what `cleanup` has not. Exceptions from clean-ups are dropped, the first of them
-    /// logged if it is a standard one.
+    /// Runs the clean-ups that are still due. Drops their exceptions and logs the first one if it
+    /// derives from `std::exception`.
     ~CodeWrapperContext();
 
-    /// Runs the prelude of each wrapper. When one throws, those that ran are left to be cleaned up
-    /// and the exception goes on.
+    /// Runs the prelude of each wrapper. If one throws, the exception passes through; the wrappers
+    /// whose preludes ran still have to be cleaned up.
     void prelude();
 
-    /// Runs the clean-up of each wrapper whose prelude ran, in reverse order, all of them even when
-    /// one throws; the first exception goes on at the end.
+    /// Runs the clean-up of each wrapper whose prelude ran, in reverse order, and all of them even
+    /// if one throws; rethrows the first exception at the end.
     void cleanup();
 
 private:

@@ -9,7 +9,7 @@
 namespace Kiv_v4 {
 
 /// Makes a run-time's code wrappers. A run-time installs its handler with
-/// `RunTimeMgr::setCodeWrapperHandler`; it goes when the run-time unregisters.
+/// `RunTimeMgr::setCodeWrapperHandler`; unregistering the run-time removes it.
 class KIV_EXPORT CodeWrapperHandler
 {
 public:
@@ -20,12 +20,12 @@ public:
     CodeWrapperHandler& operator=(const CodeWrapperHandler&) = delete;
     virtual ~CodeWrapperHandler();
 
-    /// Whether the run-time wants to wrap operations of that name; `createCodeWrapper` is not asked
-    /// otherwise.
+    /// Whether the run-time wants to wrap operations of that name; otherwise `createCodeWrapper` is
+    /// not called.
     [[nodiscard]] virtual bool wraps(const std::string& operationName) const = 0;
 
     /// A wrapper for the operation `name` on `selection`, which holds items of this run-time and
-    /// may hold others. By default null: none.
+    /// may hold others. By default returns null, for no wrapper.
     [[nodiscard]] virtual CodeWrapper::Ptr createCodeWrapper(const Selection& selection,
                                                              const std::string& name);
 };

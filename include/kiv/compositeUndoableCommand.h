@@ -12,8 +12,8 @@ namespace Kiv_v4 {
 /// Several commands as one: executed and redone front to back, undone back to front. Null entries
 /// are skipped.
 ///
-/// An exception from a command ends the walk and reaches the caller; the commands that ran stay as
-/// they are, the others are not run.
+/// An exception from a command passes through; the commands that ran stay as they are, and the
+/// others do not run.
 class KIV_EXPORT CompositeUndoableCommand : public UndoableCommand
 {
 public:
@@ -32,7 +32,7 @@ public:
     /// Adds `command`, null or not, at the end. It is not executed.
     void append(const UndoableCommand::Ptr& command);
 
-    /// What was put in, null entries included.
+    /// All entries, null ones included.
     [[nodiscard]] const Commands& cmdsList() const noexcept { return _commands; }
 
     void execute() override;
@@ -40,8 +40,8 @@ public:
     void redo() override;
 
 protected:
-    /// Moves all of `commands` to the end. Nothing is allocated: who must not fail after a command
-    /// has run makes the list before.
+    /// Moves all of `commands` to the end, without an allocation: callers that must not fail after
+    /// a command has run make the list before.
     void take(Commands& commands) noexcept { _commands.splice(_commands.end(), commands); }
 
 private:

@@ -16,7 +16,7 @@ class KIV_EXPORT Connections
 public:
     using Ptr = std::shared_ptr<Connections>;
 
-    /// Which end of a connection an attribute is looked for at: a set of flags.
+    /// The ends of a connection at which an attribute is looked for: a set of flags.
     enum AttributeType : std::uint8_t {
         Source = 1,
         Destination = 2,
@@ -36,8 +36,8 @@ public:
                                              AttributeType type) const;
 
     /// The connections of the item that have `attribute` at one of the ends that `type` names. An
-    /// attribute is at an end when the path of its item and its name are those of the end. None for
-    /// a null attribute. Linear in the number of the item's connections.
+    /// attribute is at an end if the path of its item and its name are those of the end. Returns
+    /// none for a null attribute. Linear in the number of the item's connections.
     [[nodiscard]] virtual std::vector<Connection::Ptr> connections(const Attribute::Ptr& attribute,
                                                                    AttributeType type) const;
 };

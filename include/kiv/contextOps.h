@@ -39,7 +39,7 @@ struct ContextItem
     std::string label; ///< The text shown.
     std::string image; ///< The name of an icon; empty for none.
 
-    bool hasChildren = false; ///< A submenu; its entries are asked for with the path to it.
+    bool hasChildren = false; ///< A submenu; `items` lists its entries.
     bool checkable = false;   ///< Shows a check mark or not.
     bool checked = false;     ///< The check mark is set.
     bool exclusive = false;   ///< Checking it unchecks its checkable neighbours.
@@ -56,8 +56,8 @@ public:
     /// The keys from the top of the menu to an entry.
     using ItemPath = std::vector<std::string>;
 
-    /// The menu of `item`; null for a null item, an empty path, a run-time that offers none, and an
-    /// item that has none. Exceptions of the run-time are logged and pass through.
+    /// The menu of `item`; null for a null item, an empty path, a run-time without this interface,
+    /// and an item that has none. Logs and rethrows the run-time's exceptions.
     [[nodiscard]] static Ptr contextOps(const SceneItem::Ptr& item);
 
     ContextOps();
@@ -65,17 +65,17 @@ public:
     ContextOps& operator=(const ContextOps&) = delete;
     virtual ~ContextOps();
 
-    /// The item that this is the menu of.
+    /// The item that the menu belongs to.
     [[nodiscard]] virtual SceneItem::Ptr sceneItem() const = 0;
 
-    /// The entries of the submenu at `itemPath`, in order; of the menu itself for an empty path;
-    /// none for a path that leads to no submenu.
+    /// The entries of the submenu at `itemPath`, in order, or of the menu itself for an empty path;
+    /// none if the path does not lead to a submenu.
     [[nodiscard]] virtual std::vector<ContextItem> items(const ItemPath& itemPath) const = 0;
 
-    /// Executes `doOpCmd(itemPath)` and drops it; does nothing when the run-time refuses.
+    /// Executes `doOpCmd(itemPath)` and drops it; does nothing if the run-time refuses.
     virtual void doOp(const ItemPath& itemPath);
 
-    /// The command behind an entry; null when there is none or the run-time refuses.
+    /// The command behind an entry; null if there is none or the run-time refuses.
     [[nodiscard]] virtual UndoableCommand::Ptr doOpCmd(const ItemPath& itemPath) = 0;
 };
 

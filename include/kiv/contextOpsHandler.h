@@ -8,7 +8,7 @@
 
 namespace Kiv_v4 {
 
-/// What a run-time installs to make its items' `ContextOps`.
+/// A run-time installs this handler to make its items' `ContextOps`.
 class KIV_EXPORT ContextOpsHandler
 {
 public:
@@ -19,7 +19,7 @@ public:
     ContextOpsHandler& operator=(const ContextOpsHandler&) = delete;
     virtual ~ContextOpsHandler();
 
-    /// The menu of `item`, an item of this run-time, maybe out of date; null when it has none.
+    /// The menu of `item`, an item of this run-time, possibly out of date; null if it has none.
     [[nodiscard]] virtual ContextOps::Ptr contextOps(const SceneItem::Ptr& item) = 0;
 };
 

@@ -7,7 +7,7 @@
 
 namespace Kiv_v4 {
 
-/// A failed internal check. The message names the expression and where it stands.
+/// A failed internal check. The message names the expression and its place in the source.
 class KIV_EXPORT AssertionException : public std::exception
 {
 public:
@@ -15,7 +15,7 @@ public:
     AssertionException(const AssertionException&) = default;
     ~AssertionException() override;
 
-    /// The expression, where it stands, and the description.
+    /// The expression, its place in the source, and the description.
     [[nodiscard]] const char* what() const noexcept override;
 
 private:

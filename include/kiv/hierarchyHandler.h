@@ -8,8 +8,8 @@
 
 namespace Kiv_v4 {
 
-/// What a run-time installs to make its items and their hierarchies. Clients use the entry points
-/// `Hierarchy::hierarchy` and `Hierarchy::createItem`.
+/// A run-time installs this handler to make its items and their hierarchies. Clients use the entry
+/// points `Hierarchy::hierarchy` and `Hierarchy::createItem`.
 class KIV_EXPORT HierarchyHandler
 {
 public:
@@ -27,8 +27,8 @@ public:
     [[nodiscard]] virtual SceneItem::Ptr createItem(const Path& path) = 0;
 
     /// The items with which this run-time's segment begins under the item at `gateway`, in order;
-    /// with an empty path, the top items of the run-time's own scene. This is how the run-time of a
-    /// gateway lists children that it knows nothing about.
+    /// with an empty path, the top items of the run-time's own scene. The run-time of a gateway
+    /// calls this to list the children of the other run-time.
     [[nodiscard]] virtual SceneItemList rootItems(const Path& gateway) = 0;
 };
 

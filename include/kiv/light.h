@@ -15,22 +15,24 @@
 namespace Kiv_v4 {
 
 /// The light properties of one scene item, supplied by its run-time. A light with a direction
-/// shines along -z of the item's space. What only some kinds have is in interfaces of their own.
+/// shines along -z of the item's space. Properties that only some kinds of light have are in
+/// interfaces of their own.
 ///
-/// Each property has a command maker, which changes nothing and gives null when the run-time
-/// refuses, a setter, which executes that command and drops it, or does nothing when there is none,
-/// and a getter.
+/// Each property has a command maker, which changes nothing and returns null if the run-time
+/// refuses, a setter, which executes that command and drops it, or does nothing if it is null, and
+/// a getter.
 ///
-/// Run-times announce changes with `notify`. Observers of an item are found by its path and held by
-/// weak reference; a null item is answered with false or 0. The item given to the first observer is
-/// kept, for the notifications, until the last one is removed or the run-time's registration ends:
-/// do remove observers, with an item of the path they were added under.
+/// Run-times announce changes with `notify`. The library finds the observers of an item by its path
+/// and holds them by weak reference; for a null item these functions return false or 0. It keeps
+/// the item that came with the first observer, for the notifications, until the last observer is
+/// removed or the run-time's registration ends: observers must be removed, with an item of the path
+/// that they were added under.
 class KIV_EXPORT Light
 {
 public:
     using Ptr = std::shared_ptr<Light>;
 
-    /// The kind of light. Others have no interface of their own.
+    /// The kind of light. A light of kind `Other` has no interface of its own.
     enum Type : std::uint32_t {
         Other = 0,
         Directional = 1,
@@ -43,7 +45,7 @@ public:
     struct SphereProps
     {
         float radius = 0;     ///< Of the sphere that shines, in scene units.
-        bool asPoint = false; ///< Shines from its centre whatever the radius.
+        bool asPoint = false; ///< Shines from the sphere's centre whatever the radius.
 
         /// Same properties, exactly.
         bool operator==(const SphereProps& other) const
@@ -57,8 +59,8 @@ public:
     struct ConeProps
     {
         float coneAngle = 0;     ///< The full angle of the cone of full intensity, in degrees.
-        float penumbraAngle = 0; ///< How far beyond the cone's edge the light reaches, in degrees.
-        float dropoff = 0;       ///< The exponent with which it fades from the axis to the edge.
+        float penumbraAngle = 0; ///< From the cone's edge to where the light ends, in degrees.
+        float dropoff = 0;       ///< The exponent of the fading from the axis to the edge.
 
         /// Same properties, exactly.
         bool operator==(const ConeProps& other) const
@@ -74,8 +76,8 @@ public:
     class ConeInterface;
     class AreaInterface;
 
-    /// The light at `item`; null for a null item, an empty path, a run-time that offers none, and
-    /// an item that is no light. Exceptions of the run-time are logged and pass through.
+    /// The light at `item`; null for a null item, an empty path, a run-time without this interface,
+    /// and an item that is not a light. Logs and rethrows the run-time's exceptions.
     [[nodiscard]] static Ptr light(const SceneItem::Ptr& item);
 
     Light();
@@ -89,7 +91,7 @@ public:
     /// The item.
     [[nodiscard]] virtual SceneItem::Ptr sceneItem() const = 0;
 
-    /// The kind of light, which tells which of the interfaces below it has.
+    /// The kind of light. It determines which of the interfaces below the light has.
     [[nodiscard]] virtual Type type() const = 0;
 
     /// The brightness factor on the colour; no unit of its own.
@@ -122,40 +124,40 @@ public:
     virtual void specular(float value);
     [[nodiscard]] virtual float specular() const = 0;
 
-    /// The interface of a kind; null for a light of another kind.
+    /// The interface for a kind; null for a light of another kind.
     [[nodiscard]] std::shared_ptr<DirectionalInterface> directionalInterface();
     [[nodiscard]] std::shared_ptr<SphereInterface> sphereInterface();
     [[nodiscard]] std::shared_ptr<ConeInterface> coneInterface();
     [[nodiscard]] std::shared_ptr<AreaInterface> areaInterface();
 
-    /// False when `observer` observes the item already.
+    /// Returns false if `observer` already observes the item.
     static bool addObserver(const SceneItem::Ptr& item, const Observer::Ptr& observer);
-    /// False when `observer` does not observe the item.
+    /// Returns false if `observer` does not observe the item.
     static bool removeObserver(const SceneItem::Ptr& item, const Observer::Ptr& observer);
     /// The number of living observers of the item.
     [[nodiscard]] static std::size_t nbObservers(const SceneItem::Ptr& item);
     /// Whether `observer` observes the item.
     [[nodiscard]] static bool hasObserver(const SceneItem::Ptr& item,
                                           const Observer::Ptr& observer);
-    /// Whether the item at `path` is observed. Observers that died without being removed count.
+    /// Whether the item at `path` has observers. Observers that died without being removed count.
     [[nodiscard]] static bool hasObservers(const Path& path);
-    /// Whether an item of the run-time was ever observed; stays true when the last observer has
-    /// gone.
+    /// Whether an item of the run-time was ever observed; stays true after the last observer was
+    /// removed.
     [[nodiscard]] static bool hasObservers(Rtid runTimeId);
 
-    /// Tells the observers of the item at `path`, with a `LightChanged` that carries the item given
-    /// to the first of them.
+    /// Notifies the observers of the item at `path` with a `LightChanged` that carries the item
+    /// that the first of them was added with.
     static void notify(const Path& path);
 
 protected:
-    /// Asked only of a light of the kind.
+    /// Called only for a light of the kind.
     [[nodiscard]] virtual std::shared_ptr<DirectionalInterface> directionalInterfaceImpl() = 0;
     [[nodiscard]] virtual std::shared_ptr<SphereInterface> sphereInterfaceImpl() = 0;
     [[nodiscard]] virtual std::shared_ptr<ConeInterface> coneInterfaceImpl() = 0;
     [[nodiscard]] virtual std::shared_ptr<AreaInterface> areaInterfaceImpl() = 0;
 };
 
-/// What a directional light has.
+/// The properties of a directional light.
 class KIV_EXPORT Light::DirectionalInterface
 {
 public:
@@ -172,7 +174,7 @@ public:
     [[nodiscard]] virtual float angle() const = 0;
 };
 
-/// What a light that shines from a sphere has: a point light or a spot light.
+/// The properties of a light that shines from a sphere: a point light or a spot light.
 class KIV_EXPORT Light::SphereInterface
 {
 public:
@@ -189,7 +191,7 @@ public:
     [[nodiscard]] virtual SphereProps sphereProps() const = 0;
 };
 
-/// What a spot light has.
+/// The properties of the cone of a spot light.
 class KIV_EXPORT Light::ConeInterface
 {
 public:
@@ -207,7 +209,7 @@ public:
     [[nodiscard]] virtual ConeProps coneProps() const = 0;
 };
 
-/// What an area light has.
+/// The properties of an area light.
 class KIV_EXPORT Light::AreaInterface
 {
 public:
@@ -218,7 +220,7 @@ public:
     AreaInterface& operator=(const AreaInterface&) = delete;
     virtual ~AreaInterface();
 
-    /// Whether the power stays the same whatever the size of the area.
+    /// Whether the light's power is independent of the size of the area.
     [[nodiscard]] virtual UndoableCommand::Ptr normalizeCmd(bool value) = 0;
     virtual void normalize(bool value);
     [[nodiscard]] virtual bool normalize() const = 0;

@@ -8,7 +8,7 @@
 
 namespace Kiv_v4 {
 
-/// What a run-time installs to make its items' lights.
+/// A run-time installs this handler to make its items' lights.
 class KIV_EXPORT LightHandler
 {
 public:
@@ -19,7 +19,7 @@ public:
     LightHandler& operator=(const LightHandler&) = delete;
     virtual ~LightHandler();
 
-    /// The light at `item`; null when it is no light.
+    /// The light at `item`; null if it is not a light.
     [[nodiscard]] virtual Light::Ptr light(const SceneItem::Ptr& item) = 0;
 };
 

@@ -14,8 +14,8 @@ class KIV_EXPORT Material
 public:
     using Ptr = std::shared_ptr<Material>;
 
-    /// The materials of `item`; null for a null item, an empty path, a run-time that offers
-    /// none, and an item that has none. Exceptions of the run-time are logged and pass through.
+    /// The materials of `item`; null for a null item, an empty path, a run-time without this
+    /// interface, and an item that has none. Logs and rethrows the run-time's exceptions.
     [[nodiscard]] static Ptr material(const SceneItem::Ptr& item);
 
     Material();

@@ -8,7 +8,7 @@
 
 namespace Kiv_v4 {
 
-/// What a run-time installs to make its items' `Material`.
+/// A run-time installs this handler to make its items' `Material`.
 class KIV_EXPORT MaterialHandler
 {
 public:
@@ -19,7 +19,8 @@ public:
     MaterialHandler& operator=(const MaterialHandler&) = delete;
     virtual ~MaterialHandler();
 
-    /// The materials of `item`, an item of this run-time, maybe out of date; null when it has none.
+    /// The materials of `item`, an item of this run-time, possibly out of date; null if it has
+    /// none.
     [[nodiscard]] virtual Material::Ptr material(const SceneItem::Ptr& item) = 0;
 };
 

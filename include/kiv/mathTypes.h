@@ -9,7 +9,7 @@ namespace Kiv_v4 {
 /// Three numbers, such as a translation in scene units.
 using Vector3d = TypedVectorN<double, 3>;
 
-/// A transform; `Transform3dRead` tells the convention.
+/// A transform in the convention of `Transform3dRead`.
 using Matrix4d = TypedSquareMatrixN<double, 4>;
 
 /// Red, green and blue, linear.

@@ -9,21 +9,21 @@ namespace Kiv_v4 {
 
 class Selection;
 
-/// Selections that plug-ins leave for each other, or for themselves, under a name: plain ones,
-/// which tell nobody of their changes.
+/// Selections that plug-ins share under a name. They are plain selections, which have no observers.
 ///
-/// **Lifetime.** A selection is held until it is removed, at the latest until the library is
-/// unloaded. Before a run-time goes, the selections that may hold its items are cleared or removed.
+/// **Lifetime.** The library holds a selection until `remove`, at the latest until it is unloaded.
+/// Before a run-time is unregistered, its owner must clear or remove the selections that may hold
+/// its items.
 class KIV_EXPORT NamedSelection
 {
 public:
     NamedSelection() = delete;
 
-    /// The selection of that name, made empty when there is none. The reference is good until the
-    /// name is removed.
+    /// Returns the selection of that name and makes an empty one if there is none. The reference is
+    /// valid until the name is removed.
     [[nodiscard]] static const std::shared_ptr<Selection>& get(const std::string& name);
 
-    /// Lets go of the selection of that name, if there is one.
+    /// Releases the selection of that name, if there is one.
     static void remove(const std::string& name);
 };
 

@@ -10,7 +10,7 @@
 
 namespace Kiv_v4 {
 
-/// What a run-time installs to describe its node types.
+/// A run-time installs this handler to describe its node types.
 class KIV_EXPORT NodeDefHandler
 {
 public:
@@ -21,13 +21,13 @@ public:
     NodeDefHandler& operator=(const NodeDefHandler&) = delete;
     virtual ~NodeDefHandler();
 
-    /// The definition of the item's node type, or null.
+    /// The definition of the item's node type; null if there is none.
     [[nodiscard]] virtual NodeDef::Ptr definition(const SceneItem::Ptr& item) = 0;
 
-    /// The definition of a node type, or null.
+    /// The definition of a node type; null if there is none.
     [[nodiscard]] virtual NodeDef::Ptr definition(const std::string& type) = 0;
 
-    /// All definitions with that classification, or all there are for an empty one, in the order of
+    /// All definitions with that classification, or all definitions if it is empty, in the order of
     /// a menu.
     [[nodiscard]] virtual std::vector<NodeDef::Ptr>
     definitions(const std::string& classification) = 0;

@@ -4,10 +4,10 @@
 
 namespace Kiv_v4 {
 
-/// What a subject tells its observers. Derive from it one class per kind of news; observers find
-/// out the kind with `dynamic_cast`.
+/// The message of a subject to its observers. Derive one class from it for each kind of message;
+/// observers find out the kind with `dynamic_cast`.
 ///
-/// **Lifetime.** Notifications are made on the stack and passed by reference: an observer copies
+/// **Lifetime.** Notifications are made on the stack and passed by reference: an observer must copy
 /// what it wants to keep.
 class KIV_EXPORT Notification
 {

@@ -6,8 +6,8 @@ namespace Kiv_v4 {
 
 class Subject;
 
-/// Gathers what happens to a subject in a scope, so that its observers hear of it once, when the
-/// scope ends:
+/// Gathers the changes of a subject in a scope, so that its observers get one notification, at the
+/// end of the scope:
 ///
 ///     {
 ///         const NotificationGuard guard(*selection);
@@ -16,10 +16,10 @@ class Subject;
 ///         }
 ///     } // observers get one composite notification
 ///
-/// Guards nest: only the outermost on a subject delivers. On a subject that cannot gather a guard
-/// has no effect.
+/// Guards nest: only the outermost one on a subject delivers. A guard has no effect on a subject
+/// that cannot gather.
 ///
-/// **Lifetime.** The subject outlives the guard.
+/// **Lifetime.** The subject must outlive the guard.
 class KIV_EXPORT NotificationGuard
 {
 public:
@@ -27,8 +27,8 @@ public:
     NotificationGuard(const NotificationGuard&) = delete;
     NotificationGuard& operator=(const NotificationGuard&) = delete;
 
-    /// Delivers, also when an exception ends the scope. An exception that the delivery lets out
-    /// terminates the process, since a destructor cannot let it pass.
+    /// Delivers, even when an exception ends the scope. An exception from the delivery terminates
+    /// the process, since destructors must not throw.
     ~NotificationGuard();
 
 private:

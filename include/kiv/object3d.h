@@ -12,21 +12,22 @@
 
 namespace Kiv_v4 {
 
-/// An axis-aligned box, in scene units. It is empty when a minimum exceeds its maximum, as in a new
-/// one.
+/// An axis-aligned box, in scene units. It is empty if a minimum exceeds its maximum. A new box is
+/// empty.
 struct KIV_EXPORT BoundingBox3d
 {
     BoundingBox3d();
     BoundingBox3d(const TypedVectorN<double, 3>& minimum, const TypedVectorN<double, 3>& maximum);
 
-    /// Whether there is no point in it.
+    /// Whether the box contains no point.
     [[nodiscard]] bool empty() const noexcept;
 
     /// Grows just enough to hold the point, or the box.
     void extend(const TypedVectorN<double, 3>& point) noexcept;
     void extend(const BoundingBox3d& other) noexcept;
 
-    /// Whether the same points are in it: exact, and empty boxes are equal whatever their numbers.
+    /// Whether both contain the same points. Compares exactly; empty boxes are equal whatever their
+    /// numbers.
     bool operator==(const BoundingBox3d& other) const noexcept;
     bool operator!=(const BoundingBox3d& other) const noexcept { return !(*this == other); }
 
@@ -35,17 +36,17 @@ struct KIV_EXPORT BoundingBox3d
     TypedVectorN<double, 3> max;
 };
 
-/// What a scene item is as an object in space: its extent and whether it is shown.
+/// A scene item as an object in space: its extent and whether it is shown.
 ///
-/// Run-times announce shown and hidden items with `notify` and a `VisibilityChanged`. Observers
-/// hear of the items of all run-times and are held by weak reference.
+/// Run-times announce shown and hidden items with `notify` and a `VisibilityChanged`. Observers are
+/// notified of the items of all run-times; the library holds them by weak reference.
 class KIV_EXPORT Object3d
 {
 public:
     using Ptr = std::shared_ptr<Object3d>;
 
-    /// The object at `item`; null for a null item, an empty path, a run-time that offers none, and
-    /// an item that has none. Exceptions of the run-time are logged and pass through.
+    /// The object at `item`; null for a null item, an empty path, a run-time without this
+    /// interface, and an item that has none. Logs and rethrows the run-time's exceptions.
     [[nodiscard]] static Ptr object3d(const SceneItem::Ptr& item);
 
     Object3d();
@@ -56,20 +57,21 @@ public:
     /// The item.
     [[nodiscard]] virtual SceneItem::Ptr sceneItem() const = 0;
 
-    /// The box around the item and all that is under it in its run-time, in the item's space, shown
-    /// or not; empty when there is nothing in it.
+    /// The box around the item and its descendants in its run-time, shown or not, in the item's
+    /// space; empty if they have no extent.
     [[nodiscard]] virtual BoundingBox3d boundingBox() const = 0;
 
-    /// Whether the item itself is set to be shown. It is seen only when its ancestors are, too.
+    /// Whether the item itself is set to be shown. It is seen only if its ancestors are set to be
+    /// shown, too.
     [[nodiscard]] virtual bool visibility() const = 0;
 
-    /// Executes `setVisibilityCmd` and drops it; false when the run-time refuses.
+    /// Executes `setVisibilityCmd` and drops it. Returns false if the run-time refuses.
     virtual bool setVisibility(bool visible) = 0;
 
-    /// Changes nothing yet; null when the run-time refuses.
+    /// Changes nothing yet; returns null if the run-time refuses.
     [[nodiscard]] virtual UndoableCommand::Ptr setVisibilityCmd(bool visible) = 0;
 
-    /// Observers of the objects of all items, as `Subject` has them.
+    /// Observers of the objects of all items. These functions work as those of `Subject`.
     static bool addObserver(const Observer::Ptr& observer);
     static bool removeObserver(const Observer::Ptr& observer);
     [[nodiscard]] static std::size_t nbObservers();

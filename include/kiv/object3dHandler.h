@@ -8,7 +8,7 @@
 
 namespace Kiv_v4 {
 
-/// What a run-time installs to make its items' `Object3d`.
+/// A run-time installs this handler to make its items' `Object3d`.
 class KIV_EXPORT Object3dHandler
 {
 public:
@@ -19,7 +19,7 @@ public:
     Object3dHandler& operator=(const Object3dHandler&) = delete;
     virtual ~Object3dHandler();
 
-    /// The object at `item`, an item of this run-time, maybe out of date; null when it has none.
+    /// The object at `item`, an item of this run-time, possibly out of date; null if it has none.
     [[nodiscard]] virtual Object3d::Ptr object3d(const SceneItem::Ptr& item) = 0;
 };
 

@@ -10,25 +10,26 @@ namespace Kiv_v4 {
 
 class SelectionCompositeNotification;
 
-/// A selection that tells its observers of every change, each with a notification of
+/// A selection that notifies its observers of every change, with a notification of
 /// `selectionNotification.h` once the change is complete.
 ///
 ///     const auto selection = std::make_shared<ObservableSelection>();
 ///     selection->addObserver(outliner);
 ///     selection->append(item); // the outliner receives a SelectionItemAppended
 ///
-/// Operations that fail or change nothing send nothing, but for `clear` and the replacements, which
-/// always send. The steps `do...` never send. A `NotificationGuard` on the selection gathers the
-/// changes of a batch; observers receive one `SelectionCompositeNotification` when it closes, even
-/// if nothing was gathered.
+/// Operations that fail or change nothing notify nobody, except `clear` and the replacements, which
+/// always notify. The steps `do...` never notify. A `NotificationGuard` on the selection gathers
+/// the changes of a batch; observers receive one `SelectionCompositeNotification` when it closes,
+/// even if nothing was gathered.
 ///
-/// **Lifetime.** Observers and an open guard belong to one object: a copy, or what was moved to,
-/// starts without. A selection destroyed under a guard delivers nothing.
+/// **Lifetime.** Observers and an open guard belong to one object: a new selection made by copying
+/// or moving has neither. A selection destroyed under a guard delivers nothing.
 ///
-/// **Reentrancy.** As told at `Subject`. An observer may change the selection.
+/// **Reentrancy.** As for `Subject`. An observer may change the selection.
 ///
-/// **Errors.** As told at `Selection`. But a change stays when an allocation fails while observers
-/// are told of it, and a removal, untold, when it fails while that is gathered under a guard.
+/// **Errors.** As for `Selection`, with two exceptions: a change stays if an allocation fails while
+/// observers are notified of it; and a removal stays, without a notification, if an allocation
+/// fails while a guard gathers it.
 class KIV_EXPORT ObservableSelection : public Selection, public Subject
 {
 public:
@@ -39,32 +40,32 @@ public:
     ObservableSelection(const Selection& other);
     ObservableSelection(const ObservableSelection& other);
 
-    /// Takes the items of `other`, whose observers, if it can have any, are told of a clear.
+    /// Takes the items of `other` and notifies the observers of `other`, if it can have any, of a
+    /// clear.
     ObservableSelection(Selection&& other);
     ObservableSelection(ObservableSelection&& other);
 
     ~ObservableSelection() override;
 
-    /// Tells the observers of a replacement.
+    /// Notifies the observers of a replacement.
     ObservableSelection& operator=(const Selection& other);
     ObservableSelection& operator=(const ObservableSelection& other);
 
-    /// Takes the items of `other`, whose observers, if it can have any, are told of a clear; then
-    /// tells the own ones of a replacement.
+    /// Takes the items of `other` and notifies the observers of `other`, if it can have any, of a
+    /// clear; then notifies its own of a replacement.
     ObservableSelection& operator=(Selection&& other);
     ObservableSelection& operator=(ObservableSelection&& other);
 
     [[nodiscard]] bool inCompositeNotification() const override;
 
-    /// Begins a composite; one that is open already is lost. See `NotificationGuard`, which never
-    /// loses one.
+    /// Begins a composite and loses one that is already open. `NotificationGuard` never loses one.
     void beginNotificationGuard() override;
 
-    /// Delivers the composite begun before.
+    /// Delivers the composite that was begun.
     void endNotificationGuard() override;
 
 protected:
-    /// Tells the observers, or gathers under a guard.
+    /// Notify the observers, or gather under a guard.
     void postAppend(const SceneItem::Ptr& item) override;
     void postRemove(const SceneItem::Ptr& item) override;
     void postInsert(const SceneItem::Ptr& position, const SceneItem::Ptr& item) override;

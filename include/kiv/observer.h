@@ -8,11 +8,11 @@ namespace Kiv_v4 {
 
 class Notification;
 
-/// What a subject calls with its notifications.
+/// The receiver of a subject's notifications.
 ///
-/// **Lifetime.** Whoever makes an observer keeps it by shared pointer for as long as it shall
-/// listen; subjects keep weak references only. Releasing it is enough to stop listening, but
-/// not to have its code unloaded (`RunTimeRegistration`).
+/// **Lifetime.** The owner of an observer must keep it by shared pointer for as long as it shall be
+/// notified; subjects keep weak references only. Releasing it ends the notifications, but before
+/// its code is unloaded it must be removed (`RunTimeRegistration`).
 class KIV_EXPORT Observer
 {
 public:
@@ -23,8 +23,8 @@ public:
     Observer& operator=(const Observer&) = delete;
     virtual ~Observer();
 
-    /// Takes a notification; what it may do meanwhile is told at `Subject`. By default does
-    /// nothing.
+    /// Receives a notification; `Subject` describes what the observer may do meanwhile. By default
+    /// does nothing.
     virtual void operator()(const Notification& notification);
 };
 

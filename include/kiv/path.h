@@ -23,7 +23,7 @@ class PathTable;
 /// Names one scene item across data models: one `PathSegment` per run-time that the way from the
 /// scene's root to the item crosses.
 ///
-/// A path is an immutable value. Operations give new paths; nothing reached through a path
+/// A path is an immutable value. Operations return new paths; nothing reached through a path
 /// (segments, iterators) can change it. Copies share one body.
 ///
 ///     const Path cube = PathString::path("/world/props,:file:cube");
@@ -35,11 +35,11 @@ class PathTable;
 /// components. Segments may be empty: they count in `nbSegments` and in equality only. "No
 /// components" below means an empty flat view, whatever the number of segments.
 ///
-/// **Cost.** Copying and moving are constant; the operations that give a new path are linear in the
-/// number of its components, and allocate once. `+` and what leads back from its result are
-/// cheapest: a path made by `+` shares with its parent, and keeps alive up to 15 of the paths that
-/// it was made from. The components lie side by side. The vector of segments is made, once for all
-/// copies, when `getSegments` is first called; `segment` does without.
+/// **Cost.** Copying and moving are constant; the operations that return a new path are linear in
+/// the number of its components, and allocate once. `+` and the way back from its result (`pop`,
+/// `head`) are cheapest: a path made by `+` shares components with its parent, and keeps alive up
+/// to 15 of the paths that it was made from. The components lie side by side. The first call of
+/// `getSegments` makes the vector of segments, once for all copies; `segment` does not need it.
 ///
 /// **Errors.** An operation that the path does not allow throws `InvalidOperationOnPath` with the
 /// path's text as its message.
@@ -56,7 +56,7 @@ public:
     /// The empty path: no segments.
     Path() noexcept = default;
 
-    /// A path of exactly that one segment, also when it is empty.
+    /// A path of exactly that one segment, even if it is empty.
     Path(const PathSegment& segment);
     Path(PathSegment&& segment);
 
@@ -107,14 +107,14 @@ public:
         return _body ? _body->nbSegments() : 0;
     }
 
-    /// The segment at `index`, which is less than `nbSegments()`; good for as long as any copy of
-    /// this path.
+    /// The segment at `index`, which must be less than `nbSegments()`; valid while any copy of this
+    /// path exists.
     [[nodiscard]] PathSegmentView segment(std::size_t index) const noexcept
     {
         return _body->segment(index);
     }
 
-    /// The segments, good for as long as any copy of this path.
+    /// The segments, valid while any copy of this path exists.
     [[nodiscard]] const Segments& getSegments() const
     {
         return _body ? _body->segments() : noSegments();
@@ -132,11 +132,11 @@ public:
         return _body ? _body->marks()[_body->nbSegments() - 1].runTimeId : Rtid{0};
     }
 
-    /// The last component. Throws without components.
+    /// The last component. Throws if there are no components.
     [[nodiscard]] PathComponent back() const;
 
-    /// The path with `component` added to the last segment. Throws without components, since there
-    /// is no run-time to add to.
+    /// The path with `component` added to the last segment. Throws if there are no components,
+    /// since there is no run-time to add to.
     [[nodiscard]] Path operator+(const PathComponent& component) const;
 
     /// The same with the component of `name`, which is not split.
@@ -145,15 +145,15 @@ public:
     /// The path with `segment` added as a new last segment; never throws for the path's sake.
     [[nodiscard]] Path operator+(const PathSegment& segment) const;
 
-    /// The path without its last component, and without the last segment when that was its only
-    /// one. Throws without components; when the last segment is empty while an earlier one is not,
-    /// throws `InvalidOperationOnPathSegment`.
+    /// The path without its last component, and without the last segment if that was its only
+    /// component. Throws if there are no components; if the last segment is empty and an earlier
+    /// one is not, throws `InvalidOperationOnPathSegment`.
     [[nodiscard]] Path pop() const;
 
     /// The mirror image of `pop()` at the front.
     [[nodiscard]] Path popHead() const;
 
-    /// The path without its last segment. Throws without components.
+    /// The path without its last segment. Throws if there are no components.
     [[nodiscard]] Path popSegment() const;
 
     /// The first `n` components, or for a negative `n` all but the last `-n`, in their segments.
@@ -170,11 +170,12 @@ public:
 
     /// The path that this one gets when the subtree at `oldParent` moves to `newParent`:
     /// `newParent` followed by the components after the first `oldParent.size()`. The rest of the
-    /// segment in which `oldParent` ends joins the last segment of `newParent` when run-time and
-    /// separator agree, and is a segment of its own otherwise; later segments follow unchanged.
+    /// segment in which `oldParent` ends joins the last segment of `newParent` if run-time and
+    /// separator are the same, and is a segment of its own otherwise; later segments follow
+    /// unchanged.
     ///
-    /// An empty `oldParent` starts every path. `newParent` is not checked for lying inside the
-    /// moved subtree. Throws when the path does not start with `oldParent`.
+    /// Every path starts with an empty `oldParent`. Does not check whether `newParent` lies inside
+    /// the moved subtree. Throws if the path does not start with `oldParent`.
     [[nodiscard]] Path reparent(const Path& oldParent, const Path& newParent) const;
 
     /// Whether the first components of this path are those of `prefix`. Segment boundaries,
@@ -183,8 +184,9 @@ public:
     [[nodiscard]] bool startsWith(const Path& prefix) const noexcept;
 
     /// Whether this path names the item at `ancestor` or one below it: whether `pop()`, done some
-    /// number of times or not at all, gives `ancestor`. Segments count as in `==`, so the scenes of
-    /// two run-times whose items have equal names stay apart. Everything is below the empty path.
+    /// number of times or not at all, yields `ancestor`. Segments count as in `==`, so the scenes
+    /// of two run-times whose items have equal names stay apart. Everything is below the empty
+    /// path.
     [[nodiscard]] bool isAtOrBelow(const Path& ancestor) const noexcept;
 
     /// The texts of the segments one after another, with nothing between them. For text that parses

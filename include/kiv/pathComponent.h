@@ -21,11 +21,12 @@ class NameBatch;
 /// hashing cost one integer operation and copying costs one reference count.
 ///
 /// **Invariants.** While a component holds a name, the process-wide intern table maps the name to
-/// that record; when the last holder lets go, the entry goes too. Ids only grow: a name that was
-/// released and interned again has a new id, so a stale id never equals a later component.
+/// that record; when the last holder releases it, the entry is removed. Ids only grow: a name that
+/// was released and interned again has a new id, so a stale id never equals a later component.
 ///
-/// **Threads.** The intern table is not locked: names are interned, and let go of by the last
-/// holder, on the host's main thread. While that keeps a component, others may copy and drop it.
+/// **Threads.** The intern table is not locked: names must be interned, and released by their last
+/// holder, on the host's main thread. While the main thread keeps a component, other threads may
+/// copy and drop it.
 ///
 /// **Cost.** Interning hashes the name once and compares it once; it allocates (once) only for a
 /// name that nobody holds. A component is the size of one shared pointer.
@@ -35,13 +36,14 @@ public:
     /// The record that all components of one name share.
     struct Data
     {
-        std::uint64_t id;         ///< Given when the name was interned, never given again.
-        std::weak_ptr<Data> self; ///< What the table hands out; beside the name, as read with it.
+        std::uint64_t id;         ///< Assigned when the name was interned, never assigned again.
+        std::weak_ptr<Data> self; ///< The table's reference to the record; beside the name, since
+                                  ///< both are read together.
         std::string name;         ///< Any bytes.
         std::size_t nameHash;     ///< Kept so that the table never hashes a name twice.
     };
 
-    /// The null component: no name, the id that no name has, false.
+    /// The null component: no name, the id that no name has, and false as a boolean.
     PathComponent() = default;
 
     /// Interns `name`: any bytes, the empty string included. Deliberately implicit.
@@ -51,7 +53,7 @@ public:
     PathComponent(PathComponent&&) noexcept = default;
     ~PathComponent() { releaseSharedData(); }
 
-    /// Lets go of the name that was held, and of its entry when nobody else holds it.
+    /// Releases the former name, and its entry if no other component holds it.
     PathComponent& operator=(const PathComponent& other) noexcept
     {
         if (_data != other._data) {
@@ -61,7 +63,7 @@ public:
         return *this;
     }
 
-    /// The same; `other` is null then.
+    /// The same; `other` is null afterwards.
     PathComponent& operator=(PathComponent&& other) noexcept
     {
         if (_data != other._data) {
@@ -73,7 +75,7 @@ public:
         return *this;
     }
 
-    /// The component of `name`, without a string being made for it when the name is known.
+    /// The component of `name`. Makes no string if the name is interned already.
     [[nodiscard]] static PathComponent intern(std::string_view name);
 
     /// One component per name, in order.
@@ -92,16 +94,16 @@ public:
         return _data ? _data->id : ~std::uint64_t{0};
     }
 
-    /// The name; an empty string for the null component. The reference is good for as long as any
-    /// component holds this name.
+    /// The name; an empty string for the null component. The reference is valid while any component
+    /// holds this name.
     [[nodiscard]] const std::string& string() const noexcept
     {
         return _data ? _data->name : emptyName();
     }
 
-    /// Takes the name out of the intern table when this component is its only holder; otherwise,
-    /// and for the null component, does nothing. The component keeps its name either way.
-    /// Assignment and destruction call it; other code has no need to.
+    /// Removes the name from the intern table if this component is its only holder; otherwise, and
+    /// for the null component, does nothing. The component keeps its name either way. Assignment
+    /// and destruction call it; other code need not.
     void releaseSharedData() noexcept
     {
         if (_data.use_count() == 1) {

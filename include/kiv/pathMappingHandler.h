@@ -7,10 +7,10 @@
 
 namespace Kiv_v4 {
 
-/// Tells which path of the host's own scene corresponds to an item of a run-time, and back: for
-/// run-times whose items the host also shows as items of its own, such as stand-ins for them.
+/// Maps the paths of a run-time's items to paths of the host's own scene, and back: for run-times
+/// whose items the host also shows as items of its own, such as stand-ins.
 ///
-/// The library itself does not ask it. Hosts and tools fetch a run-time's handler with
+/// The library itself does not use it. Hosts and tools fetch a run-time's handler with
 /// `RunTimeMgr::pathMappingHandler`.
 class KIV_EXPORT PathMappingHandler
 {
@@ -22,11 +22,11 @@ public:
     PathMappingHandler& operator=(const PathMappingHandler&) = delete;
     virtual ~PathMappingHandler();
 
-    /// Where the host has the item at `path`, a path of this run-time; the empty path when the host
-    /// has none for it.
+    /// The host's path for the item at `path`, a path of this run-time; the empty path if the host
+    /// has none.
     [[nodiscard]] virtual Path hostPath(const Path& path) const = 0;
 
-    /// The path of this run-time that the host has at `hostPath`; the empty path when there is
+    /// The path of this run-time for the host's item at `hostPath`; the empty path if there is
     /// none.
     [[nodiscard]] virtual Path runTimePath(const Path& hostPath) const = 0;
 };

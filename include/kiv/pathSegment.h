@@ -17,8 +17,8 @@ namespace detail {
 class PathBuilder;
 }
 
-/// A segment seen where it lies, in a `PathSegment` or in a `Path`, and good for as long as that.
-/// Making and copying one costs nothing; `PathSegment` keeps what it shows.
+/// A view of a segment in a `PathSegment` or in a `Path`, valid for as long as that exists. Making
+/// and copying a view costs nothing; a `PathSegment` made from it keeps the components.
 class PathSegmentView
 {
 public:
@@ -63,8 +63,8 @@ private:
 /// The part of a path that belongs to one run-time: the names from the segment's root to its tip,
 /// the run-time's id, and the character that separates the names in text (0 for none).
 ///
-/// A segment is a value: no operation changes it but assignment, and iteration gives constant
-/// components. It may be empty.
+/// A segment is a value: only assignment changes it, and iteration yields constant components. It
+/// may be empty.
 class KIV_EXPORT PathSegment
 {
 public:
@@ -76,8 +76,8 @@ public:
 
     /// The segment that `text` writes: leading separators are dropped, then the rest is split at
     /// each separator. With `/`, `/world/a`, `//world/a` and `world/a` all give `world`, `a`; an
-    /// empty name between two separators is kept, one after the last separator is not. With
-    /// separator 0 the whole text is one component.
+    /// empty name between two separators is kept, an empty name after the last separator is not.
+    /// With separator 0 the whole text is one component.
     PathSegment(const std::string& text, Rtid runTimeId, char separator);
 
     /// The given components as they are; they may hold the separator character.
@@ -85,7 +85,7 @@ public:
     PathSegment(Components&& components, Rtid runTimeId, char separator) noexcept;
     PathSegment(const PathComponent& component, Rtid runTimeId, char separator);
 
-    /// What the view shows, kept.
+    /// A copy of the segment that the view shows.
     explicit PathSegment(const PathSegmentView& view);
 
     /// The run-time that the segment belongs to.
@@ -106,10 +106,12 @@ public:
     [[nodiscard]] const_iterator cbegin() const noexcept { return _components.begin(); }
     [[nodiscard]] const_iterator cend() const noexcept { return _components.end(); }
 
-    /// The segment without its last component. Throws `InvalidOperationOnPathSegment` when empty.
+    /// The segment without its last component. Throws `InvalidOperationOnPathSegment` if it is
+    /// empty.
     [[nodiscard]] PathSegment pop() const;
 
-    /// The segment without its first component. Throws `InvalidOperationOnPathSegment` when empty.
+    /// The segment without its first component. Throws `InvalidOperationOnPathSegment` if it is
+    /// empty.
     [[nodiscard]] PathSegment popHead() const;
 
     /// The first `n` components, or for a negative `n` all but the last `-n`. Throws

@@ -15,13 +15,13 @@ namespace Kiv_v4 {
 /// The text form of whole paths: `/world/a,:b:c` is a segment `world`, `a` of a run-time that
 /// writes its components with `/`, then a segment `b`, `c` of one that writes them with `:`.
 ///
-/// Run-times register the characters that their components begin with; text goes back into a path
-/// by the first character of each segment. Run-times that share a character are told apart by
-/// asking each, in the order of registration, whether it has an item at that path.
+/// Run-times register the characters that their components begin with; parsing finds the run-time
+/// of each segment by its first character. If several run-times share a character, parsing asks
+/// each, in the order of registration, whether it has an item at that path.
 ///
 /// The segment separator and the functions that make paths and text can be replaced at start-up.
 ///
-/// **Reentrancy.** Not locked: configured and used on the host's main thread.
+/// **Reentrancy.** Not locked: configure and use it on the host's main thread.
 class KIV_EXPORT PathString
 {
 public:
@@ -34,36 +34,37 @@ public:
 
     PathString() = delete;
 
-    /// Lets segments that begin with `separator` belong to `rtId`. Registering a pair twice holds
-    /// it twice. Throws `InvalidRunTimeId` when the run-time is not registered.
+    /// Makes segments that begin with `separator` belong to `rtId`. A pair that is registered twice
+    /// must be unregistered twice. Throws `InvalidRunTimeId` if the run-time is not registered.
     static void registerPathComponentSeparator(const Rtid& rtId, char separator);
 
-    /// Takes one registration of the pair back, if there is one. Throws `std::out_of_range` with
-    /// the character's code as its message when no run-time has registered `separator`.
+    /// Removes one registration of the pair, if there is one. Throws `std::out_of_range` with the
+    /// character's code as its message if no run-time has registered `separator`.
     static void unregisterPathComponentSeparator(const Rtid& rtId, char separator);
 
     /// The run-times that registered `separator`, in the order of registration.
     [[nodiscard]] static std::list<Rtid> pathComponentSeparatorRunTimeIds(char separator);
 
-    /// What stands between two segments; "," at first.
+    /// The text between two segments; "," at first.
     [[nodiscard]] static std::string pathSegmentSeparator();
 
-    /// Throws `std::invalid_argument` for an empty separator.
+    /// Sets the text between two segments. Throws `std::invalid_argument` if it is empty.
     static void setPathSegmentSeparator(const std::string& separator);
 
-    /// Makes a path of the segments that were parsed; `Path(segments)` at first. Setting an empty
-    /// function throws `std::invalid_argument`.
+    /// The function that makes a path of the parsed segments; `Path(segments)` at first. Setting an
+    /// empty function throws `std::invalid_argument`.
     [[nodiscard]] static CreatePathFn createPathFn();
     static void setCreatePathFn(const CreatePathFn& fn);
 
-    /// Makes a path of a text in a run-time's own notation, which begins with no registered
-    /// separator, or an empty path when it cannot; an empty function at first.
+    /// The function that makes a path of a text in a run-time's own notation, which begins with no
+    /// registered separator, or returns an empty path if it cannot; an empty function at first.
     [[nodiscard]] static CreateSingleSegmentPathFn createSingleSegmentPathFn(const Rtid& rtId);
 
-    /// Stores `fn` as it is. Throws `InvalidRunTimeId` when the run-time is not registered.
+    /// Stores `fn` as it is. Throws `InvalidRunTimeId` if the run-time is not registered.
     static void setCreateSingleSegmentPathFn(const Rtid& rtId, const CreateSingleSegmentPathFn& fn);
 
-    /// Makes the text of a path. Setting an empty function throws `std::invalid_argument`.
+    /// The function that makes the text of a path. Setting an empty function throws
+    /// `std::invalid_argument`.
     [[nodiscard]] static StringFn stringFn();
     static void setStringFn(const StringFn& fn);
 
@@ -73,10 +74,10 @@ public:
 
     /// The path that `text` writes; the empty path for an empty text. Text that begins with no
     /// registered separator and is one segment only goes to the single-segment functions, in the
-    /// order of run-time ids, until one gives a path that is not empty.
+    /// order of run-time ids, until one returns a path that is not empty.
     ///
-    /// Throws `EmptyPathSegment`, `InvalidPathComponentSeparator` or `InvalidPath`; what the
-    /// replaceable functions and `Hierarchy::createItem` throw passes through.
+    /// Throws `EmptyPathSegment`, `InvalidPathComponentSeparator` or `InvalidPath`; exceptions of
+    /// the replaceable functions and of `Hierarchy::createItem` pass through.
     [[nodiscard]] static Path path(const std::string& text);
 };
 
@@ -111,8 +112,8 @@ private:
     std::string _pathText;
 };
 
-/// A segment of several that begins with a character which no run-time has registered. The message
-/// is the segment's text.
+/// In a text of several segments, one begins with a character that no run-time has registered. The
+/// message is the segment's text.
 class KIV_EXPORT InvalidPathComponentSeparator : public std::logic_error
 {
 public:

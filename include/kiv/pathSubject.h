@@ -11,23 +11,23 @@
 
 namespace Kiv_v4 {
 
-/// Stands for one scene item named by its path, and follows it: its observers hear what the item
-/// and each of its ancestors announce on their own subjects, also after the item or an ancestor was
-/// renamed or reparented. When one of them is deleted, it follows nothing any more.
+/// Follows one scene item, named by its path: its observers receive the notifications of the
+/// subjects of the item and of each of its ancestors, also after the item or an ancestor was
+/// renamed or reparented. After one of them was deleted, it follows nothing.
 ///
-/// Of a rename above a gateway it may hear before the run-time behind the gateway does. Then that
-/// run-time's items cannot be found, and only their ancestors are followed from there on; a host
-/// that must not miss their changes makes the path subject anew on `SubtreeInvalidate`.
+/// It may be notified of a rename above a gateway before the run-time behind the gateway is. Then
+/// it cannot find that run-time's items and follows only their ancestors from there on; a host that
+/// must not miss their changes must make a new path subject on `SubtreeInvalidate`.
 ///
-/// What the items' subjects are is up to two functions that attach an observer to an item and
-/// detach it from the item at a path, such as the registry of transforms.
+/// Two functions determine the items' subjects: one attaches an observer to an item, one detaches
+/// it from the item at a path. `Transform3d` has such functions.
 ///
-/// **Lifetime.** A scene must be installed when it is made; it hears of renames, reparents and
-/// deletes from that scene. When it dies, nothing of it stays attached.
+/// **Lifetime.** A scene must be installed when a path subject is made; the path subject follows
+/// the renames, reparents and deletes of that scene. Its destructor detaches all its observers.
 ///
-/// **Errors.** Items that are not there when the path subject attaches to them are skipped, and not
-/// tried again when they are added later. An empty function throws `std::bad_function_call` when it
-/// is used; in the destructor that is written to the log instead.
+/// **Errors.** The path subject skips items that do not exist when it attaches to them, and does
+/// not try again when they are added later. An empty function throws `std::bad_function_call` when
+/// it is used; the destructor writes that to the log instead.
 class KIV_EXPORT PathSubject : public Subject
 {
 public:
@@ -35,11 +35,11 @@ public:
     using AddObserverFn = std::function<bool(const SceneItem::Ptr&, const Observer::Ptr&)>;
     using RemoveObserverFn = std::function<bool(const Path&, const Observer::Ptr&)>;
 
-    /// Hears of the scene's changes on behalf of a path subject.
+    /// Observes the scene on behalf of a path subject.
     class SceneChangedObserver;
 
-    /// Follows the item at `path`: attaches along its ancestry. When that throws, what was attached
-    /// is detached again.
+    /// Follows the item at `path`: attaches along its ancestry. If that throws, it detaches again
+    /// what it had attached.
     PathSubject(const Path& path, AddObserverFn addObserverFn, RemoveObserverFn removeObserverFn);
     PathSubject(const PathSubject&) = delete;
     PathSubject& operator=(const PathSubject&) = delete;
@@ -47,7 +47,7 @@ public:
     /// Detaches along the ancestry.
     ~PathSubject() override;
 
-    /// Where the item is now; empty after it was deleted.
+    /// The present path of the item; empty after it was deleted.
     [[nodiscard]] const Path& path() const noexcept { return _path; }
 
     using Subject::addObserver;
@@ -55,7 +55,7 @@ public:
 
     // The steps of following, public for tools that know of changes before the scene does.
 
-    /// Attaches to the item at `p`, if there is one.
+    /// Attaches to the item at `p`, if it exists.
     void addObserver(const Path& p);
     /// Detaches from the item at `p`.
     void removeObserver(const Path& p);
@@ -64,7 +64,7 @@ public:
     /// Detaches from the item at `from` and from each ancestor below `stop`.
     void removeObservers(const Path& from, const Path& stop);
 
-    /// Follows a change of the item or of an ancestor; those of other items are ignored.
+    /// Follow a change of the item or of an ancestor; ignore those of other items.
     void rename(const Path& oldPath, const Path& newPath);
     void reparent(const Path& oldPath, const Path& newPath);
     void objectDelete(const Path& deletedPath);

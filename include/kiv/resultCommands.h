@@ -12,7 +12,7 @@ class Attribute;
 class Connection;
 class Path;
 
-// Commands that tell what they made. The result is there once the command has run.
+// Commands with a result, which exists once the command has run.
 
 /// Makes or changes one item.
 class KIV_EXPORT SceneItemResultUndoableCommand : public UndoableCommand
@@ -62,7 +62,7 @@ public:
     [[nodiscard]] virtual std::shared_ptr<Connection> connection() const = 0;
 };
 
-/// Does something to each item of a selection that gives another item for it, such as a duplicate.
+/// Makes another item, such as a duplicate, for each item of a selection.
 class KIV_EXPORT SelectionUndoableCommand : public UndoableCommand
 {
 public:
@@ -70,8 +70,8 @@ public:
 
     ~SelectionUndoableCommand() override;
 
-    /// What the command made of the selected item at `sourcePath`; null when that was not selected,
-    /// or before the command has run.
+    /// The item that the command made for the selected item at `sourcePath`; null if that was not
+    /// selected, or before the command has run.
     [[nodiscard]] virtual SceneItem::Ptr targetItem(const Path& sourcePath) const = 0;
 };
 

@@ -4,8 +4,8 @@
 
 namespace Kiv_v4 {
 
-/// Names a run-time (data model) in this process. The run-time manager hands ids out from 1 upward
-/// and never gives one out twice; 0 means no run-time.
+/// Names a run-time (data model) in this process. The registry assigns ids from 1 upward and never
+/// assigns one twice; 0 means no run-time.
 using Rtid = std::uint32_t;
 
 } // namespace Kiv_v4

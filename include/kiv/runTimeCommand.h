@@ -5,9 +5,10 @@
 
 namespace Kiv_v4 {
 
-/// What a command derives from, beside `UndoableCommand`, to tell whose it is, so that a host can
-/// let go of the commands of a run-time that leaves and keep all others. Commands that know the
-/// path of their item (`BaseUndoableCommand`) need it only when they are about more than that path.
+/// A second base class for commands, beside `UndoableCommand`, that tells which run-times a command
+/// needs, so that a host can drop the commands of a run-time that is unregistered and keep all
+/// others. Commands that know the path of their item (`BaseUndoableCommand`) need it only if they
+/// involve more than that path.
 class KIV_EXPORT RunTimeCommand
 {
 public:
@@ -16,7 +17,7 @@ public:
     RunTimeCommand& operator=(const RunTimeCommand&) = delete;
     virtual ~RunTimeCommand();
 
-    /// Whether the command cannot do without the run-time.
+    /// Whether the command needs the run-time.
     [[nodiscard]] virtual bool belongsTo(Rtid runTimeId) const = 0;
 };
 

@@ -8,18 +8,18 @@
 
 namespace Kiv_v4 {
 
-/// What happens to a run-time in the registry (`RunTimeMgr`).
+/// An event of a run-time in the registry (`RunTimeMgr`).
 enum class RunTimeEvent : std::uint8_t {
-    Registered, ///< It has an id; its handlers may come later.
-    Installed,  ///< Its hierarchy handler was set: its items can be asked for.
-    Leaving     ///< It is about to be unregistered; its handlers are there for the last time.
+    Registered, ///< It has an id; its handlers may be set later.
+    Installed,  ///< Its hierarchy handler was set: clients can reach its items.
+    Leaving     ///< It is about to be unregistered; its handlers are still set.
 };
 
-/// What hears of the events. It must not throw, and neither registers nor unregisters run-times.
+/// Called with each event. It must not throw, and must neither register nor unregister run-times.
 using RunTimeListener = std::function<void(RunTimeEvent, Rtid)>;
 
-/// Lets `listener`, one for the process, hear of run-times that come and go; an empty one ends
-/// that. Hosts use `host::RunTimeWatch`, of which there may be many.
+/// Sets the listener of the process; an empty function removes it. Hosts use `host::RunTimeWatch`,
+/// of which there may be many.
 KIV_EXPORT void setRunTimeListener(RunTimeListener listener);
 
 } // namespace Kiv_v4

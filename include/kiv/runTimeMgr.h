@@ -28,9 +28,9 @@ class Transform3dHandler;
 class UIInfoHandler;
 class UINodeGraphNodeHandler;
 
-/// The registry of run-times: it gives each registered name an id and keeps, per run-time, one
-/// handler of each kind, which the entry points of the interface classes (`Hierarchy::hierarchy`,
-/// ...) ask for an item's interface object.
+/// The registry of run-times: it gives each registered name an id and keeps one handler of each
+/// kind per run-time. The entry points of the interface classes (`Hierarchy::hierarchy`, ...) get
+/// an item's interface object from these handlers.
 ///
 ///     RunTimeMgr::Handlers handlers;
 ///     handlers.hierarchyHandler = std::make_shared<MyHierarchyHandler>();
@@ -38,15 +38,15 @@ class UINodeGraphNodeHandler;
 ///     PathString::registerPathComponentSeparator(id, '/');
 ///
 /// **Lifetime.** The registry exists from the first use to the end of the process and owns the
-/// handlers until they are replaced or the run-time unregisters. What it still holds when the
-/// process ends is not destroyed.
+/// handlers until they are replaced or the run-time is unregistered. It does not destroy the
+/// handlers that it still holds when the process ends.
 ///
-/// **Reentrancy.** Not locked: used from the host's main thread.
+/// **Reentrancy.** Not locked: use it on the host's main thread.
 class KIV_EXPORT RunTimeMgr
 {
 public:
-    /// What a run-time installs. A null member means that it does not offer that interface; every
-    /// run-time is expected to offer the hierarchy.
+    /// The handlers of a run-time. A null member means that it does not offer that interface; every
+    /// run-time should offer the hierarchy.
     struct Handlers
     {
         /// The run-time's handler of that kind, or null.
@@ -74,23 +74,24 @@ public:
     /// The registry of the process.
     [[nodiscard]] static RunTimeMgr& instance();
 
-    /// Registers `name` (any string) with `handlers` and gives its id. Throws `InvalidRunTimeName`
-    /// when the name is registered already, with nothing changed and no id used up.
+    /// Registers `name` (any string) with `handlers` and returns its id. Throws
+    /// `InvalidRunTimeName` if the name is already registered; then nothing changes and no id is
+    /// used up.
     Rtid register_(const std::string& name, const Handlers& handlers);
 
-    /// Removes the run-time's handlers and name and returns whether all of it was there. A handler
+    /// Removes the run-time's handlers and name. Returns whether all of them were there. A handler
     /// kind without an entry stops the removal at once, with the later kinds and the name left in
     /// place; kinds are removed in the order hierarchy, transform3d, sceneItemOps, attributes,
     /// connection, uiNodeGraphNode, object3d, material, contextOps, uiInfo, camera, light,
-    /// pathMapping, nodeDef, sceneSegment, then the name, then batchOps. A run-time that came in
-    /// through `register_` has all entries. Path separators and creators are unregistered with
+    /// pathMapping, nodeDef, sceneSegment, then the name, then batchOps. A run-time registered with
+    /// `register_` has all entries. Path separators and creators must be unregistered with
     /// `PathString`.
     bool unregister(const Rtid& rtId);
 
-    /// Throws `InvalidRunTimeId` when no name has that id.
+    /// Returns the name with that id. Throws `InvalidRunTimeId` if there is none.
     [[nodiscard]] std::string getName(const Rtid& rtId) const;
 
-    /// Throws `InvalidRunTimeName` when the name is not registered.
+    /// Returns the id of that name. Throws `InvalidRunTimeName` if the name is not registered.
     [[nodiscard]] Rtid getId(const std::string& name) const;
 
     /// Whether a registered name has that id. Linear in the number of run-times.
@@ -99,8 +100,8 @@ public:
     /// The ids that have an entry of the hierarchy kind, registered or not, in no particular order.
     [[nodiscard]] std::list<Rtid> getIds() const;
 
-    /// Sets the run-time's handler of that kind. What was there is released; whether the id is
-    /// registered is not asked.
+    /// Sets the run-time's handler of that kind and releases the former one. Does not check whether
+    /// the id is registered.
     void setHierarchyHandler(const Rtid& rtId, const std::shared_ptr<HierarchyHandler>& handler);
     void setTransform3dHandler(const Rtid& rtId,
                                const std::shared_ptr<Transform3dHandler>& handler);
@@ -123,12 +124,13 @@ public:
                                 const std::shared_ptr<SceneSegmentHandler>& handler);
     void setBatchOpsHandler(const Rtid& rtId, const std::shared_ptr<BatchOpsHandler>& handler);
 
-    /// The optional kind that `Handlers` does not have. `unregister` takes it along with the name.
+    /// Sets the handler of the optional kind, which `Handlers` does not have. `unregister` removes
+    /// it together with the name.
     void setCodeWrapperHandler(const Rtid& rtId,
                                const std::shared_ptr<CodeWrapperHandler>& handler);
 
-    /// The run-time's handler of that kind; null for an unknown id or a kind that it did not
-    /// install.
+    /// The run-time's handler of that kind; null for an unknown id and for a kind without a
+    /// handler.
     [[nodiscard]] std::shared_ptr<HierarchyHandler> hierarchyHandler(const Rtid& rtId) const;
     [[nodiscard]] std::shared_ptr<Transform3dHandler> transform3dHandler(const Rtid& rtId) const;
     [[nodiscard]] std::shared_ptr<SceneItemOpsHandler> sceneItemOpsHandler(const Rtid& rtId) const;
@@ -148,16 +150,16 @@ public:
     [[nodiscard]] std::shared_ptr<BatchOpsHandler> batchOpsHandler(const Rtid& rtId) const;
     [[nodiscard]] std::shared_ptr<CodeWrapperHandler> codeWrapperHandler(const Rtid& rtId) const;
 
-    /// The hierarchy handler without a share of it: good until it is replaced or unregistered.
-    /// Throws `InvalidRunTimeId` when the run-time has none.
+    /// The hierarchy handler by reference, which is valid until the handler is replaced or
+    /// unregistered. Throws `InvalidRunTimeId` if the run-time has none.
     [[nodiscard]] HierarchyHandler& hierarchyHandlerRef(const Rtid& rtId) const;
 
 private:
     RunTimeMgr() = default;
 };
 
-/// A run-time id that nothing is registered under, or whose run-time lacks the hierarchy handler.
-/// The message is the id in decimal.
+/// A run-time id that is not registered, or whose run-time has no hierarchy handler. The message is
+/// the id in decimal.
 class KIV_EXPORT InvalidRunTimeId : public std::out_of_range
 {
 public:
@@ -166,7 +168,7 @@ public:
     ~InvalidRunTimeId() override;
 };
 
-/// A run-time name that is registered already, or not registered. The message is the name.
+/// A run-time name that is already registered, or is not registered. The message is the name.
 class KIV_EXPORT InvalidRunTimeName : public std::runtime_error
 {
 public:

@@ -11,13 +11,12 @@
 
 namespace Kiv_v4 {
 
-/// The library's handle on one object of some run-time's data model. Run-times derive their item
-/// class from it and hand instances out by shared pointer; the library makes none of its own.
+/// A handle on one object of a run-time's data model. Run-times derive their item class from it and
+/// return instances by shared pointer; the library makes none of its own.
 ///
 /// **Invariants.** The path is fixed for the item's lifetime: after a rename or a reparent the
-/// run-time hands out a new item, and this one still bears the old path. Code that must follow an
-/// object through such changes uses a path subject. Two items are equal when their paths are,
-/// whatever their classes.
+/// run-time returns a new item, and this one keeps the old path. To follow an object through such
+/// changes, use a path subject. Two items are equal if their paths are, whatever their classes.
 class KIV_EXPORT SceneItem
 {
 public:
@@ -28,7 +27,7 @@ public:
     SceneItem& operator=(const SceneItem&) = delete;
     virtual ~SceneItem();
 
-    /// The type name that the run-time gives to this kind of item.
+    /// The run-time's name for this type of item.
     [[nodiscard]] virtual std::string nodeType() const = 0;
 
     /// The item's type and the types that it derives from, most derived first. By default
@@ -44,7 +43,7 @@ public:
     /// The run-time of the path's last segment.
     [[nodiscard]] Rtid runTimeId() const noexcept { return _path.runTimeId(); }
 
-    /// The last component of the path. Throws `InvalidOperationOnPath` when the path is empty.
+    /// The last component of the path. Throws `InvalidOperationOnPath` if the path is empty.
     [[nodiscard]] std::string nodeName() const;
 
     /// Equal paths.

@@ -10,7 +10,7 @@
 
 namespace Kiv_v4 {
 
-/// What duplicating an item gives.
+/// The result of duplicating an item.
 struct Duplicate
 {
     Duplicate() = default;
@@ -19,10 +19,10 @@ struct Duplicate
     {}
 
     SceneItem::Ptr item;                  ///< The copy.
-    UndoableCommand::Ptr undoableCommand; ///< What made it, executed, for the host's undo stack.
+    UndoableCommand::Ptr undoableCommand; ///< The executed command, for the undo history.
 };
 
-/// What renaming an item gives.
+/// The result of renaming an item.
 struct Rename
 {
     Rename() = default;
@@ -31,20 +31,20 @@ struct Rename
     {}
 
     SceneItem::Ptr item;                  ///< The item under its new name.
-    UndoableCommand::Ptr undoableCommand; ///< What renamed it, executed, for the host's undo stack.
+    UndoableCommand::Ptr undoableCommand; ///< The executed command, for the undo history.
 };
 
 /// The operations on one item as a whole: delete, duplicate, rename.
 ///
-/// Each comes as a command maker, which changes nothing and gives null when the run-time refuses,
-/// and as a convenience that executes the command.
+/// Each operation has a command maker, which changes nothing and returns null if the run-time
+/// refuses, and a convenience that executes the command.
 class KIV_EXPORT SceneItemOps
 {
 public:
     using Ptr = std::shared_ptr<SceneItemOps>;
 
-    /// The operations of `item`; null for a null item, an empty path, a run-time that offers
-    /// none, and an item that has none. Exceptions of the run-time are logged and pass through.
+    /// The operations of `item`; null for a null item, an empty path, a run-time without this
+    /// interface, and an item that has none. Logs and rethrows the run-time's exceptions.
     [[nodiscard]] static Ptr sceneItemOps(const SceneItem::Ptr& item);
 
     SceneItemOps();
@@ -52,35 +52,36 @@ public:
     SceneItemOps& operator=(const SceneItemOps&) = delete;
     virtual ~SceneItemOps();
 
-    /// Chooses the item that the operations work on, so that one object serves many items.
+    /// Sets the item that the operations work on, so that one object serves many items.
     virtual void setItem(const SceneItem::Ptr& item) = 0;
-    /// The item chosen; null when there is none.
+    /// The item that is set; null if there is none.
     [[nodiscard]] virtual SceneItem::Ptr sceneItem() const = 0;
-    /// Its path; empty when there is none.
+    /// Its path; empty if there is none.
     [[nodiscard]] virtual Path path() const = 0;
 
-    /// Deletes the item with all that is under it.
+    /// Returns a command that deletes the item with its descendants.
     [[nodiscard]] virtual UndoableCommand::Ptr deleteItemCmd() = 0;
 
-    /// Executes `deleteItemCmd()` and drops it; false when the run-time refuses.
+    /// Executes `deleteItemCmd()` and drops it. Returns false if the run-time refuses.
     virtual bool deleteItem() = 0;
 
-    /// Copies the item with all that is under it; the copy follows the last sibling. Its name is
-    /// the item's, changed to be unique.
+    /// Returns a command that copies the item with its descendants; the copy follows the last
+    /// sibling. Its name is the item's, changed to be unique.
     [[nodiscard]] virtual SceneItemResultUndoableCommand::Ptr duplicateItemCmd() = 0;
 
-    /// Executes `duplicateItemCmd()`; both fields are null when the run-time refuses.
+    /// Executes `duplicateItemCmd()`. Both fields are null if the run-time refuses.
     virtual Duplicate duplicateItem() = 0;
 
-    /// What `name` becomes when the item is renamed to it: changed where it must be, to be unique
-    /// among the siblings and to fit the run-time's rules; null when the item cannot be renamed.
+    /// The name that the item gets when it is renamed to `name`: changed if that is needed to make
+    /// it unique among the siblings or fit the run-time's rules; null if the item cannot be
+    /// renamed.
     [[nodiscard]] virtual PathComponent validName(const PathComponent& name) const = 0;
 
-    /// Gives the item the name `validName(newName)`.
+    /// Returns a command that gives the item the name `validName(newName)`.
     [[nodiscard]] virtual SceneItemResultUndoableCommand::Ptr
     renameItemCmd(const PathComponent& newName) = 0;
 
-    /// Executes `renameItemCmd(newName)`; both fields are null when the run-time refuses.
+    /// Executes `renameItemCmd(newName)`. Both fields are null if the run-time refuses.
     virtual Rename renameItem(const PathComponent& newName) = 0;
 };
 

@@ -7,7 +7,7 @@
 
 namespace Kiv_v4 {
 
-/// What a run-time installs to make its items' `SceneItemOps`.
+/// A run-time installs this handler to make its items' `SceneItemOps`.
 class KIV_EXPORT SceneItemOpsHandler
 {
 public:
@@ -18,7 +18,7 @@ public:
     SceneItemOpsHandler& operator=(const SceneItemOpsHandler&) = delete;
     virtual ~SceneItemOpsHandler();
 
-    /// The operations of `item`, an item of this run-time, maybe out of date; null when it has
+    /// The operations of `item`, an item of this run-time, possibly out of date; null if it has
     /// none.
     [[nodiscard]] virtual SceneItemOps::Ptr sceneItemOps(const SceneItem::Ptr& item) = 0;
 };

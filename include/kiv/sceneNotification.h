@@ -11,17 +11,17 @@
 
 namespace Kiv_v4 {
 
-// What a run-time passes to the scene's `notify`. Items are shared with the notification; accessors
-// return copies.
+// The notifications that run-times pass to the scene's `notify`. A notification shares its items;
+// accessors return copies.
 
 /// A change of the scene's structure.
 ///
-/// Each operation belongs to one class below (`Added` to `ObjectAdd`, and so on) and is carried by
-/// it and the classes derived from it alone.
+/// Each operation belongs to one class below (`Added` to `ObjectAdd`, and so on); only that class
+/// and the classes derived from it have it.
 class KIV_EXPORT SceneChanged : public Notification
 {
 public:
-    /// What happened.
+    /// The operations.
     enum OpType : std::uint8_t {
         Added = 0,
         Deleted = 1,
@@ -33,21 +33,22 @@ public:
     explicit SceneChanged(OpType opType);
     ~SceneChanged() override;
 
-    /// The path by which observers knew the changed item, which after a rename or a reparent is no
-    /// longer its own (for `ObjectPathAdd` the further path); empty when the notification is not
-    /// about one item.
+    /// The path by which observers knew the changed item: after a rename or a reparent the former
+    /// path, for `ObjectPathAdd` the additional path; empty if the notification is not about one
+    /// item.
     [[nodiscard]] virtual Path changedPath() const;
 
-    /// For deletes and path changes, which kind: a value of their `SubOpType`. Otherwise 0.
+    /// The kind of a delete or a path change, a value of its `SubOpType`; 0 for other
+    /// notifications.
     [[nodiscard]] virtual std::uint8_t subOpType() const;
 
-    /// What happened: the class of the notification.
+    /// The operation, which names the class of the notification.
     [[nodiscard]] OpType opType() const noexcept { return _opType; }
 
 protected:
     SceneChanged(OpType opType, std::uint8_t subOpType);
 
-    /// The second argument of the constructor; 0 without.
+    /// The second argument of the constructor; 0 if there was none.
     [[nodiscard]] std::uint8_t storedSubOpType() const noexcept { return _subOpType; }
 
 private:
@@ -55,7 +56,7 @@ private:
     std::uint8_t _subOpType;
 };
 
-/// `item` is new in the scene, with everything under it.
+/// `item` was added to the scene, with its descendants.
 class KIV_EXPORT ObjectAdd : public SceneChanged
 {
 public:
@@ -71,19 +72,19 @@ private:
     SceneItem::Ptr _item;
 };
 
-/// The object at `path` goes, with everything under it. Run-times send the derived class that says
-/// what observers can still do with the object, or this one when they cannot tell.
+/// The object at `path` is deleted, with its descendants. Run-times send the derived class that
+/// says what observers can still do with the object, or this class if they cannot tell.
 class KIV_EXPORT ObjectDelete : public SceneChanged
 {
 public:
-    /// What observers can still do with the object: the derived class, or `PlainDelete`.
+    /// The derived class of the notification; `PlainDelete` for this class.
     enum SubOpType : std::uint8_t { PlainDelete = 0, PostDelete = 1, PreDelete = 2, Destroyed = 3 };
 
     explicit ObjectDelete(const Path& path);
     ObjectDelete(const Path& path, SubOpType subOpType);
     ~ObjectDelete() override;
 
-    /// Where the object is, or was.
+    /// The path of the object, or its former path.
     [[nodiscard]] Path path() const { return _path; }
 
     [[nodiscard]] Path changedPath() const override;
@@ -101,29 +102,29 @@ public:
     explicit ObjectPostDelete(const SceneItem::Ptr& item);
     ~ObjectPostDelete() override;
 
-    /// The item as it was.
+    /// The item that was deleted.
     [[nodiscard]] SceneItem::Ptr item() const { return _item; }
 
 private:
     SceneItem::Ptr _item;
 };
 
-/// The object is about to leave the scene and can still be asked about, unless the notification
-/// was gathered under a guard.
+/// The object is about to leave the scene and can still be queried, unless a guard gathered the
+/// notification.
 class KIV_EXPORT ObjectPreDelete : public ObjectDelete
 {
 public:
     explicit ObjectPreDelete(const SceneItem::Ptr& item);
     ~ObjectPreDelete() override;
 
-    /// The item as it still is.
+    /// The item, which still exists.
     [[nodiscard]] SceneItem::Ptr item() const { return _item; }
 
 private:
     SceneItem::Ptr _item;
 };
 
-/// The object is gone for good, out of reach of undo.
+/// The object was destroyed; undo cannot bring it back.
 class KIV_EXPORT ObjectDestroyed : public ObjectDelete
 {
 public:
@@ -131,12 +132,12 @@ public:
     ~ObjectDestroyed() override;
 };
 
-/// An object is found under another path, with everything under it. Run-times send the derived
-/// class that says how.
+/// The path of an object and of its descendants changed. Run-times send the derived class that says
+/// how.
 class KIV_EXPORT ObjectPathChange : public SceneChanged
 {
 public:
-    /// How the path changed: the derived class, or `Unspecified`.
+    /// The derived class of the notification; `Unspecified` for this class.
     enum SubOpType : std::uint8_t {
         Unspecified = 0,
         Renamed = 1,
@@ -152,7 +153,7 @@ public:
     [[nodiscard]] std::uint8_t subOpType() const override;
 };
 
-/// `item`, which bears the new path, has another name than at `previousPath`.
+/// The object at `previousPath` was renamed; `item` has the new path.
 class KIV_EXPORT ObjectRename : public ObjectPathChange
 {
 public:
@@ -161,7 +162,7 @@ public:
 
     /// The item under its new name.
     [[nodiscard]] SceneItem::Ptr item() const { return _item; }
-    /// Where the item was.
+    /// The former path of the item.
     [[nodiscard]] Path previousPath() const { return _previousPath; }
 
     /// The previous path.
@@ -172,7 +173,7 @@ private:
     Path _previousPath;
 };
 
-/// `item`, which bears the new path, has another parent than at `previousPath`.
+/// The object at `previousPath` got another parent; `item` has the new path.
 class KIV_EXPORT ObjectReparent : public ObjectPathChange
 {
 public:
@@ -181,7 +182,7 @@ public:
 
     /// The item under its new parent.
     [[nodiscard]] SceneItem::Ptr item() const { return _item; }
-    /// Where the item was.
+    /// The former path of the item.
     [[nodiscard]] Path previousPath() const { return _previousPath; }
 
     /// The previous path.
@@ -192,14 +193,14 @@ private:
     Path _previousPath;
 };
 
-/// An object that has paths already can be reached as `item` too.
+/// An object got an additional path, that of `item`.
 class KIV_EXPORT ObjectPathAdd : public ObjectPathChange
 {
 public:
     explicit ObjectPathAdd(const SceneItem::Ptr& item);
     ~ObjectPathAdd() override;
 
-    /// The item at the further path.
+    /// The item at the additional path.
     [[nodiscard]] SceneItem::Ptr item() const { return _item; }
 
     [[nodiscard]] Path changedPath() const override;
@@ -208,14 +209,14 @@ private:
     SceneItem::Ptr _item;
 };
 
-/// An object that keeps other paths is no longer reached by `removedPath`.
+/// An object lost the path `removedPath` and keeps other paths.
 class KIV_EXPORT ObjectPathRemove : public ObjectPathChange
 {
 public:
     explicit ObjectPathRemove(const Path& removedPath);
     ~ObjectPathRemove() override;
 
-    /// The path that leads nowhere now.
+    /// The path that the object lost.
     [[nodiscard]] Path removedPath() const { return _removedPath; }
 
     [[nodiscard]] Path changedPath() const override;
@@ -224,7 +225,7 @@ private:
     Path _removedPath;
 };
 
-/// Nothing known about `root`, but for its path, and about the items under it holds any more; ask
+/// Everything cached about `root`, except its path, and about its descendants is stale; query it
 /// again.
 class KIV_EXPORT SubtreeInvalidate : public SceneChanged
 {
@@ -232,7 +233,7 @@ public:
     explicit SubtreeInvalidate(const SceneItem::Ptr& root);
     ~SubtreeInvalidate() override;
 
-    /// The item that, with all that is under it, is to be asked for anew.
+    /// The top of the subtree to be queried again.
     [[nodiscard]] SceneItem::Ptr root() const { return _root; }
 
     [[nodiscard]] Path changedPath() const override;
@@ -241,18 +242,18 @@ private:
     SceneItem::Ptr _root;
 };
 
-/// The changes gathered under a notification guard, in the order in which they happened. Holds none
-/// when nothing changed under the guard.
+/// The changes gathered under a notification guard, in the order in which they happened; empty if
+/// nothing changed under the guard.
 ///
-/// It arrives when all of them have happened: the item or path of a change may have been renamed or
-/// deleted by a later one, so `Hierarchy::createItem` may be null for it.
+/// It is delivered after all of them: a later change may have renamed or deleted the item of an
+/// earlier one, so `Hierarchy::createItem` may return null for it.
 class KIV_EXPORT SceneCompositeNotification : public SceneChanged
 {
 public:
     /// One change.
     struct Op
     {
-        /// What `change` says. The item is left null when `change` carries none.
+        /// Takes the fields from `change`. The item is null if `change` has none.
         explicit Op(const SceneChanged& change);
 
         OpType opType;          ///< The change's `opType()`.
@@ -279,7 +280,7 @@ public:
     [[nodiscard]] const_iterator cbegin() const noexcept { return _ops.cbegin(); }
     [[nodiscard]] const_iterator cend() const noexcept { return _ops.cend(); }
 
-    /// Adds the change as `Op(change)`. To add those of another composite, append its ops.
+    /// Adds the change as `Op(change)`. To add the changes of another composite, append its ops.
     void appendSceneChanged(const SceneChanged& change);
 
     /// Adds a change as it is.
@@ -289,10 +290,10 @@ private:
     Ops _ops;
 };
 
-/// Calls `visit` with each change that a notification of the scene tells of, a single one and each
-/// of a composite alike, in order, as a `SceneCompositeNotification::Op`. Changes whose
-/// `changedPath()` is not `wanted` are left out, without a single one being made an `Op`: that
-/// makes it cheap to observe a few items of a large scene. Other notifications tell of none.
+/// Calls `visit` with each change of a notification of the scene, a single one or each of a
+/// composite, in order, as a `SceneCompositeNotification::Op`. Leaves out changes whose
+/// `changedPath()` is not `wanted`, and makes no `Op` of a single one that is left out: that makes
+/// it cheap to observe a few items of a large scene. Other notifications have no changes.
 template <class Wanted, class Visit>
 void forEachOp(const Notification& notification, Wanted&& wanted, Visit&& visit)
 {
@@ -316,7 +317,7 @@ void forEachOp(const Notification& notification, Wanted&& wanted, Visit&& visit)
     }
 }
 
-/// Calls `visit` with all of them.
+/// Calls `visit` with all changes.
 template <class Visit>
 void forEachOp(const Notification& notification, Visit&& visit)
 {

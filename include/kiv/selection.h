@@ -12,7 +12,7 @@
 
 namespace Kiv_v4 {
 
-/// An ordered set of scene items in which no path occurs twice. It answers at once whether a path,
+/// An ordered set of scene items in which no path occurs twice. It finds out fast whether a path,
 /// an ancestor of it or a descendant of it is selected.
 ///
 ///     Selection selection;
@@ -22,23 +22,24 @@ namespace Kiv_v4 {
 ///     for (const auto& selected : selection) { ... }      // in order
 ///
 /// Two items of the same path are the same member, as are two paths of the same components in
-/// different segments. A duplicate to add and an item to remove that is not selected are no errors:
-/// the operation gives false and nothing changes.
+/// different segments. Adding a selected item and removing one that is not selected are not errors:
+/// the operation returns false and changes nothing.
 ///
-/// Each change is made of a step without consequences (`do...`) and a hook (`post...`) for derived
-/// classes, which runs after a change. Callers that must not announce anything use the steps.
+/// Each operation consists of a step (`do...`), which makes the change and notifies nobody, and a
+/// hook (`post...`) for derived classes, which runs after a change. Callers that must not notify
+/// anybody use the steps.
 ///
-/// **Lifetime.** A selection holds its items. Iterators are good until their item is removed.
+/// **Lifetime.** A selection holds its items. Iterators are valid until their item is removed.
 ///
-/// **Reentrancy.** Hooks run when the change is complete and may read and change the selection. So
-/// may destructors of items that a change drops.
+/// **Reentrancy.** Hooks run when the change is complete and may read and change the selection.
+/// Destructors of items that a change drops may do so too.
 ///
-/// **Cost.** Constant per item, whatever the size of the selection, unless said otherwise. The
-/// first question about ancestors, descendants or the trie itself builds the trie, once, linear in
-/// the number of items; from then on it is kept in step.
+/// **Cost.** Constant per item, whatever the size of the selection, unless stated otherwise. The
+/// first query about ancestors, descendants or the trie itself builds the trie, once, linear in the
+/// number of items; from then on every change updates it.
 ///
-/// **Errors.** `std::invalid_argument` where said. When an allocation fails, `append`, `insert`,
-/// `remove` and their steps leave the selection as it was.
+/// **Errors.** "Throws" below means `std::invalid_argument`. If an allocation fails, `append`,
+/// `insert`, `remove` and their steps leave the selection as it was.
 class KIV_EXPORT Selection
 {
 public:
@@ -59,7 +60,7 @@ public:
     /// The same items in the same order.
     Selection(const Selection& other);
 
-    /// Takes the items, then runs the hook `postClear` of `other`, which is empty and usable.
+    /// Takes the items, then runs the hook `postClear` of `other`, which is then empty and usable.
     Selection(Selection&& other);
 
     virtual ~Selection();
@@ -67,8 +68,8 @@ public:
     /// As `replaceWith`, also for a selection assigned to itself.
     Selection& operator=(const Selection& other);
 
-    /// Takes the items, then runs the hook `postClear` of `other`, which is empty and usable, then
-    /// `postReplaceWith` here. A selection assigned to itself is left empty.
+    /// Takes the items, then runs the hook `postClear` of `other`, which is then empty and usable,
+    /// then `postReplaceWith` here. A selection assigned to itself becomes empty.
     Selection& operator=(Selection&& other);
 
     /// The number of items.
@@ -79,24 +80,24 @@ public:
     /// Whether an item of that path is selected.
     [[nodiscard]] bool contains(const Path& path) const noexcept;
 
-    /// The prefix questions of `Trie`, asked of the selected paths.
+    /// The prefix queries of `Trie` on the selected paths.
     [[nodiscard]] bool containsAncestor(const Path& path) const;
     [[nodiscard]] bool containsAncestorInclusive(const Path& path) const;
     [[nodiscard]] bool containsDescendant(const Path& path) const;
     [[nodiscard]] bool containsDescendantInclusive(const Path& path) const;
 
-    /// The selected items at and below `path`, without a walk of the others: an item before those
-    /// below it, siblings in the order in which their names were interned. All of them for a path
-    /// without components. Segments do not count, as in the other prefix questions; see
-    /// `Path::isAtOrBelow`. Linear in the path's length and in what is found, but for the sorting
-    /// of siblings.
+    /// The selected items at and below `path`, found without a walk over the others: an item before
+    /// those below it, siblings in the order in which their names were interned. All items for a
+    /// path without components. Segments do not count, as in the other prefix queries; compare
+    /// `Path::isAtOrBelow`. Linear in the path's length and in the number of items found, except
+    /// for the sorting of siblings.
     ///
-    /// Undefined when a caller has put positions of its own into the trie.
+    /// Undefined if a caller has put positions of its own into the trie.
     [[nodiscard]] std::vector<SceneItem::Ptr> itemsUnder(const Path& path) const;
 
     /// The item of the longest path that is a proper ancestor of all selected paths, made by its
-    /// run-time: for one item, its parent. Null when the items share no first component, and when
-    /// the run-time makes none. Throws when the selection is empty, and as `Hierarchy::createItem`
+    /// run-time: for one item, its parent. Null if the items share no first component or the
+    /// run-time makes no item. Throws if the selection is empty, and as `Hierarchy::createItem`
     /// does.
     [[nodiscard]] SceneItem::Ptr closestCommonAncestor() const;
 
@@ -104,8 +105,8 @@ public:
     [[nodiscard]] const SceneItem::Ptr& front() const noexcept { return _items.front(); }
     [[nodiscard]] const SceneItem::Ptr& back() const noexcept { return _items.back(); }
 
-    /// The item that follows the one of `item`'s path, null after the last. Throws for a null item
-    /// and for one that is not selected.
+    /// The item after the one with the path of `item`; null after the last. Throws if `item` is
+    /// null or not selected.
     [[nodiscard]] SceneItem::Ptr next(const SceneItem::Ptr& item) const;
 
     /// The items in order, and from the last to the first.
@@ -118,33 +119,34 @@ public:
     [[nodiscard]] const_reverse_iterator crbegin() const noexcept { return _items.crbegin(); }
     [[nodiscard]] const_reverse_iterator crend() const noexcept { return _items.crend(); }
 
-    /// The selected paths with their positions, good for as long as the selection. Only prefix
-    /// questions are answered from it: what a caller changes in it changes their answers and
-    /// neither the items nor `contains`, and the next `clear` or replacement undoes it.
+    /// The selected paths with their positions; the reference is valid for as long as the
+    /// selection. Only prefix queries use the trie: changes that a caller makes in it change their
+    /// results and neither the items nor `contains`, and the next `clear` or replacement undoes
+    /// them.
     [[nodiscard]] const PathTrie& trie() const;
     [[nodiscard]] PathTrie& trie();
 
-    /// Adds the item at the end, unless its path is selected; then runs `postAppend`. Throws for a
-    /// null item.
+    /// Adds the item at the end, unless its path is selected; then runs `postAppend`. Throws if the
+    /// item is null.
     bool append(const SceneItem::Ptr& item);
 
-    /// Removes the item of the same path; then runs `postRemove` with the item given. Throws for a
-    /// null item.
+    /// Removes the item of the same path; then runs `postRemove` with the argument. Throws if the
+    /// item is null.
     bool remove(const SceneItem::Ptr& item);
 
-    /// Adds the item before the one of `position`'s path, unless its own path is selected; then
-    /// runs `postInsert`. A null `position` makes it `append`. Throws for a null item, and for a
-    /// position that is not selected (which a duplicate is never asked for).
+    /// Adds the item before the one with the path of `position`, unless its own path is selected;
+    /// then runs `postInsert`. The same as `append` if `position` is null. Throws if the item is
+    /// null, and if `position` is not selected (not checked if the item's path is selected).
     bool insert(const SceneItem::Ptr& position, const SceneItem::Ptr& item);
 
-    /// Removes all items; then runs `postClear`, also when there were none. Linear.
+    /// Removes all items; then runs `postClear`, even if there were none. Linear.
     void clear();
 
-    /// Becomes a copy of `other`; then runs `postReplaceWith`. A selection replaced with itself is
-    /// left empty, since it is emptied first. Linear.
+    /// Becomes a copy of `other`; then runs `postReplaceWith`. A selection replaced with itself
+    /// becomes empty, since it is cleared first. Linear.
     void replaceWith(const Selection& other);
 
-    /// The change without the hook. Items are not null.
+    /// The changes without the hooks. `item` must not be null.
     bool doAppend(const SceneItem::Ptr& item);
     bool doRemove(const SceneItem::Ptr& item);
     bool doInsert(const SceneItem::Ptr& position, const SceneItem::Ptr& item);
@@ -152,7 +154,7 @@ public:
     void doReplaceWith(const Selection& other);
 
 protected:
-    /// What happened, for derived classes; nothing is done here. References are good for the call.
+    /// Hooks for derived classes; here they do nothing. References are valid during the call.
     virtual void postAppend(const SceneItem::Ptr& item);
     virtual void postRemove(const SceneItem::Ptr& item);
     virtual void postInsert(const SceneItem::Ptr& position, const SceneItem::Ptr& item);

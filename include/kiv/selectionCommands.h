@@ -15,12 +15,12 @@ namespace Kiv_v4 {
 //
 // The commands remember paths and make the items again each time they run, so they outlive the item
 // objects. Each change goes through the selection's public operations and notifies its observers. A
-// change that finds the selection in the wanted state already is silent. When an item no longer
-// exists, or the command was made without a selection, `std::invalid_argument` is thrown and, by
-// the commands that rebuild a selection, nothing is changed.
+// command notifies nobody if the selection is already in the wanted state. A command throws
+// `std::invalid_argument` if an item no longer exists or its selection is null; the commands that
+// rebuild a selection then change nothing.
 //
-// `createAndExecute` makes a command, executes it and gives it back; an exception from the
-// execution passes through.
+// `createAndExecute` makes a command, executes it and returns it; an exception from the execution
+// passes through.
 
 /// Appends an item.
 class KIV_EXPORT SelectionAppendItem : public UndoableCommand
@@ -31,7 +31,7 @@ public:
     SelectionAppendItem(const ObservableSelection::Ptr& selection, const SceneItem::Ptr& item);
     ~SelectionAppendItem() override;
 
-    /// Makes the command, executes it and gives it back.
+    /// Makes the command, executes it and returns it.
     static Ptr createAndExecute(const ObservableSelection::Ptr& selection,
                                 const SceneItem::Ptr& item);
 
@@ -43,7 +43,7 @@ private:
     const Path _path;
 };
 
-/// Removes an item. Undoing appends it at the end, not at its former place.
+/// Removes an item. Undo appends it at the end, not at its former place.
 class KIV_EXPORT SelectionRemoveItem : public UndoableCommand
 {
 public:
@@ -52,7 +52,7 @@ public:
     SelectionRemoveItem(const ObservableSelection::Ptr& selection, const SceneItem::Ptr& item);
     ~SelectionRemoveItem() override;
 
-    /// Makes the command, executes it and gives it back.
+    /// Makes the command, executes it and returns it.
     static Ptr createAndExecute(const ObservableSelection::Ptr& selection,
                                 const SceneItem::Ptr& item);
 
@@ -64,7 +64,7 @@ private:
     const Path _path;
 };
 
-/// Clears a selection. Undoing gives back what it held when the command was made.
+/// Clears a selection. Undo restores the items that it held when the command was made.
 class KIV_EXPORT SelectionClear : public UndoableCommand
 {
 public:
@@ -73,7 +73,7 @@ public:
     explicit SelectionClear(const ObservableSelection::Ptr& selection);
     ~SelectionClear() override;
 
-    /// Makes the command, executes it and gives it back.
+    /// Makes the command, executes it and returns it.
     static Ptr createAndExecute(const ObservableSelection::Ptr& selection);
 
     void undo() override;
@@ -84,7 +84,8 @@ private:
     const std::list<Path> _paths;
 };
 
-/// Replaces what a selection holds. Undoing gives back what it held when the command was made.
+/// Replaces the items of a selection. Undo restores the items that it held when the command was
+/// made.
 class KIV_EXPORT SelectionReplaceWith : public UndoableCommand
 {
 public:
@@ -93,7 +94,7 @@ public:
     SelectionReplaceWith(const ObservableSelection::Ptr& selection, const Selection& replacement);
     ~SelectionReplaceWith() override;
 
-    /// Makes the command, executes it and gives it back.
+    /// Makes the command, executes it and returns it.
     static Ptr createAndExecute(const ObservableSelection::Ptr& selection,
                                 const Selection& replacement);
 

@@ -10,16 +10,16 @@
 
 namespace Kiv_v4 {
 
-// What an observable selection tells its observers. Items are shared with the notification.
+// The notifications of an observable selection. A notification shares its items.
 
 /// A change of a selection.
 ///
-/// Each operation belongs to one class below (`Append` to `SelectionItemAppended`, and so on) and
-/// is carried by it alone.
+/// Each operation belongs to one class below (`Append` to `SelectionItemAppended`, and so on); only
+/// that class has it.
 class KIV_EXPORT SelectionChanged : public Notification
 {
 public:
-    /// What happened.
+    /// The operations.
     enum OpType : std::uint32_t {
         Append = 0,
         Remove = 1,
@@ -32,14 +32,14 @@ public:
     explicit SelectionChanged(OpType opType);
     ~SelectionChanged() override;
 
-    /// What happened: the class of the notification.
+    /// The operation, which names the class of the notification.
     [[nodiscard]] OpType opType() const noexcept { return _opType; }
 
 private:
     OpType _opType;
 };
 
-/// `item` is now the last one.
+/// `item` was appended.
 class KIV_EXPORT SelectionItemAppended : public SelectionChanged
 {
 public:
@@ -53,28 +53,28 @@ private:
     SceneItem::Ptr _item;
 };
 
-/// The item of the path of `item` is no longer selected.
+/// The item with the path of `item` was removed.
 class KIV_EXPORT SelectionItemRemoved : public SelectionChanged
 {
 public:
     explicit SelectionItemRemoved(const SceneItem::Ptr& item);
     ~SelectionItemRemoved() override;
 
-    /// The item that the caller removed, of the path of the one that was selected.
+    /// The argument of `remove`, which has the path of the item that was selected.
     [[nodiscard]] SceneItem::Ptr item() const { return _item; }
 
 private:
     SceneItem::Ptr _item;
 };
 
-/// `item` is now the one before `position`.
+/// `item` was inserted before `position`.
 class KIV_EXPORT SelectionItemInserted : public SelectionChanged
 {
 public:
     SelectionItemInserted(const SceneItem::Ptr& position, const SceneItem::Ptr& item);
     ~SelectionItemInserted() override;
 
-    /// The item that the new one stands before.
+    /// The item after the new one.
     [[nodiscard]] SceneItem::Ptr position() const { return _position; }
     /// The new item.
     [[nodiscard]] SceneItem::Ptr item() const { return _item; }
@@ -84,7 +84,7 @@ private:
     SceneItem::Ptr _item;
 };
 
-/// Nothing is selected, as perhaps before.
+/// The selection was cleared; it may already have been empty.
 class KIV_EXPORT SelectionCleared : public SelectionChanged
 {
 public:
@@ -92,7 +92,7 @@ public:
     ~SelectionCleared() override;
 };
 
-/// The items are others, perhaps; the selection itself tells which.
+/// The items were replaced, possibly by the same ones; the selection lists them.
 class KIV_EXPORT SelectionReplaced : public SelectionChanged
 {
 public:
@@ -100,15 +100,15 @@ public:
     ~SelectionReplaced() override;
 };
 
-/// The changes gathered under a notification guard, in the order in which they happened. Holds none
-/// when nothing changed under the guard.
+/// The changes gathered under a notification guard, in the order in which they happened; empty if
+/// nothing changed under the guard.
 class KIV_EXPORT SelectionCompositeNotification : public SelectionChanged
 {
 public:
     /// One change.
     struct Op
     {
-        /// What `change` says.
+        /// Takes the fields from `change`.
         explicit Op(const SelectionChanged& change);
 
         explicit Op(OpType type, SceneItem::Ptr changedItem = nullptr,

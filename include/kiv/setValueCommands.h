@@ -7,10 +7,10 @@
 
 namespace Kiv_v4 {
 
-// Commands that set a value of an item and can be given another value after they were executed, as
-// an interactive manipulation does: it executes one command, sets it again and again while the user
-// drags, and leaves one entry in the undo history. `set` changes the item at once and is what
-// `redo` does again; it returns false when the run-time refuses.
+// Commands that set a value of an item and can set another value after they were executed, for
+// interactive manipulation: it executes one command, calls `set` again and again while the user
+// drags, and leaves one entry in the undo history. `set` changes the item at once and returns false
+// if the run-time refuses; `redo` sets the last value again.
 
 /// Sets one value.
 template <class T>
@@ -20,7 +20,7 @@ public:
     explicit SetValueUndoableCommand(const Path& path);
     ~SetValueUndoableCommand() override;
 
-    /// Sets the item to `value` at once; false when the run-time refuses.
+    /// Sets the item to `value` at once. Returns false if the run-time refuses.
     virtual bool set(T value) = 0;
 };
 
@@ -32,7 +32,7 @@ public:
     explicit SetValue2UndoableCommand(const Path& path);
     ~SetValue2UndoableCommand() override;
 
-    /// Sets the item to both values at once; false when the run-time refuses.
+    /// Sets the item to both values at once. Returns false if the run-time refuses.
     virtual bool set(T first, T second) = 0;
 };
 
@@ -44,7 +44,7 @@ public:
     explicit SetValue3UndoableCommand(const Path& path);
     ~SetValue3UndoableCommand() override;
 
-    /// Sets the item to the three values at once; false when the run-time refuses.
+    /// Sets the item to the three values at once. Returns false if the run-time refuses.
     virtual bool set(T first, T second, T third) = 0;
 };
 
@@ -56,7 +56,7 @@ public:
     explicit SetValue4UndoableCommand(const Path& path);
     ~SetValue4UndoableCommand() override;
 
-    /// Sets the item to the four values at once; false when the run-time refuses.
+    /// Sets the item to the four values at once. Returns false if the run-time refuses.
     virtual bool set(T first, T second, T third, T fourth) = 0;
 };
 
@@ -73,7 +73,7 @@ extern template class SetValue3UndoableCommand<float>;
 extern template class SetValue3UndoableCommand<double>;
 extern template class SetValue4UndoableCommand<float>;
 
-/// Sets values of that type. `light.h` has those for the properties of lights.
+/// Set values of that type. `light.h` has the ones for the properties of lights.
 using SetBoolUndoableCommand = SetValueUndoableCommand<bool>;
 using SetIntUndoableCommand = SetValueUndoableCommand<int>;
 using SetFloatUndoableCommand = SetValueUndoableCommand<float>;

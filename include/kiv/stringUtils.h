@@ -11,10 +11,10 @@ namespace Kiv_v4 {
 [[nodiscard]] KIV_EXPORT std::string lstrip(std::string s, char c);
 
 /// The pieces of `s` between the occurrences of `c`. Empty pieces in front and in the middle are
-/// kept, a trailing `c` gives no empty last piece, an empty `s` gives no pieces:
-/// `a//b` is `a`, ``, `b`; `/a` is ``, `a`; `a/` is `a`.
+/// kept; a trailing `c` makes no empty last piece; an empty `s` has no pieces: `a//b` is `a`, ``,
+/// `b`; `/a` is ``, `a`; `a/` is `a`.
 ///
-/// A `c` of 0 separates nothing: the result is `s` alone, even when `s` is empty.
+/// A `c` of 0 separates nothing: the result is `s` alone, even if `s` is empty.
 [[nodiscard]] KIV_EXPORT std::vector<std::string> split(const std::string& s, char c);
 
 /// The same with a separator of any length; an empty `separator` separates nothing.

@@ -11,7 +11,7 @@ namespace Kiv_v4 {
 
 class Notification;
 
-/// Something that tells observers what happens to it: the scene, a selection, one item's transform.
+/// A source of notifications, such as the scene, a selection or one item's transform.
 ///
 ///     class Repaint : public Observer
 ///     {
@@ -20,25 +20,25 @@ class Notification;
 ///     const auto repaint = std::make_shared<Repaint>(); // kept by its owner
 ///     subject.addObserver(repaint);
 ///
-/// **Order.** Observers are called one after another, in an order that depends on where in memory
-/// their ownership records lie: neither the order in which they were added, nor the same in every
-/// run of the program. Observers that depend on each other's work cannot be built on it.
+/// **Order.** The subject calls observers one after another, in an order that depends on the memory
+/// addresses of their ownership records: neither the order in which they were added, nor the same
+/// in every run of the program. Observers must not rely on the order.
 ///
-/// **Lifetime.** The subject refers to its observers weakly and never keeps one alive, but for the
-/// duration of a call to it. An observer that has died is no longer called and its entry is dropped
-/// at the next occasion. Observers are not told that their subject dies. Observers belong to one
-/// subject object: they are neither copied nor moved nor assigned with it.
+/// **Lifetime.** The subject refers to its observers weakly and keeps one alive only during a call
+/// to it. It no longer calls an observer that has died, and drops its entry at the next occasion.
+/// Observers are not notified when their subject dies. Observers belong to one subject object: they
+/// are neither copied nor moved nor assigned with it.
 ///
-/// **Reentrancy.** The subject walks its own set while it notifies, not a copy. From inside a
+/// **Reentrancy.** While it notifies, the subject walks its own set, not a copy. From inside a
 /// notification an observer may
-/// - add observers; whether this same notification still reaches them is open;
-/// - release other observers' last owners, or its own: those that were not reached yet are not
-///   called any more;
+/// - add observers; whether they still receive this notification is unspecified;
+/// - release the last owner of another observer, or its own: observers that were not called yet are
+///   then not called;
 /// - ask `hasObserver` and `nbObservers`;
-/// - change the subject again, or notify: the inner notification reaches every observer before the
-///   outer one goes on, so that observers late in the order see the two in reverse;
-/// - open a `NotificationGuard`: the outer notification is delivered to the end, what happens under
-///   the guard is delivered when it closes.
+/// - change the subject again, or notify: every observer receives the inner notification before the
+///   outer one continues, so observers late in the order receive the two in reverse;
+/// - open a `NotificationGuard`: the outer notification is delivered completely; changes under the
+///   guard are delivered when it closes.
 ///
 /// It must not, on pain of undefined behaviour,
 /// - remove itself or any other observer from the subject: release the observer, or remove it after
@@ -47,51 +47,52 @@ class Notification;
 ///   the notification;
 /// - destroy the subject.
 ///
-/// **Errors.** An observer that throws does not keep the others from being called: exceptions
-/// derived from `std::exception` are written to the diagnostic log and swallowed. Any other
-/// exception ends the notification and reaches the caller of `notify`; the later observers are not
-/// called.
+/// **Errors.** If an observer throws an exception derived from `std::exception`, the subject writes
+/// it to the diagnostic log, swallows it and calls the other observers. Any other exception ends
+/// the notification and passes through `notify`; the later observers are not called.
 ///
-/// **Threads.** A subject and its observers belong to the host's main thread.
+/// **Threads.** Use a subject and its observers on the host's main thread.
 ///
 /// **Cost.** Adding, removing and finding an observer are logarithmic in the number of observers.
-/// Notifying is linear in it, and allocates nothing unless it finds observers that have died.
+/// Notifying is linear in that number, and allocates nothing unless it finds observers that have
+/// died.
 class KIV_EXPORT Subject
 {
 public:
     Subject();
 
-    /// A copy, whether made or assigned to, has the observers that it had before: at first none.
+    /// Observers are never copied or moved: a new copy has none, an assigned-to subject keeps its
+    /// own.
     Subject(const Subject&);
     Subject(Subject&&) noexcept;
     Subject& operator=(const Subject&);
     Subject& operator=(Subject&&) noexcept;
     virtual ~Subject();
 
-    /// Lets `obs`, which is not null, hear of what happens from now on; false when it does so
-    /// already.
+    /// Registers `obs`, which must not be null. Returns false if it is already registered.
     bool addObserver(const std::shared_ptr<Observer>& obs);
 
-    /// False when `obs` was not among the observers.
+    /// Removes `obs`. Returns false if it was not registered.
     bool removeObserver(const std::shared_ptr<Observer>& obs);
 
-    /// Whether `obs` hears of what happens.
+    /// Whether `obs` is registered.
     [[nodiscard]] bool hasObserver(const std::shared_ptr<Observer>& obs) const;
 
-    /// The number of living observers. Linear in the number of observers, since those that died are
-    /// forgotten on this occasion.
+    /// The number of living observers. Linear in the number of observers, since it forgets those
+    /// that died.
     [[nodiscard]] std::size_t nbObservers() const;
 
-    /// Whether there is a living observer. Forgets those that died up to the first that lives, so
-    /// that asking again and again while observers go is linear in their number on the whole.
+    /// Whether there is a living observer. Forgets the dead ones that it finds before the first
+    /// living one, so that repeated calls while observers die are linear in their number
+    /// altogether.
     [[nodiscard]] bool hasObservers() const;
 
-    /// Calls every living observer with `notification`. Throws `std::logic_error`, and calls none,
-    /// while notifications are being gathered.
+    /// Calls every living observer with `notification`. While notifications are being gathered,
+    /// throws `std::logic_error` and calls none.
     virtual void notify(const Notification& notification);
 
-    // The composite: what `NotificationGuard` works with. Subjects that can deliver the news of
-    // many changes as one composite notification override the three and gather in between.
+    // The functions that `NotificationGuard` calls. Subjects that can deliver many changes as one
+    // composite notification override all three and gather in between.
 
     /// Whether notifications are being gathered instead of delivered. By default false.
     [[nodiscard]] virtual bool inCompositeNotification() const;
@@ -99,7 +100,7 @@ public:
     /// Begins to gather. By default does nothing.
     virtual void beginNotificationGuard();
 
-    /// Delivers what was gathered. By default does nothing.
+    /// Delivers the gathered changes. By default does nothing.
     virtual void endNotificationGuard();
 
 protected:

@@ -9,27 +9,27 @@
 
 namespace Kiv_v4 {
 
-/// Hears of the changes of the scene that are about one subtree, single ones and those of a batch
+/// Selects the changes of the scene that concern one subtree, single ones and those of a batch
 /// alike: for panels that show a part of a large scene.
 ///
 ///     const auto observer = std::make_shared<SubtreeObserver>(props->path(), refresh);
 ///     Scene::instance().addObserver(observer);
 ///
-/// A change is about the subtree when it is of its top, of an item below that, or of an ancestor,
-/// which takes the subtree along, and when it brings an item into the subtree. Segments count as in
+/// A change concerns the subtree if it changes the top, an item below it, or an ancestor, which
+/// takes the subtree along, and if it brings an item into the subtree. Segments count as in
 /// `Path::isAtOrBelow`.
 ///
-/// The top stays the same path. A panel that follows its items makes another observer when it hears
-/// of a rename or a move of the top or of an ancestor.
+/// The path of the top never changes. A panel that follows its items must make another observer
+/// when the top or an ancestor is renamed or moved.
 ///
 /// **Cost.** A change elsewhere costs a comparison of paths.
 class KIV_EXPORT SubtreeObserver : public Observer
 {
 public:
-    /// What is done with a change.
+    /// Called with a change.
     using Work = std::function<void(const SceneCompositeNotification::Op&)>;
 
-    /// `work`, which is not empty, is called for each change that is about the subtree at `top`.
+    /// Calls `work`, which must not be empty, for each change that concerns the subtree at `top`.
     SubtreeObserver(Path top, Work work);
     ~SubtreeObserver() override;
 

@@ -14,11 +14,11 @@
 namespace Kiv_v4 {
 
 /// A run-time's part of a walk over a subtree, made by `Hierarchy_v4_2::segmentWalk`: an item of
-/// the run-time and all that is under it, parents before children, children in their order. Clients
-/// use `SubtreeWalk`.
+/// the run-time and its descendants, parents before children, children in their order. Clients use
+/// `SubtreeWalk`.
 ///
-/// Children of another run-time are told like any other; what is under them is not, since the
-/// library goes on there with their own run-time.
+/// The walk visits children of another run-time, but not their descendants: there the library
+/// continues with their own run-time.
 class KIV_EXPORT SegmentWalk
 {
 public:
@@ -29,24 +29,24 @@ public:
     SegmentWalk& operator=(const SegmentWalk&) = delete;
     virtual ~SegmentWalk();
 
-    /// Goes to the next item, first of all to the one that the walk begins with; false behind the
-    /// last.
+    /// Goes to the next item, in the first call to the one that the walk begins with. Returns false
+    /// after the last.
     virtual bool next() = 0;
 
-    /// Lets `next` leave out what is under the current item.
+    /// Makes `next` leave out the descendants of the current item.
     virtual void skipSubtree() = 0;
 
-    /// The number of items between the current one and the one that the walk began with, that one
-    /// counted; 0 for that one itself.
+    /// The number of levels from the item that the walk began with down to the current one; 0 for
+    /// that item itself.
     [[nodiscard]] virtual std::size_t depth() const = 0;
 
     /// The current item's run-time.
     [[nodiscard]] virtual Rtid runTimeId() const = 0;
 
-    /// The last component of the current item's path. Valid until the walk goes on.
+    /// The last component of the current item's path. Valid until the next call of `next`.
     [[nodiscard]] virtual const PathComponent& name() const = 0;
 
-    /// The current item's `SceneItem::nodeType`. Valid until the walk goes on.
+    /// The current item's `SceneItem::nodeType`. Valid until the next call of `next`.
     [[nodiscard]] virtual const std::string& nodeType() const = 0;
 
     /// The current item's path.
@@ -56,48 +56,48 @@ public:
     [[nodiscard]] virtual SceneItem::Ptr item() const = 0;
 };
 
-/// Goes over an item and all that is under it, parents before children, across gateways and
-/// whatever the run-times are:
+/// Visits an item and its descendants, parents before children, across gateways and whatever the
+/// run-times are:
 ///
 ///     for (SubtreeWalk walk(top); walk.next();) {
 ///         if (walk.nodeType() == "group") { walk.skipSubtree(); }
 ///     }
 ///
-/// It makes no items, and no paths but those asked for, where the run-time offers `Hierarchy_v4_2`.
-/// Elsewhere it lists `Hierarchy::children`. An item whose run-time has no hierarchy handler is
-/// told, and nothing under it.
+/// Where the run-time offers `Hierarchy_v4_2`, the walk makes only the items and paths that the
+/// caller asks for. Elsewhere it lists `Hierarchy::children`. It visits an item whose run-time has
+/// no hierarchy handler, but nothing under it.
 ///
-/// **Lifetime.** The walk serves until the scene changes. To go on after an edit, begin anew; a
-/// run-time that notices throws `std::logic_error` from `next`. What run-times throw passes
-/// through; `next` can be called again and goes on with what is left.
+/// **Lifetime.** A walk is valid until the scene changes: after an edit, you must begin a new one.
+/// A run-time that notices the change throws `std::logic_error` from `next`. Exceptions of
+/// run-times pass through; after one, `next` continues with the remaining items.
 ///
 /// **Cost.** Linear in the number of items, whatever the depth.
 class KIV_EXPORT SubtreeWalk
 {
 public:
-    /// Stands before `top`. A null item or one without a path gives a walk over nothing.
+    /// Begins before `top`. The walk visits nothing if `top` is null or has an empty path.
     explicit SubtreeWalk(const SceneItem::Ptr& top);
     SubtreeWalk(const SubtreeWalk&) = delete;
     SubtreeWalk& operator=(const SubtreeWalk&) = delete;
     ~SubtreeWalk();
 
-    /// Goes to the next item, first of all to `top`; false behind the last, and from then on. All
-    /// else is asked for only after it returned true.
+    /// Goes to the next item, in the first call to `top`. Returns false after the last, and from
+    /// then on. The other functions must only be called after it returned true.
     bool next();
 
-    /// Lets `next` leave out what is under the current item.
+    /// Makes `next` leave out the descendants of the current item.
     void skipSubtree();
 
-    /// The number of steps from `top` down to the current item.
+    /// The number of levels from `top` down to the current item.
     [[nodiscard]] std::size_t depth() const;
 
     /// The current item's run-time.
     [[nodiscard]] Rtid runTimeId() const;
 
-    /// The last component of the current item's path. Valid until the walk goes on.
+    /// The last component of the current item's path. Valid until the next call of `next`.
     [[nodiscard]] const PathComponent& name() const;
 
-    /// The current item's `SceneItem::nodeType`. Valid until the walk goes on.
+    /// The current item's `SceneItem::nodeType`. Valid until the next call of `next`.
     [[nodiscard]] const std::string& nodeType() const;
 
     /// The current item's path.

@@ -12,8 +12,8 @@
 
 namespace Kiv_v4 {
 
-/// Which edit the caller is about to make, so that a run-time that keeps several transforms for an
-/// item can choose the one to edit.
+/// The edit that the caller is about to make, so that a run-time that keeps several transforms for
+/// an item can choose the one to edit.
 class KIV_EXPORT EditTransform3dHint
 {
 public:
@@ -33,44 +33,44 @@ public:
     EditTransform3dHint& operator=(const EditTransform3dHint&) = default;
     virtual ~EditTransform3dHint();
 
-    /// Which edit is to come.
+    /// The kind of edit.
     [[nodiscard]] Type type() const noexcept { return _type; }
 
 private:
     Type _type;
 };
 
-/// Edits the 3D transform of one scene item, property by property or as a matrix. How a run-time
-/// makes the item's matrix of the properties is its own business; `matrix()` gives the result.
+/// Edits the 3D transform of one scene item, property by property or as a matrix. Each run-time has
+/// its own rule for making the item's matrix of the properties; `matrix()` returns the result.
 ///
 /// Translations and pivots are in scene units, rotations in degrees about x, y and z, scale and
 /// shear are factors. The values are absolute: `translate` sets the translation.
 ///
-/// Each property has a command maker, which changes nothing and gives null when the run-time
-/// refuses, a setter, which executes that command and drops it, or does nothing when there is none,
-/// and a getter. The last four vector properties are optional: unless a run-time overrides them,
-/// nothing can be set and zero is read.
+/// Each property has a command maker, which changes nothing and returns null if the run-time
+/// refuses, a setter, which executes that command and drops it, or does nothing if it is null, and
+/// a getter. The last four vector properties are optional: unless a run-time overrides them, they
+/// cannot be set and read as zero.
 ///
-/// Run-times announce changes with `notify`. Observers of an item are found by its path and held by
-/// weak reference; a null item is answered with false or 0. The item given to the first observer is
-/// kept, for the notifications, until the last one is removed or the run-time's registration ends:
-/// do remove observers.
+/// Run-times announce changes with `notify`. The library finds the observers of an item by its path
+/// and holds them by weak reference; for a null item these functions return false or 0. It keeps
+/// the item that came with the first observer, for the notifications, until the last observer is
+/// removed or the run-time's registration ends: observers must be removed.
 class KIV_EXPORT Transform3d : public Transform3dRead
 {
 public:
     using Ptr = std::shared_ptr<Transform3d>;
 
-    /// The transform of `item`; null for a null item, an empty path, a run-time that offers
-    /// none, and an item that has none. Exceptions of the run-time are logged and pass through.
+    /// The transform of `item`; null for a null item, an empty path, a run-time without this
+    /// interface, and an item that has none. Logs and rethrows the run-time's exceptions.
     [[nodiscard]] static Ptr transform3d(const SceneItem::Ptr& item);
 
-    /// The same, suited to the edit that is to come.
+    /// The same, suited to the edit of `hint`.
     [[nodiscard]] static Ptr editTransform3d(const SceneItem::Ptr& item,
                                              const EditTransform3dHint& hint);
 
     ~Transform3d() override;
 
-    /// Where the item stands in its parent's space.
+    /// The item's position in its parent's space.
     [[nodiscard]] virtual UndoableCommand::Ptr translateCmd(double x, double y, double z) = 0;
     virtual void translate(double x, double y, double z);
     [[nodiscard]] virtual Vector3d translation() const = 0;
@@ -95,13 +95,13 @@ public:
     virtual void scalePivot(double x, double y, double z);
     [[nodiscard]] virtual Vector3d scalePivot() const = 0;
 
-    /// Makes up for a rotate pivot that was moved.
+    /// The translation that compensates for a moved rotate pivot.
     [[nodiscard]] virtual UndoableCommand::Ptr translateRotatePivotCmd(double x, double y,
                                                                        double z);
     virtual void translateRotatePivot(double x, double y, double z);
     [[nodiscard]] virtual Vector3d rotatePivotTranslation() const;
 
-    /// Makes up for a scale pivot that was moved.
+    /// The translation that compensates for a moved scale pivot.
     [[nodiscard]] virtual UndoableCommand::Ptr translateScalePivotCmd(double x, double y, double z);
     virtual void translateScalePivot(double x, double y, double z);
     [[nodiscard]] virtual Vector3d scalePivotTranslation() const;
@@ -116,13 +116,13 @@ public:
     virtual void shear(double x, double y, double z);
     [[nodiscard]] virtual Vector3d shear() const;
 
-    /// Sets the properties so that `matrix()` is `matrix`, as far as the run-time can.
+    /// Set the properties so that `matrix()` is `matrix`, as far as the run-time can.
     [[nodiscard]] virtual UndoableCommand::Ptr setMatrixCmd(const Matrix4d& matrix) = 0;
     virtual void setMatrix(const Matrix4d& matrix);
 
-    /// False when `observer` observes the item already.
+    /// Returns false if `observer` already observes the item.
     static bool addObserver(const SceneItem::Ptr& item, const Observer::Ptr& observer);
-    /// False when `observer` does not observe the item.
+    /// Returns false if `observer` does not observe the item.
     static bool removeObserver(const SceneItem::Ptr& item, const Observer::Ptr& observer);
     static bool removeObserver(const Path& path, const Observer::Ptr& observer);
     /// The number of living observers of the item.
@@ -130,14 +130,14 @@ public:
     /// Whether `observer` observes the item.
     [[nodiscard]] static bool hasObserver(const SceneItem::Ptr& item,
                                           const Observer::Ptr& observer);
-    /// Whether the item at `path` is observed. Observers that died without being removed count.
+    /// Whether the item at `path` has observers. Observers that died without being removed count.
     [[nodiscard]] static bool hasObservers(const Path& path);
-    /// Whether an item of the run-time was ever observed; stays true when the last observer has
-    /// gone.
+    /// Whether an item of the run-time was ever observed; stays true after the last observer was
+    /// removed.
     [[nodiscard]] static bool hasObservers(Rtid runTimeId);
 
-    /// Tells the observers of the item at `path`, with a `Transform3dChanged` that carries the item
-    /// given to the first of them.
+    /// Notifies the observers of the item at `path` with a `Transform3dChanged` that carries the
+    /// item that the first of them was added with.
     static void notify(const Path& path);
 };
 

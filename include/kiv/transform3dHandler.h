@@ -8,7 +8,7 @@
 
 namespace Kiv_v4 {
 
-/// What a run-time installs to make its items' transforms.
+/// A run-time installs this handler to make its items' transforms.
 class KIV_EXPORT Transform3dHandler
 {
 public:
@@ -19,14 +19,15 @@ public:
     Transform3dHandler& operator=(const Transform3dHandler&) = delete;
     virtual ~Transform3dHandler();
 
-    /// By default `transform3d(item)`; overridden by a run-time that has a cheaper object for
-    /// reading.
+    /// By default returns `transform3d(item)`. Run-times with a cheaper object for reading override
+    /// it.
     [[nodiscard]] virtual Transform3dRead::Ptr transform3dRead(const SceneItem::Ptr& item) const;
 
-    /// The transform of `item`, an item of this run-time, maybe out of date; null when it has none.
+    /// The transform of `item`, an item of this run-time, possibly out of date; null if it has
+    /// none.
     [[nodiscard]] virtual Transform3d::Ptr transform3d(const SceneItem::Ptr& item) const = 0;
 
-    /// By default `transform3d(item)`; overridden by a run-time that has editors to choose from.
+    /// By default returns `transform3d(item)`. Run-times with several editors override it.
     [[nodiscard]] virtual Transform3d::Ptr editTransform3d(const SceneItem::Ptr& item,
                                                            const EditTransform3dHint& hint) const;
 };

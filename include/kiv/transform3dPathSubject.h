@@ -5,7 +5,7 @@
 
 namespace Kiv_v4 {
 
-/// Tells its observers whenever an item moves in the world: when its transform or that of an
+/// Notifies its observers when an item moves in the world: when its transform or that of an
 /// ancestor changes. It follows the item as `PathSubject` does.
 class KIV_EXPORT Transform3dPathSubject : public PathSubject
 {

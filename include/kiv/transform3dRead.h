@@ -19,8 +19,8 @@ class KIV_EXPORT Transform3dRead
 public:
     using Ptr = std::shared_ptr<Transform3dRead>;
 
-    /// The transform of `item`; null for a null item, an empty path, a run-time that offers
-    /// none, and an item that has none. Exceptions of the run-time are logged and pass through.
+    /// The transform of `item`; null for a null item, an empty path, a run-time without this
+    /// interface, and an item that has none. Logs and rethrows the run-time's exceptions.
     [[nodiscard]] static Ptr transform3dRead(const SceneItem::Ptr& item);
 
     Transform3dRead();
@@ -46,8 +46,8 @@ public:
 
     /// From the item's space to world space, across run-times: the segment's matrix times the
     /// inclusive matrix of the gateway item, and so on up to the first run-time. Throws
-    /// `std::runtime_error` when a gateway is no item any more or has no transform. That and the
-    /// exceptions of a run-time are logged and pass through.
+    /// `std::runtime_error` if a gateway no longer exists or has no transform. Logs and rethrows
+    /// that and the exceptions of a run-time.
     [[nodiscard]] Matrix4d inclusiveMatrix() const;
 
     /// The same without the item's own matrix: from its parent's space to world space.

@@ -16,15 +16,15 @@ namespace Kiv_v4 {
 template <class T>
 class Trie;
 
-/// One node of a `Trie`. It either carries data or lies on the way to a node that does.
+/// One node of a `Trie`. It has data or lies on the way to a node with data.
 ///
-/// **Lifetime.** Nodes live in shared pointers: a parent holds its children, a child refers back
+/// **Lifetime.** Shared pointers hold the nodes: a parent holds its children, a child refers back
 /// weakly. A node that the caller holds outlives its removal from the tree and the tree itself, and
 /// keeps its own subtree.
 ///
-/// **Errors.** `add`, `rename` and `move` need this node (for `move`, the new parent too) to be
-/// owned by a shared pointer and throw `std::bad_weak_ptr` otherwise, before anything changes.
-/// Nodes passed in are not null.
+/// **Errors.** For `add`, `rename` and `move`, a shared pointer must own this node (for `move`, the
+/// new parent too); otherwise they throw `std::bad_weak_ptr` and change nothing. Node arguments
+/// must not be null, except the new parent of `move`.
 ///
 /// **Cost.** Queries for one child are constant. No operation recurses, whatever the depth.
 template <class T>
@@ -33,31 +33,31 @@ class TrieNode : public std::enable_shared_from_this<TrieNode<T>>
 public:
     using Ptr = std::shared_ptr<TrieNode<T>>;
 
-    /// No component, as a root.
+    /// Makes a node without a component, such as a root.
     TrieNode() = default;
     explicit TrieNode(const PathComponent& component) : _component(component) {}
 
-    /// Null for a root and when the parent is gone.
+    /// The parent; null for a root and if the parent no longer exists.
     [[nodiscard]] Ptr parent() const noexcept { return _parent.lock(); }
 
-    /// What the node hangs under in its parent; the null component for a root.
+    /// The component under which the node is attached to its parent; the null component for a root.
     [[nodiscard]] PathComponent component() const noexcept { return _component; }
 
-    /// Hangs `child` under its own component, in the place of any child already there, and makes
-    /// this its parent. A replaced child still names this node as its parent.
+    /// Attaches `child` under the component of `child`, replacing any child already there, and
+    /// becomes its parent. A replaced child still names this node as its parent.
     void add(const Ptr& child);
 
-    /// Erases whatever child hangs under `child`'s component, which need not be `child`; then
-    /// `child` has no parent, whether it hung here or not.
+    /// Erases the child under the component of `child`, which need not be `child` itself; then
+    /// `child` has no parent, even if it was not attached here.
     void remove(const Ptr& child) noexcept;
 
-    /// Whether there is a child of that name.
+    /// Whether there is a child under that component.
     [[nodiscard]] bool contains(const PathComponent& component) const noexcept
     {
         return child(component) != nullptr;
     }
 
-    /// The child under that component, or null.
+    /// The child under that component; null if there is none.
     [[nodiscard]] Ptr operator[](const PathComponent& component) const noexcept
     {
         return _children.get(component);
@@ -69,18 +69,18 @@ public:
     /// The number of children.
     [[nodiscard]] std::size_t size() const noexcept { return _children.size(); }
 
-    /// The number of nodes of the subtree, this one included. Linear in it.
+    /// The number of nodes of the subtree, this one included. Linear in that number.
     [[nodiscard]] std::size_t treeSize() const;
 
     /// Whether there are no children; data does not count.
     [[nodiscard]] bool empty() const noexcept { return size() == 0; }
 
-    /// Hangs the node under another component of the same parent, in the place of any child already
+    /// Attaches the node under another component of the same parent, replacing any child already
     /// there. Without a parent, only the component changes.
     void rename(const PathComponent& component);
 
-    /// Hangs the node under `component` of `newParent`, which must not lie in its subtree; null for
-    /// no parent. When that is its parent already, nothing happens, and its component stays.
+    /// Attaches the node under `component` of `newParent`, which must not lie in its subtree; null
+    /// for no parent. If `newParent` is already its parent, does nothing, and the component stays.
     void move(const PathComponent& component, const Ptr& newParent);
 
     /// Gives the node a value.
@@ -90,27 +90,27 @@ public:
         _hasData = true;
     }
 
-    /// The value last set, also after `clearData()`; a default-made one before that.
+    /// The value last set, even after `clearData()`; a default-constructed one if none was set.
     [[nodiscard]] const T& data() const noexcept { return _data; }
-    /// Whether there is a value: one was set, and not cleared since.
+    /// Whether a value was set and not cleared since.
     [[nodiscard]] bool hasData() const noexcept { return _hasData; }
 
-    /// Only `hasData()` changes.
+    /// Makes `hasData()` false and changes nothing else.
     void clearData() noexcept { _hasData = false; }
 
-    /// The depth of the lowest proper ancestor that all data at and below this node share, when the
+    /// The depth of the lowest proper ancestor that all data at and below this node share, if the
     /// node's parent is at `depth`: see `Trie::closestCommonAncestor`.
     [[nodiscard]] int closestCommonAncestor(int depth) const noexcept;
 
-    /// Leaves the node without component, parent, children and data. It may still stand in its
-    /// parent.
+    /// Removes the component, the parent, the children and the data. The former parent may still
+    /// hold the node.
     void clear() noexcept;
 
 private:
     friend class Trie<T>;
     friend class detail::ChildTable<TrieNode<T>>;
 
-    /// The child under that component, or null, without a share of it.
+    /// The child under that component, without shared ownership; null if there is none.
     [[nodiscard]] TrieNode* child(const PathComponent& component) const noexcept
     {
         return _children.find(component);
@@ -126,7 +126,7 @@ private:
     std::weak_ptr<TrieNode<T>> _parent;
 };
 
-/// Values by path, one tree level per component, so that questions about a path, its ancestors and
+/// Values by path, one tree level per component, so that queries about a path, its ancestors and
 /// its descendants take one walk along the path. Segments do not count: paths of the same
 /// components are the same to a trie.
 ///
@@ -136,15 +136,17 @@ private:
 ///     trie.containsDescendant(path.popSegment()); // true
 ///     trie.find(path)->data();                    // 7
 ///
-/// **Invariants.** Every node but the root carries data or has children; operations that take data
-/// or children away prune the nodes that this leaves without either. Whoever uses `createNode` or
-/// changes a node directly keeps it so: the questions about descendants take every node for data.
+/// **Invariants.** Every node except the root has data or children; operations that take data or
+/// children away prune the nodes that this leaves without either. Callers of `createNode` and
+/// callers that change a node directly must keep the invariant: the queries about descendants count
+/// every node as data.
 ///
-/// **Lifetime.** Nodes handed out live for as long as someone holds them; see `TrieNode`. A
+/// **Lifetime.** A node lives for as long as the trie or a caller holds it; see `TrieNode`. A
 /// moved-from trie is empty and usable.
 ///
-/// **Cost.** Linear in the path's length unless said otherwise, independent of the number of
-/// values. When an allocation fails, or `T` throws on being copied, the trie stays as it was.
+/// **Cost.** Linear in the path's length unless stated otherwise, independent of the number of
+/// values. If an allocation fails, or the copy constructor or assignment of `T` throws, the trie
+/// stays as it was.
 template <class T>
 class Trie
 {
@@ -167,28 +169,28 @@ public:
     }
     Trie& operator=(const Trie&) = delete;
 
-    /// The node of the path without components. Never null, always the same but for moves.
+    /// The node of the path without components. Never null; only moving the trie changes it.
     [[nodiscard]] NodePtr root() const noexcept { return _root; }
 
-    /// Stores `data` at `path`, over what was there, and gives the node. A path without components
-    /// stores on the root.
+    /// Stores `data` at `path`, replacing any data there, and returns the node. A path without
+    /// components stores on the root.
     NodePtr add(const Path& path, const T& data);
 
-    /// The path's node, made without data, with the nodes on the way, when there is none.
+    /// The path's node. If there is none, makes one without data, and the nodes on the way.
     NodePtr createNode(const Path& path) { return findOrCreate(path)->shared_from_this(); }
 
-    /// Takes the data at `path` away and gives its node, whose data can still be read and which may
-    /// have left the tree. Null, and no change, when there is no data at `path`.
+    /// Takes the data at `path` away and returns its node, whose data can still be read and which
+    /// may have left the tree. If there is no data at `path`, returns null and changes nothing.
     NodePtr remove(const Path& path);
 
-    /// The path's node if it has data, or null.
+    /// The path's node if it has data; otherwise null.
     [[nodiscard]] NodePtr find(const Path& path) const
     {
         auto* const node = walk(path);
         return node && node->hasData() ? node->shared_from_this() : nullptr;
     }
 
-    /// The path's node, with or without data, or null.
+    /// The path's node, with or without data; null if there is none.
     [[nodiscard]] NodePtr node(const Path& path) const
     {
         auto* const found = walk(path);
@@ -214,9 +216,9 @@ public:
         return containsDescendantHelper<true>(path);
     }
 
-    /// The data at and below `path`: that of a node before those below it, siblings in the order in
-    /// which their names were interned. A path without components gives all data. Linear in what is
-    /// below, but for the sorting of siblings.
+    /// The data at and below `path`: the data of a node before those below it, siblings in the
+    /// order in which their names were interned. All data for a path without components. Linear in
+    /// the number of nodes below, except for the sorting of siblings.
     [[nodiscard]] std::vector<T> dataUnder(const Path& path) const;
 
     /// Whether there is data at a proper ancestor of `path`, other than the root.
@@ -232,24 +234,24 @@ public:
     }
 
     /// The number of components of the longest path that is a proper ancestor of all stored paths:
-    /// -1 for an empty trie, 0 when they share no first component, one less than its own size for a
+    /// -1 for an empty trie, 0 if they share no first component, one less than its own size for a
     /// single path. Linear in the result.
     [[nodiscard]] int closestCommonAncestor() const noexcept
     {
         return _root->closestCommonAncestor(-1);
     }
 
-    /// Moves the node at `oldPath`, with its subtree, to `newPath`, in the place of whatever is
-    /// there, makes the nodes on the way and prunes what it leaves; gives the node. When both paths
-    /// have the same parent nothing happens, and the node keeps its component. Null, and no change,
-    /// when there is no node at `oldPath` and when `newPath` lies below it. Throws
-    /// `InvalidOperationOnPath` when `newPath` has no components.
+    /// Moves the node at `oldPath`, with its subtree, to `newPath`, replaces any node there, makes
+    /// the nodes on the way, prunes the nodes that it leaves empty, and returns the node. If both
+    /// paths have the same parent, changes nothing, and the node keeps its component. If there is
+    /// no node at `oldPath`, or `newPath` lies below it, returns null and changes nothing. Throws
+    /// `InvalidOperationOnPath` if `newPath` has no components.
     NodePtr move(const Path& oldPath, const Path& newPath);
 
     /// Drops all nodes but the root. Linear in their number.
     void clear() noexcept { _root->clear(); }
 
-    /// The number of nodes, the root included: 1 for an empty trie. Linear in it.
+    /// The number of nodes, the root included: 1 for an empty trie. Linear in that number.
     [[nodiscard]] std::size_t size() const { return _root->treeSize(); }
 
     /// Whether the root has no children.
@@ -282,7 +284,7 @@ void TrieNode<T>::add(const Ptr& child)
     attach(child);
 }
 
-/// `add` for a node that is known to be owned by a shared pointer.
+/// `add` for a node that a shared pointer is known to own.
 template <class T>
 void TrieNode<T>::attach(Ptr child)
 {
@@ -438,7 +440,7 @@ typename Trie<T>::NodePtr Trie<T>::move(const Path& oldPath, const Path& newPath
     return node;
 }
 
-/// The path's node, or null, without a share of it.
+/// The path's node, without shared ownership; null if there is none.
 template <class T>
 typename Trie<T>::Node* Trie<T>::walk(const Path& path) const noexcept
 {
@@ -452,7 +454,7 @@ typename Trie<T>::Node* Trie<T>::walk(const Path& path) const noexcept
     return node;
 }
 
-/// The path's node, made when there is none. New nodes are attached to one another before they are
+/// The path's node, made if there is none. New nodes are attached to one another before they are
 /// attached to the tree, so that a failure changes nothing.
 template <class T>
 typename Trie<T>::Node* Trie<T>::findOrCreate(const Path& path)
@@ -477,9 +479,8 @@ typename Trie<T>::Node* Trie<T>::findOrCreate(const Path& path)
     return last;
 }
 
-/// Takes the node out of the tree, and its ancestors after it, for as long as they have neither
-/// data nor children and are not the root. Ends at a node that a move has put another one in the
-/// place of.
+/// Takes the node and then its ancestors out of the tree while they have neither data nor children
+/// and are not the root. Ends at a node that a move has replaced by another one.
 template <class T>
 void Trie<T>::cleanUpNode(NodePtr node) noexcept
 {

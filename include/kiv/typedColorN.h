@@ -9,9 +9,9 @@
 namespace Kiv_v4 {
 
 /// A colour of 3 or 4 `float`s in the order red, green, blue, alpha: a plain value, its elements
-/// stored inline and open to everyone, all 0 at first.
+/// stored inline and public, all 0 at first.
 template <class T, std::size_t N>
-class KIV_EXPORT TypedColorN // exported so that what others instantiate with it can be
+class KIV_EXPORT TypedColorN // exported so that templates instantiated with it can be
 {
     static_assert(std::is_same_v<T, float>, "the elements of a colour are float");
     static_assert(N == 3 || N == 4, "a colour has 3 or 4 elements");
@@ -25,7 +25,7 @@ public:
     [[nodiscard]] constexpr T g() const noexcept { return color[1]; }
     [[nodiscard]] constexpr T b() const noexcept { return color[2]; }
 
-    /// Exact, element by element: a NaN equals nothing, -0 equals +0.
+    /// Compares exactly, element by element: NaN equals nothing, -0 equals +0.
     constexpr bool operator==(const TypedColorN& other) const noexcept
     {
         return color == other.color;

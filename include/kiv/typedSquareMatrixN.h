@@ -9,8 +9,8 @@
 
 namespace Kiv_v4 {
 
-/// A square matrix of 3 or 4 rows of `double`s: a plain value, its elements stored inline and open
-/// to everyone. The first index is the row.
+/// A square matrix of 3 or 4 rows of `double`s: a plain value, its elements stored inline and
+/// public. The first index is the row.
 ///
 /// A new matrix is zero, not the identity.
 template <class T, std::size_t N>
@@ -23,7 +23,7 @@ public:
     constexpr TypedSquareMatrixN() noexcept = default;
     constexpr TypedSquareMatrixN(std::array<std::array<T, N>, N>&& rows) noexcept : matrix(rows) {}
 
-    /// Exact, element by element: a NaN equals nothing, -0 equals +0.
+    /// Compares exactly, element by element: NaN equals nothing, -0 equals +0.
     constexpr bool operator==(const TypedSquareMatrixN& other) const noexcept
     {
         return matrix == other.matrix;
@@ -44,8 +44,8 @@ public:
     std::array<std::array<T, N>, N> matrix{};
 
 private:
-    // Unrolled by hand, rows of sums side by side: so compilers vectorise it without being asked to
-    // optimise beyond -O2, which a loop gets from few of them.
+    // Unrolled by hand, rows of sums side by side: most compilers vectorise this at -O2, and few of
+    // them vectorise a loop there.
     template <std::size_t... Index>
     constexpr TypedSquareMatrixN product(const TypedSquareMatrixN& other,
                                          std::index_sequence<Index...> all) const noexcept

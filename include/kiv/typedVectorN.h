@@ -9,7 +9,7 @@
 namespace Kiv_v4 {
 
 /// A vector of 2 to 4 elements of type `int`, `float` or `double`: a plain value, its elements
-/// stored inline and open to everyone, all 0 at first.
+/// stored inline and public, all 0 at first.
 template <class T, std::size_t N>
 class KIV_EXPORT TypedVectorN // exported so that what others instantiate with it can be
 {
@@ -25,7 +25,7 @@ public:
     [[nodiscard]] constexpr T x() const noexcept { return vector[0]; }
     [[nodiscard]] constexpr T y() const noexcept { return vector[1]; }
 
-    /// Exact, element by element: a NaN equals nothing, -0 equals +0.
+    /// Compares exactly, element by element: NaN equals nothing, -0 equals +0.
     constexpr bool operator==(const TypedVectorN& other) const noexcept
     {
         return vector == other.vector;

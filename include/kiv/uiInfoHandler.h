@@ -11,14 +11,14 @@
 
 namespace Kiv_v4 {
 
-/// What a run-time has to say about how its items look in a user interface. Items are not null:
-/// run-times throw `std::invalid_argument` when they have to look at one that is.
+/// A run-time installs this handler to describe the look of its items in a user interface. Items
+/// must not be null: a run-time that uses a null item throws `std::invalid_argument`.
 class KIV_EXPORT UIInfoHandler
 {
 public:
     using Ptr = std::shared_ptr<UIInfoHandler>;
 
-    /// Where a badge sits on an icon.
+    /// The place of a badge on an icon.
     enum BadgePosition : std::uint32_t {
         NoBadge = 0,
         UpperLeft = 1,
@@ -27,16 +27,16 @@ public:
         LowerRight = 4
     };
 
-    /// An icon by name, which the host looks up among its own; empty for none of the run-time's
-    /// own.
+    /// An icon by name, which the host looks up among its own; empty if the run-time has none of
+    /// its own.
     struct Icon
     {
         std::string base;                      ///< The icon itself.
         std::string badge;                     ///< A smaller one on top of it.
-        BadgePosition badgePosition = NoBadge; ///< Where the badge sits.
+        BadgePosition badgePosition = NoBadge; ///< The badge's place.
     };
 
-    /// The handler of a run-time, or null.
+    /// The handler of a run-time; null if it has none.
     [[nodiscard]] static Ptr uiInfoHandler(Rtid runTimeId);
 
     UIInfoHandler();
@@ -44,15 +44,15 @@ public:
     UIInfoHandler& operator=(const UIInfoHandler&) = delete;
     virtual ~UIInfoHandler();
 
-    /// The look of the item's cell in a tree view: `hostLook`, which the host would use, with what
-    /// the run-time changes in it.
+    /// The look of the item's cell in a tree view: `hostLook`, the host's default, with the
+    /// run-time's changes.
     [[nodiscard]] virtual CellInfo treeViewCellInfo(const SceneItem::Ptr& item,
                                                     const CellInfo& hostLook) const = 0;
 
-    /// The item's icon in a tree view. By default empty: the host chooses by node type.
+    /// The item's icon in a tree view. By default empty; the host then chooses by node type.
     [[nodiscard]] virtual Icon treeViewIcon(const SceneItem::Ptr& item) const;
 
-    /// The text shown while the pointer rests on the item. By default empty: none.
+    /// The text shown while the pointer rests on the item. By default empty, for no text.
     [[nodiscard]] virtual std::string treeViewTooltip(const SceneItem::Ptr& item) const;
 
     /// The run-time's name as a user interface shows it.

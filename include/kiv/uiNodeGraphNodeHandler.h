@@ -8,7 +8,7 @@
 
 namespace Kiv_v4 {
 
-/// What a run-time installs to make its items' `UINodeGraphNode`.
+/// A run-time installs this handler to make its items' `UINodeGraphNode`.
 class KIV_EXPORT UINodeGraphNodeHandler
 {
 public:
@@ -19,7 +19,7 @@ public:
     UINodeGraphNodeHandler& operator=(const UINodeGraphNodeHandler&) = delete;
     virtual ~UINodeGraphNodeHandler();
 
-    /// The node of `item`, an item of this run-time, maybe out of date; null when it has none.
+    /// The node of `item`, an item of this run-time, possibly out of date; null if it has none.
     [[nodiscard]] virtual UINodeGraphNode::Ptr uiNodeGraphNode(const SceneItem::Ptr& item) = 0;
 };
 

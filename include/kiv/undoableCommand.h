@@ -22,17 +22,17 @@ public:
     UndoableCommand& operator=(const UndoableCommand&) = delete;
     virtual ~UndoableCommand();
 
-    /// What an undo menu shows. By default empty.
+    /// The text for an undo menu. By default empty.
     [[nodiscard]] virtual std::string commandString() const;
 
-    /// Does the edit for the first time. By default `redo()`, so that a command whose first run is
-    /// like any other needs only `undo` and `redo`.
+    /// Does the edit for the first time. By default calls `redo()`, so that most commands need only
+    /// `undo` and `redo`.
     virtual void execute();
 
-    /// Takes the edit back. Called only when it is done.
+    /// Takes the edit back. Must only be called after `execute` or `redo`.
     virtual void undo() = 0;
 
-    /// Does the edit again. Called only when it is undone.
+    /// Does the edit again. Must only be called after `undo`.
     virtual void redo() = 0;
 };
 

@@ -8,28 +8,28 @@
 
 namespace Kiv_v4 {
 
-/// Makes one undo step of all commands that are executed through the installed command manager
-/// while it lives.
+/// Combines all commands that are executed through the installed command manager while it lives
+/// into one undo step.
 ///
 ///     {
 ///         UndoableCommandGuard guard("Tidy up");
 ///         UndoableCommandMgr::instance().executeCmd(renameCmd);
 ///         UndoableCommandMgr::instance().executeCmd(moveCmd);
 ///         UndoableCommandGuard::setSuccess();
-///     } // the host learns of one command, "Tidy up"
+///     } // the host gets one command, "Tidy up"
 ///
-/// When the guard ends, the manager that was installed before is installed again and is handed the
-/// composite of the commands as one that was executed already (`registerCmd`), if `setSuccess` was
-/// called and no exception that came up under the guard is on its way, also when there are no
-/// commands. Otherwise the commands have run, but the host does not learn of them. A command that
-/// throws is not part of the composite, nor is one that is handed to `registerCmd` while the guard
-/// lives.
+/// The destructor installs the former manager again. If `setSuccess` was called and no exception
+/// from under the guard is in flight, it passes the composite of the commands to that manager as an
+/// executed command (`registerCmd`), even if there are no commands. Otherwise the commands have
+/// run, but the host does not get them. The composite contains neither commands that threw nor
+/// commands that were passed to `registerCmd` while the guard lived.
 ///
 /// Guards nest: an inner guard's composite becomes one entry of the outer one's, whether it
-/// succeeded or not, and an inner failure makes the outer guard fail unless `setSuccess` is called
-/// for it afterwards.
+/// succeeded or not. If the inner guard fails, the outer one fails too, unless `setSuccess` is
+/// called for it afterwards.
 ///
-/// A guard under which the manager is cleared ends without effect, whatever is installed by then.
+/// If the manager is cleared under a guard, the guard ends without effect, whatever is installed by
+/// then.
 ///
 /// A manager must be installed before the first guard; without one, the guard ends without effect
 /// and leaves its own manager installed. An exception from the host's `registerCmd` terminates the
@@ -43,11 +43,11 @@ public:
     UndoableCommandGuard& operator=(const UndoableCommandGuard&) = delete;
     virtual ~UndoableCommandGuard();
 
-    /// Lets the innermost guard succeed. Throws `AssertionException` when there is none.
+    /// Makes the innermost guard succeed. Throws `AssertionException` if there is none.
     static void setSuccess();
 
 private:
-    const int _nbExceptions; ///< On their way when the guard began.
+    const int _nbExceptions; ///< The number in flight when the guard began.
     const UndoableCommandMgr::Ptr _previous;
 };
 

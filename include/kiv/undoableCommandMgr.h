@@ -7,8 +7,8 @@
 
 namespace Kiv_v4 {
 
-/// Through which client code executes commands, so that the host can route them into its undo
-/// system: a host installs a subclass that runs each command and pushes it on its undo queue.
+/// Client code executes commands through this class, so that the host can route them into its undo
+/// system: a host installs a subclass that runs each command and adds it to its undo history.
 ///
 ///     UndoableCommandMgr::initializeInstance(std::make_shared<MyUndoQueue>());
 ///     if (const auto command = hierarchy->createChildCmd("mesh", name)) { // null: refused
@@ -24,17 +24,17 @@ public:
     UndoableCommandMgr& operator=(const UndoableCommandMgr&) = delete;
     virtual ~UndoableCommandMgr();
 
-    /// Installs the process-wide manager; null clears it. Throws `std::invalid_argument`, with the
-    /// installed one left in place, when there is one already and `manager` is not null.
+    /// Installs the process-wide manager; null clears it. Throws `std::invalid_argument` and keeps
+    /// the installed manager if there is one and `manager` is not null.
     static void initializeInstance(const Ptr& manager);
 
-    /// The installed manager. There must be one: this is not checked.
+    /// The installed manager. There must be one; the function does not check this.
     [[nodiscard]] static UndoableCommandMgr& instance();
 
     /// Executes `command`, which must not be null. By default does nothing else.
     virtual void executeCmd(const UndoableCommand::Ptr& command) const;
 
-    /// Takes note of a command that was executed already. By default does nothing.
+    /// Registers a command that was executed already. By default does nothing.
     virtual void registerCmd(const UndoableCommand::Ptr& command) const;
 
 private:

@@ -7,8 +7,8 @@
 
 namespace Kiv_v4 {
 
-/// `name`, or when `isTaken(name)`, `name` with the number at its end counted up (from 1 when it
-/// has none) until `isTaken` is false: `cube`, `cube1`, `cube2`; `arm9`, `arm10`. For run-times
+/// Returns `name` or, if `isTaken(name)`, `name` with the number at its end counted up (from 1 if
+/// it has none) until `isTaken` is false: `cube`, `cube1`, `cube2`; `arm9`, `arm10`. For run-times
 /// that make items whose names must differ from those of their siblings.
 ///
 /// Cost: one call of `isTaken` per name tried.

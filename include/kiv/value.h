@@ -14,21 +14,21 @@ namespace Kiv_v4 {
 /// A loosely typed datum, such as attribute or item metadata: a `bool`, an `int`, a `float`, a
 /// `double` or a `std::string`, remembered as text together with its type.
 ///
-/// A value behaves like a text stream: what goes in is appended, and reading a number consumes it.
+/// A value behaves like a text stream: assignment appends text, and reading a number consumes it.
 ///
-/// - The text is what the stream insertion of the classic locale writes by default, whatever the
-///   global locale: `bool` as "1" or "0", floating point with six significant digits. So a `double`
-///   does not survive exactly.
-/// - Equality and emptiness look at the text only: `Value(1) == Value(true)`.
+/// - The text has the default format of stream insertion in the classic locale, whatever the global
+///   locale: `bool` as "1" or "0", floating point with six significant digits. So a `double` is not
+///   kept exactly.
+/// - Equality and emptiness depend on the text only: `Value(1) == Value(true)`.
 /// - Assigning a named value appends: "5", assigned `seven`, becomes "57". Moving one in replaces,
 ///   so `value = Value(7)` gives "7", and `value = Value(seven)` too.
 ///
-/// **Reentrancy.** Reading a number moves the read position, and the text of a number is written
-/// when it is first asked for, also by a comparison. So a value is not read from two threads at
-/// once, although reading is const. Copy it first: copying does neither.
+/// **Reentrancy.** Reading a number moves the read position, and the first use of a number's text,
+/// also in a comparison, writes it. So two threads must not read one value at once, although
+/// reading is const. Copy it first: copying does neither.
 ///
-/// **Cost.** Making and reading a number takes no allocation. A number that its text says exactly,
-/// such as a whole number below a million, is read without the text being written. Text that holds
+/// **Cost.** Making and reading a number takes no allocation. Reading a number that its text
+/// represents exactly, such as a whole number below a million, does not write the text. Text with
 /// more than one number goes through a stream and costs an allocation or two.
 class KIV_EXPORT Value
 {
@@ -63,7 +63,7 @@ public:
           _isWritten(other._isWritten)
     {}
 
-    /// `other` may then only be destroyed or assigned to.
+    /// Afterwards `other` must only be destroyed or assigned to.
     Value(Value&& other) noexcept
         : _text(std::move(other._text)), _type(std::exchange(other._type, nullptr)),
           _number(other._number), _readPosition(std::exchange(other._readPosition, 0)),
@@ -76,11 +76,11 @@ public:
 
     /// Appends `other`'s text and takes over its type; a value assigned to itself doubles its text.
     ///
-    /// Like a stream that met its end, a value whose number was read to the end of the text takes
-    /// no more text, only the type.
+    /// If a number was read to the end of the text, the value takes no more text, like a stream at
+    /// its end, only the type.
     Value& operator=(const Value& other);
 
-    /// Replaces this value by `other`, which may then only be destroyed or assigned to.
+    /// Replaces this value by `other`, which must afterwards only be destroyed or assigned to.
     Value& operator=(Value&& other) noexcept
     {
         if (this != &other) {
@@ -102,15 +102,15 @@ public:
         return _type && *_type == typeid(T);
     }
 
-    /// For a number or `bool`: extracts the next `T` from the text, as the stream extraction of the
-    /// classic locale does; throws `InvalidValueGet`, and reads nothing, when the type is not `T`.
-    /// Once the text was read to its end, or held no `T`, every further read gives 0 or false.
+    /// For a number or `bool`: extracts the next `T` from the text, as stream extraction in the
+    /// classic locale does; throws `InvalidValueGet` and reads nothing if the type is not `T`. Once
+    /// the text was read to its end, or contained no `T`, every further read returns 0 or false.
     ///
     /// For `std::string`: the whole text, whatever the type and however much of it was read.
     template <class T>
     T get() const;
 
-    /// As `get`, but `defaultValue` when the type is not `T`.
+    /// As `get`, but returns `defaultValue` if the type is not `T`.
     template <class T>
     T safeGet(T defaultValue) const;
 
@@ -144,10 +144,10 @@ private:
         }
     }
 
-    // The library's own: the caller's would go when the caller is unloaded.
+    // The library's own object: the caller's would vanish when the caller is unloaded.
     static const std::type_info& typeOfText() noexcept;
 
-    /// Whether six digits say the number exactly. NaN compares false.
+    /// Whether six digits represent the number exactly; false for NaN.
     template <class T>
     static bool isExactAsText(T v) noexcept
     {
@@ -181,7 +181,7 @@ private:
 
     mutable std::string _text; // empty until the number is written
     const std::type_info* _type = nullptr;
-    double _number = 0; // any bool, int and float, too
+    double _number = 0; // holds any bool, int and float exactly
     mutable std::size_t _readPosition =
         0; // kExhausted once the stream would be at its end or failed
     mutable bool _isWritten = true;

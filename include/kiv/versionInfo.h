@@ -4,9 +4,9 @@
 
 namespace Kiv_v4 {
 
-/// Which library this is, as built. A process with the environment variable
-/// `KORVANE_DUMP_VERSION_INFO` set to a number other than 0 gets the record as one line on the
-/// standard error stream when the library is loaded.
+/// The version of the library, as built. In a process with the environment variable
+/// `KORVANE_DUMP_VERSION_INFO` set to a number other than 0, loading the library writes the record
+/// as one line to the standard error stream.
 class KIV_EXPORT VersionInfo
 {
 public:
@@ -24,9 +24,9 @@ public:
     /// "unknown" in a build from sources without their history, "HEAD" for a detached checkout.
     [[nodiscard]] static const char* getGitBranch() noexcept;
 
-    /// When the library was first built from that commit; a build that follows changes not
-    /// committed yet keeps it. Weekday, month/day/year, a comma, and yearmonthdayhourminute: `Sat
-    /// 11/21/2026, 202611210946`.
+    /// The time when the library was first built from that commit; a build with uncommitted changes
+    /// keeps it. Weekday, month/day/year, a comma, and yearmonthdayhourminute: `Sat 11/21/2026,
+    /// 202611210946`.
     [[nodiscard]] static const char* getBuildDate() noexcept;
 };
 

@@ -13,12 +13,12 @@ namespace Kiv_v4::detail {
 
 /// The children of one trie node by component: open addressing with linear probing, the component
 /// and the child side by side, so that stepping to a child costs one run of slots and no reference
-/// count. `Node` lets this class reach its own `_children`.
+/// count. `Node` must give this class access to its `_children`.
 ///
 /// Invariants:
 /// - the number of slots is 0 or a power of two, and at least three eighths of them are free;
-/// - but for the smallest tables and want of memory, more than an eighth of them are taken, so that
-///   visiting all children is linear in their number, whatever it was before;
+/// - more than an eighth of them are taken, except in the smallest tables and when memory runs out,
+///   so that visiting all children is linear in their number, whatever it was before;
 /// - no free slot lies between a child's home slot (the top bits of its mixed record address) and
 ///   its own slot, which erasing keeps by shifting later children back.
 ///
@@ -42,14 +42,14 @@ public:
 
     [[nodiscard]] std::size_t size() const noexcept { return _size; }
 
-    /// The child of that component, or null, without a share of it.
+    /// The child under that component, without shared ownership; null if there is none.
     [[nodiscard]] Node* find(const PathComponent& component) const noexcept
     {
         const auto* const slot = slotOf(component);
         return slot ? slot->node.get() : nullptr;
     }
 
-    /// The same with a share of it.
+    /// The same with shared ownership.
     [[nodiscard]] Ptr get(const PathComponent& component) const noexcept
     {
         const auto* const slot = slotOf(component);
@@ -74,8 +74,8 @@ public:
         }
     }
 
-    /// Stores the child in the room reserved, in the place of one of the same component; gives the
-    /// child that it replaced.
+    /// Stores the child in the reserved room, replacing one of the same component. Returns the
+    /// replaced child.
     Ptr put(const PathComponent& component, Ptr node) noexcept
     {
         auto& slot = _slots[slotOf(component) - _slots];
@@ -87,7 +87,8 @@ public:
         return node;
     }
 
-    /// Erases the child of that component; null when there is none. Keeps room for one more.
+    /// Erases and returns the child under that component; null if there is none. Keeps room for one
+    /// more.
     Ptr take(const PathComponent& component) noexcept
     {
         const auto* const slot = slotOf(component);
@@ -108,7 +109,7 @@ public:
         return taken;
     }
 
-    /// Drops the children, and whatever below them only this table holds.
+    /// Drops the children, and their descendants that only this table holds.
     void clear() noexcept
     {
         auto* doomed = release();
@@ -132,7 +133,7 @@ public:
     }
 
 private:
-    /// What the slots' memory begins with.
+    /// The head of the slots' memory.
     struct Block
     {
         std::size_t capacity;
@@ -152,7 +153,7 @@ private:
         return reinterpret_cast<Slot*>(block + 1);
     }
 
-    /// The slot of that component, or null or a free slot when there is none.
+    /// The slot of that component; null or a free slot if there is none.
     [[nodiscard]] const Slot* slotOf(const PathComponent& component) const noexcept
     {
         if (!_slots) {
@@ -199,11 +200,11 @@ private:
         try {
             resize(_shift + 1U);
         } catch (const std::bad_alloc&) {
-            // A large table serves as well.
+            // The large table still works.
         }
     }
 
-    /// Moves the children into a table of another shift, which has room for them.
+    /// Moves the children into a table of another shift, which must have room for them.
     void resize(unsigned shift)
     {
         const auto capacity = std::size_t{1} << (64U - shift);
@@ -238,7 +239,7 @@ private:
         releaseCell(old, sizeOf(old->capacity));
     }
 
-    /// Gives the slots away and is empty.
+    /// Returns the slots, which the caller then owns, and leaves the table empty.
     Block* release() noexcept
     {
         _size = 0;

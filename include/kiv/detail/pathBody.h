@@ -13,21 +13,21 @@
 
 namespace Kiv_v4::detail {
 
-/// What the copies of a path share, in one piece of memory: this head, then the path's components,
-/// then a mark per segment. `PathBuilder` makes it.
+/// The data that the copies of a path share, in one piece of memory: this head, then the path's
+/// components, then a mark per segment. `PathBuilder` makes it.
 ///
-/// A body may be linked to the one of its parent, which lives for as long: it then owns its last
-/// component alone and shows those of its parent without a share in them, so that making and
-/// dropping the paths of children counts one reference, not one per component.
+/// A body may be linked to the body of its parent, which it keeps alive: it then owns only its last
+/// component and shows those of its parent without owning them, so that making and dropping the
+/// paths of children counts one reference, not one per component.
 ///
 /// Invariants:
 /// - there is at least one segment;
-/// - the marks' ends do not fall, and the last one is the number of components;
+/// - the marks' ends do not decrease, and the last one is the number of components;
 /// - a linked body has the segments of its parent and one component more in the last of them;
-/// - no more than `kMostLinks` bodies follow from parent to parent, so that a path keeps only so
-///   many others alive;
-/// - once a path holds a body nothing in it changes but the number of its holders and the vector of
-///   segments, which is made when first asked for and then stays.
+/// - the chain of parents has at most `kMostLinks` bodies, so that a path keeps only so many others
+///   alive;
+/// - once a path holds a body, only two things in it change: the number of its holders, and the
+///   vector of segments, which the first call of `segments` makes.
 class PathBody
 {
 public:
@@ -37,7 +37,7 @@ public:
     {
         std::size_t end; ///< The number of components up to the end of the segment.
         Rtid runTimeId;
-        std::int32_t separator; ///< A character, so wide that the mark has no gaps.
+        std::int32_t separator; ///< A character, widened so that the mark has no padding.
     };
     static_assert(std::has_unique_object_representations_v<Mark>);
 
@@ -68,8 +68,8 @@ public:
 
     [[nodiscard]] std::uint32_t hash() const noexcept { return _hash; }
 
-    /// The body of the first `size` components, which are fewer than all, in their segments: if it
-    /// is linked to, or null.
+    /// The linked body of the first `size` components, which must be fewer than all, in their
+    /// segments; null if there is no such link.
     [[nodiscard]] const PathBody* linkedHead(std::size_t size) const noexcept
     {
         const auto* body = this;
@@ -89,7 +89,7 @@ public:
                            _size * sizeof(PathComponent) + _nbSegments * sizeof(Mark)) == 0;
     }
 
-    /// The vector of segments. Of several threads that come first, one makes what all are given.
+    /// The vector of segments. If several threads make it at once, all get the same one.
     [[nodiscard]] const Segments& segments() const
     {
         const auto* const made = _segments.load(std::memory_order_acquire);
@@ -111,10 +111,10 @@ private:
     PathBody() = default;
     ~PathBody() = default;
 
-    /// Counts a holder less, and tells whether none is left.
+    /// Counts one holder less. Returns whether none is left.
     [[nodiscard]] bool wasLast() const noexcept
     {
-        // The only holder need not count down, which costs more than to look.
+        // The only holder skips the decrement, which costs more than the load.
         return _holders.load(std::memory_order_acquire) == 1 ||
                _holders.fetch_sub(1, std::memory_order_acq_rel) == 1;
     }

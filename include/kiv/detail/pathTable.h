@@ -13,14 +13,14 @@ namespace Kiv_v4::detail {
 
 using SelectedItems = std::list<SceneItem::Ptr, PoolAllocator<SceneItem::Ptr>>;
 
-/// Where in a list the item of a path stands: open addressing with linear probing. Paths count as
-/// equal when their components are, whatever their segments, as in a trie.
+/// The positions in a list of the items of paths: open addressing with linear probing. Paths count
+/// as equal if their components are, whatever their segments, as in a trie.
 ///
 /// Invariants:
 /// - the number of entries is 0 or a power of two, and at least a fifth of them are free;
-/// - no free entry lies between one's home (the top bits of its mixed hash) and its own place,
-///   which erasing keeps by shifting later ones back;
-/// - the items keep the bodies that the entries point at.
+/// - no free entry lies between an entry's home (the top bits of its mixed hash) and its own place,
+///   which erasing keeps by shifting later entries back;
+/// - the items keep the bodies that the entries point to.
 class PathTable
 {
 public:
@@ -32,7 +32,7 @@ public:
         Position position;
     };
 
-    /// What a path's place in the table is called; good until the next change.
+    /// A path's place in the table; valid until the next change.
     using Index = std::size_t;
     static constexpr Index kNowhere = ~Index{0};
 
@@ -43,15 +43,16 @@ public:
     PathTable& operator=(const PathTable&) = delete;
     PathTable& operator=(PathTable&& other) noexcept;
 
-    /// Where that path is entered, or `kNowhere`.
+    /// The place of the path's entry; `kNowhere` if there is none.
     [[nodiscard]] Index find(const Path& path) const noexcept;
 
     [[nodiscard]] Position position(Index index) const noexcept { return _entries[index].position; }
 
-    /// Makes room for so many entries in all. Strong guarantee.
+    /// Makes room for `count` entries altogether. Strong guarantee.
     void reserve(std::size_t count);
 
-    /// Where that path is entered or, in the room reserved, belongs.
+    /// The place of the path's entry or, if there is none, the free place for it in the reserved
+    /// room.
     [[nodiscard]] Index place(const Path& path) const noexcept;
     [[nodiscard]] bool free(Index index) const noexcept { return _hashes[index] == kFree; }
 
@@ -60,7 +61,7 @@ public:
 
     void erase(Index index) noexcept;
 
-    /// Erases everything and lets the memory go.
+    /// Erases everything and releases the memory.
     void clear() noexcept;
 
 private:
@@ -71,7 +72,7 @@ private:
     [[nodiscard]] std::size_t next(std::size_t index) const noexcept;
     [[nodiscard]] std::size_t mask() const noexcept;
 
-    // Apart, so that a search reads little else than hashes, side by side.
+    // Separate, so that a search reads little more than hashes, side by side.
     std::vector<std::uint32_t> _hashes;
     std::vector<Entry> _entries;
     std::size_t _size = 0;

@@ -7,15 +7,15 @@
 
 namespace Kiv_v4::detail {
 
-/// Memory for one object of `size` bytes, aligned for any object of that size; to be given back
-/// with the same size. Small cells of one size lie side by side without headers, in slabs that, but
-/// for some kept for later, go back to the system when their last cell does. Main thread only.
-/// Throws `std::bad_alloc`.
+/// Returns memory for one object of `size` bytes, aligned for any object of that size, which must
+/// be released with the same size. Small cells of one size lie side by side without headers, in
+/// slabs that go back to the system with their last cell, except for some kept for later. Main
+/// thread only. Throws `std::bad_alloc`.
 [[nodiscard]] KIV_EXPORT void* allocateCell(std::size_t size);
 KIV_EXPORT void releaseCell(void* cell, std::size_t size) noexcept;
 
-/// Single objects from the process-wide pool of their size. It has no state, so what it allocated
-/// outlives the container that asked for it.
+/// Single objects from the process-wide pool of their size. It has no state, so its memory outlives
+/// the container that allocated it.
 template <class T>
 class PoolAllocator
 {

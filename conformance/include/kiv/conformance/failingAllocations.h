@@ -4,9 +4,9 @@
 
 namespace Kiv_v4::conformance {
 
-/// For `Options::allocationFaults`. A program that links `kiv::failingAllocations` and calls this
-/// has its `operator new` replaced, for itself and for all that it loads, by one that can be told
-/// to fail and that takes memory from `std::malloc`.
+/// Returns the functions for `Options::allocationFaults`. If a program links
+/// `kiv::failingAllocations` and calls this, its `operator new`, also for everything that it loads,
+/// is replaced by one that takes memory from `std::malloc` and can be made to fail.
 [[nodiscard]] AllocationFaults failingAllocations();
 
 } // namespace Kiv_v4::conformance

@@ -17,38 +17,40 @@
 
 namespace Kiv_v4::document {
 
-// JSON from which values come back as they were, bit for bit and byte for byte; `JsonCursor` is the
-// way back. Who includes this header needs the headers of nlohmann-json 3.
+// JSON that restores values bit for bit and byte for byte; `JsonCursor` reads it. To include this
+// header, you need the headers of nlohmann-json 3.
 
 /// JSON whose objects keep the order of their fields.
 using Json = nlohmann::ordered_json;
 
-/// Returns the number with the fewest digits that reads as that `float` again, instead of those of
-/// its `double`. NaN and infinities become null where JSON is written.
+/// Returns the number with the fewest digits that reads back as that `float`, instead of the digits
+/// of its `double`. NaN and infinity become null when the JSON is written.
 [[nodiscard]] KIV_EXPORT Json shortestJson(float number);
 
-/// Infinities and NaN are the texts "inf", "-inf" and "nan".
+/// Returns the number; infinity and NaN are the texts "inf", "-inf" and "nan".
 [[nodiscard]] KIV_EXPORT Json losslessJson(double number);
 [[nodiscard]] KIV_EXPORT Json losslessJson(float number);
 
-/// Text that is not UTF-8 is an object with its bytes as hexadecimal text: {"bytes": "6bc3"}.
+/// Returns the text; text that is not UTF-8 is an object with its bytes as hexadecimal text:
+/// {"bytes": "6bc3"}.
 [[nodiscard]] KIV_EXPORT Json losslessJson(const std::string& text);
 
-/// A float or double is an object of its type, since they read the same; null is no value.
+/// Returns the value; a float or double is an object of its type, since both read the same; no
+/// value is null.
 [[nodiscard]] KIV_EXPORT Json losslessJson(const Value& value);
 
-/// As the text in it.
+/// Returns the JSON of its text.
 [[nodiscard]] inline Json losslessJson(const FilenameValue& value)
 {
     return losslessJson(value.text);
 }
-/// As the text in it.
+/// Returns the JSON of its text.
 [[nodiscard]] inline Json losslessJson(const EnumStringValue& value)
 {
     return losslessJson(value.text);
 }
 
-/// The JSON of the value in it; null for none.
+/// Returns the JSON of the contained value; null if there is none.
 [[nodiscard]] KIV_EXPORT Json losslessJson(const host::PropertyValue& value);
 
 /// Returns `true` or `false`.
@@ -103,44 +105,44 @@ template <class T, std::size_t N>
     return losslessJson(value.color);
 }
 
-/// An array of rows.
+/// Returns an array of rows.
 template <class T, std::size_t N>
 [[nodiscard]] Json losslessJson(const TypedSquareMatrixN<T, N>& value)
 {
     return losslessJson(value.matrix);
 }
 
-/// A value in a JSON document and where that is, for reading with messages that say what is wrong
-/// and where: what cannot be read as it is asked for throws `std::runtime_error` with a JSON
-/// pointer and the reason.
+/// A value in a JSON document and its place, for reading with exact messages: a value that cannot
+/// be read as requested throws `std::runtime_error` with a JSON pointer and the reason.
 class KIV_EXPORT JsonCursor
 {
 public:
-    /// `json` must outlive the place and those made of it.
+    /// `json` must outlive the cursor and those made from it.
     explicit JsonCursor(const Json& json, std::string pointer = {});
 
     /// Throws `std::runtime_error` with the place and the reason.
     [[noreturn]] void fail(const std::string& reason) const;
 
-    /// Returns where the cursor stands, as a JSON pointer.
+    /// Returns the place of the cursor, as a JSON pointer.
     [[nodiscard]] const std::string& pointer() const noexcept { return _pointer; }
 
-    /// The field of an object that must have it.
+    /// Returns the field of an object, which must have it.
     [[nodiscard]] JsonCursor at(const char* key) const;
 
-    /// The field of an object, if it has it.
+    /// Returns the field of an object, if it has it.
     [[nodiscard]] std::optional<JsonCursor> find(const char* key) const;
 
-    /// The fields of an object, in its order.
+    /// Returns the fields of an object, in its order.
     [[nodiscard]] std::vector<std::pair<std::string, JsonCursor>> fields() const;
 
-    /// Fails unless it is an object with no other fields than these.
+    /// Fails unless the value is an object whose only fields are `keys`.
     void requireOnly(const std::vector<std::string>& keys) const;
 
-    /// The elements of an array.
+    /// Returns the elements of an array.
     [[nodiscard]] std::vector<JsonCursor> elements() const;
 
-    /// The value as one of the types that `losslessJson` takes: fails when it is no such value.
+    /// Returns the value as one of the types that `losslessJson` takes. Fails if it is of another
+    /// type.
     template <class T>
     [[nodiscard]] T as() const
     {
@@ -149,7 +151,7 @@ public:
         return value;
     }
 
-    /// The value as one of the type that `kind` holds, which must hold one.
+    /// Returns the value as the type that `kind` contains; `kind` must contain a value.
     [[nodiscard]] host::PropertyValue as(const host::PropertyValue& kind) const;
 
 private:
@@ -196,8 +198,8 @@ private:
     std::string _pointer;
 };
 
-/// Returns the whole document. Throws `std::runtime_error` with line, column and reason for what is
-/// no JSON, and for JSON that is nested deeper than a scene document ever is.
+/// Returns the whole document. Throws `std::runtime_error` with line, column and reason if the text
+/// is not JSON or is nested deeper than any scene document.
 ///
 /// Cost: linear in the text.
 [[nodiscard]] KIV_EXPORT Json parseJson(const std::string& text);

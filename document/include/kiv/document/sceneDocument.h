@@ -11,21 +11,21 @@
 
 namespace Kiv_v4::document {
 
-// A scene as a document: a JSON file that holds the items in memory with all that they have, and
-// which scene files are mounted among them and what was edited of these. Numbers come back bit for
-// bit, texts byte for byte. docs/sceneDocument.md describes the format, and
-// share/kiv/sceneDocument.schema.json lets tools check it.
+// A scene as a document: a JSON file with all data of the items in memory, the mounted scene files,
+// and the edits of these. Numbers are restored bit for bit, texts byte for byte.
+// docs/sceneDocument.md describes the format, and share/kiv/sceneDocument.schema.json lets tools
+// check it.
 
-/// Which files a document takes the place of.
+/// The files that a document may replace.
 enum class Replacing {
-    /// Documents, whatever scene they hold, empty files and new ones whose name is not that of a
-    /// scene file, such as `x.gltf`.
+    /// Documents of any scene, empty files, and new files unless their names are those of scene
+    /// files, such as `x.gltf`.
     Documents,
     Anything, ///< Every file that is not mounted in the scene.
 };
 
-/// A document was not saved because of the file whose place or name it would take, and would be
-/// with `Replacing::Anything`. The message names the file.
+/// A document was not saved because of an existing file or the name of the new one;
+/// `Replacing::Anything` allows it. The message names the file.
 class KIV_EXPORT NotReplaceable : public std::runtime_error
 {
 public:
@@ -34,9 +34,9 @@ public:
     ~NotReplaceable() override;
 };
 
-/// Writes the scene to the file, whose old content is there until the new one is complete. Throws
-/// `NotReplaceable` when `replacing` forbids the file, and `std::runtime_error` for all else, with
-/// the file in the message.
+/// Writes the scene to the file and keeps the old content until the new one is complete. Throws
+/// `NotReplaceable` if `replacing` forbids the file, and `std::runtime_error` for all other
+/// failures, with the file in the message.
 ///
 /// Cost: linear in the items in memory and the edits of scene files.
 KIV_EXPORT void save(const Workspace& scene, const std::string& file,
@@ -46,27 +46,29 @@ KIV_EXPORT void save(const Workspace& scene, const std::string& file,
 /// differ. Costs as much as `save`.
 [[nodiscard]] KIV_EXPORT std::size_t documentHash(const Workspace& scene);
 
-/// Told of a scene file that cannot be read, or an item that it does not have, in one line.
+/// Called with one line for each scene file that cannot be read and each item that a scene file
+/// does not have.
 using OnMissing = std::function<void(const std::string& complaint)>;
 
-/// Replaces the scene by that of the document: by commands run in `edits`, which the caller
-/// commits. The document is checked and the scene files are read before the first command runs.
+/// Replaces the scene by that of the document, with commands run in `edits`, which the caller must
+/// commit. Checks the document and reads the scene files before the first command runs.
 ///
-/// Throws `std::runtime_error` with one line: the file, the place in it, the reason. `edits` takes
-/// back what was run by then. Throws `Cancelled` when the progress function of the workspace does.
+/// Throws `std::runtime_error` with one line: the file, the place in it, the reason. The destructor
+/// or `rollBack` of `edits` then undoes the commands that ran. Throws `Cancelled` if the progress
+/// function of the workspace does.
 ///
-/// With `onMissing`, what it is told of is no error: the gateway of the file is an ordinary item,
-/// the edits of the item are left out.
+/// With `onMissing`, missing files and items are not errors: the gateway of a missing file becomes
+/// an ordinary item, and the edits of a missing item are left out.
 ///
-/// A place in the node editor cannot be taken from the root item: it keeps the one it has when the
-/// document has none.
+/// The root item keeps its position in the node editor if the document has none for it, since it
+/// cannot be cleared.
 ///
-/// Cost: linear in the document, but for the scene files that it mounts.
+/// Cost: linear in the document, plus reading the scene files that it mounts.
 KIV_EXPORT void open(Workspace& scene, const std::string& file, host::Transaction& edits,
                      const OnMissing& onMissing = {});
 
-/// The same as one step of its own, which the installed command manager gets. When it throws, the
-/// scene is as it was.
+/// The same as one undo step, which goes to the installed command manager. If it throws, the scene
+/// is unchanged.
 KIV_EXPORT void open(Workspace& scene, const std::string& file, const OnMissing& onMissing = {});
 
 } // namespace Kiv_v4::document

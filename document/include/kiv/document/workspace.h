@@ -18,10 +18,10 @@
 /// A scene as a document: a workspace, saved and opened.
 namespace Kiv_v4::document {
 
-/// An item of a scene file that was edited, and through which interfaces.
+/// An edited item of a scene file, and the interfaces through which it was edited.
 struct EditedItem
 {
-    /// Where the item is.
+    /// The path of the item.
     Path path;
     /// Whether `Transform3d` was edited.
     bool transform = false;
@@ -36,8 +36,8 @@ struct EditedItem
 /// A scene file that was read and may be mounted any number of times.
 struct SourceFile;
 
-/// Throw it from a progress function to give reading up. It reaches the caller as it is; nothing
-/// takes it for a file that cannot be read.
+/// Throw it from a progress function to cancel reading. It passes through to the caller unchanged
+/// and never counts as a file that cannot be read.
 class KIV_EXPORT Cancelled : public std::runtime_error
 {
 public:
@@ -46,9 +46,8 @@ public:
     ~Cancelled() override;
 };
 
-/// A scene of a host: items in memory under one root, with scene files mounted among them. It is
-/// the one place that knows which run-times there are; everything else goes through the
-/// interfaces of the core.
+/// A scene of a host: items in memory under one root, with scene files mounted among them. Only
+/// this class knows which run-times there are; all other code uses the interfaces of the core.
 ///
 ///     document::Workspace scene;
 ///     scene.mount("workshop.gltf");                         // /world/workshop,:Workshop
@@ -56,76 +55,77 @@ public:
 ///     document::save(scene, "scene.json");
 ///
 /// Mounts follow gateways that the installed scene (`Scene::initializeInstance`) reports as renamed
-/// or moved, and are put by when it reports their deletion; without a scene they stay where they
+/// or moved, and are parked when it reports their deletion; without a scene they stay where they
 /// are.
 ///
 /// **Lifetime.** The constructor registers the run-times `memory` and, in a build with scene files,
-/// `assimp`; the destructor takes them back. Its commands must not be run once it is gone: clear
-/// the undo history first.
+/// `assimp`; the destructor unregisters them. The commands of a workspace must not run after its
+/// destruction: clear the undo history first.
 class KIV_EXPORT Workspace
 {
 public:
     /// A scene file that was read.
     using File = std::shared_ptr<const SourceFile>;
 
-    /// Told of the file that is being read and how far that has come, from 0 to 1; 1 also when
-    /// reading ends early, but not when the function itself gave it up by throwing.
+    /// Called with the file that is being read and the fraction that was read, from 0 to 1. Also
+    /// called with 1 when reading ends early, except when the function itself cancelled it by
+    /// throwing.
     using Progress = std::function<void(const std::string& file, float fraction)>;
 
-    /// A scene file and where it is shown.
+    /// A scene file and its gateway.
     struct Mount
     {
         /// The item that the file is shown under.
         Path gateway;
-        std::string file; ///< As it was given.
+        std::string file; ///< The argument of `mount`, `mountCmd` or `read`.
     };
 
-    /// Throws `InvalidRunTimeName` when a run-time has one of the names already.
+    /// Throws `InvalidRunTimeName` if a run-time already has one of the names.
     Workspace();
     Workspace(const Workspace&) = delete;
     Workspace& operator=(const Workspace&) = delete;
     ~Workspace();
 
-    /// Returns the root, which is always there.
+    /// Returns the root, which always exists.
     [[nodiscard]] SceneItem::Ptr root() const;
 
-    /// Returns the items in memory, for what the interfaces do not tell of them.
+    /// Returns the model of the items in memory, for data that the interfaces do not cover.
     [[nodiscard]] memory::DataModel& model() const noexcept;
 
     /// Returns whether the item is one of those in memory, rather than of a file.
     [[nodiscard]] bool isInMemory(const SceneItem& item) const noexcept;
 
-    /// From now on `progress` is told of reading, on the thread that reads; null for nobody.
+    /// Sets the progress function, which is called on the thread that reads; null for none.
     void setProgress(Progress progress);
 
     /// Reads a scene file and mounts it under a new gateway named after it, whose path it returns.
-    /// Throws `std::runtime_error` with the reason, with nothing mounted.
+    /// Throws `std::runtime_error` with the reason and mounts nothing.
     Path mount(const std::string& file);
 
-    /// Returns a command that mounts the file under a new gateway item, the last child of `parent`,
-    /// which is named `name`, or after the file when that is empty, changed to be unique among all
-    /// children. The file is read at once. Throws `std::runtime_error` with the reason, with
-    /// nothing changed.
+    /// Returns a command that mounts the file under a new gateway item, the last child of `parent`.
+    /// The gateway is named `name`, or after the file if `name` is empty, changed to be unique
+    /// among all children. Reads the file at once. Throws `std::runtime_error` with the reason and
+    /// changes nothing.
     [[nodiscard]] SceneItemResultUndoableCommand::Ptr
     mountCmd(const std::string& file, const SceneItem::Ptr& parent, const std::string& name);
 
     /// Reads a scene file. Throws `std::runtime_error` with the reason, not the file, as its
-    /// message, and what the progress function throws.
+    /// message; exceptions of the progress function pass through.
     [[nodiscard]] File read(const std::string& file) const;
 
     /// Returns a command that makes an ordinary item in memory a gateway that shows the file or,
-    /// for null, nothing yet. Undone, it keeps what was edited of the file.
+    /// for null, nothing yet. While undone, it keeps the edits of the file.
     [[nodiscard]] UndoableCommand::Ptr gatewayCmd(const Path& item, const File& file);
 
-    /// Returns commands that make what lies at and under `copy`, a copy in memory of what lies at
-    /// and under `source`, show the same files with the same edits.
+    /// Returns commands that make `copy` and its descendants, a copy in memory of `source` and its
+    /// descendants, show the same files with the same edits.
     [[nodiscard]] std::vector<UndoableCommand::Ptr> copyMountsCmds(const SceneItem::Ptr& source,
                                                                    const Path& copy);
 
     /// Returns the mounted files, in the order of the tree. Cost: linear in the items in memory.
     [[nodiscard]] std::vector<Mount> mounts() const;
 
-    /// Returns the file that is mounted under the gateway, as it was given; empty for any other
+    /// Returns the file that is mounted under the gateway, as `Mount::file`; empty for any other
     /// item.
     [[nodiscard]] std::string mountedFile(const Path& gateway) const;
 
@@ -139,15 +139,15 @@ public:
     /// Returns the items of a file that were edited, parents before their children.
     [[nodiscard]] std::vector<EditedItem> editedItems(const Path& gateway) const;
 
-    /// Returns the path of the file item that `text` names under the gateway, whether there is one
-    /// or not.
+    /// Returns the path of the file item that `text` names under the gateway, even if there is
+    /// none.
     [[nodiscard]] Path pathInFile(const Path& gateway, const std::string& text) const;
 
     /// Returns the item that `text` names: a full path string, or one that begins under `gateway`,
-    /// with or without its leading separator; null when there is none.
+    /// with or without its leading separator; null if there is none.
     [[nodiscard]] SceneItem::Ptr item(const std::string& text, const Path& gateway) const;
 
-    /// Returns the name that the item has where it was read from; nothing for an item made here.
+    /// Returns the name of the item in its file; `std::nullopt` for an item made here.
     [[nodiscard]] std::optional<std::string> originalName(const SceneItem& item) const;
 
 private:

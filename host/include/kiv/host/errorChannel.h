@@ -8,20 +8,20 @@
 
 namespace Kiv_v4::host {
 
-/// Gives a host what the library writes to its log, beside the record on the standard error stream:
-/// above all the exceptions of observers, which are swallowed and which nobody else hears of.
+/// Passes the records of the library's log to a host, in addition to the standard error stream:
+/// above all the exceptions of observers, which the library swallows.
 ///
 ///     const host::ErrorChannel errors([&](const LogRecord& record) {
 ///         statusBar.show(record.message);
 ///     });
 ///
-/// Any number of channels may be open; each is given every record, in the order in which they were
-/// made. What `receive` throws is written to the log and reaches nobody; what is logged while it
-/// runs goes to the standard error stream alone. A channel may be closed while it receives.
+/// Any number of channels may be open; each gets every record, in the order in which the channels
+/// were made. Exceptions of `receive` are written to the log and swallowed; records made while it
+/// runs only go to the standard error stream. A channel may be closed while it receives.
 class KIV_EXPORT ErrorChannel
 {
 public:
-    /// Takes one record. Must not throw.
+    /// Called with one record. Should not throw.
     using Receive = std::function<void(const LogRecord&)>;
 
     explicit ErrorChannel(Receive receive);

@@ -6,9 +6,9 @@
 
 namespace Kiv_v4::host {
 
-/// Returns what `work` returns. When it throws a `std::exception`, throws an `Error` instead, with
-/// the message behind `prefix` and a colon: what a user reads begins with the file, line or item
-/// that it is about. Exceptions of the classes `Passing` pass through as they are.
+/// Returns the result of `work`. If that throws a `std::exception`, throws an `Error` instead, with
+/// `prefix` and a colon before the message, so that messages begin with the file, line or item that
+/// they are about. Exceptions of the classes `Passing` pass through unchanged.
 template <class Error = std::runtime_error, class... Passing, class Work>
 decltype(auto) prefixed(const std::string& prefix, Work&& work)
 {

@@ -14,9 +14,10 @@
 
 namespace Kiv_v4::host {
 
-// What the interfaces offer of an item as one table: what property editors, reports, documents and
-// scripts read and write without a line for each property. Attributes, which each item has of its
-// own, are told with the same types by `kiv/attributeVariant.h`.
+// The properties that the interfaces offer for an item, as one table: property editors, reports,
+// documents and scripts use it to read and write them without code for each property.
+// `kiv/attributeVariant.h` reads and writes attributes, which differ from item to item, with the
+// same types.
 //
 //     ItemProperties lamp(item);
 //     for (const auto* property : lamp.of(kLight)) {
@@ -31,42 +32,42 @@ inline constexpr const char* kLight = "light";
 inline constexpr const char* kObject = "object";
 inline constexpr const char* kGraphNode = "graphNode";
 
-/// The units of properties; other ones have none.
+/// The units of properties; other properties have none.
 inline constexpr const char* kMillimetres = "mm";
 inline constexpr const char* kSceneUnits = "scene units";
 inline constexpr const char* kDegrees = "degrees";
 
-/// One row of the table: a property, whichever item has it.
+/// One row of the table: a property, independent of any item.
 struct Property
 {
-    /// The interface that has it, as `kLight`.
+    /// The group of its interface, such as `kLight`.
     std::string group;
-    std::string name;                   ///< As scripts and documents have it: `focalLength`.
-    std::string label;                  ///< For people: `focal length`.
-    std::string type;                   ///< As attributes have it: `Attribute::kFloat`.
+    std::string name;                   ///< The name in scripts and documents: `focalLength`.
+    std::string label;                  ///< The name for people: `focal length`.
+    std::string type;                   ///< A type constant: `Attribute::kFloat`.
     std::string unit{};                 ///< Empty for none.
     std::vector<std::string> choices{}; ///< Of a property of type `Attribute::kEnumString`.
     /// Whether it can be set at all.
     bool isSettable = true;
-    std::string owner{}; ///< For messages: what items must be to have it, as in "is no spot light".
+    std::string
+        owner{}; ///< For messages: the kind of item that has it, as in "is not a spot light".
 };
 
 /// Returns all rows, group by group.
 [[nodiscard]] KIV_EXPORT const std::vector<Property>& propertyTable();
 
-/// Returns the row, or null when there is none.
+/// Returns the row; null if there is none.
 [[nodiscard]] KIV_EXPORT const Property* findProperty(const std::string& group,
                                                       const std::string& name);
 
-/// The properties of one item. Interface objects are made once, by the first question that needs
-/// them.
+/// The properties of one item. The first query that needs an interface object makes it, once.
 ///
-/// **Lifetime.** Holds the item and interface objects, so it is for the moment: an item that is
-/// renamed or moved needs a new one. Exceptions of run-times pass through.
+/// **Lifetime.** Holds the item and interface objects, so keep it only for a short time: after a
+/// rename or a move of the item, you must make a new one. Exceptions of run-times pass through.
 class KIV_EXPORT ItemProperties
 {
 public:
-    /// Throws `std::invalid_argument` for a null item.
+    /// Throws `std::invalid_argument` if the item is null.
     explicit ItemProperties(const SceneItem::Ptr& item);
     ItemProperties(const ItemProperties&) = delete;
     ItemProperties& operator=(const ItemProperties&) = delete;
@@ -75,13 +76,13 @@ public:
     /// Returns the rows of the group that the item has, in the order of the table.
     [[nodiscard]] std::vector<const Property*> of(const std::string& group) const;
 
-    /// Returns the value, or nothing when the item does not have the property. `property` must be a
-    /// row of the table.
+    /// Returns the value; `std::nullopt` if the item does not have the property. `property` must be
+    /// a row of the table.
     [[nodiscard]] std::optional<PropertyValue> value(const Property& property) const;
 
-    /// Returns a command that sets the property, or null when its run-time refuses. Throws
-    /// `std::invalid_argument` with the reason when the item does not have the property, when it
-    /// cannot be set, and for a value of another type or that is none of the choices.
+    /// Returns a command that sets the property; null if its run-time refuses. Throws
+    /// `std::invalid_argument` with the reason if the item does not have the property, if it cannot
+    /// be set, and if the value is of another type or is not one of the choices.
     [[nodiscard]] UndoableCommand::Ptr setCmd(const Property& property,
                                               const PropertyValue& value) const;
 

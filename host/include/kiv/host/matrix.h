@@ -13,19 +13,19 @@ namespace Kiv_v4::host {
 // matrix are the rows of `kTransform` in `itemProperties.h`.
 
 /// Returns the matrix whose product with `matrix`, in either order, is the identity to rounding;
-/// nothing when the matrix is singular to rounding or holds NaN or infinity.
+/// `std::nullopt` if the matrix is singular to rounding or contains NaN or infinity.
 [[nodiscard]] KIV_EXPORT std::optional<Matrix4d> inverse(const Matrix4d& matrix);
 
-/// Returns the lowest gateway above `path` without a transform, which leaves what is below it
-/// without a place in the world; the empty path when there is none.
+/// Returns the lowest gateway above `path` without a transform, below which items have no position
+/// in the world; the empty path if there is none.
 [[nodiscard]] KIV_EXPORT Path gatewayWithoutTransform(Path path);
 
 /// Returns the matrix from the item's space to that of the world, across every gateway above it;
-/// nothing when the item or a gateway above it has no transform. The item must not be null.
+/// `std::nullopt` if the item or a gateway above it has no transform. The item must not be null.
 [[nodiscard]] KIV_EXPORT std::optional<Matrix4d> worldMatrix(const SceneItem::Ptr& item);
 
-/// Returns the matrix that the item needs of its own for `world` to be its world matrix; nothing
-/// when it has no world matrix, or when that of its parent is singular. The item must not be null.
+/// Returns the own matrix with which the item's world matrix is `world`; `std::nullopt` if the item
+/// has no world matrix or that of its parent is singular. The item must not be null.
 [[nodiscard]] KIV_EXPORT std::optional<Matrix4d> ownMatrix(const SceneItem::Ptr& item,
                                                            const Matrix4d& world);
 

@@ -13,10 +13,10 @@
 
 namespace Kiv_v4::host {
 
-// What a listing of a scene shows, across gateways: for printing, searching and exporting. A window
-// that stays in step with the scene wants `SceneTree`.
+// Lists a scene across gateways, for printing, searching and exporting. A window that follows the
+// scene should use `SceneTree`.
 
-/// Which items an outline shows.
+/// Selects the items of an outline.
 struct OutlineFilter
 {
     std::size_t depth = std::numeric_limits<std::size_t>::max(); ///< Levels below the root.
@@ -29,10 +29,10 @@ struct OutlineFilter
     }
 };
 
-/// Told of one item and its depth below the root; the walk ends when it returns false.
+/// Called with one item and its depth below the root; the walk ends when it returns false.
 using OutlineVisitor = std::function<bool(const SceneItem::Ptr& item, std::size_t depth)>;
 
-/// Visits `root` and what its outliner lists below it, parents before children, down to `depth`
+/// Visits `root` and its descendants across gateways, parents before children, down to `depth`
 /// levels. Neither the call stack nor the items kept alive grow with the depth of the scene.
 KIV_EXPORT void walk(const SceneItem::Ptr& root, std::size_t depth, const OutlineVisitor& visit);
 
@@ -51,8 +51,8 @@ struct OutlineRow
     bool isLast = true;  ///< Whether no sibling follows.
 };
 
-/// The rows of the tree under `root` in the order of the walk: the items that the filter lets
-/// through, and their ancestors.
+/// Returns the rows of the tree under `root` in the order of the walk: the items that pass the
+/// filter, and their ancestors.
 [[nodiscard]] KIV_EXPORT std::vector<OutlineRow> outline(const SceneItem::Ptr& root,
                                                          const OutlineFilter& filter);
 

@@ -8,7 +8,7 @@
 
 namespace Kiv_v4::host {
 
-/// Tells a host that run-times come and go, for as long as it lives.
+/// Notifies a host, for as long as it lives, when run-times are registered and unregistered.
 ///
 ///     const host::RunTimeWatch watch([&](RunTimeEvent event, Rtid runTimeId) {
 ///         if (event == RunTimeEvent::Leaving) {
@@ -16,12 +16,12 @@ namespace Kiv_v4::host {
 ///         }
 ///     });
 ///
-/// Any number may live; they are called in the order in which they were made. What `receive` throws
-/// is written to the log: neither coming nor leaving can be refused.
+/// Any number of watches may exist; they are called in the order in which they were made.
+/// Exceptions of `receive` are written to the log: it can prevent neither event.
 class KIV_EXPORT RunTimeWatch
 {
 public:
-    /// Told of what happens to a run-time.
+    /// Called with each event of a run-time.
     using Receive = std::function<void(RunTimeEvent, Rtid)>;
 
     explicit RunTimeWatch(Receive receive);

@@ -8,44 +8,46 @@
 
 namespace Kiv_v4::host {
 
-/// Several edits as one undo step that is done as a whole or not at all: unless `commit` is
-/// reached, what was done is undone, last first, when the transaction ends.
+/// Several edits as one undo step that is done as a whole or not at all: without `commit`, the
+/// destructor undoes the commands, last first.
 ///
 ///     host::Transaction edits("rm cube");
 ///     edits.run(deselectCmd);
 ///     edits.run(operations->deleteItemCmd()); // throws when the run-time refuses
 ///     edits.commit();                         // one entry of the undo history
 ///
-/// **What belongs to it.** The commands given to `run`; and, when the installed manager is an
-/// `UndoHistory`, what others execute or register through it meanwhile, so that code that knows
-/// nothing of the transaction can be called. What a command does while it runs is its own business.
+/// **What belongs to it.** The commands given to `run`; and, if the installed manager is an
+/// `UndoHistory`, the commands that any code executes or registers through it meanwhile, so that
+/// you can call code that does not know the transaction. Commands that another command executes
+/// while it runs do not belong to it.
 ///
 /// **Nesting.** A transaction that commits inside another one becomes part of it. A command guard
-/// inside a transaction hands it what it gathered if it succeeds. Under a command guard that is
-/// older, use `run`: what is executed through the manager there belongs to the guard.
+/// inside a transaction passes its commands to the transaction if it succeeds. Under an older
+/// command guard, use `run`: commands executed through the manager belong to the guard.
 ///
-/// **Errors.** A command that throws leaves the transaction as it was before: go on, or let it end.
-/// A plain `CompositeUndoableCommand` is run command by command, so that what it did before one of
-/// them threw is undone, too. An undo that throws is written to the log, and the earlier commands
-/// are undone all the same.
+/// **Errors.** If a command throws, the transaction stays as it was before: continue, or let it
+/// end. The commands of a plain `CompositeUndoableCommand` run one by one, so that if one throws,
+/// the earlier ones are undone, too. An exception from an undo is written to the log, and the
+/// earlier commands are still undone.
 ///
-/// **Threads.** Transactions belong to the host's main thread.
+/// **Threads.** Use transactions on the host's main thread.
 class KIV_EXPORT Transaction
 {
 public:
-    /// `name` is what undo menus show.
+    /// `name` is the text for undo menus.
     explicit Transaction(std::string name);
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;
 
-    /// Rolls back unless that, or `commit`, was done.
+    /// Rolls back unless `commit` or `rollBack` ended the transaction.
     ~Transaction();
 
-    /// Executes the command. Throws `std::runtime_error` for null, which is how a run-time refuses,
-    /// and `std::logic_error` when the transaction is over; what the command throws passes through.
+    /// Executes the command. Throws `std::runtime_error` if it is null, which is how a run-time
+    /// refuses, and `std::logic_error` if the transaction has ended; exceptions of the command pass
+    /// through.
     void run(const UndoableCommand::Ptr& command);
 
-    /// The same, giving the command, for the result it may tell.
+    /// The same, and returns the command, which may have a result.
     template <class Command>
     std::shared_ptr<Command> runFor(std::shared_ptr<Command> command)
     {
@@ -53,19 +55,19 @@ public:
         return command;
     }
 
-    /// Hands the commands as one to the enclosing transaction or else to the installed command
-    /// manager, which must be there, and ends the transaction. Without commands there is nothing to
-    /// hand over. When the manager throws, the transaction goes on. Throws `std::logic_error` when
-    /// it is over.
+    /// Passes the commands as one to the enclosing transaction or, if there is none, to the command
+    /// manager, which must be installed, and ends the transaction. Passes nothing if there are no
+    /// commands. If the manager throws, the transaction continues. Throws `std::logic_error` if the
+    /// transaction has ended.
     void commit();
 
-    /// Undoes the commands, last first, and ends the transaction. Does nothing when it is over.
+    /// Undoes the commands, last first, and ends the transaction. Does nothing if it has ended.
     void rollBack() noexcept;
 
-    /// Whether it has neither committed nor rolled back.
+    /// Whether the transaction has not ended.
     [[nodiscard]] bool isOpen() const noexcept { return _isOpen; }
 
-    /// Whether nothing was done so far.
+    /// Whether no command has run so far.
     [[nodiscard]] bool empty() const noexcept { return _done.empty(); }
 
 private:

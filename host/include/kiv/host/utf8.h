@@ -7,7 +7,8 @@
 
 namespace Kiv_v4::host {
 
-// Names and texts of items may hold any bytes. Who shows or stores them as text must know.
+// Names and texts of items may contain any bytes. Code that shows or stores them as text must check
+// them.
 
 /// A character at the start of a text.
 struct Utf8Character

@@ -5,7 +5,7 @@
 
 namespace Kiv_v4::kit {
 
-/// Tells the host's scene, if there is one: a test or a script may run without.
+/// Notifies the installed scene; does nothing if there is none, as in a test or a script.
 KIV_EXPORT void announce(const SceneChanged& change);
 
 } // namespace Kiv_v4::kit

@@ -17,9 +17,9 @@
 namespace Kiv_v4::kit {
 
 /// The attributes of items as a table: a row for each attribute with its name, its type and the
-/// functions that read and write it. Of any of the sixteen types, or generic, it makes whole
-/// attributes: values and texts, definitions, metadata, commands that remember paths and have a
-/// text, notifications.
+/// functions that read and write it. For each of the sixteen types and generic attributes it makes
+/// complete attributes: values and texts, definitions, metadata, commands that remember paths and
+/// have a text, notifications.
 ///
 ///     const auto table = std::make_shared<kit::AttributeTable>();
 ///     table->add({"size", Attribute::kFloat, [data](const Path& path) { return data->size(path);
@@ -36,14 +36,14 @@ class KIV_EXPORT AttributeTable : public std::enable_shared_from_this<AttributeT
 {
 public:
     using Ptr = std::shared_ptr<AttributeTable>;
-    /// Metadata of an attribute by their keys.
+    /// Metadata of an attribute by key.
     using Metadata = std::map<std::string, Value>;
 
-    /// Reads the value of the item at a path, as the alternative of the row's type; no value when
+    /// Returns the value for the item at a path, as the alternative of the row's type; no value if
     /// there is none, or no such item.
     using Get = std::function<AttributeVariant(const Path& path)>;
 
-    /// Writes a value of the row's type to the item at a path; throws when it cannot. The table
+    /// Writes a value of the row's type to the item at a path; must throw if it cannot. The table
     /// announces the change.
     using Set = std::function<void(const Path& path, const AttributeVariant& value)>;
 
@@ -54,19 +54,19 @@ public:
         std::string name;
         std::string type; ///< One of the type constants of `Attribute`.
         Get get;          ///< Empty for a generic attribute.
-        Set set;          ///< Empty for what can only be read, which has the metadata `Locked`.
+        Set set;          ///< Empty for a read-only attribute, which has the metadata `Locked`.
 
-        std::string displayName = {}; ///< Empty: the name.
-        /// What the definition tells as the default; no value: that of a new attribute of the type.
+        std::string displayName = {}; ///< If empty, the name is used.
+        /// The default in the definition; if it is no value, that of a new attribute of the type.
         AttributeVariant defaultValue = {};
         std::vector<std::string> enumValues = {}; ///< Of an `EnumString`.
         std::string nativeType = {};              ///< Of a generic attribute.
-        Metadata metadata = {};                   ///< The same for all items, not to be changed.
+        Metadata metadata = {}; ///< The same for all items; they cannot be changed.
         std::vector<std::function<void(const Path&)>> alsoNotified = {}; ///< See `alsoNotify`.
     };
 
-    /// Where the data keep metadata that can be set: those of the attribute of that name of the
-    /// item at a path; null when there is no such item.
+    /// Returns the place where the data keep the settable metadata of the attribute of that name of
+    /// the item at a path; null if there is no such item.
     using MetadataOf = std::function<Metadata*(const Path& path, const std::string& name)>;
 
     AttributeTable();
@@ -74,31 +74,31 @@ public:
     AttributeTable& operator=(const AttributeTable&) = delete;
     ~AttributeTable();
 
-    /// Adds a row. Throws `std::invalid_argument` when the table has one of that name, or the type
-    /// is no type constant.
+    /// Adds a row. Throws `std::invalid_argument` if the table has a row of that name, or the type
+    /// is not a type constant.
     AttributeTable& add(Row row);
 
     /// Calls `notify` with the path of the item after each change of the attribute of that name,
     /// for interfaces that show the same data: `alsoNotify("focalLength", &Camera::notify)`. Throws
-    /// `std::invalid_argument` for a name that has no row.
+    /// `std::invalid_argument` if no row has that name.
     AttributeTable& alsoNotify(const std::string& name,
                                std::function<void(const Path& path)> notify);
 
-    /// Lets metadata be set and cleared, beside those of the rows.
+    /// Allows metadata to be set and cleared, in addition to those of the rows.
     AttributeTable& keepMetadata(MetadataOf metadataOf);
 
     /// The attributes of `item`, which must not be null.
     [[nodiscard]] Attributes::Ptr attributes(const SceneItem::Ptr& item) const;
 
-    /// The row of that name; null when there is none.
+    /// The row of that name; null if there is none.
     [[nodiscard]] const Row* row(const std::string& name) const;
 
-    /// The value of the attribute of the item at `path`; no value when there is none.
+    /// The value of the attribute of the item at `path`; no value if there is none.
     [[nodiscard]] AttributeVariant value(const Path& path, const std::string& name) const;
 
-    /// Writes the value and announces it with `AttributeChanged`. Throws `std::invalid_argument`
-    /// for a name that has no row, an attribute that can only be read, a value of another type and
-    /// a string that is none of the enumeration, and what the row's `set` throws.
+    /// Writes the value and announces it with `AttributeChanged`. Throws `std::invalid_argument` if
+    /// no row has that name, the attribute is read-only, the value is of another type or the string
+    /// is not in the enumeration; exceptions of the row's `set` pass through.
     void setValue(const Path& path, const std::string& name, const AttributeVariant& value) const;
 
     /// All rows, in the order in which they were added.
@@ -108,13 +108,12 @@ public:
     [[nodiscard]] bool takesMetadata(const Path& path, const std::string& name,
                                      const std::string& key) const;
 
-    /// The metadata under `key`, those of the row first; a value without a type when there are
-    /// none.
+    /// The metadata under `key`, those of the row first; a value without a type if there are none.
     [[nodiscard]] Value metadata(const Path& path, const std::string& name,
                                  const std::string& key) const;
 
-    /// Sets the metadata under `key`, or clears them for null, and announces it. Returns false when
-    /// there is nothing to clear, when the row has such metadata, and where none are kept.
+    /// Sets the metadata under `key`, or clears them if `value` is null, and announces it. Returns
+    /// false if there is nothing to clear, the row has such metadata, or no metadata are kept.
     bool setMetadata(const Path& path, const std::string& name, const std::string& key,
                      const Value* value) const;
 

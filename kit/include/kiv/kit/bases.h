@@ -15,25 +15,26 @@
 
 namespace Kiv_v4::kit {
 
-// An interface each, of which a run-time implements as much as it can: what is not overridden is
-// refused (makers give null) or read as what a run-time without it has, and conveniences execute
-// what the makers give. Each object is the view of one item and looks its data up at each call,
-// so that it answers for an item that is out of date too.
+// A base class for each interface, from which a run-time overrides as much as it can. Command
+// makers that are not overridden refuse (return null), getters return the value for a run-time
+// without the feature, and conveniences execute the commands of the makers. Each object is the view
+// of one item and should look its data up at each call, so that it also works for an item that is
+// out of date.
 
-/// Children are all there is to implement.
+/// Only the children must be implemented.
 class KIV_EXPORT HierarchyBase : public Hierarchy
 {
 public:
-    /// `item` must not be null, here and below.
+    /// `item` must not be null, here and in the classes below.
     explicit HierarchyBase(SceneItem::Ptr item);
     ~HierarchyBase() override;
 
     [[nodiscard]] SceneItem::Ptr sceneItem() const override { return _item; }
 
-    /// By default, whether `children()` is not empty: override it where that is dear.
+    /// By default, whether `children()` is not empty: override it if that is expensive.
     [[nodiscard]] bool hasChildren() const override;
 
-    // There is nothing to filter by.
+    // By default there are no flags to filter by.
     [[nodiscard]] bool hasFilteredChildren(const ChildFilter& filter) const override;
     [[nodiscard]] SceneItemList filteredChildren(const ChildFilter& filter) const override;
     [[nodiscard]] ChildFilter defaultChildFilter() const override;
@@ -41,7 +42,7 @@ public:
     /// The item at the path without its last component; for a root below a gateway, the gateway.
     [[nodiscard]] SceneItem::Ptr parent() const override;
 
-    /// Null: nothing can be added.
+    /// By default null: nothing can be added.
     [[nodiscard]] SceneItem::Ptr defaultParent() const override;
 
     [[nodiscard]] SceneItemResultUndoableCommand::Ptr
@@ -61,7 +62,7 @@ private:
     const SceneItem::Ptr _item;
 };
 
-/// Deletes, duplicates and renames nothing.
+/// By default refuses to delete, duplicate and rename.
 class KIV_EXPORT SceneItemOpsBase : public SceneItemOps
 {
 public:
@@ -85,8 +86,8 @@ private:
     SceneItem::Ptr _item;
 };
 
-/// Attributes that are neither added nor removed nor renamed, and of which nothing more is known.
-/// `AttributeTable` makes whole ones.
+/// Attributes that cannot be added, removed or renamed and have no definitions. `AttributeTable`
+/// makes complete ones.
 class KIV_EXPORT AttributesBase : public Attributes_v4_2
 {
 public:
@@ -106,9 +107,9 @@ private:
     const SceneItem::Ptr _item;
 };
 
-/// The matrix is all there is to implement: the other values are its factors, without pivots, and
-/// the segment's matrix goes through the transforms of the ancestors in the segment, those without
-/// one left out. `transforms.h` makes whole ones that can be edited.
+/// Only the matrix must be implemented: the other values are its factors, without pivots, and the
+/// segment's matrix is the product with the transforms of the ancestors in the segment, without
+/// those that have none. `transforms.h` makes complete ones that can be edited.
 class KIV_EXPORT Transform3dBase : public Transform3d
 {
 public:
@@ -118,7 +119,7 @@ public:
     [[nodiscard]] const Path& path() const override { return _item->path(); }
     [[nodiscard]] SceneItem::Ptr sceneItem() const override { return _item; }
 
-    /// Cost: the depth in the segment, with an item and a transform of each ancestor made.
+    /// Cost: linear in the depth in the segment; makes an item and a transform of each ancestor.
     [[nodiscard]] Matrix4d segmentInclusiveMatrix() const override;
     [[nodiscard]] Matrix4d segmentExclusiveMatrix() const override;
 
@@ -139,8 +140,8 @@ private:
     const SceneItem::Ptr _item;
 };
 
-/// A perspective camera of a full frame, 36 by 24 mm, with a lens of 50 mm. Overridden are the
-/// values that the data have.
+/// A perspective camera with a full frame, 36 by 24 mm, and a lens of 50 mm. Override the values
+/// that the data have.
 class KIV_EXPORT CameraBase : public Camera
 {
 public:
@@ -175,8 +176,8 @@ private:
     const SceneItem::Ptr _item;
 };
 
-/// A white light of intensity 1 without shadows, of the type that is overridden, and without the
-/// interfaces that go with a type.
+/// A white light of intensity 1 without shadows, of the type that `type` returns, and without the
+/// interfaces for types.
 class KIV_EXPORT LightBase : public Light
 {
 public:
@@ -227,7 +228,7 @@ private:
     const SceneItem::Ptr _item;
 };
 
-/// A node that has no place in a graph.
+/// A node without position and size.
 class KIV_EXPORT NodeGraphNodeBase : public UINodeGraphNode_v4_1
 {
 public:

@@ -12,18 +12,18 @@
 
 namespace Kiv_v4::kit {
 
-// The same for interfaces that are about more than one item: little is left to implement.
+// Base classes, as in `bases.h`, for handlers and for interfaces beyond those of one item.
 
-/// Gateways of which the run-time knows where each leads. The rest is found by walks through the
-/// run-time's hierarchy, which go on neither behind gateways nor into other run-times.
+/// Gateways for a run-time that implements `target`. The other functions walk through the
+/// run-time's hierarchy, neither behind gateways nor into other run-times.
 class KIV_EXPORT SceneSegmentHandlerBase : public SceneSegmentHandler
 {
 public:
     SceneSegmentHandlerBase();
     ~SceneSegmentHandlerBase() override;
 
-    /// The run-time that the item at `path`, a path of this run-time, leads into; 0 when it is no
-    /// gateway, or no item.
+    /// The run-time that the item at `path`, a path of this run-time, leads into; 0 if it is not a
+    /// gateway or does not exist.
     [[nodiscard]] virtual Rtid target(const Path& path) const = 0;
 
     [[nodiscard]] bool isGatewayItem(const Path& path) override;
@@ -31,7 +31,7 @@ public:
     [[nodiscard]] Selection gatewayItems(const Path& path, Rtid nestedRuntimeId) override;
 };
 
-/// The look that the host gives, under the name that the run-time is registered with.
+/// The host's look, with the registered name of the run-time as its label.
 class KIV_EXPORT UIInfoHandlerBase : public UIInfoHandler
 {
 public:
@@ -41,7 +41,7 @@ public:
     [[nodiscard]] CellInfo treeViewCellInfo(const SceneItem::Ptr& item,
                                             const CellInfo& hostLook) const override;
 
-    /// Throws `InvalidRunTimeId` when the run-time has gone.
+    /// Throws `InvalidRunTimeId` if the run-time is no longer registered.
     [[nodiscard]] std::string runTimeLabel() const override;
 
 private:
@@ -64,8 +64,8 @@ private:
     const SceneItem::Ptr _item;
 };
 
-/// A type of nodes, with inputs and outputs as the run-time lists them: by default none. A node is
-/// made as a child of that type, through the hierarchy of its parent.
+/// A node type with the inputs and outputs that the run-time lists, by default none.
+/// `createNodeCmd` makes a child of that type through the hierarchy of the parent.
 class KIV_EXPORT NodeDefBase : public NodeDef
 {
 public:

@@ -16,15 +16,15 @@
 
 namespace Kiv_v4::kit {
 
-// Handlers for `RunTimeMgr` from functions, where one line serves. Each function
-// gets an item of the run-time, which may be out of date, and gives null when it has no such
+// Handlers for `RunTimeMgr` from functions, for run-times that need no more than one. Each function
+// gets an item of the run-time, which may be out of date, and must return null if it has no such
 // interface.
 
 /// A function that makes the interface of an item.
 template <class Interface>
 using Maker = std::function<std::shared_ptr<Interface>(const SceneItem::Ptr& item)>;
 
-/// Returns a handler that gives what `make` makes.
+/// Return a handler that returns the results of `make`.
 [[nodiscard]] KIV_EXPORT SceneItemOpsHandler::Ptr sceneItemOpsHandler(Maker<SceneItemOps> make);
 [[nodiscard]] KIV_EXPORT AttributesHandler::Ptr attributesHandler(Maker<Attributes> make);
 [[nodiscard]] KIV_EXPORT Transform3dHandler::Ptr transform3dHandler(Maker<Transform3d> make);
@@ -35,12 +35,12 @@ using Maker = std::function<std::shared_ptr<Interface>(const SceneItem::Ptr& ite
 [[nodiscard]] KIV_EXPORT UINodeGraphNodeHandler::Ptr
 uiNodeGraphNodeHandler(Maker<UINodeGraphNode> make);
 
-/// The cameras at and under a path are found by a walk through the hierarchy of the run-time that
-/// asks `make` for each item.
+/// Returns a handler that finds the cameras at and under a path by a walk through the hierarchy of
+/// the run-time that calls `make` for each item.
 [[nodiscard]] KIV_EXPORT CameraHandler::Ptr cameraHandler(Maker<Camera> make);
 
-/// `item` gives the item at a path, or null; `roots` the items that begin under a gateway or, with
-/// an empty path, at the top.
+/// Returns a handler. `item` must return the item at a path, or null; `roots` must return the items
+/// that begin under a gateway or, with an empty path, at the top.
 [[nodiscard]] KIV_EXPORT HierarchyHandler::Ptr
 hierarchyHandler(Maker<Hierarchy> make, std::function<SceneItem::Ptr(const Path& path)> item,
                  std::function<SceneItemList(const Path& gateway)> roots);

@@ -12,29 +12,30 @@
 
 namespace Kiv_v4::kit {
 
-/// `name` without the characters of `unfit` and without control characters, each run of which
-/// becomes one `_`; `_` for an empty name. Paths of items are told apart by names alone and are
-/// written with separators, so give the separators of the run-time and of path segments.
+/// Returns `name` with each run of characters of `unfit` and of control characters replaced by one
+/// `_`; `_` for an empty name. Paths write the names with separators, so `unfit` should contain the
+/// separators of the run-time and of path segments.
 [[nodiscard]] KIV_EXPORT std::string fitName(const std::string& name, std::string_view unfit);
 
-/// The names of siblings, which gives a free name at the same cost whether ten or a hundred
-/// thousand of `cube1`, `cube2`, ... are taken. Keep one beside the children of a parent, and tell
-/// it of every name that comes and goes.
+/// The names of siblings. It finds a free name at the same cost whether ten or a hundred thousand
+/// of `cube1`, `cube2`, ... are taken. Keep one beside the children of a parent, and insert and
+/// erase every name that is added and removed.
 ///
 /// **Cost.** Logarithmic in the number of gaps between numbered names, for each operation.
 class KIV_EXPORT NameIndex
 {
 public:
-    /// False when the name is there already.
+    /// Returns false if the name is already there.
     bool insert(const std::string& name);
-    /// False when the name is not there.
+    /// Returns false if the name is not there.
     bool erase(const std::string& name);
 
-    /// Returns whether the name is there, and how many there are.
+    /// Return whether the name is there, and the number of names.
     [[nodiscard]] bool contains(const std::string& name) const { return _names.count(name) != 0; }
     [[nodiscard]] std::size_t size() const noexcept { return _names.size(); }
 
-    /// The name that `Kiv_v4::uniqueName` gives when these names are taken. It is not inserted.
+    /// Returns the name that `Kiv_v4::uniqueName` returns if these names are taken. Does not insert
+    /// it.
     [[nodiscard]] std::string uniqueName(const std::string& name) const;
 
 private:

@@ -9,35 +9,36 @@
 
 namespace Kiv_v4::assimp {
 
-/// Told how far reading has come, from 0 to 1 and never backwards; reading is given up, at the next
-/// step of the importer, when it returns false. It is called on the thread that reads. What it
-/// throws ends the reading and reaches the caller.
+/// Called on the thread that reads, with the fraction that was read, from 0 to 1 and never
+/// decreasing. Returning false cancels the reading at the importer's next step. An exception ends
+/// the reading and passes through to the caller.
 using Progress = std::function<bool(float fraction)>;
 
-/// A scene file as it was read: an immutable tree of named nodes, which any number of mounts share.
+/// A scene file in memory: an immutable tree of named nodes, which any number of mounts share.
 class SceneFile;
 
-/// Reads a scene file of any format that the importer knows. Throws `ImportError`.
+/// Reads a scene file of any format that the importer knows. Throws `ImportError` if that fails or
+/// is cancelled.
 ///
-/// Names are made fit for path strings as they are configured now: when the path segment separator
-/// is changed (`PathString::setPathSegmentSeparator`), a file is read after that.
+/// Names are made valid for the present path segment separator: read files after changing it
+/// (`PathString::setPathSegmentSeparator`).
 ///
-/// **Reentrancy.** Called on the host's main thread, since it makes path components. The importer
-/// itself runs on a thread with a stack of its own, large enough for scenes of a hundred thousand
-/// levels, while the caller waits; what it writes to the standard C++ streams is dropped.
+/// **Reentrancy.** Must be called on the host's main thread, since it makes path components. The
+/// importer itself runs on a thread with a stack of its own, large enough for scenes of a hundred
+/// thousand levels, while the caller waits; its output to the standard C++ streams is dropped.
 ///
 /// **Locales.** A file is read the same in every locale, and `progress` is called in the host's.
-/// The C library's locale is changed on the importer's thread only. The global C++ locale, which is
-/// the whole program's, is left alone when it writes numbers as the classic one does; otherwise,
-/// while the importer works, it is the host's with the numbers of the classic locale. Of other
-/// threads this reaches only the C++ streams that they construct meanwhile.
+/// The C library's locale changes on the importer's thread only. The global C++ locale, which
+/// belongs to the whole program, does not change if it writes numbers as the classic one does;
+/// otherwise, while the importer works, it is the host's with the numbers of the classic locale. In
+/// other threads this only affects C++ streams that they construct meanwhile.
 ///
-/// Cost: the file is read and converted as a whole; nothing is read later.
+/// Cost: reads and converts the whole file; nothing is read later.
 [[nodiscard]] KIV_EXPORT std::shared_ptr<const SceneFile> read(const std::string& file,
                                                                const Progress& progress = {});
 
-/// A file that could not be read, or was given up. The message is the file, a colon and the reason,
-/// in one line.
+/// A file could not be read, or reading was cancelled. The message is the file, a colon and the
+/// reason, in one line.
 class KIV_EXPORT ImportError : public std::runtime_error
 {
 public:
@@ -45,10 +46,10 @@ public:
     ImportError(const ImportError&) = default;
     ~ImportError() override;
 
-    /// The file as it was given to `read`.
+    /// The argument of `read`.
     [[nodiscard]] const std::string& file() const noexcept { return _file; }
 
-    /// One line; "cancelled" when the progress function gave up.
+    /// The reason, one line; "cancelled" if the progress function cancelled.
     [[nodiscard]] const std::string& reason() const noexcept { return _reason; }
 
 private:

@@ -12,16 +12,16 @@
 namespace Kiv_v4::memory {
 
 /// The in-memory data model as a run-time: the constructor registers name, handlers and component
-/// separator, the destructor takes all of it back. Any number may live at a time, each under a name
-/// of its own and with a scene of its own.
+/// separator, the destructor unregisters them. Any number may exist at a time, each with a name and
+/// a scene of its own.
 ///
-/// **Lifetime.** Items and interface objects obtained through it may be kept longer; they answer as
+/// **Lifetime.** Items and interface objects obtained through it may outlive it; they then act as
 /// for a removed item.
 class KIV_EXPORT RunTime
 {
 public:
-    /// Throws `InvalidRunTimeName` when the name is registered already, `std::invalid_argument`
-    /// when `rootName` is no valid item name; nothing is registered then.
+    /// Throws `InvalidRunTimeName` if the name is already registered, and `std::invalid_argument`
+    /// if `rootName` is not a valid item name; then nothing is registered.
     explicit RunTime(const std::string& name = "memory", const std::string& rootName = "world");
     RunTime(const RunTime&) = delete;
     RunTime& operator=(const RunTime&) = delete;
