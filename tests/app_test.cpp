@@ -14,6 +14,7 @@ namespace {
 using test::contentOf;
 using test::linesOf;
 using test::Result;
+using testing::AllOf;
 using testing::ContainsRegex;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -372,6 +373,69 @@ TEST_F(Kiv, OutputThatCannotBeWrittenIsAFailure)
     const auto full = kiv("tree " + workshop + " >/dev/full");
     EXPECT_EQ(full.status, 1);
     EXPECT_THAT(linesOf(full.err), ElementsAre(StartsWith("kiv: standard output: ")));
+}
+
+TEST_F(Kiv, InfoTellsWhatIsInAFile)
+{
+    const auto info = kiv("info " + workshop);
+    EXPECT_EQ(info.status, 0);
+    for (const auto* line : {"format   glTF2", "unit     1 m", "items       17", "10 mesh",
+                             "vertices    52", "size        4, 1.08, 4 scene units"}) {
+        EXPECT_THAT(info.out, HasSubstr(line));
+    }
+    const auto two = linesOf(kiv("info " + workshop + " " + workshop).out);
+    ASSERT_EQ(two.size(), 4u);
+    EXPECT_THAT(two.front(), HasSubstr("vertices"));
+    EXPECT_THAT(two.back(), AllOf(StartsWith("total"), HasSubstr("104")));
+    const auto csv = linesOf(kiv("info --csv " + workshop + " nowhere.obj").out);
+    ASSERT_EQ(csv.size(), 3u) << "what cannot be read is complained of and left out";
+    EXPECT_THAT(csv[1], HasSubstr(",1.0,1.0,y,17,3,6,3,52,26,"));
+}
+
+TEST_F(Kiv, InfoMarksTexturesThatAreMissing)
+{
+    std::ofstream(folder / "there is.png") << "picture";
+    std::ofstream(folder / "a.obj")
+        << "mtllib a.mtl\nusemtl m\nv 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n";
+    std::ofstream(folder / "a.mtl")
+        << "newmtl m\nmap_Kd C:\\stuff\\there is.png\nmap_Ks gone.png\n";
+    const auto file = "'" + (folder / "a.obj").string() + "'";
+    const auto told = nlohmann::json::parse(kiv("info --json " + file).out)["files"][0];
+    EXPECT_EQ(told["textures"], 2);
+    EXPECT_EQ(told["missingTextures"], 1);
+    EXPECT_THAT(kiv("info " + file).out, HasSubstr("gone.png  MISSING"));
+}
+
+TEST_F(Kiv, InfoAgreesWithTheImportersOwnToolOverAllItsModels)
+{
+    const fs::path models = "/usr/share/assimp/models";
+    if (!fs::exists(models) || shell("assimp version").status != 0) {
+        GTEST_SKIP() << "the importer's tool or its test models are not installed";
+    }
+    const auto all = kiv("info --json $(find " + models.string() + " -type f ! -name '* *')");
+    const auto files = nlohmann::json::parse(all.out)["files"];
+    EXPECT_GT(files.size(), 140u);
+    for (const auto& file : files) {
+        const auto name = file["file"].get<std::string>();
+        const auto theirs = shell("assimp info '" + name + "' -r").out;
+        const auto count = [&](const char* type) { return file["types"].value(type, 0); };
+        const std::pair<const char*, int> numbers[] = {
+            {"Nodes: +", file["items"]},
+            {"Maximum depth +", file["depth"].get<int>() + 1},
+            {"Meshes: +", file["meshes"]},
+            {"Animations: +", file["animations"]},
+            {"Textures .embed..: +", file["embeddedTextures"]},
+            {"Materials: +", file["materials"]},
+            {"Cameras: +", count("camera")},
+            {"Lights: +", count("light")},
+            {"Vertices: +", file["vertices"]},
+            {"Faces: +", file["faces"]},
+            {"Bones: +", file["bones"]},
+        };
+        for (const auto& [label, number] : numbers) {
+            EXPECT_THAT(theirs, ContainsRegex(label + std::to_string(number) + "\n")) << name;
+        }
+    }
 }
 
 } // namespace

@@ -484,7 +484,38 @@ TEST_F(AssimpInterfaces, ShowMetadataAsLockedAttributes)
     EXPECT_THROW(count->set(8), std::invalid_argument);
     EXPECT_FALSE(count->setCmd(8));
     EXPECT_FALSE(attributes->attribute("no"));
-    EXPECT_TRUE(Attributes::attributes(item(root))->attributeNames().empty());
+}
+
+TEST_F(AssimpInterfaces, TellTheFactsOfAFileAtItsRoot)
+{
+    const auto facts = Attributes::attributes(item(mount("a")));
+    for (const auto& [fact, text] :
+         std::vector<std::pair<const char*, const char*>>{{"file.format", "glTF2"},
+                                                          {"file.formatVersion", "2.0"},
+                                                          {"file.unit", "1"},
+                                                          {"file.upAxis", "y"},
+                                                          {"file.animations", "0"},
+                                                          {"file.missingTextures", "0"}}) {
+        ASSERT_TRUE(facts->hasAttribute(fact)) << fact;
+        EXPECT_EQ(facts->attribute(fact)->string(), text);
+    }
+    const fs::path models = "/usr/share/assimp/models";
+    if (!fs::exists(models)) {
+        GTEST_SKIP() << "the importer's test models are not installed";
+    }
+    const auto factsOf = [&](const char* source) {
+        return Attributes::attributes(
+            files.mount(assimp::read(models / source), gateway(fs::path(source).stem())));
+    };
+    const auto fbx = factsOf("FBX/huesitos.fbx");
+    EXPECT_EQ(fbx->attribute("file.unit")->string(), "0.01");
+    EXPECT_EQ(fbx->attribute("file.metadata.CustomFrameRate")->string(), "25");
+    EXPECT_EQ(fbx->attribute("file.animation.Armature|Action")->type(), Attribute::kDouble);
+    const auto collada = factsOf("Collada/COLLADA.dae");
+    EXPECT_EQ(collada->attribute("file.author")->string(), "alorino");
+    EXPECT_EQ(collada->attribute("file.unit")->string(), "0.01");
+    EXPECT_EQ(collada->attribute("file.sceneUnit")->string(), "1")
+        << "the importer scales the root";
 }
 
 TEST_F(AssimpInterfaces, ShowTheExtentAndLookOfItems)

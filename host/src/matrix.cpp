@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "kiv/hierarchy.h"
+#include "kiv/object3d.h"
 
 namespace Kiv_v4::host {
 
@@ -108,6 +109,29 @@ std::optional<Matrix4d> ownMatrix(const SceneItem::Ptr& item, const Matrix4d& wo
     }
     const auto fromWorld = inverse(transform->exclusiveMatrix());
     return fromWorld ? std::optional(world * *fromWorld) : std::nullopt;
+}
+
+std::optional<BoundingBox3d> worldBox(const SceneItem::Ptr& item)
+{
+    const auto object = Object3d::object3d(item);
+    const auto matrix = worldMatrix(item);
+    if (!object || !matrix) {
+        return std::nullopt;
+    }
+    const auto own = object->boundingBox();
+    BoundingBox3d box;
+    for (unsigned corner = 0; corner < 8 && !own.empty(); ++corner) {
+        TypedVectorN<double, 3> point(
+            {matrix->matrix[3][0], matrix->matrix[3][1], matrix->matrix[3][2]});
+        for (std::size_t axis = 0; axis < 3; ++axis) {
+            const auto& end = (corner >> axis & 1U) != 0 ? own.max : own.min;
+            for (std::size_t column = 0; column < 3; ++column) {
+                point.vector[column] += end.vector[axis] * matrix->matrix[axis][column];
+            }
+        }
+        box.extend(point);
+    }
+    return box;
 }
 
 } // namespace Kiv_v4::host

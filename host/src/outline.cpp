@@ -84,4 +84,23 @@ std::vector<OutlineRow> outline(const SceneItem::Ptr& root, const OutlineFilter&
     return rows;
 }
 
+OutlineCounts countsOf(const std::vector<OutlineRow>& rows)
+{
+    OutlineCounts counts;
+    std::vector<std::size_t> siblings; // so far, on each level down to the row's
+    for (const auto& row : rows) {
+        siblings.resize(row.depth + 1);
+        counts.depth = std::max(counts.depth, row.depth);
+        if (row.depth > 0) {
+            counts.breadth = std::max(counts.breadth, ++siblings[row.depth]);
+        }
+        if (row.matches) {
+            ++counts.items;
+            ++counts.nodeTypes[row.nodeType];
+            ++counts.runTimes[row.runTimeId];
+        }
+    }
+    return counts;
+}
+
 } // namespace Kiv_v4::host

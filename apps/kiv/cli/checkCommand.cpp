@@ -1,13 +1,13 @@
-#include "cli/checkCommand.h"
-
 #include <filesystem>
 #include <memory>
 #include <stdexcept>
 
+#include "kiv/conformance/conformance.h"
 #include "kiv/conformance/failingAllocations.h"
 #include "kiv/document/workspace.h"
 #include "kiv/hierarchy.h"
 
+#include "cli/programCommand.h"
 #include "terminal/diagnostics.h"
 
 namespace app {
@@ -15,6 +15,16 @@ namespace app {
 using namespace Kiv_v4;
 
 namespace {
+
+enum class ReportForm { Text, Json, Junit };
+
+struct CheckOptions
+{
+    std::string candidate; ///< A plug-in file, or `assimp`.
+    std::string scene;     ///< The file for `assimp` to show.
+    conformance::Options options;
+    ReportForm form = ReportForm::Text;
+};
 
 /// The items of a scene file, mounted in a scene of their own.
 conformance::Candidate sceneFile(const std::string& file)
@@ -31,9 +41,7 @@ conformance::Candidate sceneFile(const std::string& file)
             }};
 }
 
-} // namespace
-
-int checkCommand(const CheckOptions& options, Output& output)
+int check(const CheckOptions& options, Output& output)
 {
     const auto isOwn = options.candidate == "assimp";
     if (isOwn == options.scene.empty()) {
@@ -54,6 +62,41 @@ int checkCommand(const CheckOptions& options, Output& output)
                  : options.form == ReportForm::Junit ? conformance::junit(report)
                                                      : conformance::text(report));
     return report.passed() ? kSuccess : kFailure;
+}
+
+} // namespace
+
+Command defineCheck(CLI::App& program)
+{
+    const auto wishes = std::make_shared<CheckOptions>();
+    auto& syntax = *program.add_subcommand("check", "Hold a run-time against the contracts");
+    syntax.footer(
+        "Checks a plug-in, or assimp with a SCENE file, in processes of its own. The exit\n"
+        "status is 0 when no contract is broken, 1 when one is, 2 for wrong usage.\n"
+        "Example: kiv check --only commands props.so");
+    syntax.add_option("PLUGIN", wishes->candidate, "Plug-in file, or assimp")
+        ->type_name("")
+        ->required();
+    syntax.add_option("SCENE", wishes->scene, "Scene file for assimp")->type_name("");
+    auto& options = wishes->options;
+    syntax.add_option("--seed", options.seed, "What the random edits follow from")->type_name("N");
+    syntax.add_option("--steps", options.nbSteps, "How many edits a sequence holds")
+        ->type_name("N");
+    syntax
+        .add_option("--only", options.only,
+                    "Contracts, or the beginnings of their names: --only commands,news")
+        ->type_name("NAMES")
+        ->delimiter(',');
+    syntax.add_flag("--diagnostics", options.showDiagnostics,
+                    "Let the run-time write to the standard error stream");
+    auto* json = syntax.add_flag_callback(
+        "--json", [wishes] { wishes->form = ReportForm::Json; }, "Print a JSON object");
+    syntax
+        .add_flag_callback(
+            "--junit", [wishes] { wishes->form = ReportForm::Junit; }, "Print JUnit's XML")
+        ->excludes(json);
+    return {&syntax, [wishes](const Context& context) { return check(*wishes, context.output); },
+            false};
 }
 
 } // namespace app

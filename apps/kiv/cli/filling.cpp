@@ -4,7 +4,6 @@
 
 #include "kiv/host/itemLookup.h"
 
-#include "terminal/diagnostics.h"
 #include "terminal/progressLine.h"
 
 namespace app {
@@ -12,23 +11,6 @@ namespace app {
 using namespace Kiv_v4;
 
 namespace {
-
-/// Does `work` with each of the subjects, complains of those with which it fails, and returns their
-/// number.
-template <class Work>
-std::size_t failures(const std::vector<std::string>& subjects, Work work)
-{
-    std::size_t failed = 0;
-    for (const auto& subject : subjects) {
-        try {
-            work(subject);
-        } catch (const std::exception& error) {
-            complain(subject, error.what());
-            ++failed;
-        }
-    }
-    return failed;
-}
 
 void make(document::Workspace& scene, const std::string& typeAndPath)
 {
@@ -44,17 +26,32 @@ void make(document::Workspace& scene, const std::string& typeAndPath)
 
 } // namespace
 
-std::size_t fill(document::Workspace& scene, const std::vector<std::string>& itemsToMake,
-                 const std::vector<std::string>& files)
+void defineMake(CLI::App& command, SceneWishes& wishes)
 {
-    showReading(scene);
-    return failures(itemsToMake, [&](const std::string& item) { make(scene, item); }) +
-           failures(files, [&](const std::string& file) { scene.mount(file); });
+    command
+        .add_option("--make", wishes.itemsToMake,
+                    "Make an item in memory before files are mounted, for example\n"
+                    "--make group:/world/props --make mesh:/world/props/crate")
+        ->type_name("TYPE:PATH")
+        ->allow_extra_args(false);
 }
 
-SceneItemList rootsOf(const document::Workspace& scene, const SceneItemList& topItems)
+void defineScene(CLI::App& command, SceneWishes& wishes)
 {
-    auto roots = topItems;
+    command.add_option("FILE", wishes.files, "Scene files")->type_name("");
+    defineMake(command, wishes);
+}
+
+std::size_t fill(document::Workspace& scene, const SceneWishes& wishes)
+{
+    showReading(scene);
+    return failures(wishes.itemsToMake, [&](const std::string& item) { make(scene, item); }) +
+           failures(wishes.files, [&](const std::string& file) { scene.mount(file); });
+}
+
+SceneItemList rootsOf(const document::Workspace& scene, const Plugins& plugins)
+{
+    auto roots = plugins.topItems();
     roots.push_front(scene.root());
     return roots;
 }

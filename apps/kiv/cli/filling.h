@@ -1,20 +1,56 @@
 #pragma once
 
+#include <CLI/CLI.hpp>
 #include <cstddef>
+#include <exception>
 #include <string>
 #include <vector>
 
 #include "kiv/document/workspace.h"
 
+#include "cli/plugins.h"
+#include "terminal/diagnostics.h"
+
 namespace app {
 
-/// Makes the items, each given as `TYPE:PATH` with a parent that is there, and mounts the files.
-/// Complains of those that cannot be made or read, and returns their number.
-std::size_t fill(Kiv_v4::document::Workspace& scene, const std::vector<std::string>& itemsToMake,
-                 const std::vector<std::string>& files);
+/// What a scene is made of, as users ask for it.
+struct SceneWishes
+{
+    std::vector<std::string> files;
+    std::vector<std::string> itemsToMake; ///< As `TYPE:PATH`.
 
-/// The root of the scene, and after it the top items of others.
+    [[nodiscard]] std::size_t size() const { return files.size() + itemsToMake.size(); }
+};
+
+/// Gives the command `FILE...` and `--make`.
+void defineScene(CLI::App& command, SceneWishes& wishes);
+
+/// Gives the command `--make` alone.
+void defineMake(CLI::App& command, SceneWishes& wishes);
+
+/// Makes the items, each with a parent that is there, and mounts the files. Complains of those that
+/// cannot be made or read, and returns their number.
+std::size_t fill(Kiv_v4::document::Workspace& scene, const SceneWishes& wishes);
+
+/// Does `work` with each of the subjects, complains of those with which it fails, and returns their
+/// number.
+template <class Work>
+std::size_t failures(const std::vector<std::string>& subjects, Work work)
+{
+    std::size_t failed = 0;
+    for (const auto& subject : subjects) {
+        try {
+            work(subject);
+        } catch (const std::exception& error) {
+            complain(subject, error.what());
+            ++failed;
+        }
+    }
+    return failed;
+}
+
+/// The root of the scene, and after it the top items that plug-ins brought.
 [[nodiscard]] Kiv_v4::SceneItemList rootsOf(const Kiv_v4::document::Workspace& scene,
-                                            const Kiv_v4::SceneItemList& topItems);
+                                            const Plugins& plugins);
 
 } // namespace app

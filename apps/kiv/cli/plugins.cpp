@@ -34,17 +34,4 @@ SceneItemList Plugins::topItems() const
     return items;
 }
 
-int pluginsCommand(const Plugins& plugins, Output& output)
-{
-    for (const auto& plugin : plugins.all()) {
-        std::string runTimes;
-        for (const auto id : plugin.runTimes) {
-            runTimes += (runTimes.empty() ? "" : ",") + RunTimeMgr::instance().getName(id);
-        }
-        output.line(plugin.name + '\t' + std::to_string(plugin.interfaceMajor) + '.' +
-                    std::to_string(plugin.interfaceMinor) + '\t' + runTimes + '\t' + plugin.file);
-    }
-    return kSuccess;
-}
-
 } // namespace app

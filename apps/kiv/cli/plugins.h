@@ -7,8 +7,6 @@
 #include "kiv/host/pluginLoader.h"
 #include "kiv/sceneItem.h"
 
-#include "terminal/output.h"
-
 namespace app {
 
 /// The plug-ins of one run of the program.
@@ -27,9 +25,5 @@ public:
 private:
     Kiv_v4::host::PluginLoader _loader;
 };
-
-/// `kiv plugins`: writes a line for each plug-in: its name, interface, run-times and file. Gives
-/// the exit status.
-[[nodiscard]] int pluginsCommand(const Plugins& plugins, Output& output);
 
 } // namespace app

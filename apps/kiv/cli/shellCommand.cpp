@@ -1,5 +1,3 @@
-#include "cli/shellCommand.h"
-
 #include <exception>
 #include <iostream>
 #include <sstream>
@@ -8,8 +6,10 @@
 #include "kiv/pathString.h"
 
 #include "cli/filling.h"
+#include "cli/programCommand.h"
 #include "shell/engine/completion.h"
 #include "shell/engine/lineReader.h"
+#include "shell/engine/script.h"
 #include "terminal/diagnostics.h"
 #include "terminal/interrupts.h"
 #include "terminal/terminal.h"
@@ -17,6 +17,13 @@
 namespace app::shell {
 
 namespace {
+
+struct ShellOptions
+{
+    SceneWishes scene;
+    std::optional<std::string> commands; ///< Run instead of standard input.
+    ScriptStyle style;
+};
 
 int runScript(Session& session, std::istream& lines, const ScriptStyle& style)
 {
@@ -65,13 +72,12 @@ void converse(Session& session)
     }
 }
 
-} // namespace
-
-int shellCommand(const ShellOptions& options, Output& output)
+/// Runs commands from the options, from a terminal or, as a script, from the standard input.
+int shell(const ShellOptions& options, Output& output)
 {
     Session session(output);
     const auto isInteractive = !options.commands && isTerminal(STDIN_FILENO) && output.isTerminal();
-    const auto notMounted = fill(session.scene(), {}, options.files);
+    const auto notMounted = fill(session.scene(), options.scene);
     if (notMounted > 0 && !isInteractive && !options.style.keepsGoing) {
         return kFailure;
     }
@@ -84,4 +90,31 @@ int shellCommand(const ShellOptions& options, Output& output)
     return notMounted == 0 ? status : kFailure;
 }
 
+} // namespace
+
 } // namespace app::shell
+
+namespace app {
+
+Command defineShell(CLI::App& program)
+{
+    const auto options = std::make_shared<shell::ShellOptions>();
+    auto& syntax = *program.add_subcommand("shell", "Browse and edit a scene by commands");
+    syntax.footer(
+        "Each FILE is mounted under /world, in an item named after the file. Commands come\n"
+        "from -c, from the terminal, or from the standard input as a script: then the\n"
+        "first error ends it with exit status 1. The command help lists the commands.\n"
+        "Example: kiv shell workshop.gltf -c 'find --lights; select @found; hide @'");
+    defineScene(syntax, options->scene);
+    syntax
+        .add_option("-c", options->commands,
+                    "Run these commands, separated by ; or newlines, and leave")
+        ->type_name("COMMANDS");
+    syntax.add_flag("--keep-going", options->style.keepsGoing,
+                    "After an error in a script, go on with the next line");
+    syntax.add_flag("--echo", options->style.echoes, "Print each line of a script before it runs");
+    return {&syntax,
+            [options](const Context& context) { return shell::shell(*options, context.output); }};
+}
+
+} // namespace app

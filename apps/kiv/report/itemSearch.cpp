@@ -4,7 +4,6 @@
 #include <fnmatch.h>
 #include <limits>
 #include <set>
-#include <unistd.h>
 
 #include "kiv/cameraHandler.h"
 #include "kiv/host/outline.h"
@@ -13,8 +12,8 @@
 #include "kiv/runTimeMgr.h"
 
 #include "report/itemLines.h"
+#include "report/table.h"
 #include "terminal/diagnostics.h"
-#include "terminal/terminal.h"
 
 namespace app {
 
@@ -46,45 +45,11 @@ void forEachCandidate(const SceneItem::Ptr& root, bool onlyCameras, const Finder
     }
 }
 
-struct Row
+/// The paths last, since they may be long.
+Table newTable()
 {
-    std::string nodeType;
-    std::string runTime;
-    std::string file;
-    std::string path;
-};
-
-/// What was found, in columns; the paths last, since they may be long.
-class Table
-{
-public:
-    /// `file` is empty when there is no need to tell it.
-    void add(const SceneItem& item, const std::string& file)
-    {
-        _rows.push_back({printable(item.nodeType()),
-                         printable(RunTimeMgr::instance().getName(item.runTimeId())),
-                         printable(file), printable(PathString::string(item.path()))});
-        _fileWidth = std::max(_fileWidth, columns(_rows.back().file));
-        _typeWidth = std::max(_typeWidth, columns(_rows.back().nodeType));
-        _runTimeWidth = std::max(_runTimeWidth, columns(_rows.back().runTime));
-    }
-
-    void write(Output& output) const
-    {
-        const Paint paint(wantsColour(STDOUT_FILENO));
-        for (const auto& row : _rows) {
-            output.line(paint.nodeType(padded(row.nodeType, _typeWidth)) + "  " +
-                        paint.runTime(padded(row.runTime, _runTimeWidth)) + "  " +
-                        (_fileWidth > 0 ? padded(row.file, _fileWidth) + "  " : "") + row.path);
-        }
-    }
-
-private:
-    std::vector<Row> _rows;
-    std::size_t _typeWidth = 0;
-    std::size_t _runTimeWidth = 0;
-    std::size_t _fileWidth = 0;
-};
+    return Table({{"", false, &Paint::nodeType}, {"", false, &Paint::runTime}, {}, {}});
+}
 
 /// Calls `write` for each item found, and gives their number.
 std::size_t search(const SceneItemList& roots, const Criteria& criteria, const Output& output,
@@ -129,7 +94,7 @@ void complainOfMissingType(const SceneItemList& roots, const std::string& type, 
 std::size_t find(const document::Workspace& scene, const SceneItemList& roots,
                  const Criteria& criteria, FindForm form, Output& output, const Found& found)
 {
-    Table table;
+    auto table = newTable();
     JsonItems items(scene, output);
     const auto tellsFile = form == FindForm::Table && scene.mounts().size() > 1;
     const auto count = search(roots, criteria, output, [&](const SceneItem::Ptr& item) {
@@ -138,7 +103,9 @@ std::size_t find(const document::Workspace& scene, const SceneItemList& roots,
         }
         switch (form) {
         case FindForm::Table:
-            return table.add(*item, tellsFile ? scene.fileOf(*item) : "");
+            return table.add({item->nodeType(), RunTimeMgr::instance().getName(item->runTimeId()),
+                              tellsFile ? scene.fileOf(*item) : "",
+                              PathString::string(item->path())});
         case FindForm::Paths:
             return writePath(*item, output);
         case FindForm::JsonText:

@@ -1,6 +1,5 @@
 #include "report/treeDrawing.h"
 
-#include <map>
 #include <string_view>
 #include <unistd.h>
 
@@ -81,22 +80,14 @@ std::string countsText(const Counts& counts, NameOf nameOf)
 
 void writeCounts(const std::vector<host::OutlineRow>& rows, Output& output)
 {
-    std::size_t items = 0;
-    std::map<Rtid, std::size_t> runTimes;
-    std::map<std::string, std::size_t> nodeTypes;
-    for (const auto& row : rows) {
-        if (row.matches) {
-            ++items;
-            ++runTimes[row.runTimeId];
-            ++nodeTypes[row.nodeType];
-        }
-    }
-    output.line(std::to_string(items) + (items == 1 ? " item" : " items"));
-    if (items > 0) {
-        output.line("run-times: " + countsText(runTimes, [](Rtid id) {
+    const auto counts = host::countsOf(rows);
+    output.line(std::to_string(counts.items) + (counts.items == 1 ? " item" : " items"));
+    if (counts.items > 0) {
+        output.line("run-times: " + countsText(counts.runTimes, [](Rtid id) {
                         return RunTimeMgr::instance().getName(id);
                     }));
-        output.line("node types: " + countsText(nodeTypes, [](const auto& type) { return type; }));
+        output.line("node types: " +
+                    countsText(counts.nodeTypes, [](const auto& type) { return type; }));
     }
 }
 

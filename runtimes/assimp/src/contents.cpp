@@ -7,6 +7,7 @@
 #include <iterator>
 #include <string_view>
 #include <unordered_set>
+#include <utility>
 
 #include "materialAttributes.h"
 #include "objectConversion.h"
@@ -81,7 +82,7 @@ Matrix4d inverseOfRigid(const Matrix4d& matrix)
 
 } // namespace
 
-Contents::Contents(const aiScene& scene, const Sources& sources)
+Contents::Contents(const aiScene& scene, const Sources& sources, FileAttributes facts)
 {
     const auto& nodes = sources.nodes;
     addMatrices(nodes);
@@ -90,6 +91,7 @@ Contents::Contents(const aiScene& scene, const Sources& sources)
             addMetadata(_attributes[i], *metadata);
         }
     }
+    addAttributes(_attributes[0], std::move(facts));
     addMeshes(scene, nodes);
     addMaterials(scene, sources);
     addCamerasAndLights(scene, nodes);

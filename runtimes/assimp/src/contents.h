@@ -37,7 +37,8 @@ struct Sources
 class Contents
 {
 public:
-    Contents(const aiScene& scene, const Sources& sources);
+    /// `facts` are attributes of the root, behind its own.
+    Contents(const aiScene& scene, const Sources& sources, FileAttributes facts);
 
     /// The importer's matrix, exactly, for row vectors. That of a camera or light whose importer
     /// puts it somewhere within its node leads from there, and those of its children make up for

@@ -24,18 +24,6 @@ std::string text(const aiString& string)
     return {string.data, string.length};
 }
 
-/// Of the first type that holds the number exactly.
-FileAttribute::Value valueOf(std::uint64_t number)
-{
-    if (number <= std::numeric_limits<int>::max()) {
-        return static_cast<int>(number);
-    }
-    if (number <= std::uint64_t{1} << std::numeric_limits<double>::digits) {
-        return static_cast<double>(number);
-    }
-    return NativeValue{"uint64", std::to_string(number)};
-}
-
 FileAttribute::Value valueOf(const aiMetadataEntry& entry)
 {
     switch (entry.mType) {
@@ -44,7 +32,7 @@ FileAttribute::Value valueOf(const aiMetadataEntry& entry)
     case AI_INT32:
         return read<std::int32_t>(entry);
     case AI_UINT64:
-        return valueOf(read<std::uint64_t>(entry));
+        return numberValue(read<std::uint64_t>(entry));
     case AI_FLOAT:
         return read<float>(entry);
     case AI_DOUBLE:
@@ -93,10 +81,29 @@ private:
 
 } // namespace
 
+FileAttribute::Value numberValue(std::uint64_t number)
+{
+    if (number <= std::numeric_limits<int>::max()) {
+        return static_cast<int>(number);
+    }
+    if (number <= std::uint64_t{1} << std::numeric_limits<double>::digits) {
+        return static_cast<double>(number);
+    }
+    return NativeValue{"uint64", std::to_string(number)};
+}
+
 void addAttribute(FileAttributes& attributes, const std::string& name, FileAttribute::Value value)
 {
     auto free = UniqueNames(attributes).take(name);
     attributes.push_back({std::move(free), std::move(value)});
+}
+
+void addAttributes(FileAttributes& attributes, FileAttributes more)
+{
+    UniqueNames names(attributes);
+    for (auto& attribute : more) {
+        attributes.push_back({names.take(attribute.name), std::move(attribute.value)});
+    }
 }
 
 void addMetadata(FileAttributes& attributes, const aiMetadata& metadata)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <variant>
 #include <vector>
@@ -37,8 +38,14 @@ struct FileAttribute
 
 using FileAttributes = std::vector<FileAttribute>;
 
+/// A number as the first type that holds it exactly.
+[[nodiscard]] FileAttribute::Value numberValue(std::uint64_t number);
+
 /// Adds an attribute; when its name is taken, under the next free one.
 void addAttribute(FileAttributes& attributes, const std::string& name, FileAttribute::Value value);
+
+/// Adds many, each like that.
+void addAttributes(FileAttributes& attributes, FileAttributes more);
 
 /// Adds the entries in their order, those of nested metadata as "outer.inner". Entries without a
 /// value are left out.

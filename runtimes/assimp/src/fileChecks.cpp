@@ -22,18 +22,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The beginning of the file with one kind of line break, where headers are looked for.
-std::string headerText(const std::string& file)
-{
-    constexpr std::size_t kHeaderSize = 1U << 14U;
-    std::string header(kHeaderSize, '\0');
-    std::ifstream stream(file, std::ios::binary);
-    stream.read(header.data(), static_cast<std::streamsize>(header.size()));
-    header.resize(static_cast<std::size_t>(stream.gcount()));
-    std::replace(header.begin(), header.end(), '\r', '\n');
-    return header;
-}
-
 /// The counts of an OFF header, those of vertices and faces: "OFF 8 6 12", with line breaks and
 /// comments anywhere. The key word may be missing; one with an n has the dimension before the
 /// counts.
@@ -94,6 +82,17 @@ std::uintmax_t number(const std::string& word)
 }
 
 } // namespace
+
+std::string headerText(const std::string& file)
+{
+    constexpr std::size_t kHeaderSize = 1U << 14U;
+    std::string header(kHeaderSize, '\0');
+    std::ifstream stream(file, std::ios::binary);
+    stream.read(header.data(), static_cast<std::streamsize>(header.size()));
+    header.resize(static_cast<std::size_t>(stream.gcount()));
+    std::replace(header.begin(), header.end(), '\r', '\n');
+    return header;
+}
 
 void requireReadable(const std::string& file)
 {

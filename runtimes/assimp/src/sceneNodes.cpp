@@ -11,6 +11,7 @@
 #include "kiv/pathString.h"
 
 #include "componentNames.h"
+#include "fileFacts.h"
 
 namespace Kiv_v4::assimp {
 
@@ -82,7 +83,8 @@ SceneFile::SceneFile(const aiScene& scene, std::string name)
 {}
 
 SceneFile::SceneFile(const aiScene& scene, std::string name, const Sources& sources)
-    : _name(std::move(name)), _size(sources.nodes.size()), _contents(scene, sources)
+    : _name(std::move(name)), _size(sources.nodes.size()),
+      _contents(scene, sources, fileFacts(scene, _name))
 {
     _nodes.resize(_size);
     for (NodeIndex i = 0; i < _size; ++i) {

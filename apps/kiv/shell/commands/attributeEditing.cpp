@@ -10,7 +10,7 @@
 #include "report/itemReport.h"
 #include "shell/commands/editing.h"
 #include "shell/commands/numbers.h"
-#include "shell/engine/command.h"
+#include "shell/engine/commandTable.h"
 #include "terminal/diagnostics.h"
 #include "terminal/terminal.h"
 

@@ -9,7 +9,7 @@
 #include "report/itemSearch.h"
 #include "report/treeReport.h"
 #include "shell/commands/numbers.h"
-#include "shell/engine/command.h"
+#include "shell/engine/commandTable.h"
 #include "terminal/terminal.h"
 
 namespace app::shell {

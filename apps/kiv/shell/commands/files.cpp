@@ -11,7 +11,7 @@
 #include "kiv/selectionCommands.h"
 
 #include "shell/commands/editing.h"
-#include "shell/engine/command.h"
+#include "shell/engine/commandTable.h"
 #include "shell/engine/script.h"
 
 namespace app::shell {

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "shell/commands/numbers.h"
-#include "shell/engine/command.h"
+#include "shell/engine/commandTable.h"
 #include "shell/engine/script.h"
 #include "terminal/terminal.h"
 

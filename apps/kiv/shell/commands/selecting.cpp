@@ -5,7 +5,7 @@
 #include "kiv/selectionCommands.h"
 
 #include "shell/commands/editing.h"
-#include "shell/engine/command.h"
+#include "shell/engine/commandTable.h"
 #include "terminal/terminal.h"
 
 namespace app::shell {

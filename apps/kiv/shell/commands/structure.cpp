@@ -11,7 +11,7 @@
 #include "kiv/selection.h"
 
 #include "shell/commands/editing.h"
-#include "shell/engine/command.h"
+#include "shell/engine/commandTable.h"
 
 namespace app::shell {
 

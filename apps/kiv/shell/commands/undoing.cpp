@@ -2,7 +2,7 @@
 #include <string>
 
 #include "shell/commands/numbers.h"
-#include "shell/engine/command.h"
+#include "shell/engine/commandTable.h"
 #include "terminal/terminal.h"
 
 namespace app::shell {

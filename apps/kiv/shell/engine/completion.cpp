@@ -13,7 +13,7 @@
 #include "kiv/runTimeMgr.h"
 
 #include "report/itemReport.h"
-#include "shell/engine/command.h"
+#include "shell/engine/commandTable.h"
 
 namespace app::shell {
 

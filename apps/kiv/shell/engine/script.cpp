@@ -9,7 +9,7 @@
 
 #include "kiv/host/errorPrefix.h"
 
-#include "shell/engine/command.h"
+#include "shell/engine/commandTable.h"
 #include "terminal/diagnostics.h"
 #include "terminal/terminal.h"
 

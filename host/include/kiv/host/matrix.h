@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "kiv/export.h"
+#include "kiv/object3d.h"
 #include "kiv/path.h"
 #include "kiv/sceneItem.h"
 #include "kiv/transform3dRead.h"
@@ -28,5 +29,10 @@ namespace Kiv_v4::host {
 /// has no world matrix or that of its parent is singular. The item must not be null.
 [[nodiscard]] KIV_EXPORT std::optional<Matrix4d> ownMatrix(const SceneItem::Ptr& item,
                                                            const Matrix4d& world);
+
+/// Returns the box around the item and all that is under it in its run-time, in the space of the
+/// world: that around the corners of its own box, so it may be larger than what it holds where that
+/// is turned. Nothing when the item has no box or no world matrix; the item must not be null.
+[[nodiscard]] KIV_EXPORT std::optional<BoundingBox3d> worldBox(const SceneItem::Ptr& item);
 
 } // namespace Kiv_v4::host

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <functional>
 #include <limits>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -55,5 +56,18 @@ struct OutlineRow
 /// filter, and their ancestors.
 [[nodiscard]] KIV_EXPORT std::vector<OutlineRow> outline(const SceneItem::Ptr& root,
                                                          const OutlineFilter& filter);
+
+/// How many items rows hold, of what kind, and how they are arranged.
+struct OutlineCounts
+{
+    std::size_t items = 0;                        ///< The rows that match.
+    std::map<std::string, std::size_t> nodeTypes; ///< Of these.
+    std::map<Rtid, std::size_t> runTimes;         ///< Of these.
+    std::size_t depth = 0;                        ///< The levels below the root, of all rows.
+    std::size_t breadth = 0; ///< The most rows right under one item, of all rows.
+};
+
+/// Returns the counts of the rows of one tree, in its order.
+[[nodiscard]] KIV_EXPORT OutlineCounts countsOf(const std::vector<OutlineRow>& rows);
 
 } // namespace Kiv_v4::host

@@ -1,4 +1,4 @@
-#include "shell/engine/command.h"
+#include "shell/engine/commandTable.h"
 
 #include <stdexcept>
 #include <string>

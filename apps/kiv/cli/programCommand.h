@@ -1,0 +1,48 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <functional>
+#include <stdexcept>
+
+#include "terminal/output.h"
+
+namespace app {
+
+class Plugins;
+
+/// What every command works with. The plug-ins outlive all that is known of their items.
+struct Context
+{
+    Plugins& plugins;
+    Output& output;
+};
+
+/// A command of the program: what its help, its manual page and the completions are made of, and
+/// what it does.
+struct Command
+{
+    CLI::App* syntax;
+
+    /// Gives the exit status; what it throws is complained of.
+    std::function<int(const Context&)> run;
+    bool usesPlugins = true; ///< Whether the plug-ins are loaded first.
+};
+
+/// Throw it for arguments that make no sense together.
+class WrongUsage : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
+};
+
+// The commands, each defined in a file of its own, in the order of the help.
+
+[[nodiscard]] Command defineInfo(CLI::App& program);
+[[nodiscard]] Command defineTree(CLI::App& program);
+[[nodiscard]] Command defineShow(CLI::App& program);
+[[nodiscard]] Command defineFind(CLI::App& program);
+[[nodiscard]] Command defineShell(CLI::App& program);
+[[nodiscard]] Command defineCheck(CLI::App& program);
+[[nodiscard]] Command definePlugins(CLI::App& program);
+
+} // namespace app

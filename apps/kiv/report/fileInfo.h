@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "report/reportSection.h"
+#include "terminal/output.h"
+
+namespace app {
+
+enum class InfoForm { Text, JsonText, Csv };
+
+/// Reads a scene file and returns what there is to tell of it and of the tree of its items: an
+/// object of numbers and texts, with the lengths of animations, the files of textures, the items by
+/// type and the metadata inside it. Throws `std::runtime_error` when it cannot be read.
+[[nodiscard]] Json fileInfo(const std::string& file);
+
+/// Writes what is told of files: of one as a list, of several as a table with totals.
+void writeInfo(const std::vector<Json>& files, InfoForm form, Output& output);
+
+} // namespace app
