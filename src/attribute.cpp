@@ -85,7 +85,7 @@ public:
     void redo() override { set(_newValue); }
 
 private:
-    /// Hands out a copy: to read a value is to consume it.
+    /// Returns a copy, since reading a value consumes it.
     void set(const Value& value) { _attribute->setMetadata(_key, Value(value)); }
 
     const Attribute::Ptr _attribute;

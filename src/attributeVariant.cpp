@@ -64,7 +64,7 @@ private:
     }
 };
 
-/// Reads a value of the type that is asked for, taking words from the front of a text.
+/// Reads a value of the requested type, taking words from the front of a text.
 class Reader
 {
 public:

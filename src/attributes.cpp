@@ -13,7 +13,7 @@ namespace {
 
 using ObservedItems = detail::ItemObserverRegistry<AttributeChanged, detail::UnkeptItemSubject>;
 
-/// What the observers of all attributes of all items are registered on.
+/// The subject for the observers of all attributes of all items.
 struct AllAttributes : Subject
 {};
 
@@ -23,7 +23,7 @@ Subject& allAttributes()
     return *subject;
 }
 
-/// Executes a command that gives an attribute; null when there is no command.
+/// Executes a command and returns its attribute; null if there is no command.
 Attribute::Ptr executedAttribute(const AttributeResultUndoableCommand::Ptr& command)
 {
     return detail::executeIfAny(command) ? command->attribute() : nullptr;

@@ -46,7 +46,7 @@ UndoableCommand::Ptr BatchOpsHandler::duplicateSelectionCmd(const Selection& sel
     std::shared_ptr<BatchedSelectionUndoableCommand> batch;
     for (const auto runTimeId : RunTimeMgr::instance().getIds()) {
         const auto handler = RunTimeMgr::instance().batchOpsHandler(runTimeId);
-        // A copy of the options for each: to read a value is to consume it.
+        // Each gets a copy of the options, since reading a value consumes it.
         const auto command =
             handler ? handler->duplicateItemsCmd(selection, DuplicateOptions(options)) : nullptr;
         if (!command) {

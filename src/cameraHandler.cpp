@@ -25,7 +25,7 @@ SceneItemList mountedAt(const SceneItem::Ptr& gateway)
     return items;
 }
 
-/// Searches each path once: a gateway under an earlier gateway comes up again.
+/// Searches each path once: a gateway under an earlier gateway is found again.
 class CameraSearch
 {
 public:
@@ -48,7 +48,7 @@ public:
     [[nodiscard]] Selection found() && { return std::move(_found); }
 
 private:
-    /// Run-times that fail behind a gateway hide no cameras but their own.
+    /// A run-time that fails behind a gateway hides only its own cameras.
     void searchBehind(const Path& path, bool isGateway)
     {
         if (!RunTimeMgr::instance().hierarchyHandler(path.runTimeId())) {
@@ -63,7 +63,7 @@ private:
                 }
             });
         } catch (...) {
-            // Logged; the search goes on.
+            // Logged; the search continues.
         }
     }
 

@@ -52,7 +52,7 @@ CodeWrapperContext::~CodeWrapperContext()
     try {
         detail::logAndRethrow("cleanup", "src/codeWrapper", [this] { cleanup(); });
     } catch (...) {
-        // Logged; a destructor has nobody to tell.
+        // Logged; a destructor must not throw.
     }
 }
 

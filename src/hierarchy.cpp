@@ -10,8 +10,8 @@ namespace Kiv_v4 {
 namespace {
 constexpr auto kFile = "src/hierarchy";
 
-// Every run-time is expected to have a hierarchy handler, so a missing one is an error and not a
-// null answer.
+// Every run-time should have a hierarchy handler, so a missing one is an error and does not return
+// null.
 HierarchyHandler& handlerOf(Rtid runTimeId)
 {
     return RunTimeMgr::instance().hierarchyHandlerRef(runTimeId);

@@ -10,7 +10,7 @@ namespace Kiv_v4 {
 
 namespace {
 
-/// Gives any hierarchy the later interface.
+/// Adapts any hierarchy to the later interface.
 class DefaultHierarchy : public Hierarchy_v4_2
 {
 public:
@@ -112,7 +112,7 @@ private:
     SceneItem::Ptr _item;
     PathComponent _name;
     std::string _nodeType;
-    std::vector<SceneItemList> _left; ///< Siblings that are still to come, of each ancestor.
+    std::vector<SceneItemList> _left; ///< The remaining siblings on each level.
     bool _begun = false;
     bool _mayDescend = false;
 };

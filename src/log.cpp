@@ -29,10 +29,10 @@ void tell(const LogRecord& record) noexcept
         return;
     }
     try {
-        const auto listener = state.listener; // which may put another in its place
+        const auto listener = state.listener; // a copy, since it may replace itself
         listener(record);
     } catch (...) {
-        // There is nowhere left to tell of it.
+        // There is no further place to report it.
     }
     state.isTelling = false;
 }

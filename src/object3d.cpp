@@ -15,7 +15,7 @@ namespace {
 
 constexpr auto kInfinity = std::numeric_limits<double>::infinity();
 
-/// What the observers of the objects of all run-times are registered on.
+/// The subject for the observers of the objects of all run-times.
 struct AnyObject3d : Subject
 {};
 

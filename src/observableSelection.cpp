@@ -8,7 +8,7 @@ namespace Kiv_v4 {
 
 namespace {
 
-/// Gathers that `item` was added; takes it out again when that fails.
+/// Gathers that `item` was added; removes it again if that fails.
 template <class Gather>
 void gatherAddition(Selection& selection, const SceneItem::Ptr& item, Gather gather)
 {

@@ -18,7 +18,7 @@ const PathBody::Segments& PathBody::makeSegments() const
     return *made;
 }
 
-/// Goes up from parent to parent for as long as nobody else holds them.
+/// Goes up from parent to parent while nothing else holds them.
 void PathBody::destroy() const noexcept
 {
     const auto* doomed = this;

@@ -7,7 +7,7 @@ namespace Kiv_v4::detail {
 
 namespace {
 
-/// The hash that no path has; it is for containers that mark what has no hash.
+/// The hash that no path has; containers use it to mark free slots.
 constexpr std::uint32_t kNoHash = 0xFFFFFFFF;
 constexpr std::uint32_t kInsteadOfNoHash = 0xFFFFFFFE;
 

@@ -43,7 +43,8 @@ struct Settings
     PathString::StringFn stringFn = DefaultString();
 };
 
-// Never destroyed: run-times in other shared objects may unregister after this one's statics died.
+// Never destroyed: run-times in other shared objects may unregister after this library's statics
+// died.
 Settings& settings()
 {
     static detail::NoDestructor<Settings> shared;
@@ -81,8 +82,8 @@ bool isRegistered(char separator)
     return std::any_of(entries.begin(), entries.end(), isOf(separator));
 }
 
-/// Whether a run-time other than that of `first` registered the same separator later. One that
-/// registered it twice is not its own rival.
+/// Whether a run-time other than that of `first` registered the same separator later. Its own
+/// second registration does not count.
 bool hasRival(std::vector<SeparatorEntry>::const_iterator first)
 {
     return std::any_of(first + 1, settings().separators.cend(), [&](const auto& entry) {
@@ -103,7 +104,7 @@ Path singleSegmentPath(const std::string& text)
     throw InvalidPath(text);
 }
 
-/// What the path creator makes of the segments of `path`, which the default one may as well keep.
+/// The path creator's path for the segments of `path`; the default one would make the same path.
 Path created(Path&& path)
 {
     if (settings().createPathFn.target<DefaultCreatePath>()) {
@@ -169,7 +170,8 @@ void detail::forgetNotation(Rtid runTimeId) noexcept
 {
     std::erase_if(settings().separators,
                   [runTimeId](const auto& entry) { return entry.second == runTimeId; });
-    // The function may use the settings in its destructor: it dies after they have settled.
+    // The function may use the settings in its destructor: it must die after they are consistent
+    // again.
     const auto forgotten = settings().createSingleSegmentPathFns.extract(runTimeId);
 }
 
@@ -261,7 +263,7 @@ Path PathString::path(const std::string& text)
     if (text.empty()) {
         return {};
     }
-    const auto separator = settings().segmentSeparator; // stays, whatever is done to the scene
+    const auto separator = settings().segmentSeparator; // a copy, since other code may change it
     if (endsWith(text, separator)) {
         throw EmptyPathSegment(text);
     }

@@ -13,7 +13,7 @@ namespace Kiv_v4 {
 
 namespace {
 
-/// Hands what an item or an ancestor announces to the observers of the path subject.
+/// Passes the notifications of an item or an ancestor to the observers of the path subject.
 class Forwarder : public Observer
 {
 public:
@@ -84,13 +84,13 @@ void PathSubject::detachAll() noexcept
         detail::logAndRethrow("~PathSubject", "src/pathSubject",
                               [this] { removeObservers(_path, Path()); });
     } catch (...) {
-        // Logged; there is nobody to tell.
+        // Logged; a destructor must not throw.
     }
 }
 
 void PathSubject::addObserver(const Path& p)
 {
-    // Nobody can be asked for the items of a run-time that has gone.
+    // The items of an unregistered run-time cannot be queried.
     const auto canAsk = RunTimeMgr::instance().hierarchyHandler(p.runTimeId()) != nullptr;
     if (const auto item = canAsk ? Hierarchy::createItem(p) : nullptr) {
         _addObserverFn(item, _forwarder);
@@ -121,7 +121,7 @@ void PathSubject::rename(const Path& oldPath, const Path& newPath)
     if (_path.empty() || !_path.isAtOrBelow(oldPath)) {
         return;
     }
-    const auto parent = newPath.pop(); // above it nothing has changed
+    const auto parent = newPath.pop(); // nothing changed above it
     auto renamed = _path.replaceComponent(static_cast<int>(oldPath.size()) - 1, newPath.back());
     removeObservers(_path, parent);
     _path = std::move(renamed);

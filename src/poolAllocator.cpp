@@ -34,7 +34,7 @@ struct alignas(64) Slab
     Slab* next = nullptr;
     Slab* previous = nullptr;
     FreeCell* freed = nullptr;
-    char* untouched = nullptr; ///< The first cell that was never given out.
+    char* untouched = nullptr; ///< The first cell that was never allocated.
     std::size_t taken = 0;
 
     static Slab& of(void* cell) noexcept
@@ -50,8 +50,8 @@ struct alignas(64) Slab
     }
 };
 
-/// Some slabs without cells, so that a container filled and emptied over and over does not go to
-/// the system each time.
+/// Some slabs without used cells, so that filling and clearing a container again and again does not
+/// go to the system each time.
 class EmptySlabs
 {
 public:
@@ -91,8 +91,9 @@ constinit EmptySlabs emptySlabs;
 
 /// The slabs of one cell size.
 ///
-/// Invariants: the list holds exactly the slabs with room; none of them is empty but possibly the
-/// only one, which is kept so that taking and giving back one cell over and over stays cheap.
+/// Invariants: the list holds exactly the slabs with room; none of them is empty, except possibly
+/// the only one, which is kept so that allocating and releasing one cell again and again stays
+/// cheap.
 class Pool
 {
 public:
@@ -158,8 +159,8 @@ constexpr std::size_t roundedUp(std::size_t size) noexcept
     return (size + kGrain - 1) / kGrain * kGrain;
 }
 
-/// The pool of the size; null when cells of this size come from the heap. Pools are never
-/// destroyed: objects held by other static objects outlive every order of destruction.
+/// The pool of the size; null if cells of this size come from the heap. Pools are never destroyed:
+/// objects held by other static objects outlive every order of destruction.
 Pool* poolOf([[maybe_unused]] std::size_t cellSize) noexcept
 {
 #if KIV_PLAIN_HEAP

@@ -42,7 +42,7 @@ struct Registry
     }
 };
 
-// Run-times in other shared objects may unregister after this one's statics died.
+// Run-times in other shared objects may unregister after this library's statics died.
 Registry& registry()
 {
     static detail::NoDestructor<Registry> shared;
@@ -117,7 +117,7 @@ Rtid RunTimeMgr::register_(const std::string& name, const Handlers& handlers)
     if (registry().nameToId.count(name) != 0) {
         throw InvalidRunTimeName(name);
     }
-    // Storing may release handlers that were set for the id before; they may use the registry.
+    // Storing may release handlers that were already set for the id; they may use the registry.
     const auto rtId = registry().nextRtid++;
     try {
         storeAll(rtId, handlers.hierarchyHandler, handlers.transform3dHandler,

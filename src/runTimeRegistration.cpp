@@ -16,7 +16,7 @@ namespace {
 
 using detail::ItemObserverRegistry;
 
-/// Takes the observers from the run-time's items, in each of the registries.
+/// Removes the observers of the run-time's items in each of the registries.
 template <class... Registry>
 void forgetIn(Rtid runTimeId) noexcept
 {
@@ -41,7 +41,7 @@ RunTimeRegistration::~RunTimeRegistration()
 {
     detail::forgetNotation(_id);
     RunTimeMgr::instance().unregister(_id);
-    // What is kept of the run-time's objects leads into its code, also when they have died.
+    // Weak references to the run-time's objects lead into its code, even after the objects died.
     forgetIn<ItemObserverRegistry<AttributeChanged, detail::UnkeptItemSubject>,
              ItemObserverRegistry<Transform3dChanged>, ItemObserverRegistry<CameraChanged>,
              ItemObserverRegistry<LightChanged>>(_id);

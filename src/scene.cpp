@@ -67,7 +67,7 @@ void Scene::notify(const Notification& notification)
     case SceneChanged::SubtreeInvalidated:
         return scene.postNotifySubtreeInvalidate(static_cast<const SubtreeInvalidate&>(change));
     case SceneChanged::Composite:
-        return; // its hook is run by the guard's end
+        return; // the end of the guard runs its hook
     }
 }
 

@@ -135,7 +135,7 @@ bool Selection::append(const SceneItem::Ptr& item)
 bool Selection::remove(const SceneItem::Ptr& item)
 {
     require(item != nullptr, "Cannot remove null item pointer from selection.");
-    // The reference may lead to the selection's own pointer: it lives until the hook has run.
+    // The reference may be to the selection's own pointer, which must live until the hook has run.
     const auto taken = take(item->path());
     if (taken.empty()) {
         return false;
@@ -223,8 +223,8 @@ void Selection::postClear() {}
 
 void Selection::postReplaceWith() {}
 
-/// Adds an item before `position`; `index` is the free place of its path. When an allocation fails,
-/// nothing has changed.
+/// Adds an item before `position`; `index` is the free place of its path. If an allocation fails,
+/// nothing changes.
 void Selection::add(detail::PathTable::Index index, const_iterator position,
                     const SceneItem::Ptr& item)
 {
@@ -256,7 +256,7 @@ Selection::Items Selection::take(const Path& path) noexcept
     return taken;
 }
 
-/// Takes all items out, so that none of them dies while the selection is half changed.
+/// Takes all items out, so that none of them dies during the change.
 Selection::Items Selection::takeAll() noexcept
 {
     _table.clear();

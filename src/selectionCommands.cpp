@@ -8,7 +8,7 @@ namespace Kiv_v4 {
 
 namespace {
 
-/// The selection itself complains about a null item, when the command runs.
+/// The selection itself rejects a null item when the command runs.
 Path pathOf(const SceneItem::Ptr& item)
 {
     return item ? item->path() : Path();

@@ -14,12 +14,12 @@ namespace Kiv_v4 {
 
 namespace {
 
-// Where the log says that a silenced exception was caught. Fixed, for those who search logs for it.
+// The place in the log for a swallowed exception. Fixed, so that logs can be searched for it.
 constexpr auto kLogFile = "src/subject";
 constexpr int kLogLine = 82;
 
-/// Entries erased from any subject, for walks to learn that the one they are at may be gone:
-/// counted together, since a subject has no state but its observers.
+/// Counts entries erased from any subject, so that a walk notices that its current entry may be
+/// erased: one count for all, since a subject has no state except its observers.
 std::size_t nbErased = 0;
 
 void deliver(const Notification& notification, Observer& observer)
@@ -33,7 +33,7 @@ void deliver(const Notification& notification, Observer& observer)
     }
 }
 
-/// The entry after that of an observer called, which may be gone, or go with the observer.
+/// The entry after that of a called observer, whose own entry may be erased already or die with it.
 template <class Observers>
 auto entryAfter(Observers& observers, Observer::Ptr called)
 {

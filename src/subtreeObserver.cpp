@@ -12,7 +12,7 @@ SubtreeObserver::~SubtreeObserver() = default;
 void SubtreeObserver::operator()(const Notification& notification)
 {
     const auto* change = dynamic_cast<const SceneChanged*>(&notification);
-    // Only path changes have an item that is elsewhere than the path they tell.
+    // Only path changes have an item whose path differs from `changedPath`.
     const auto mayBringIn = change && change->opType() == SceneChanged::PathChanged;
     const auto isInBatch = change && change->opType() == SceneChanged::Composite;
     forEachOp(

@@ -22,7 +22,7 @@ private:
     const std::string _name;
 };
 
-/// The manager while a guard lives: gathers what it executes.
+/// The manager while a guard lives: gathers the commands that it executes.
 class CompositeMgr : public UndoableCommandMgr
 {
 public:
@@ -33,14 +33,14 @@ public:
     void executeCmd(const UndoableCommand::Ptr& command) const override
     {
         CompositeUndoableCommand::Commands executed{command};
-        const auto gathered = composite; // the command may have this manager cleared
+        const auto gathered = composite; // the command may clear this manager
         command->execute();
         gathered->take(executed);
     }
 
     const UndoableCommandGuard* const guard;
     const std::shared_ptr<CompositeCommand> composite;
-    CompositeUndoableCommand::Commands entry; ///< What an outer guard takes.
+    CompositeUndoableCommand::Commands entry; ///< For an outer guard.
     bool success = false;
 };
 

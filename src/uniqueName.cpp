@@ -11,7 +11,7 @@ bool isDigit(char c)
     return c >= '0' && c <= '9';
 }
 
-/// Adds one to a number of any length, written in decimal; nothing counts as 0.
+/// Adds one to a decimal number of any length; an empty text counts as 0.
 std::string countedUp(std::string number)
 {
     for (auto digit = number.rbegin(); digit != number.rend(); ++digit) {

@@ -10,7 +10,7 @@ namespace Kiv_v4 {
 namespace {
 
 // <charconv> writes numbers, and reads most, exactly as a stream of the classic locale does, at a
-// fraction of the cost. Whatever it might read otherwise goes through such a stream.
+// fraction of the cost. Texts that it might read differently go through such a stream.
 
 template <class T>
 void writeNumber(std::string& text, T v) noexcept
@@ -52,7 +52,7 @@ bool isPlain(const char* first, const char* last, T& v)
 Value& Value::operator=(const Value& other)
 {
     const auto& added = other.text();
-    text(); // before the type changes, of which it is written
+    text(); // before the type changes, since writing needs it
     if (_readPosition != kExhausted) {
         _text += added;
     }

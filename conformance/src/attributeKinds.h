@@ -8,8 +8,8 @@
 
 namespace Kiv_v4::conformance {
 
-/// Calls `visit` with the attribute as an object of the class of its type; false when it is none,
-/// or its type has no values.
+/// Calls `visit` with the attribute as an object of the class of its type. Returns false if it is
+/// not such an object or its type has no values.
 template <class Visit>
 bool visitKind(const Attribute::Ptr& attribute, Visit visit)
 {
@@ -38,7 +38,7 @@ std::vector<double> numbersOf(const T& value)
 /// Numbers as text, exact enough to tell any two `float`s apart.
 [[nodiscard]] std::string textOf(const std::vector<double>& numbers);
 
-/// The value as text, exact, whatever the attribute's own text is; empty without a value.
+/// The value as exact text, independent of the attribute's own text; empty without a value.
 [[nodiscard]] std::string exactValue(const Attribute::Ptr& attribute);
 
 } // namespace Kiv_v4::conformance

@@ -19,7 +19,7 @@ const char* const kTypes = "attributes.types";
 const char* const kValues = "attributes.values";
 const char* const kTexts = "attributes.texts";
 
-/// Notes which attributes the news are about.
+/// Records the attributes of notifications.
 class Heard : public Observer
 {
 public:
@@ -49,7 +49,7 @@ void expectSame(Checking& checking, const std::string& what, const std::string& 
     }
 }
 
-/// What is set is one of the allowed strings.
+/// Sets one of the allowed strings.
 template <class Kind>
 void checkEnumeration(Checking& checking, const Kind& kind)
 {
@@ -134,7 +134,7 @@ void checkText(Checking& checking, const SceneItem::Ptr& item, const Attribute::
     });
 }
 
-/// Sets two values in turn; both have to come back, as values and as texts.
+/// Sets two values in turn; both must read back, as values and as texts.
 void checkSetting(Checking& checking, const SceneItem::Ptr& item, const Attribute::Ptr& attribute,
                   Heard& heard)
 {
@@ -171,7 +171,7 @@ void checkSetting(Checking& checking, const SceneItem::Ptr& item, const Attribut
     }
 }
 
-/// A value that is given to `set` is the one that `get` gives.
+/// `get` must return the value given to `set`.
 void checkGetting(Checking& checking, const SceneItem::Ptr& item, const Attribute::Ptr& attribute)
 {
     checking.at(kValues, "set and get of attribute '" + attribute->name() + '\'', item->path());

@@ -46,7 +46,8 @@ void skip(Report& report, const std::string& contract, const std::string& reason
     }
 }
 
-/// What ended the process before the probe had finished is a finding about what it was at.
+/// If the process ends before the probe has finished, that is a finding about the operation in
+/// progress.
 void enterEnd(Report& report, const Progress& last, const std::string& seen)
 {
     enter(report, {last.contract.empty() ? "create" : last.contract, last.item, last.doing,

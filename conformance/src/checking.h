@@ -11,20 +11,20 @@
 
 namespace Kiv_v4::conformance {
 
-/// What a probe works with, in a child process: the run-time, a source of choices, and the way to
-/// the report.
+/// The context of a probe in a child process: the run-time, a source of choices, and access to the
+/// report.
 class Checking
 {
 public:
     Checking(const Candidate& candidate, const Options& options, ToParent& parent);
 
-    /// The run-time, made when it is asked for first.
+    /// The run-time, made by the first call.
     [[nodiscard]] Running& running();
 
     /// The run-time's id, by its roots.
     [[nodiscard]] Rtid id();
 
-    /// Lets go of the run-time, so that the next call of `running` makes it anew.
+    /// Releases the run-time, so that the next call of `running` makes a new one.
     void end() { _running = {}; }
 
     [[nodiscard]] const Candidate& candidate() const noexcept { return _candidate; }
@@ -37,21 +37,21 @@ public:
         return std::uniform_int_distribution<std::size_t>(0, end - 1)(_random);
     }
 
-    /// Notes what is about to be called: what a crash is a finding of.
+    /// Records the operation that is about to be called, for findings about crashes.
     void at(const char* contract, const std::string& doing, const Path& item = {});
 
-    /// Reports a finding about what was noted last, or about another contract.
+    /// Reports a finding about the operation recorded last, or about another contract.
     void found(const std::string& expected, const std::string& seen);
     void found(const char* contract, const Path& item, const std::string& expected,
                const std::string& seen);
 
-    /// Says that the run-time does not offer what the contract is about.
+    /// Skips the contract because the run-time lacks its feature.
     void skip(const char* contract, const std::string& reason);
 
     /// The number of findings.
     [[nodiscard]] std::size_t nbFindings() const noexcept { return _nbFindings; }
 
-    /// Calls `function`, whose std::exceptions are an answer like others; false when it threw one.
+    /// Calls `function` and swallows its std::exceptions. Returns false if it threw one.
     template <class Function>
     static bool answers(Function&& function)
     {
@@ -74,7 +74,7 @@ private:
     Progress _now;
 };
 
-/// The text of a path, also when its run-time has gone.
+/// The text of a path, even if its run-time is no longer registered.
 [[nodiscard]] std::string textOf(const Path& path);
 
 } // namespace Kiv_v4::conformance

@@ -20,7 +20,7 @@ namespace Kiv_v4::conformance {
 
 namespace {
 
-// Neither occurs in a name that fits, nor in text meant for people.
+// They occur neither in valid names nor in text for people.
 constexpr char kEndOfText = '\x1f';
 constexpr char kEndOfRecord = '\x1e';
 constexpr std::size_t kProgressSize = 8192;
@@ -108,7 +108,7 @@ std::string deathOf(int status, const Options& options)
         dup2(nowhere, STDOUT_FILENO);
         dup2(nowhere, STDERR_FILENO);
     }
-    // A host's handlers are not the candidate's business, and cores would be many.
+    // The host's handlers are not for the candidate, and there would be many core files.
     for (const auto signal : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGALRM, SIGINT, SIGTERM}) {
         std::signal(signal, SIG_DFL);
     }
@@ -121,7 +121,7 @@ std::string deathOf(int status, const Options& options)
     } catch (...) {
         parent.send({"escaped", "what is no std::exception"});
     }
-    _exit(0); // what the caller's process has to tidy up is not tidied up twice
+    _exit(0); // skips the exit handlers of the caller's process
 }
 
 } // namespace
@@ -132,7 +132,7 @@ void ToParent::send(const Record& record)
     for (std::size_t sent = 0; sent < text.size();) {
         const auto count = write(_stream, text.data() + sent, text.size() - sent);
         if (count < 0 && errno != EINTR) {
-            return; // the parent has gone
+            return; // the parent no longer exists
         }
         sent += count > 0 ? static_cast<std::size_t>(count) : 0;
     }

@@ -8,7 +8,7 @@ namespace Kiv_v4::conformance {
 
 struct Options;
 
-/// What a child process is at.
+/// The progress of a child process.
 struct Progress
 {
     std::string contract;
@@ -19,7 +19,7 @@ struct Progress
 /// A record from the child: its kind, and texts.
 using Record = std::vector<std::string>;
 
-/// The child's end of the way to its parent.
+/// The child's end of the pipe to its parent.
 class ToParent
 {
 public:
@@ -27,10 +27,10 @@ public:
         : _stream(stream), _progress(progress), _progressSize(progressSize)
     {}
 
-    /// Sends a record, which then has arrived even when the process dies.
+    /// Sends a record, which arrives even if the process dies then.
     void send(const Record& record);
 
-    /// Replaces what the parent learns when the process dies. Costs no system call.
+    /// Sets the progress that the parent reads if the process dies. Makes no system call.
     void note(const Progress& progress);
 
 private:
@@ -39,15 +39,15 @@ private:
     const std::size_t _progressSize;
 };
 
-/// How a child process ended.
+/// The end of a child process.
 struct Ending
 {
     std::vector<Record> records;
-    std::string death; ///< How it died; empty when it ran to its end.
-    Progress last;     ///< What it was at then.
+    std::string death; ///< The cause of death; empty if it ran to its end.
+    Progress last;     ///< Its last progress.
 };
 
-/// Runs `work` in a child process. Throws `std::system_error` when there can be none.
+/// Runs `work` in a child process. Throws `std::system_error` if it cannot be started.
 [[nodiscard]] Ending runInChild(const Options& options, const std::function<void(ToParent&)>& work);
 
 } // namespace Kiv_v4::conformance

@@ -14,7 +14,7 @@ namespace Kiv_v4::conformance {
 
 namespace {
 
-/// Throws at whatever it hears.
+/// Throws at every notification.
 class Throwing : public Observer
 {
 public:
@@ -52,7 +52,7 @@ void checkMaking(Checking& checking)
         checking.at("commands.making", edit.text, edit.item);
         if (const auto found = difference(before, snapshot(checking.running().roots, most))) {
             checking.found("commands.making", found->item, found->expected, found->seen);
-            return; // each further step would tell the same
+            return; // each further step would find the same
         }
         if (news->nbNews() > 0) {
             checking.found("no news before the command is executed", "news");

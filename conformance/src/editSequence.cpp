@@ -7,7 +7,7 @@ namespace Kiv_v4::conformance {
 
 namespace {
 
-// After a finding the scene may be torn: the sequence begins anew, but not for ever.
+// After a finding the scene may be inconsistent: the sequence begins anew, but not for ever.
 constexpr int kMaxBeginnings = 6;
 
 } // namespace

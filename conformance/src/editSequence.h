@@ -17,7 +17,7 @@ class Following;
 class EditSequence
 {
 public:
-    /// Which contract a finding belongs to.
+    /// The contract of a finding.
     struct Contracts
     {
         const char* failing;
@@ -25,7 +25,7 @@ public:
         const char* redo;
     };
 
-    /// `news` follows the scene; null when nothing is to be said about news.
+    /// `news` follows the scene; null if notifications are not checked.
     EditSequence(Checking& checking, const Contracts& contracts, std::shared_ptr<Following> news)
         : _checking(checking), _contracts(contracts), _news(std::move(news))
     {}
@@ -45,7 +45,7 @@ private:
     [[nodiscard]] bool redo(const Done& done, const std::string& when);
     [[nodiscard]] bool undoAndRedoAll();
 
-    /// Runs the command and compares; false when the sequence cannot go on.
+    /// Runs the command and compares. Returns false if the sequence cannot continue.
     template <class Run>
     [[nodiscard]] bool runAndCompare(const char* contract, const std::string& doing,
                                      const Done& done, const Snapshot& from, const Snapshot& to,

@@ -58,7 +58,7 @@ Edit insertChild(Checking& checking, const Items& items, const SceneItem::Ptr& i
                 item, hierarchy->insertChildCmd(child, before), true);
 }
 
-/// Some of the own children, in their order.
+/// Some of the own children, in order.
 SceneItemList someChildren(Checking& checking, const SceneItem::Ptr& item)
 {
     auto children = Hierarchy::hierarchy(item)->children();
@@ -115,7 +115,7 @@ Edit rename(Checking& checking, const Items&, const SceneItem::Ptr& item)
                : Edit{};
 }
 
-/// One of the item's attributes, or null.
+/// One of the item's attributes; null if it has none.
 Attribute::Ptr anyAttribute(Checking& checking, const SceneItem::Ptr& item)
 {
     const auto attributes = Attributes::attributes(item);
@@ -229,7 +229,7 @@ Edit light(Checking& checking, const Items&, const SceneItem::Ptr& item)
                                   : edit("colorCmd", item, light->colorCmd(0.5F, 0.25F, 1.0F));
 }
 
-/// Fills a value with numbers, or gives a text.
+/// Fills a value with numbers, or makes a text.
 template <class T>
 T randomValue(Checking& checking)
 {

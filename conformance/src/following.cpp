@@ -55,7 +55,7 @@ std::string names(const std::vector<Path>& paths)
     return text.empty() ? "none" : text;
 }
 
-/// The news that have to tell of a fact, in the words that `noteFact` keeps.
+/// The notifications that must announce a fact, in the words that `noteFact` records.
 std::string newsOf(const std::string& fact)
 {
     static const std::string kTransforms[] = {"matrix", "translation", "rotation", "scale"};
@@ -185,7 +185,7 @@ void Following::moved(const SceneItem::Ptr& item, const Path& from, bool atOnce)
                         "createItem gives none: the path is wrong, or the news came before the "
                         "change");
     }
-    // A rename keeps the place, unless it says more.
+    // A rename keeps the place, unless the notification says more.
     const auto parent = _children.find(from.pop());
     const auto sameParent = !from.empty() && parent != _children.end() &&
                             item->path().size() == from.size() && item->path().pop() == from.pop();
@@ -243,7 +243,7 @@ void Following::invalidated(const SceneItem::Ptr& item)
     }
     _renewed.push_back(item->path());
     if (_children.count(item->path()) == 0) {
-        // A gateway above the roots, or an item that goes under the same guard.
+        // A gateway above the roots, or an item that is deleted under the same guard.
         for (const auto& root : _checking.running().roots) {
             if (root.startsWith(item->path())) {
                 fetch(root);
@@ -304,7 +304,7 @@ void Following::place(const Path& path)
     }
     auto& siblings = parent->second;
     siblings.erase(std::remove(siblings.begin(), siblings.end(), path), siblings.end());
-    if (!exists(path)) { // later in the batch it goes on to another path
+    if (!exists(path)) { // later in the batch it moves to another path
         siblings.push_back(path);
         _children[path];
         return;
@@ -396,7 +396,7 @@ void Following::compareStructure(const Snapshot& after)
                         "an observer that followed the news has the children " + names(now),
                         parentKnown ? "it has " + names(known->second)
                                     : "it does not know the item");
-        begin(); // so that the next step is looked at by itself
+        begin(); // so that the next step is checked by itself
         return;
     }
     if (_children.size() > after.size() && after.size() < _checking.options().maxItems) {

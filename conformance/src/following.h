@@ -15,23 +15,23 @@
 
 namespace Kiv_v4::conformance {
 
-/// Follows a scene by its news alone, as an outliner does, and notes what is wrong with them.
+/// Follows a scene by its notifications only, as an outliner does, and reports their faults.
 class Following : public Observer, public std::enable_shared_from_this<Following>
 {
 public:
     explicit Following(Checking& checking) : _checking(checking) {}
 
-    /// Begins anew with what a walk shows, and hears from now on.
+    /// Begins anew with the result of a walk, and observes the scene from now on.
     void begin();
 
-    /// Forgets which news came; those of the next change count. `items` are observed one by one.
+    /// Forgets the notifications so far; those of the next change count. Observes `items` one by
+    /// one.
     void expect(const Snapshot& items);
 
-    /// Compares what the news told with what is there after the change that made `before` to
-    /// `after`.
+    /// Compares the notifications with the change from `before` to `after`.
     void compare(const Snapshot& before, const Snapshot& after);
 
-    /// The number of news since `expect`.
+    /// The number of notifications since `expect`.
     [[nodiscard]] std::size_t nbNews() const noexcept { return _nbNews; }
 
     void operator()(const Notification& notification) override;
@@ -50,7 +50,7 @@ private:
     void drop(const Path& path);
     void place(const Path& path);
 
-    // Within a batch, paths may lead nowhere until its end: what is known under them stays known.
+    // Within a batch, paths may name nothing until its end: the known items under them stay known.
     [[nodiscard]] Children knownUnder(const Path& top) const;
     void keep(const Children& known, const Path& from, const Path& to);
 
@@ -64,7 +64,7 @@ private:
 
     Checking& _checking;
     Children _children;
-    std::vector<Path> _renewed; // with all that is under them
+    std::vector<Path> _renewed; // with their descendants
     std::unordered_set<Path> _left;
     std::set<std::pair<std::string, std::string>> _facts; // text of the path, fact
     std::unordered_map<Path, std::unordered_map<std::string, std::string>> _valuesThen;

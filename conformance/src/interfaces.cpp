@@ -19,7 +19,7 @@ namespace {
 
 using Before = std::function<void(const char*)>;
 
-/// One operation, the answer of which is not looked at.
+/// One operation, whose result is ignored.
 template <class Function>
 void call(const Before& before, const char* name, Function&& function)
 {
@@ -39,7 +39,7 @@ void run(const Before& before, const char* name, Function&& function)
     });
 }
 
-/// What the function gives, or null when it throws.
+/// The result of the function; null if it throws.
 template <class Function>
 auto given(Function&& function) -> decltype(function())
 {

@@ -20,17 +20,17 @@ class Transform3d;
 
 namespace conformance {
 
-/// All that clients can keep of an item.
+/// Everything that clients can keep of an item.
 class Interfaces
 {
 public:
-    /// What there is now; without what throws.
+    /// The present interface objects, without those whose makers throw.
     [[nodiscard]] static Interfaces of(const SceneItem::Ptr& item);
 
     [[nodiscard]] const SceneItem::Ptr& item() const noexcept { return _item; }
 
-    /// Calls every operation, after `before` with its name. Answers and exceptions derived from
-    /// std::exception are all the same; commands that are made are executed.
+    /// Calls every operation, after `before` with its name. Ignores results and exceptions derived
+    /// from std::exception; executes commands.
     void use(const std::function<void(const char*)>& before) const;
 
 private:

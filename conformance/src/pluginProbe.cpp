@@ -32,7 +32,7 @@ Candidate pluginCandidate(const std::string& file)
         if (loader->load(file).runTimes.empty()) {
             throw std::runtime_error("the plug-in registers no run-time");
         }
-        // Never closed, so that what probes keep of the run-time leads into code that is there.
+        // Never closed, so that objects of the run-time that probes keep lead into loaded code.
         static_cast<void>(dlopen(file.c_str(), RTLD_NOW | RTLD_NOLOAD));
         return Running{loader, {}};
     };

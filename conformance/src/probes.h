@@ -6,7 +6,7 @@
 
 namespace Kiv_v4::conformance {
 
-/// A group of contracts that are looked at together, in a process of their own.
+/// A group of contracts that are checked together, in a process of their own.
 struct Probe
 {
     std::vector<const char*> contracts;
@@ -27,11 +27,11 @@ void checkNames(Checking& checking);
 void checkAttributes(Checking& checking);
 void checkTransforms(Checking& checking);
 
-// commands and what they announce
+// commands and their announcements
 void checkMaking(Checking& checking);
 void checkEdits(Checking& checking);
 
-// what is out of date, and circumstances
+// out-of-date objects, and circumstances
 void checkStale(Checking& checking);
 void checkWithoutScene(Checking& checking);
 void checkThrowingObservers(Checking& checking);

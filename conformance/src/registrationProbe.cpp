@@ -18,7 +18,7 @@ namespace {
 const char* const kEnds = "registration.ends";
 const char* const kAgain = "registration.again";
 
-/// How many listen to what the whole process shares.
+/// The numbers of observers of subjects that the whole process shares.
 struct Listeners
 {
     std::size_t scene = Scene::instance().nbObservers();
@@ -26,7 +26,7 @@ struct Listeners
     std::size_t objects = Object3d::nbObservers();
 };
 
-/// A scene in words that no run-time id is part of.
+/// A scene as text without run-time ids.
 std::vector<std::string> inWords(const Snapshot& states)
 {
     std::vector<std::string> lines;

@@ -161,7 +161,7 @@ std::vector<SceneItem::Ptr> walk(const std::vector<Path>& roots, std::size_t mos
         const auto item = ahead.front();
         ahead.pop_front();
         if (!item || item->runTimeId() != roots.front().runTimeId()) {
-            continue; // a finding of its own, or what is mounted below
+            continue; // a finding of its own, or a mounted item
         }
         items.push_back(item);
         if (const auto hierarchy = Hierarchy::hierarchy(item)) {

@@ -11,30 +11,30 @@
 
 namespace Kiv_v4::conformance {
 
-/// The key of the metadata that are set and looked at.
+/// The key of the metadata that are set and read.
 inline constexpr const char* kMetadataKey = "conformance";
 
-/// What was asked of an item, and the answer as text: `children`, `attribute size`, `matrix`, ...
+/// The queries of an item, and the results as text: `children`, `attribute size`, `matrix`, ...
 using Fact = std::pair<std::string, std::string>;
 
-/// All that the interfaces tell of an item.
+/// The results of all interfaces of an item.
 struct ItemState
 {
     Path path;
     std::vector<Fact> facts;
 };
 
-/// A scene as a fresh walk shows it, parents before their children.
+/// A scene as a new walk finds it, parents before their children.
 using Snapshot = std::vector<ItemState>;
 
-/// The items at and under `roots`, at most `most`, as a walk through `Hierarchy` finds them: those
-/// of the roots' run-time alone.
+/// The items at and under `roots`, at most `most`, as a walk through `Hierarchy` finds them: only
+/// those of the roots' run-time.
 [[nodiscard]] std::vector<SceneItem::Ptr> walk(const std::vector<Path>& roots, std::size_t most);
 
-/// Walks and asks. The count of items is not limited more than `walk` does.
+/// Walks and queries the items. Only `walk` limits their number.
 [[nodiscard]] Snapshot snapshot(const std::vector<Path>& roots, std::size_t most);
 
-/// Where two snapshots differ first.
+/// The first difference of two snapshots.
 struct Difference
 {
     Path item;
@@ -51,7 +51,7 @@ struct Change
     std::string fact;
 };
 
-/// All facts that changed, but for the children.
+/// All facts that changed, except the children.
 [[nodiscard]] std::vector<Change> changes(const Snapshot& before, const Snapshot& after);
 
 } // namespace Kiv_v4::conformance

@@ -17,7 +17,7 @@ namespace {
 const char* const kPaths = "stale.paths";
 const char* const kItems = "stale.items";
 
-/// What an edit left out of date must lead nowhere.
+/// Paths and items that an edit left out of date must name nothing.
 void checkOldPath(Checking& checking, const std::string& after, const Path& path)
 {
     checking.at(kPaths, "createItem of the old path, after " + after, path);

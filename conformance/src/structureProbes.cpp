@@ -38,7 +38,7 @@ void checkPath(Checking& checking, const SceneItem::Ptr& item)
     }
 }
 
-/// Paths that name nothing, as they come from anybody.
+/// Paths that name nothing, as clients may pass them.
 std::vector<Path> unknownPaths(const Path& path)
 {
     const auto segment = path.getSegments().back();
@@ -110,7 +110,7 @@ void checkChildren(Checking& checking, const SceneItem::Ptr& item)
     }
 }
 
-/// What the rows, the names and types, and the walk tell of the children.
+/// Compares the rows, the names and types, and the walk with the children.
 void checkRows(Checking& checking, const SceneItem::Ptr& item)
 {
     const auto rows = Hierarchy_v4_2::hierarchy(item);

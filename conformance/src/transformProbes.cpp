@@ -78,7 +78,8 @@ void checkMatrices(Checking& checking, const SceneItem::Ptr& item)
     }
 }
 
-/// Moves, turns and scales the item; what was set is read back. It stays so, for the matrices.
+/// Moves, rotates and scales the item and reads the values back. The item stays so, for the
+/// matrices.
 void checkValues(Checking& checking, const SceneItem::Ptr& item)
 {
     const auto transform = Transform3d::transform3d(item);
@@ -119,7 +120,7 @@ void checkTransforms(Checking& checking)
         checking.skip(kValues, "no item has a transform");
         return;
     }
-    // Where nothing is moved, a matrix that ignores the parent's is right by chance.
+    // If nothing is moved, a matrix that ignores the parent's is right by chance.
     for (const auto& item : items) {
         checkValues(checking, item);
     }

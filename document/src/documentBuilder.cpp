@@ -14,7 +14,7 @@ namespace Kiv_v4::document {
 
 namespace {
 
-/// Carries a plan out.
+/// Executes a plan.
 class Builder
 {
 public:

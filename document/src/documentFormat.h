@@ -7,7 +7,7 @@
 
 namespace Kiv_v4::document {
 
-// The two ways between a scene and the text of its document. `folder` is the document's.
+// Conversion of a scene to the text of its document, and back. `folder` is the document's.
 
 inline constexpr auto kFormat = "kiv scene";
 inline constexpr auto kVersion = 1;
@@ -15,7 +15,7 @@ inline constexpr auto kVersion = 1;
 /// The scene as the text of a document.
 [[nodiscard]] std::string documentOf(const Workspace& scene, const std::filesystem::path& folder);
 
-/// Replaces the scene by that of the document. Throws, and tells `onMissing`, as `open` does, but
+/// Replaces the scene by that of the document. Throws and calls `onMissing` as `open` does, but
 /// without the file's name.
 void openDocument(Workspace& scene, const std::string& text, const std::filesystem::path& folder,
                   host::Transaction& edits, const OnMissing& onMissing);

@@ -14,9 +14,9 @@
 
 namespace Kiv_v4::document {
 
-// Between the text of a document and the scene: what is to be done, read and checked as a whole.
+// The plan between the text of a document and the scene: all steps, completely read and checked.
 
-/// What the document says of an item in memory.
+/// The document's data of an item in memory.
 struct ItemPlan
 {
     std::string pointer;
@@ -48,8 +48,8 @@ struct Plan
     std::vector<ConnectionPlan> connections;
 };
 
-/// Reads and checks the document, and reads the scene files that it mounts. Throws, and tells
-/// `onMissing`, as `openDocument` does; nothing is changed.
+/// Reads and checks the document, and reads the scene files that it mounts. Throws and calls
+/// `onMissing` as `open` does; changes nothing.
 [[nodiscard]] Plan planOf(const Json& document, const Workspace& scene,
                           const std::filesystem::path& folder, const OnMissing& onMissing);
 

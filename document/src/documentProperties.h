@@ -8,9 +8,9 @@
 
 namespace Kiv_v4::document {
 
-// Which properties documents hold.
+// The properties in documents.
 
-/// A property that a document holds, and the value of a new item when that is left out.
+/// A property in a document, and the value of a new item if that can be left out.
 struct StoredProperty
 {
     const host::Property* property;
@@ -22,14 +22,14 @@ using PropertyList = std::vector<StoredProperty>;
 /// transforms, cameras, lights and nodes of graphs.
 [[nodiscard]] const PropertyList& propertiesOf(const std::string& group);
 
-/// Returns those of the transforms of scene files' items: the matrix, and the factors that were set
-/// where it does not tell them exactly.
+/// Returns those of the transforms of scene files' items: the matrix, and the set factors that it
+/// does not determine exactly.
 [[nodiscard]] const PropertyList& fileTransformProperties();
 
 /// Returns whether items are shown.
 [[nodiscard]] const host::Property& visibleProperty();
 
-/// Returns whether two values are the same bit for bit, which tells 0 from -0.
+/// Returns whether two values are the same bit for bit, which distinguishes 0 from -0.
 [[nodiscard]] bool sameBits(const host::PropertyValue& left, const host::PropertyValue& right);
 
 } // namespace Kiv_v4::document

@@ -120,7 +120,7 @@ private:
         }
     }
 
-    /// The root is there already: what the document does not tell of it is set back.
+    /// The root already exists: properties that the document does not have are reset.
     void addSteps(ItemPlan& item, const JsonCursor& place, bool isRoot)
     {
         const auto add = [&](const char* key, auto makeStep) {
@@ -182,7 +182,7 @@ private:
         }
         return [source, edits, onMissing = _onMissing](const Target& target) {
             if (source && !source->file) {
-                return; // missing, which was told of
+                return; // missing, already reported
             }
             const auto& gateway = target.item->path();
             target.edits.run(target.scene.gatewayCmd(gateway, source ? source->file : nullptr));

@@ -23,7 +23,7 @@ bool isFinite([[maybe_unused]] const T& value)
     if constexpr (std::is_arithmetic_v<T>) {
         return std::isfinite(static_cast<double>(value));
     } else {
-        return true; // texts, and matrices, which the run-time judges
+        return true; // texts, and matrices, which the run-time checks
     }
 }
 template <class T, std::size_t N>
@@ -58,7 +58,7 @@ host::PropertyValue valueAt(const JsonCursor& place, const host::Property& prope
 
 using Values = std::vector<std::pair<const host::Property*, host::PropertyValue>>;
 
-/// The values of the fields of an object, which are all of the list.
+/// The values of the fields of an object, which must all be in the list.
 Values valuesAt(const JsonCursor& place, const PropertyList& properties)
 {
     Values values;
@@ -74,7 +74,7 @@ Values valuesAt(const JsonCursor& place, const PropertyList& properties)
     return values;
 }
 
-/// Sets the property unless it is that already.
+/// Sets the property unless it already has the value.
 void set(host::Transaction& edits, const host::ItemProperties& item, const host::Property& property,
          const host::PropertyValue& value)
 {
@@ -131,7 +131,7 @@ Step fileTransformStep(const JsonCursor& place)
     return [&property = *properties.front().property, matrix,
             setFactors = valuesStep(std::move(factors))](const Target& target) {
         const host::ItemProperties item(target.item);
-        // A flat matrix is not set as a whole; its factors alone make it.
+        // A singular matrix cannot be set; only its factors can.
         const auto command = item.setCmd(property, matrix);
         target.edits.run(command ? command : item.setCmd(property, kIdentity));
         setFactors(target);
@@ -161,7 +161,7 @@ namespace {
 
 using AttributeStep = std::function<void(const Target&, Attribute&)>;
 
-/// Sets the value; null when the document has none.
+/// Sets the value; null if the document has none.
 AttributeStep attributeValueStep(const JsonCursor& place, const std::string& type)
 {
     const auto value = place.find("value");
@@ -180,7 +180,7 @@ AttributeStep attributeValueStep(const JsonCursor& place, const std::string& typ
     };
 }
 
-/// What an attribute of one type has, and no command sets; an attribute that is new needs none.
+/// The data of an attribute that no command sets; a new attribute needs none.
 AttributeStep attributeTypeStep(const JsonCursor& place)
 {
     const auto enumValues = place.find("enumValues");

@@ -17,7 +17,7 @@
 
 namespace Kiv_v4::document {
 
-/// What a step works with.
+/// The context of a step.
 struct Target
 {
     Workspace& scene;
@@ -25,8 +25,8 @@ struct Target
     SceneItem::Ptr item;
 };
 
-/// Reading makes steps of what the document says of an item, and checks it meanwhile; nothing
-/// changes until they are carried out.
+/// Reading makes steps of the document's data of an item and checks the data; nothing changes until
+/// the steps are executed.
 using Step = std::function<void(const Target&)>;
 using Steps = std::vector<Step>;
 
@@ -38,15 +38,15 @@ struct PlacedError : std::runtime_error
     using std::runtime_error::runtime_error;
 };
 
-/// Does `work` and puts the place in front of the reason for which it fails, unless that has a
-/// closer one.
+/// Does `work` and puts the place in front of the message of its exception, unless that already has
+/// a more exact one.
 template <class Work>
 void doAt(const std::string& pointer, Work work)
 {
     host::prefixed<PlacedError, PlacedError, Cancelled>(pointer, work);
 }
 
-/// Does `work` on what may be missing: then `onMissing`, if there is one, is told.
+/// Does `work` that fails if a file or item is missing: then calls `onMissing`, if there is one.
 template <class Work>
 void findAt(const std::string& pointer, const OnMissing& onMissing, Work work)
 {
@@ -60,17 +60,17 @@ void findAt(const std::string& pointer, const OnMissing& onMissing, Work work)
     }
 }
 
-// What the document says of one item.
+// The document's data of one item.
 
-/// The properties of the list that the document tells.
+/// The properties of the list that the document has.
 [[nodiscard]] Step propertiesStep(const JsonCursor& place, const PropertyList& properties);
 
-/// The properties of the list that the document does not tell, as new items have them; of a list of
-/// properties with initial values.
+/// The properties of the list that the document does not have, with the values of new items, which
+/// every property of the list must have.
 [[nodiscard]] Step initialStep(const MaybeCursor& place, const PropertyList& properties);
 
-/// The transform of a file's item: the matrix and, where it does not tell them exactly, the factors
-/// that were set.
+/// The transform of a file's item: the matrix and the set factors that it does not determine
+/// exactly.
 [[nodiscard]] Step fileTransformStep(const JsonCursor& place);
 
 [[nodiscard]] Step visibilityStep(const MaybeCursor& place);

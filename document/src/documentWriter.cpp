@@ -23,7 +23,7 @@ Json pathJson(const Path& path)
     return losslessJson(PathString::string(path));
 }
 
-/// Adds `value` unless it is null or has nothing in it.
+/// Adds `value` unless it is null or empty.
 void addUnlessEmpty(Json& record, const char* key, Json value)
 {
     if (!value.empty()) {
@@ -31,7 +31,7 @@ void addUnlessEmpty(Json& record, const char* key, Json value)
     }
 }
 
-/// The properties as they are; of those that new items have, the ones that differ from these alone.
+/// The present properties; those with initial values only if they differ from these.
 Json recordOf(const host::ItemProperties& item, const PropertyList& properties)
 {
     Json record;
@@ -59,7 +59,8 @@ fs::path real(const fs::path& path)
     return fs::weakly_canonical(fs::absolute(path));
 }
 
-/// The path without `..`: with the links that it goes through, unless a `..` leads elsewhere there.
+/// The path without `..`: it keeps the links that it goes through, unless a `..` after one leads
+/// elsewhere.
 fs::path direct(const fs::path& path)
 {
     const auto named = fs::absolute(path).lexically_normal();
@@ -71,7 +72,7 @@ bool isUnder(const fs::path& relative)
     return !relative.empty() && *relative.begin() != "..";
 }
 
-/// As it is found in the document: relative to its folder when it is under that.
+/// The file name in the document: relative to its folder if it is under that.
 std::string storedFile(const std::string& file, const fs::path& folder)
 {
     const auto full = direct(file);
@@ -94,7 +95,7 @@ public:
         auto items = Json::array();
         auto connections = Json::array();
         std::vector<std::pair<SceneItem::Ptr, int>> pending{
-            {_scene.root(), 0}}; // the next one last
+            {_scene.root(), 0}}; // the last one is next
         while (!pending.empty()) {
             const auto [item, depth] = pending.back();
             pending.pop_back();
@@ -211,7 +212,7 @@ private:
         return record;
     }
 
-    /// Adds those that begin at the item.
+    /// Adds the connections that begin at the item.
     static void addConnections(Json& records, const SceneItem::Ptr& item)
     {
         const auto end = [](const AttributeInfo& attribute) {

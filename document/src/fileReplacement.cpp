@@ -25,9 +25,9 @@ void require(bool succeeded)
     }
 }
 
-constexpr auto kOfNewFile = static_cast<uid_t>(-1); ///< The owner and group that one begins with.
+constexpr auto kOfNewFile = static_cast<uid_t>(-1); ///< The owner and group of a new file.
 
-/// Who may do what with a file.
+/// The access rights of a file.
 struct Access
 {
     uid_t owner;
@@ -59,7 +59,7 @@ class NewFile
 public:
     explicit NewFile(const fs::path& beside)
     {
-        constexpr std::size_t kLongest = 200; // leaves room for what is added
+        constexpr std::size_t kLongest = 200; // leaves room for the suffix
         auto name = "." + beside.filename().string().substr(0, kLongest) + ".XXXXXX";
         _path = (beside.parent_path() / name).string();
         _descriptor = ::mkostemp(_path.data(), O_CLOEXEC);
@@ -96,7 +96,8 @@ public:
     }
 
 private:
-    /// Owner and group as far as that is allowed, then the mode, which a change of them resets.
+    /// Sets owner and group as far as that is allowed, then the mode, which a change of them
+    /// resets.
     void give(const Access& access) const
     {
         std::ignore = ::fchown(_descriptor, access.owner, access.group) == 0 ||
@@ -108,8 +109,8 @@ private:
     int _descriptor = -1;
 };
 
-/// Lets the new name of a file survive a crash of the machine, where the file system can. The file
-/// is in place, so that a failure is none of the saving.
+/// Makes the new name of a file survive a crash of the machine, if the file system can. The file is
+/// in place, so a failure here does not fail the saving.
 void settle(const fs::path& folder)
 {
     const auto descriptor = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_CLOEXEC);

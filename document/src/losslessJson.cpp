@@ -34,7 +34,7 @@ std::string hexOf(const std::string& bytes)
     return text;
 }
 
-/// The bytes that `hex` writes; none when it is no such text.
+/// The bytes that `hex` writes; `std::nullopt` if it is not such a text.
 std::optional<std::string> bytesOf(const std::string& hex)
 {
     std::string bytes;
@@ -55,7 +55,7 @@ Number numberIn(const Value& value)
 {
     const auto text = value.get<std::string>();
     Number number = 0;
-    std::from_chars(text.data(), text.data() + text.size(), number); // infinities as well
+    std::from_chars(text.data(), text.data() + text.size(), number); // infinity as well
     return number;
 }
 
@@ -64,7 +64,7 @@ std::string spelled(double number)
     return std::isnan(number) ? "nan" : number > 0 ? "inf" : "-inf";
 }
 
-/// In `~` and `/`, which mean something in a pointer.
+/// Escapes `~` and `/`, which have a meaning in a pointer.
 std::string escaped(const std::string& key)
 {
     std::string text;
@@ -74,7 +74,7 @@ std::string escaped(const std::string& key)
     return text;
 }
 
-/// What is wrong, without the library's own words in front.
+/// The parser's message without its prefix.
 std::string reasonOf(const Json::exception& error)
 {
     const std::string text = error.what();
@@ -95,8 +95,8 @@ std::size_t stringLength(std::string_view text)
     return std::min(end + 1, text.size());
 }
 
-/// Fails for text that would cost more than its length: structures deep in each other, or objects
-/// with masses of fields. Whether the text is JSON at all is for the parser to say.
+/// Fails for text whose cost would not be linear: deeply nested structures, or objects with very
+/// many fields. The parser checks whether the text is JSON at all.
 void requireShape(std::string_view text)
 {
     std::array<std::size_t, kDeepest + 2> nbFields{}; // of the objects that are open

@@ -12,8 +12,8 @@
 
 namespace Kiv_v4::document {
 
-/// Makes an item a gateway and shows a file there. Undone, the item is an ordinary one again, so
-/// that nothing else that was mounted at its path comes back when its creation is done again.
+/// Makes an item a gateway and shows a file there. Undo makes the item an ordinary one again, so
+/// that no parked mount comes back to its path when its creation is redone.
 class GatewayCommand : public UndoableCommand
 {
 public:
@@ -32,7 +32,7 @@ private:
     const Ptr _showing;
 };
 
-/// Makes an item, and lets a command that is made for it follow.
+/// Makes an item, then executes a command that is made for it.
 class MountCommand : public SceneItemResultUndoableCommand
 {
 public:

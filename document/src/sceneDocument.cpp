@@ -62,7 +62,7 @@ bool namesSceneFile(const fs::path& file)
 
 void requireReplaceable(const Workspace& scene, const std::string& file, Replacing replacing)
 {
-    std::error_code none; // of what is not there, which nothing is lost with
+    std::error_code none; // for a missing file, with which nothing is lost
     for (const auto& mount : scene.mounts()) {
         if (fs::equivalent(mount.file, file, none)) {
             throw std::runtime_error("is mounted in the scene");
@@ -79,8 +79,8 @@ void requireReplaceable(const Workspace& scene, const std::string& file, Replaci
     }
 }
 
-/// The folder that paths in the document are relative to: that of the file itself, whatever links
-/// lead to it.
+/// The folder for relative paths in the document: that of the file itself, whatever links lead to
+/// it.
 fs::path folderOf(const std::string& file)
 {
     return linkTarget(file).parent_path();

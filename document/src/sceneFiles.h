@@ -14,11 +14,11 @@
 
 namespace Kiv_v4::document {
 
-/// Told how far reading has come, from 0 to 1.
+/// Called with the fraction that was read, from 0 to 1.
 using Progress = std::function<void(float)>;
 
-/// Scene files as a run-time, for as long as the object lives; or, in a build without one, the
-/// answer that there is none. Which of the two it is, is chosen when the program is built.
+/// Scene files as a run-time, for as long as the object lives; in a build without them, a stand-in
+/// whose functions fail. The build chooses one of the two.
 class SceneFiles
 {
 public:
@@ -37,11 +37,11 @@ public:
     /// A command that shows the file under the gateway.
     [[nodiscard]] UndoableCommand::Ptr mountCmd(const SourceFile& file, const Path& gateway);
 
-    /// A command that shows the file that is shown under `source`, with its edits of now, under
-    /// another gateway as well.
+    /// A command that also shows the file under `source`, with its present edits, under another
+    /// gateway.
     [[nodiscard]] UndoableCommand::Ptr copyMountCmd(const Path& source, const Path& gateway);
 
-    /// The file under the gateway, as it was given to `read`; empty when there is none.
+    /// The file under the gateway, as it was given to `read`; empty if there is none.
     [[nodiscard]] std::string file(const Path& gateway) const;
 
     /// The items under the gateway that were edited, parents before their children.

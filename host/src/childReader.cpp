@@ -13,7 +13,7 @@ namespace Kiv_v4::host::detail {
 
 namespace {
 
-/// What the run-time answers; nothing when it throws.
+/// The run-time's answer; `std::nullopt` if it throws.
 template <class Ask>
 auto answer(Ask ask) -> decltype(ask())
 {
@@ -26,7 +26,7 @@ auto answer(Ask ask) -> decltype(ask())
     }
 }
 
-/// In the order in which the run-times came.
+/// In the order of registration.
 SceneItemList topItems()
 {
     auto ids = RunTimeMgr::instance().getIds();

@@ -10,12 +10,12 @@
 
 namespace Kiv_v4::host::detail {
 
-/// The children of an item, or the top items of all run-times, asked in the cheapest way that the
-/// run-time offers. What a run-time throws is written to the log and read as no children.
+/// Reads the children of an item, or the top items of all run-times, in the cheapest way that the
+/// run-time offers. Exceptions of a run-time are written to the log and read as no children.
 class ChildReader
 {
 public:
-    /// Of an item that is null there are no children.
+    /// A null item has no children.
     ChildReader(const SceneItem::Ptr& item, const ChildFilter& filter);
 
     /// The top items.
@@ -29,10 +29,10 @@ public:
     /// At most `count` children from `first` on.
     [[nodiscard]] std::vector<SceneItem::Ptr> children(std::size_t first, std::size_t count) const;
 
-    /// How many there are, if that costs less than to list them.
+    /// The number of children, if that costs less than listing them.
     [[nodiscard]] std::optional<std::size_t> count() const;
 
-    /// Where the child of that path is; the same condition.
+    /// The row of the child of that path, under the same condition.
     [[nodiscard]] std::optional<std::size_t> rowOf(const Path& child) const;
 
 private:
@@ -40,7 +40,7 @@ private:
 
     const ChildFilter& _filter;
     const Hierarchy::Ptr _hierarchy; ///< Null when there is none.
-    const Hierarchy_v4_2::Ptr _rows; ///< The same, where rows can be asked for.
+    const Hierarchy_v4_2::Ptr _rows; ///< The same, if it can read rows.
     const bool _isTop = false;
 };
 

@@ -15,15 +15,15 @@ namespace {
 
 using Commands = CompositeUndoableCommand::Commands;
 
-/// Null for a command that is no composite.
+/// Null for a command that is not a composite.
 const Commands* partsOf(const UndoableCommand::Ptr& command)
 {
     const auto* composite = dynamic_cast<const CompositeUndoableCommand*>(command.get());
     return composite ? &composite->cmdsList() : nullptr;
 }
 
-/// The first and the last of consecutive value edits. Values are absolute, so what lay between the
-/// two is of no consequence.
+/// The first and the last of consecutive value edits. Values are absolute, so the edits between the
+/// two do not matter.
 class MergedEdits : public UndoableCommand
 {
 public:

@@ -6,18 +6,18 @@
 
 namespace Kiv_v4::host::detail {
 
-// What an undo history does with the commands of its entries.
+// The operations of an undo history on the commands of its entries.
 
-/// Whether it is null or a composite in which there is no command.
+/// Whether the command is null or a composite without commands.
 [[nodiscard]] bool doesNothing(const UndoableCommand::Ptr& command);
 
-/// What is left of a command without the parts that `goes` is true of: itself, a step of what is
-/// left, or null.
+/// Returns the rest of a command without the parts for which `goes` is true: itself, a composite of
+/// the rest, or null.
 [[nodiscard]] UndoableCommand::Ptr without(const UndoableCommand::Ptr& command,
                                            const std::function<bool(const UndoableCommand&)>& goes);
 
-/// One command for two value edits of the same target, which were executed one after the other;
-/// null when they are not.
+/// Returns one command for two value edits of the same target that were executed one after the
+/// other; null if they are not such edits.
 [[nodiscard]] UndoableCommand::Ptr merged(const UndoableCommand::Ptr& first,
                                           const UndoableCommand::Ptr& next);
 

@@ -12,7 +12,8 @@ using Channels = detail::Receivers<const LogRecord&>;
 
 Channels& channels()
 {
-    static auto& open = *new Channels("An error channel"); // to the end, for whoever closes late
+    static auto& open =
+        *new Channels("An error channel"); // never destroyed: channels may close late
     return open;
 }
 

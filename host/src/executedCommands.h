@@ -7,7 +7,7 @@
 
 namespace Kiv_v4::host::detail {
 
-/// Commands that have been executed, as one that undo menus show by name.
+/// Executed commands as one command with a name for undo menus.
 class ExecutedCommands : public CompositeUndoableCommand
 {
 public:

@@ -70,7 +70,7 @@ Copy copyOfPathChange(const Op& op)
     }
 }
 
-/// The same news, to be delivered when what it was passed with is gone.
+/// A copy of the notification, for delivery after the original was destroyed.
 Copy copyOf(const SceneChanged& change)
 {
     switch (change.opType()) {
@@ -92,7 +92,8 @@ Copy copyOf(const SceneChanged& change)
     return composite;
 }
 
-/// Does what comes after a change; the change must not look as if it had failed.
+/// Does the work after a change and logs its exceptions: the change must not look as if it had
+/// failed.
 template <class Work>
 void following(Work work)
 {
@@ -149,7 +150,7 @@ void HostScene::deliver(const SceneChanged& change)
     }
     const auto ops = detail::opsOf(change);
     std::erase_if(_state->followers, [](const auto& each) { return !each->selection(); });
-    const auto followers = _state->followers; // their observers may let others follow
+    const auto followers = _state->followers; // a copy, since their observers may let others follow
     for (const auto& follower : followers) {
         following([&] { follower->follow(ops, change.opType() == SceneChanged::Composite); });
     }

@@ -15,7 +15,7 @@
 
 namespace Kiv_v4::host {
 
-/// An interface of an item that is asked for once.
+/// An interface of an item, made by the first call.
 template <class Interface>
 class Once
 {
@@ -113,7 +113,7 @@ inline std::shared_ptr<Light::AreaInterface> Interfaces::get()
     return whole ? whole->areaInterface() : nullptr;
 }
 
-/// A row of the table and how its property is reached.
+/// A row of the table and the access to its property.
 struct Row
 {
     Property property;

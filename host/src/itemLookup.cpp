@@ -44,7 +44,7 @@ SceneItem::Ptr step(const SceneItem::Ptr& item, const std::string& name)
     return childNamed(item, name);
 }
 
-/// Takes the next name off `text`, with the separators before it; empty when there is none left.
+/// Takes the next name off `text`, with the separators before it; empty if there is none left.
 std::string takeName(std::string_view& text)
 {
     const auto* begin = std::ranges::find_if_not(text, isSeparator);
@@ -53,11 +53,11 @@ std::string takeName(std::string_view& text)
     return {begin, end};
 }
 
-/// How far the names of a text lead.
+/// The result of following the names of a text.
 struct Walk
 {
-    SceneItem::Ptr item;    ///< The last one that was found.
-    std::string lostName{}; ///< The name that led nowhere from there; empty when all did.
+    SceneItem::Ptr item;    ///< The last item that was found.
+    std::string lostName{}; ///< The first name that was not found; empty if all were.
 };
 
 Walk walk(SceneItem::Ptr item, std::string_view text)
@@ -72,7 +72,7 @@ Walk walk(SceneItem::Ptr item, std::string_view text)
     return {item};
 }
 
-/// The same from above `root`, which the text names first unless it names nothing.
+/// The same from above `root`: the first name, if any, must be that of `root`.
 Walk walkFromRoot(const SceneItem::Ptr& root, std::string_view text)
 {
     const auto name = takeName(text);
@@ -104,7 +104,8 @@ char lower(char c)
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
-/// The number of letters to add, leave out, exchange, or swap with the next, from one to the other.
+/// The number of letters to add, leave out, replace, or swap with the next, from one text to the
+/// other.
 std::size_t distance(std::string_view from, std::string_view to)
 {
     std::vector<std::size_t> before;
@@ -145,7 +146,7 @@ SceneItem::Ptr lookUp(const SceneItem::Ptr& root, const SceneItem::Ptr& current,
     if (text.empty()) {
         return nullptr;
     }
-    // Path strings first, since names may hold what separates the names of other run-times.
+    // Path strings first, since names may contain separators of other run-times.
     const auto here = [&] { return PathString::string(current->path()) + separatorOf(current); };
     if (auto exact = Hierarchy::createItem(pathOf(isAbsolute(root, text) ? text : here() + text))) {
         return exact;

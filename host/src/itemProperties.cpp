@@ -10,7 +10,7 @@ namespace Kiv_v4::host {
 
 namespace {
 
-/// The table, and behind it how each of its rows is reached.
+/// The table and, for each of its rows, the access to the property.
 struct Table
 {
     Table() : rows(makeRows())

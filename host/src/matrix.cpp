@@ -41,10 +41,10 @@ std::size_t pivotRow(const Rows& rows, std::size_t column)
     return pivot;
 }
 
-/// False also for what is no number.
+/// False also for NaN.
 bool isNearIdentity(const Matrix4d& matrix)
 {
-    constexpr auto kTolerance = 1e-6; // what a singular matrix leaves is far beyond
+    constexpr auto kTolerance = 1e-6; // the result for a singular matrix is far larger
     for (std::size_t row = 0; row < 4; ++row) {
         for (std::size_t column = 0; column < 4; ++column) {
             const auto wanted = row == column ? 1.0 : 0.0;

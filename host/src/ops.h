@@ -17,7 +17,7 @@ using Op = SceneCompositeNotification::Op;
     return {Op(change)};
 }
 
-/// Whether the item was renamed or moved and bears its new path.
+/// Whether the item was renamed or moved and has its new path.
 [[nodiscard]] inline bool hasMoved(const Op& op)
 {
     return op.opType == SceneChanged::PathChanged && op.item &&
@@ -25,8 +25,8 @@ using Op = SceneCompositeNotification::Op;
             op.subOpType == ObjectPathChange::Reparented);
 }
 
-/// Whether what was at the path is not there any more. A deletion that is only about to happen has
-/// happened when it is told in a batch.
+/// Whether the item at the path is no longer there. An announced deletion in a batch has already
+/// happened.
 [[nodiscard]] inline bool hasGone(const Op& op, bool isInBatch)
 {
     return op.opType == SceneChanged::Deleted ? isInBatch || op.subOpType != ObjectDelete::PreDelete
@@ -34,7 +34,7 @@ using Op = SceneCompositeNotification::Op;
                                                     op.subOpType == ObjectPathChange::PathRemoved;
 }
 
-/// Whether something is at the path that was not there before.
+/// Whether an item is at the path that was not there before.
 [[nodiscard]] inline bool hasCome(const Op& op)
 {
     return op.opType == SceneChanged::Added ||
@@ -42,7 +42,7 @@ using Op = SceneCompositeNotification::Op;
 }
 
 /// Whether `path` is that of the item at `ancestor` or of one under it. Unlike `startsWith`, this
-/// tells the scenes of two run-times from each other when their items have the same names.
+/// distinguishes the scenes of two run-times whose items have the same names.
 [[nodiscard]] inline bool isAtOrUnder(const Path& path, const Path& ancestor)
 {
     if (path.size() < ancestor.size() || ancestor.empty()) {

@@ -52,13 +52,13 @@ void markLastSiblings(std::vector<OutlineRow>& rows)
 
 void walk(const SceneItem::Ptr& root, std::size_t depth, const OutlineVisitor& visit)
 {
-    std::vector<SceneItemList> levels{{root}}; // what is still to visit on each level
+    std::vector<SceneItemList> levels{{root}}; // the remaining items on each level
     while (!levels.empty()) {
         if (levels.back().empty()) {
             levels.pop_back();
             continue;
         }
-        // An item is let go before its children are visited: its path is as long as it is deep.
+        // An item is released before its children are visited: its path is as long as it is deep.
         const auto item = std::move(levels.back().front());
         levels.back().pop_front();
         if (!visit(item, levels.size() - 1)) {

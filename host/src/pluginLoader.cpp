@@ -37,7 +37,7 @@ std::string inOneLine(std::string text)
     return text;
 }
 
-/// The file as `dlopen` takes it: without a slash it would search the system's folders.
+/// The file name for `dlopen`, which would search the system's folders for a name without a slash.
 std::string withFolder(const std::string& file)
 {
     return file.find('/') == std::string::npos ? "./" + file : file;
@@ -62,7 +62,7 @@ std::string version(std::uint32_t major, std::uint32_t minor)
     return std::to_string(major) + '.' + std::to_string(minor);
 }
 
-/// What the object tells of itself, when it can be relied upon.
+/// The object's description of itself; throws if it is unusable.
 const PluginInfo& described(const SharedObject& object, const std::string& file)
 {
     const auto entryPoint =
@@ -94,7 +94,7 @@ std::vector<Rtid> registeredIds()
     return sorted;
 }
 
-/// The run-times that came since `before` was asked for.
+/// The run-times that were registered since `before` was read.
 std::vector<Rtid> registeredSince(const std::vector<Rtid>& before)
 {
     const auto now = registeredIds();
@@ -116,7 +116,7 @@ std::vector<std::string> stillRegistered(const std::vector<Rtid>& runTimes)
     return lines;
 }
 
-/// Makes what the plug-in brings. The exception must have gone before the code goes.
+/// Calls the plug-in's `create`. Its exception must be destroyed before the code is unloaded.
 void* made(const PluginInfo& info, std::string& failure)
 {
     try {
@@ -162,7 +162,7 @@ void deselect(const std::vector<Rtid>& runTimes)
     }
 }
 
-/// Whether the type belongs to the object that `symbol` is part of: its code made what has it.
+/// Whether the type belongs to the shared object of `symbol`.
 bool isOf(const std::type_info& type, const void* symbol)
 {
     Dl_info ofType{};
@@ -171,7 +171,7 @@ bool isOf(const std::type_info& type, const void* symbol)
            ofType.dli_fbase == ofSymbol.dli_fbase;
 }
 
-/// What the library keeps of the object, for each thing that can be looked at.
+/// The library's references to the object, as far as they can be seen.
 std::vector<std::string> kept(const PluginInfo& info)
 {
     std::vector<std::string> lines;
@@ -202,7 +202,7 @@ struct PluginLoader::Loaded
     const PluginInfo* info;
     void* made;
 
-    /// Destroys what the plug-in brought, and gives a line for each thing that it left.
+    /// Calls the plug-in's `destroy`, and returns a line for each reference that is left.
     std::vector<std::string> destroy()
     {
         std::vector<std::weak_ptr<HierarchyHandler>> handlers;
@@ -302,7 +302,7 @@ Plugin PluginLoader::load(const std::string& file)
     if (!loaded->made) {
         for (const auto& line : stillRegistered(loaded->plugin.runTimes)) {
             failure += "; " + line;
-            static_cast<void>(object.release()); // its handlers can still be asked
+            static_cast<void>(object.release()); // its handlers can still be called
         }
         throw PluginError(file, failure);
     }

@@ -38,7 +38,7 @@ UndoableCommand::Ptr commandOf(Interface& interface,
     }
 }
 
-/// A property that an interface reads and sets by functions of its own.
+/// A property that an interface reads and sets with functions of its own.
 template <class Interface, class T, class... Arguments>
 Row row(Property property, T (Interface::*get)() const,
         UndoableCommand::Ptr (Interface::*setCmd)(Arguments...))

@@ -17,7 +17,7 @@ void logThrown(const std::string& what) noexcept
             log("receive", "host/src/receivers", __LINE__, what + " threw.\n");
         }
     } catch (...) {
-        // Not even memory for the message.
+        // There is no memory for the message.
     }
 }
 

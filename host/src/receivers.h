@@ -7,10 +7,10 @@
 
 namespace Kiv_v4::host::detail {
 
-/// Writes the exception that is being handled to the log; `what` threw it.
+/// Writes the exception being handled, which `what` threw, to the log.
 void logThrown(const std::string& what) noexcept;
 
-/// The functions of a host that hear of what the core tells one listener. They may come and go
+/// The functions of a host that share the one listener of the core. They may be added and removed
 /// while they are called.
 template <class... Arguments>
 class Receivers
@@ -26,7 +26,7 @@ public:
     void remove(const Ptr& receive) { std::erase(_all, receive); }
     [[nodiscard]] bool empty() const noexcept { return _all.empty(); }
 
-    /// Calls those that are there now. What one throws is written to the log.
+    /// Calls the present functions. Their exceptions are written to the log.
     void operator()(Arguments... arguments) const
     {
         const auto now = _all;

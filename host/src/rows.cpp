@@ -4,7 +4,7 @@ namespace Kiv_v4::host {
 
 namespace {
 
-/// Priorities need no more than to be unlike each other.
+/// Priorities only need to differ from each other.
 std::uint32_t nextPriority() noexcept
 {
     static std::uint32_t state = 2463534242U;
@@ -89,7 +89,7 @@ void Rows::recount(Node& node) noexcept
     node._count = 1 + countOf(node._left) + countOf(node._right);
 }
 
-/// Hangs `by` where `node` hangs.
+/// Attaches `by` in the place of `node`.
 void Rows::replace(Node& node, Node* by) noexcept
 {
     auto*& place = !node._above                  ? node._parent->_rows

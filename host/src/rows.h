@@ -16,7 +16,7 @@ public:
     [[nodiscard]] static std::size_t rowOf(const Node& node) noexcept;
     [[nodiscard]] static Node* at(const Node& parent, std::size_t row) noexcept;
 
-    /// Puts `node`, which has no parent, at `row`, which is at most the number of rows.
+    /// Inserts `node`, which has no parent, at `row`, which is at most the number of rows.
     static void insert(Node& parent, std::size_t row, Node& node) noexcept;
 
     /// Leaves the node without parent, with the rows of its own.

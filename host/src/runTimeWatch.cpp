@@ -12,7 +12,8 @@ using Watches = detail::Receivers<RunTimeEvent, Rtid>;
 
 Watches& watches()
 {
-    static auto& all = *new Watches("A watch of run-times"); // to the end, for whoever ends late
+    static auto& all =
+        *new Watches("A watch of run-times"); // never destroyed: watches may end late
     return all;
 }
 

@@ -14,7 +14,7 @@ namespace Kiv_v4::host {
 
 namespace {
 
-/// Hands what the scene tells to the tree.
+/// Passes the scene's notifications to the tree.
 class SceneFollower : public Observer
 {
 public:

@@ -40,7 +40,7 @@ void SceneTree::State::follow(const std::vector<Op>& ops, bool inBatch)
                 invalid.insert(node);
             }
         } else if (op.opType == SceneChanged::PathChanged) {
-            invalid.insert(&root); // some path or other
+            invalid.insert(&root); // an unknown path
         }
     }
     compareAtEnd();
@@ -55,7 +55,7 @@ void SceneTree::State::followMove(const Op& op)
         return;
     }
     if (auto* occupant = find(path); occupant && occupant != node) {
-        unsure.insert(occupant->_parent); // somebody did not tell that it went
+        unsure.insert(occupant->_parent); // its removal was not announced
         remove(*occupant);
         node = find(op.path);
         if (!node) {
@@ -82,7 +82,7 @@ bool SceneTree::State::opensFor(Node& parent)
     if (parent._isOpened) {
         return true;
     }
-    // A group of items that are known, and nothing else yet.
+    // A new group of known items, without other children yet.
     const auto isNew =
         isBatch ? fresh.count(&parent) != 0 : reader(parent).children(0, 2).size() < 2;
     if (isNew) {
@@ -158,7 +158,7 @@ void SceneTree::State::settle(Node& node)
     if (node.row() != *place) {
         move(node, parent, *place);
     }
-    // News that are still to come may have moved the siblings.
+    // A later notification may announce that the siblings moved.
     for (const auto row : {*place - 1, *place + 1}) {
         if (row < parent.nbRows() && children.rowOf(parent.child(row)._path) != row) {
             unsure.insert(&parent);

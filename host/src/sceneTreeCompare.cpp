@@ -54,10 +54,10 @@ void SceneTree::State::compareAtEnd()
     isBatch = false;
 }
 
-/// Compares all that is known of a subtree, parents first.
+/// Compares all known nodes of a subtree, parents first.
 void SceneTree::State::invalidate(Node& top)
 {
-    std::vector<Path> open; // nodes may go on the way
+    std::vector<Path> open; // the comparison may remove nodes
     const auto visit = [&](Node& node) {
         node._item.reset();
         reconcile(node);
@@ -78,7 +78,7 @@ void SceneTree::State::invalidate(Node& top)
     }
 }
 
-/// Gives the node the rows that its item's children are, by the fewest moves.
+/// Makes the node's rows those of its item's children, with the fewest moves.
 void SceneTree::State::reconcile(Node& parent)
 {
     if (!parent._isOpened) {
@@ -135,7 +135,7 @@ void SceneTree::State::reconcile(Node& parent)
     insertNews();
 }
 
-/// Removes the rows of other nodes than those, neighbours together.
+/// Removes the rows of all other nodes, neighbours together.
 void SceneTree::State::removeOthers(Node& parent, const std::unordered_set<const Node*>& wanted)
 {
     for (auto row = parent.nbRows(); row > 0;) {

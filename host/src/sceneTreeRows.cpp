@@ -114,7 +114,7 @@ void SceneTree::State::setPath(Node& node, const Path& path)
     });
 }
 
-/// Lets go of a node that has left its parent, and of all under it.
+/// Destroys a node that has left its parent, and its descendants.
 void SceneTree::State::forget(Node& top)
 {
     std::vector<Node*> all;

@@ -14,12 +14,12 @@
 
 namespace Kiv_v4::host {
 
-/// What a `SceneTree` is made of.
+/// The state of a `SceneTree`.
 ///
 /// **Invariants.** Every node but the root has a parent, stands under its path in `byPath`, and its
-/// path is that of its parent and one component more. A change is told to the listeners at once, so
-/// this holds after each op of a batch; in which rows children are, and what there is besides, is
-/// asked of the run-times at the end of it.
+/// path is that of its parent and one component more. Listeners are notified of each change at
+/// once, so this holds after each op of a batch; the run-times are queried for the rows of children
+/// and for further children at its end.
 struct SceneTree::State
 {
     using Items = std::vector<SceneItem::Ptr>;
@@ -29,26 +29,26 @@ struct SceneTree::State
     ~State();
 
     [[nodiscard]] detail::ChildReader reader(const Node& node) const;
-    /// The children from `first` on that are not rows elsewhere; `isLast` when no more follow.
+    /// The children from `first` on that are not rows elsewhere; `isLast` if no more follow.
     [[nodiscard]] Items childrenOf(const Node& node, std::size_t first, std::size_t count,
                                    bool& isLast) const;
     [[nodiscard]] Node* find(const Path& path) const;
-    /// The node whose children include the one at `path`; null when it was not opened.
+    /// The node whose children include the one at `path`; null if it was not opened.
     [[nodiscard]] Node* openParentOf(const Path& path);
     [[nodiscard]] bool canFetch(const Node& node) const;
     void fetch(Node& node, std::size_t count);
 
-    // Changes, each told to the listeners. Rows are where they end up.
+    // Changes, each with a notification of the listeners. Rows are those after the change.
     void insert(Node& parent, std::size_t row, const std::vector<Node*>& nodes);
     void remove(Node& parent, std::size_t first, std::size_t count);
     void remove(Node& node) { remove(*node._parent, node.row(), 1); }
     void move(Node& node, Node& newParent, std::size_t row);
     void tellChanged(Node& node);
 
-    /// Makes a node without a parent yet; null when there is one of that path.
+    /// Makes a node without a parent yet; null if there is one of that path.
     [[nodiscard]] Node* make(const Path& path, const SceneItem::Ptr& item = {});
 
-    /// Gives the node and those under it the paths that they have once it is at `path`.
+    /// Sets the paths of the node, which is now at `path`, and of its descendants.
     void setPath(Node& node, const Path& path);
 
     // Following.
@@ -58,10 +58,10 @@ struct SceneTree::State
     void followGone(const Path& path);
     void followRunTime(RunTimeEvent event, Rtid runTimeId);
 
-    /// Whether a child that is known can come under the node without all others being read.
+    /// Whether a known child can be inserted under the node without reading all others.
     [[nodiscard]] bool opensFor(Node& parent);
 
-    /// Puts a node where the run-time says that its item is; what cannot be told is compared later.
+    /// Moves a node to the row of its item in the run-time; unknown rows are compared later.
     void settle(Node& node);
 
     // Comparing.
@@ -77,10 +77,10 @@ struct SceneTree::State
     bool isTelling = false; ///< Whether listeners are in the middle of a change.
     Observer::Ptr observer;
 
-    // Of the notification at hand.
+    // For the notification in progress.
     bool isBatch = false;
-    std::unordered_set<Node*> unsure;  ///< Whose rows may differ from the children.
-    std::unordered_set<Node*> invalid; ///< With all under them.
+    std::unordered_set<Node*> unsure;  ///< Nodes whose rows may differ from the children.
+    std::unordered_set<Node*> invalid; ///< With their descendants.
     std::unordered_set<Node*> fresh;   ///< Inserted.
 
     const RunTimeWatch watch{

@@ -4,7 +4,7 @@
 
 namespace Kiv_v4::host::detail {
 
-/// Sets a flag for as long as it lives, then gives the flag back its value.
+/// Sets a flag for as long as it lives, then restores its value.
 class ScopedFlag
 {
 public:

@@ -26,7 +26,7 @@ SceneItem::Ptr itemAt(const Path& path)
                                                                      : nullptr;
 }
 
-/// A selected item and what is selected in its place, null for nothing.
+/// A selected item and the item to select in its place; null for none.
 using Replacements = std::unordered_map<Path, std::pair<SceneItem::Ptr, SceneItem::Ptr>>;
 
 /// Items that follow one another in the selection, and the one after the last; null at the end.
@@ -36,7 +36,7 @@ struct Run
     SceneItem::Ptr next;
 };
 
-/// The items to be replaced, as they stand in the selection. Linear in their number.
+/// The items to be replaced, in the order of the selection. Linear in their number.
 std::vector<Run> runsOf(const Selection& selection, const Replacements& replacements)
 {
     std::unordered_map<Path, SceneItem::Ptr> nextOf;
@@ -63,7 +63,7 @@ std::vector<Run> runsOf(const Selection& selection, const Replacements& replacem
     return runs;
 }
 
-/// One composite for all that is done while it lives, when the selection tells of its changes.
+/// Combines the changes while it lives into one composite, if the selection is observable.
 std::optional<NotificationGuard> guardOf(Selection& selection)
 {
     auto* observable = dynamic_cast<ObservableSelection*>(&selection);
@@ -79,7 +79,7 @@ struct SelectionFollower::Lost
     Path next; ///< Empty at the end.
 };
 
-/// What came out of the selection because it was deleted, until somebody else changes it.
+/// The items that left the selection because they were deleted, until other code changes it.
 struct SelectionFollower::Memory : Observer
 {
     void operator()(const Notification& /*notification*/) override

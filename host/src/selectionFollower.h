@@ -20,7 +20,7 @@ public:
     SelectionFollower& operator=(const SelectionFollower&) = delete;
     ~SelectionFollower();
 
-    /// The selection, null when it has died.
+    /// The selection; null if it has died.
     [[nodiscard]] Selection::Ptr selection() const { return _selection.lock(); }
 
     void setGone(HostScene::Gone gone) { _gone = gone; }
@@ -28,7 +28,7 @@ public:
     /// The changes of one notification.
     void follow(std::span<const Op> ops, bool isBatch);
 
-    /// Lets go of the items whose path leads through the run-time.
+    /// Drops the items whose path leads through the run-time.
     void leave(Rtid runTimeId);
 
 private:

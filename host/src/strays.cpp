@@ -43,7 +43,7 @@ void Strays::follow(std::span<const Op> ops, bool isBatch)
             setGone(op.path, false);
         } else if (op.opType == SceneChanged::SubtreeInvalidated) {
             take(op.path);
-            setGone(op.path, false); // unless its run-time says so when it is asked
+            setGone(op.path, false); // unless its run-time says so later
         }
     }
 }

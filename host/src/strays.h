@@ -15,12 +15,12 @@ namespace Kiv_v4::host::detail {
 struct Stray
 {
     SceneItem::Ptr selected;
-    Path path;         ///< Where it is by what was announced.
+    Path path;         ///< Its path according to the notifications.
     bool gone = false; ///< Whether it was deleted there.
 };
 
-/// Follows the selected items through the changes of one notification. The run-times are not asked:
-/// amid a batch, paths lead nowhere.
+/// Follows the selected items through the changes of one notification. The run-times are not
+/// queried: during a batch, paths may not match the scene.
 class Strays
 {
 public:
@@ -33,7 +33,7 @@ public:
 private:
     using Places = Trie<std::vector<std::size_t>>;
 
-    /// Makes strays of the selected items at and under the path that are none yet.
+    /// Makes the selected items at and under the path strays.
     void take(const Path& path);
     void move(const Path& from, const Path& to);
     void setGone(const Path& path, bool gone);

@@ -24,7 +24,7 @@ void logUndoFailure(const std::string& name, const char* reason) noexcept
         log("rollBack", "host/src/transaction", __LINE__,
             name + " cannot be taken back: " + reason + "\n");
     } catch (...) {
-        // Not even memory for the message.
+        // There is no memory for the message.
     }
 }
 
@@ -39,7 +39,7 @@ void undo(const std::string& name, UndoableCommand& command) noexcept
     }
 }
 
-/// The commands of a composite that is nothing but that; null for any other command.
+/// The commands of a plain composite; null for any other command.
 const CompositeUndoableCommand::Commands* partsOf(const UndoableCommand& command)
 {
     return typeid(command) == typeid(CompositeUndoableCommand)
@@ -52,8 +52,8 @@ const CompositeUndoableCommand::Commands* partsOf(const UndoableCommand& command
 /// The open transactions of the process.
 struct Transaction::Chain
 {
-    Transaction* innermost = nullptr; ///< Each knows the one outside it.
-    bool isHandingOver = false;       ///< Whether the outermost is giving its step away.
+    Transaction* innermost = nullptr; ///< Each refers to the one outside it.
+    bool isHandingOver = false;       ///< Whether the outermost is passing its step to the manager.
 };
 
 Transaction::Transaction(std::string name)
@@ -98,7 +98,7 @@ void Transaction::commit()
         if (_outer) {
             _outer->take(step);
         } else {
-            // Executed, not registered: that is what a command guard gathers.
+            // Executed, not registered: a command guard gathers only executed commands.
             const ScopedFlag handingOver(chain().isHandingOver);
             UndoableCommandMgr::instance().executeCmd(step);
         }
@@ -127,7 +127,7 @@ Transaction::Chain& Transaction::chain() noexcept
     return open;
 }
 
-/// The transaction that what the manager is given belongs to; null for none.
+/// The transaction to which commands passed to the manager belong; null if there is none.
 Transaction* Transaction::receiver() noexcept
 {
     return chain().isHandingOver ? nullptr : chain().innermost;
@@ -147,8 +147,8 @@ void Transaction::requireOpen() const
     }
 }
 
-/// Leaves the chain of open transactions, in which it need not be the innermost: objects with other
-/// lifetimes than scopes may end in any order.
+/// Leaves the chain of open transactions, in which it need not be the innermost: objects on the
+/// heap may be destroyed in any order.
 void Transaction::end() noexcept
 {
     _isOpen = false;

@@ -28,20 +28,21 @@ struct UndoHistory::State
     Entries undone; ///< Can be redone, the first one first.
     std::size_t limit = kDefaultLimit;
     bool running = false;
-    std::optional<std::size_t> clean = 0; ///< How many are done where the scene is clean.
-    const std::shared_ptr<int> merging = std::make_shared<int>(0); ///< How many `Merging` live.
-    bool mayMerge = false; ///< Whether the last entry was made under the same `Merging`.
+    std::optional<std::size_t> clean = 0; ///< The number of done entries in the clean state.
+    const std::shared_ptr<int> merging =
+        std::make_shared<int>(0); ///< The number of living `Merging`.
+    bool mayMerge = false;        ///< Whether the last entry was made under the same `Merging`.
 
     void tell(UndoHistoryChanged::Change change) { owner.notify(UndoHistoryChanged(change)); }
 
-    /// Enters a list of one command. What it takes is there before the command runs, so that only
-    /// an observer can fail.
+    /// Enters a list of one command. The list exists before the command runs, so that only an
+    /// observer can fail.
     void enter(Entries&& entry)
     {
         if (clean && *clean > done.size()) {
             clean.reset();
         }
-        const auto dropped = std::exchange(undone, {}); // may use the history as it dies
+        const auto dropped = std::exchange(undone, {}); // its destructor may use the history
         const auto isMerge = mergeIntoLast(entry.front());
         if (!isMerge) {
             done.splice(done.end(), entry);
@@ -63,7 +64,7 @@ struct UndoHistory::State
         return both != nullptr;
     }
 
-    /// What else is gathered belongs to a new entry.
+    /// Later commands belong to a new entry.
     void endMerge() noexcept { mayMerge = false; }
 
     void trim() noexcept
@@ -77,7 +78,7 @@ struct UndoHistory::State
         }
     }
 
-    /// Takes the entry at `place` out, and the clean state too when the entry was on the way to it.
+    /// Removes the entry at `place`, and the clean state too if it can then no longer be reached.
     void forget(Entries& entries, Entries::iterator entry, std::size_t place) noexcept
     {
         if (clean) {
@@ -87,7 +88,7 @@ struct UndoHistory::State
                 --*clean;
             }
         }
-        Entries forgotten; // a command may use the history as it dies
+        Entries forgotten; // the destructors of commands may use it
         forgotten.splice(forgotten.end(), entries, entry);
         endMerge();
     }
@@ -99,7 +100,7 @@ struct UndoHistory::State
         }
     }
 
-    /// Lets a command run that must find the history closed.
+    /// Runs a command, during which the history cannot be used.
     template <class Operation>
     void run(Operation operation)
     {

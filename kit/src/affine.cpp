@@ -12,7 +12,7 @@ namespace {
 
 constexpr auto kDegreesPerRadian = 180 / std::numbers::pi;
 
-/// Below this, relative to what it was computed from, a number is nothing but rounding.
+/// A number below this, relative to its operands, is a rounding error.
 constexpr auto kRounding = 8 * std::numeric_limits<double>::epsilon();
 
 /// How far a last column may be from (0, 0, 0, 1), as after the inversion of a matrix.
@@ -102,8 +102,8 @@ bool isAffine(const Matrix4d& matrix) noexcept
     return true;
 }
 
-/// The axes in the order of the turns. An odd order is an even one seen in a mirror, in which every
-/// turn goes the other way.
+/// The axes in the order of the rotations. An odd order is the mirror image of an even one, with
+/// the rotations reversed.
 struct Axes
 {
     explicit Axes(RotationOrder order) noexcept
@@ -118,8 +118,8 @@ struct Axes
 };
 
 /// The angles about x, then y, then z of the rotation with these rows. The second and third are
-/// read after the first has been taken out, so they make up for its rounding, however near y is to
-/// a right angle.
+/// computed after the first was divided out, so they compensate for its rounding, however near y is
+/// to a right angle.
 Vector3d anglesOf(const Row& first, const Row& second, const Row& third) noexcept
 {
     const auto cosineY = std::hypot(second[2], third[2]);
@@ -129,7 +129,7 @@ Vector3d anglesOf(const Row& first, const Row& second, const Row& third) noexcep
     const auto y = std::atan2(-first[2], cosineY);
     const auto z =
         std::atan2(sineX * third[0] - cosineX * second[0], cosineX * second[1] - sineX * third[1]);
-    // No angle of -0: users would see it.
+    // No angle is -0, since users would see it.
     return Vector3d({x * kDegreesPerRadian, y * kDegreesPerRadian, z * kDegreesPerRadian}) +
            Vector3d();
 }
@@ -194,7 +194,7 @@ Vector3d rotationAngles(const Matrix4d& matrix, RotationOrder order) noexcept
 
 Matrix4d rotationMatrix(const Quaternion& quaternion) noexcept
 {
-    // Divided by the largest first, so that no square overflows or vanishes.
+    // Divided by the largest first, so that no square overflows or underflows.
     const auto largest = std::max({std::abs(quaternion.x), std::abs(quaternion.y),
                                    std::abs(quaternion.z), std::abs(quaternion.w)});
     const auto x = quaternion.x / largest;
@@ -273,7 +273,7 @@ std::optional<AffineFactors> decomposed(const Matrix4d& matrix) noexcept
 
     auto scaleX = length(a);
     auto first = scaled(a, 1 / scaleX);
-    // Twice, since the first time leaves what was rounded of a nearly parallel row.
+    // Twice, since the first pass leaves rounding errors in a nearly parallel row.
     const auto upright = without(without(b, first), first);
     const auto scaleY = length(upright);
     const auto second = scaled(upright, 1 / scaleY);

@@ -49,8 +49,8 @@ std::string bytesOf(const std::string& hex)
     return bytes;
 }
 
-/// Writes a value, whatever its alternative. Numbers are written by `textOf`, as briefly as they
-/// read back, a float too.
+/// Writes a value, whatever its alternative. `textOf` writes numbers, floats too, as the shortest
+/// text that reads back.
 struct Writer
 {
     std::string operator()(std::monostate) const { return "null"; }
@@ -104,7 +104,7 @@ private:
     }
 };
 
-/// Reads a value of the type that is asked for.
+/// Reads a value of the requested type.
 struct Reader
 {
     void operator()(bool& value, const Json& json) const

@@ -21,7 +21,7 @@ using TablePtr = std::shared_ptr<const AttributeTable>;
     throw std::invalid_argument("attribute '" + name + "' " + reason);
 }
 
-/// What all attributes of a table have in common; `A` is the class of their type.
+/// The common part of all attributes of a table; `A` is the class of their type.
 template <class A>
 class RowAttribute : public A
 {
@@ -68,7 +68,7 @@ public:
             return table->metadata(at, name, key);
         };
         const auto set = [table = _table, at = path(), name = _row.name, key](const Value& wanted) {
-            const Value copy(wanted); // to read a value is to consume it
+            const Value copy(wanted); // since reading a value consumes it
             if (!table->setMetadata(at, name, key, copy.typeName().empty() ? nullptr : &copy)) {
                 fail(name, "does not take metadata '" + key + "'");
             }

@@ -32,7 +32,7 @@ void logThrown(const char* what)
         std::string("A follower of gateways threw ") + what);
 }
 
-/// A follower may come or go meanwhile.
+/// Followers may be added and removed meanwhile.
 template <class Tell>
 void tellFollowers(Tell tell)
 {
@@ -59,7 +59,7 @@ void tellFollowers(Tell tell)
 
 GatewayFollower::GatewayFollower() = default;
 
-/// Nothing of a follower is left behind: its code may be unloaded next.
+/// Erases all references to dead followers: their code may be unloaded next.
 GatewayFollower::~GatewayFollower()
 {
     std::erase_if(registry().followers, [](const auto& known) { return known.expired(); });

@@ -28,7 +28,7 @@ AttributeDef::Ptr named(const std::vector<AttributeDef::Ptr>& definitions, const
     return found == definitions.end() ? nullptr : *found;
 }
 
-/// The gateways under `path` that `isWanted` is true of.
+/// The gateways under `path` for which `isWanted` returns true.
 template <class IsWanted>
 Selection gatewaysUnder(const SceneSegmentHandlerBase& handler, const Path& path, IsWanted isWanted)
 {

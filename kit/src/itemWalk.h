@@ -6,8 +6,8 @@
 
 namespace Kiv_v4::kit {
 
-/// Calls `visit` with the item at `path` and those under it in the same run-time, in the order of
-/// the hierarchy. What is under an item for which it returns false is left out.
+/// Calls `visit` with the item at `path` and its descendants in the same run-time, in the order of
+/// the hierarchy. Leaves out the descendants of an item for which it returns false.
 template <class Visit>
 void walkItems(const Path& path, Visit visit)
 {

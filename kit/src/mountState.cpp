@@ -20,7 +20,7 @@ namespace Kiv_v4::kit {
 
 namespace {
 
-/// Tells the observers of the installed scene that what lies under the gateway changed.
+/// Announces a change of the items under the gateway.
 void announceInvalidated(const Path& gateway)
 {
     // A gateway of an unknown run-time has no item to announce.
@@ -50,13 +50,13 @@ private:
     const std::weak_ptr<State> _state;
 };
 
-/// Answers, for as long as nothing changes, whether a path is a gateway into the run-time.
+/// Finds out whether a path is a gateway into the run-time; valid as long as nothing changes.
 class MountTable::State::Gateways
 {
 public:
     explicit Gateways(Rtid runTimeId) : _runTimeId(runTimeId) {}
 
-    /// No when an owner that is asked throws, which is logged.
+    /// False if the gateway's run-time throws, which is logged.
     bool contains(const Path& path)
     {
         try {
@@ -81,7 +81,7 @@ private:
         }
         const auto parent = path.pop();
         if (parent.nbSegments() < path.nbSegments()) {
-            return true; // nobody above it can be asked
+            return true; // no item above it can be queried
         }
         const auto known = _underParents.try_emplace(parent);
         if (known.second) {
@@ -110,7 +110,7 @@ void MountTable::State::close()
     }
     _shown.clear();
     _parked.clear();
-    _sceneObserver.reset(); // commands and interface objects may keep all else
+    _sceneObserver.reset(); // commands and interface objects may keep the rest
     _isOpen = false;
 }
 
@@ -125,7 +125,7 @@ void MountTable::State::add(const Mount::Ptr& mount, const Path& gateway)
                                     "' already.");
     }
     requireFree(gateway);
-    remove(*mount); // should it be parked
+    remove(*mount); // if it is parked
     show(mount, gateway);
     if (!_sceneObserver) {
         _sceneObserver = std::make_shared<SceneObserver>(weak_from_this());
@@ -219,9 +219,9 @@ void MountTable::State::itemMoved(const Path& oldPath, const Path& newPath)
     moveUnder(oldPath, newPath, changes);
 }
 
-/// The changes of a composite have all happened: whether a place is a gateway can be asked after
-/// the last one only. Nothing is announced before all is in its place, since observers may mount
-/// and unmount.
+/// The changes of a composite have all happened: only after the last one can a place be checked for
+/// being a gateway. Nothing is announced before every mount is in its place, since observers may
+/// mount and unmount.
 void MountTable::State::hear(const Notification& notification)
 {
     parkLeft(_leaving);
@@ -245,7 +245,7 @@ void MountTable::State::apply(const SceneCompositeNotification::Op& op, Changes&
 {
     const auto isDestroyed =
         op.opType == SceneChanged::Deleted && op.subOpType == ObjectDelete::Destroyed;
-    if (isDestroyed) { // which no owner tells itself, and what is shown there may be another item
+    if (isDestroyed) { // no owner announces it, and another item may be shown there
         forgetUnder(op.path);
     }
     if (GatewayOwner::tells(op.path.runTimeId())) {
@@ -288,7 +288,7 @@ void MountTable::State::show(const Mount::Ptr& mount, const Path& gateway)
 Mount::Ptr MountTable::State::hide(const Path& gateway)
 {
     auto mount = std::move(*_shown.find(gateway));
-    _shown.erase(Path(gateway)); // a copy, should it be the mount's
+    _shown.erase(Path(gateway)); // a copy, since it may be the mount's own
     mount->_gateway = {};
     return mount;
 }
@@ -322,7 +322,7 @@ void MountTable::State::parkUnder(const Path& path)
     std::erase_if(_leaving, [&](const auto& leaving) { return leaving.isAtOrBelow(path); });
 }
 
-/// A mount in the way of another is one that came back too early: it is parked.
+/// If a mount is in the way of another, it came back too early and is parked.
 void MountTable::State::moveUnder(const Path& oldPath, const Path& newPath, Changes& changes)
 {
     std::vector<std::pair<Mount::Ptr, Path>> moved;
@@ -386,7 +386,7 @@ void MountTable::State::parkLeft(const std::vector<Path>& leaving)
     std::erase_if(_leaving, [&](const auto& path) { return _shown.atOrBelow(path).empty(); });
 }
 
-/// Owners that are asked may look for the mount in turn.
+/// Owners that are queried may look for the mount in turn.
 void MountTable::State::askAboutLeaving(const Path& gateway)
 {
     const auto isLeaving = [&](const auto& path) { return gateway.isAtOrBelow(path); };

@@ -14,23 +14,23 @@ namespace Kiv_v4::kit {
 
 /// The mounts of a table, which commands and observers share with it.
 ///
-/// Invariants: a mount is shown, parked or neither; the gateway that it knows is the one that it is
-/// found under.
+/// Invariants: a mount is shown, parked or neither; its `gateway()` is the key under which it is
+/// found.
 class MountTable::State : public GatewayFollower, public std::enable_shared_from_this<State>
 {
 public:
     State(Rtid runTimeId, char separator);
 
-    /// Nothing is shown or parked any more, nor will it be.
+    /// Drops all mounts, for good.
     void close();
 
     [[nodiscard]] Rtid runTimeId() const noexcept { return _runTimeId; }
 
-    // With announcements, and with news to the followers of gateways under the mount.
+    // These announce the change and notify the followers of gateways under the mount.
 
     void add(const Mount::Ptr& mount, const Path& gateway);
     bool remove(const Path& gateway);
-    /// Wherever it is.
+    /// Whether it is shown or parked.
     void remove(Mount& mount);
 
     bool move(const Path& gateway, const Path& newGateway);
@@ -46,29 +46,29 @@ public:
     void hear(const Notification& notification);
 
 private:
-    /// A mount that is shown although nobody has said yet that its place is a gateway.
+    /// A shown mount whose place is not known to be a gateway yet.
     struct Returned
     {
         Mount::Ptr mount;
         Path parkedAt;
     };
 
-    /// What changes that belong together led to.
+    /// The results of changes that belong together.
     struct Changes
     {
         std::vector<Returned> returned;
         std::vector<Mount::Ptr> moved;
-        std::vector<Path> leaving; ///< Items that were to be deleted.
+        std::vector<Path> leaving; ///< Items that were about to be deleted.
     };
 
     class Gateways;
 
     void requireFree(const Path& gateway);
     void show(const Mount::Ptr& mount, const Path& gateway);
-    /// Gives the mount that was shown at `gateway`.
+    /// Returns the mount that was shown at `gateway`.
     Mount::Ptr hide(const Path& gateway);
     void park(const Mount::Ptr& mount, const Path& gateway);
-    /// The mount that was parked last at `gateway`, taken from there.
+    /// Takes the mount that was parked last at `gateway`.
     Mount::Ptr takeParked(const Path& gateway);
 
     void parkUnder(const Path& path);
@@ -77,7 +77,8 @@ private:
     void forgetUnder(const Path& path);
 
     void apply(const SceneCompositeNotification::Op& op, Changes& changes);
-    /// Parks again what did not come back to a gateway, and leaves the others in `changes`.
+    /// Parks the mounts again that did not come back to a gateway, and leaves the others in
+    /// `changes`.
     void keepAtGateways(Changes& changes);
     void parkLeft(const std::vector<Path>& leaving);
     void askAboutLeaving(const Path& gateway);
@@ -88,7 +89,8 @@ private:
     bool _isAsking = false;
     PathIndex<Mount::Ptr> _shown;
     PathIndex<std::vector<Mount::Ptr>> _parked; ///< None of them empty; the last comes back first.
-    std::vector<Path> _leaving; ///< Items that owners said they would delete, and nothing since.
+    std::vector<Path>
+        _leaving; ///< Items that owners announced to delete, without a further announcement.
     std::shared_ptr<Observer> _sceneObserver;
 };
 

@@ -18,7 +18,7 @@ struct Numbered
     std::uint64_t number;
 };
 
-/// None when there is no number, or one with leading zeros or too many digits to be counted here.
+/// `std::nullopt` if there is no number, or one with leading zeros or too many digits to count.
 std::optional<Numbered> numbered(const std::string& name)
 {
     constexpr auto mostDigits = 18;
@@ -104,7 +104,7 @@ bool NameIndex::erase(const std::string& name)
 
 std::string NameIndex::uniqueName(const std::string& name) const
 {
-    // One name of each run is tried, so this ends after the first run or soon behind it.
+    // Tries one name of each run, so this ends after the first run or soon after it.
     auto candidate = name;
     while (contains(candidate)) {
         if (const auto split = numbered(candidate)) {

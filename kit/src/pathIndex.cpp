@@ -14,8 +14,8 @@ auto runTimeOf(const PathSegmentView& segment)
 
 } // namespace
 
-/// A path is a row of components with a mark before each segment. Marks come before components, and
-/// the end before both.
+/// A path is a sequence of components with a mark before each segment. Marks sort before
+/// components, and the end before both.
 bool HierarchyOrder::operator()(const Path& left, const Path& right) const noexcept
 {
     const auto shared = std::min(left.nbSegments(), right.nbSegments());

@@ -9,8 +9,8 @@
 
 namespace Kiv_v4::kit {
 
-/// Orders paths so that those at and below a path follow one another, it first. Exact about
-/// segments.
+/// Orders paths so that the paths at and below a path are consecutive, that path first. Segments
+/// count.
 struct HierarchyOrder
 {
     bool operator()(const Path& left, const Path& right) const noexcept;
@@ -23,14 +23,14 @@ class PathIndex
 public:
     [[nodiscard]] bool empty() const noexcept { return _byHash.empty(); }
 
-    /// Null when there is none.
+    /// Null if there is none.
     [[nodiscard]] Value* find(const Path& path)
     {
         const auto found = _byHash.find(path);
         return found == _byHash.end() ? nullptr : found->second;
     }
 
-    /// The value at `path`, made when there is none.
+    /// The value at `path`, made if there is none.
     Value& operator[](const Path& path)
     {
         auto& value = _inOrder[path];

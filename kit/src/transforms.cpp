@@ -37,7 +37,7 @@ std::optional<AffineFactors> factorsOf(const AffineFactors& factors)
 
 using Factor = Vector3d AffineFactors::*;
 
-/// What is stored after a factor was set to three numbers; none when that is refused.
+/// The stored value after a factor was set to three numbers; `std::nullopt` if that is refused.
 std::optional<AffineFactors> withFactor(AffineFactors factors, Factor factor, const Vector3d& value)
 {
     factors.*factor = value;
@@ -67,8 +67,8 @@ struct Access
 {
     std::function<std::optional<Stored>(const Path&)> get;
     std::function<void(const Path&, const Stored&)> set;
-    std::function<bool(const Stored&)> canBe = {}; ///< Empty: whatever is finite.
-    bool announces = true;                         ///< Otherwise `set` does.
+    std::function<bool(const Stored&)> canBe = {}; ///< If empty, any finite value.
+    bool announces = true;                         ///< If false, `set` announces.
 
     [[nodiscard]] Stored present(const Path& path) const
     {
@@ -83,7 +83,7 @@ struct Access
         }
     }
 
-    /// The value, unless it cannot be.
+    /// The value; `std::nullopt` if it is not allowed.
     [[nodiscard]] std::optional<Stored> checked(std::optional<Stored> value) const
     {
         return value && (!canBe || canBe(*value)) ? value : std::nullopt;
@@ -136,7 +136,7 @@ public:
         return value.has_value();
     }
 
-    /// None when the numbers, or the data, do not allow it.
+    /// `std::nullopt` if the numbers or the data do not allow it.
     static std::optional<Stored> valueWith(const Access<Stored>& access, const Path& path,
                                            Factor factor, const Vector3d& value)
     {
@@ -174,7 +174,7 @@ public:
         return isThere;
     }
 
-    /// What is stored for the matrix; none when it has no factors.
+    /// The stored value for the matrix; `std::nullopt` if it has no factors.
     static std::optional<Stored> valueOf(const Access<Stored>& access, const Matrix4d& matrix)
     {
         const auto factors = decomposed(matrix);
@@ -284,7 +284,7 @@ private:
     const AccessPtr<Stored> _access;
 };
 
-/// The attribute as a vector; none when it has no value.
+/// The attribute as a vector; `std::nullopt` if it has no value.
 std::optional<Vector3d> vectorIn(const AttributeVariant& value)
 {
     if (const auto* exact = std::get_if<Vector3d>(&value)) {
@@ -357,7 +357,7 @@ public:
         }
     }
 
-    /// Writes the attributes that are not as they should be.
+    /// Writes the attributes whose values differ.
     void set(const Path& path, const AffineFactors& factors) const
     {
         const auto present = get(path).value_or(AffineFactors());

@@ -16,7 +16,7 @@ namespace Kiv_v4::kit {
 
 namespace {
 
-/// An item as it was when it was asked for.
+/// An item as it was when it was made.
 class TreeItem : public SceneItem
 {
 public:

@@ -28,7 +28,7 @@ void requireFree(const Tree& tree, const Path& path)
     }
 }
 
-/// Puts an item into the tree and takes it out again, and keeps it while it is out.
+/// Puts an item into the tree and takes it out, and keeps it while it is out.
 class Insertion
 {
 public:
@@ -59,7 +59,7 @@ public:
         announce(ObjectPostDelete(item));
     }
 
-    /// Keeps the row of an item that is about to leave.
+    /// Remembers the row of an item that is about to leave.
     void remember(const Path& path) { _row = rowOf(*_tree, path.pop(), path.back().string()); }
 
 private:
@@ -68,7 +68,7 @@ private:
     Tree::Part _part;
 };
 
-/// A command of the tree that is about more than one path.
+/// A command of the tree that involves more than one path.
 template <class Base>
 class TreeCommand : public Base, public RunTimeCommand
 {
@@ -212,7 +212,7 @@ public:
         _oldRow = rowOf(*_tree, _oldPath.pop(), _oldPath.back().string());
         auto row = rowOf(*_tree, _parent, _before);
         if (_oldPath == _newPath && row != Tree::kLast && row > _oldRow) {
-            --row; // the rows behind it close up
+            --row; // the rows after it move up
         }
         move(_oldPath, _newPath, row);
     }
@@ -264,7 +264,7 @@ public:
     void redo() override { swapOrders(); }
 
 private:
-    /// Gives the children the other order and keeps theirs.
+    /// Exchanges the order of the children with the remembered one.
     void swapOrders()
     {
         requireItem(*_tree, path());

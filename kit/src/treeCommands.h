@@ -9,10 +9,10 @@
 
 namespace Kiv_v4::kit {
 
-// What edits a tree, with undo and announcements. Whoever makes a command has asked whether the
-// tree takes it.
+// Commands that edit a tree, with undo and announcements. Their makers must first check that the
+// tree allows the edit.
 
-/// Adds what `make` gives, under a free name made of `name`, as the last child.
+/// Adds the result of `make`, under a free name made of `name`, as the last child.
 [[nodiscard]] SceneItemResultUndoableCommand::Ptr addCmd(Tree::Ptr tree, const Path& parent,
                                                          const std::string& name,
                                                          const std::string& text,
@@ -23,14 +23,14 @@ namespace Kiv_v4::kit {
 [[nodiscard]] SceneItemResultUndoableCommand::Ptr renameCmd(Tree::Ptr tree, const Path& path,
                                                             const std::string& name);
 
-/// Moves the item under `parent` to before its child `before`, or last when that is empty.
+/// Moves the item under `parent` to before its child `before`, or last if that is empty.
 [[nodiscard]] InsertChildCommand::Ptr moveCmd(Tree::Ptr tree, const Path& path, const Path& parent,
                                               const std::string& before);
 
 [[nodiscard]] UndoableCommand::Ptr reorderCmd(Tree::Ptr tree, const Path& parent,
                                               std::vector<std::string> names);
 
-/// The child's row; `Tree::kLast` when there is none of that name.
+/// The child's row; `Tree::kLast` if there is none of that name.
 [[nodiscard]] std::size_t rowOf(const Tree& tree, const Path& parent, const std::string& name);
 
 } // namespace Kiv_v4::kit

@@ -7,8 +7,8 @@
 
 namespace Kiv_v4::kit {
 
-/// Sets what `get` reads and `set` writes, which also announces it. While the command is done it
-/// remembers what was there before. `Base` is the class of commands that it belongs to.
+/// Sets a value with `set`, which also announces it. While executed, keeps the previous value, read
+/// with `get`, for undo. `Base` is the class of commands that it belongs to.
 template <class Value, class Base>
 class ValueCommand : public Base
 {
@@ -54,7 +54,7 @@ private:
     const std::function<Value()> _get;
     const std::function<void(const Value&)> _set;
     Value _value;
-    std::optional<Value> _before; ///< Set while the command is done.
+    std::optional<Value> _before; ///< Set while the command is executed.
 };
 
 } // namespace Kiv_v4::kit

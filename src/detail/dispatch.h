@@ -11,8 +11,8 @@
 namespace Kiv_v4::detail {
 
 /// Runs `work`; a standard exception that escapes it is written to the log, under name, file and
-/// line of the operation that the client called, and goes on to the caller unchanged. (The line is
-/// a builtin, since Clang 14 lacks `std::source_location`.)
+/// line of the operation that the client called, and passes through unchanged. (The line is a
+/// builtin, since Clang 14 lacks `std::source_location`.)
 template <class Work>
 auto logAndRethrow(const char* function, const char* file, Work work, int line = __builtin_LINE())
     -> decltype(work())
@@ -25,8 +25,9 @@ auto logAndRethrow(const char* function, const char* file, Work work, int line =
     }
 }
 
-/// What every entry point that takes an item does: null for a null item, an item without a path, or
-/// a run-time without a handler of that kind; otherwise what `make` gets from the handler.
+/// The common part of all entry points that take an item. Returns null for a null item, an item
+/// without a path, or a run-time without a handler of that kind; otherwise the result of `make`
+/// with the handler.
 template <class Handler, class Make>
 auto dispatch(const char* function, const char* file, const SceneItem::Ptr& item,
               std::shared_ptr<Handler> (RunTimeMgr::*handlerOf)(const Rtid&) const, Make make,

@@ -2,8 +2,7 @@
 
 namespace Kiv_v4::detail {
 
-/// Executes a command that was made for the occasion and drops it; false when there is none because
-/// the run-time refused.
+/// Executes a command and drops it. Returns false if it is null because the run-time refused.
 template <class Command>
 bool executeIfAny(const Command& command)
 {

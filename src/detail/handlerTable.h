@@ -12,7 +12,8 @@
 namespace Kiv_v4::detail {
 
 /// The handlers of one kind by run-time. There are few run-times and their ids ascend, mostly
-/// without gaps, so a sorted array answers faster than a hash map and appends at its end.
+/// without gaps, so a search in a sorted array is faster than in a hash map, and most insertions
+/// append.
 template <class Handler>
 class HandlerTable
 {
@@ -24,14 +25,14 @@ public:
     {
         const auto at = position(*this, rtId);
         if (at != _entries.end() && at->first == rtId) {
-            // The handler replaced may use the registry in its destructor.
+            // The replaced handler may use the registry in its destructor.
             const auto replaced = std::exchange(at->second, handler);
         } else {
             _entries.emplace(at, rtId, handler);
         }
     }
 
-    /// The entry's handler (which may be null), or null when there is no entry.
+    /// The entry's handler, which may be null; null if there is no entry.
     [[nodiscard]] const Ptr& get(Rtid rtId) const noexcept
     {
         const auto at = position(*this, rtId);
@@ -46,7 +47,8 @@ public:
         if (at == _entries.end() || at->first != rtId) {
             return false;
         }
-        // The handler may use the registry in its destructor: it dies after the table has settled.
+        // The handler may use the registry in its destructor: it must die after the table is
+        // consistent again.
         const auto released = std::move(at->second);
         _entries.erase(at);
         return true;
@@ -60,15 +62,15 @@ private:
     {
         auto at = table._entries.begin();
         const auto size = table._entries.end() - at;
-        // Without gaps the id itself tells the place.
+        // Without gaps the id itself determines the place.
         if (size != 0) {
             const auto offset = static_cast<std::ptrdiff_t>(rtId) - at->first;
             if (offset >= 0 && offset < size && at[offset].first == rtId) {
                 return at + offset;
             }
         }
-        // As std::lower_bound, but which half to go on with is computed, not jumped to: the next id
-        // asked for is anybody's guess, and a wrong guess costs more than the whole search.
+        // As std::lower_bound, but computes the next half without a branch: the next id is
+        // unpredictable, and a mispredicted branch costs more than the whole search.
         for (auto left = size; left > 0;) {
             const auto half = left / 2;
             at += (left - half) * static_cast<std::ptrdiff_t>(at[half].first < rtId);

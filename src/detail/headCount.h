@@ -5,8 +5,8 @@
 
 namespace Kiv_v4::detail {
 
-/// How many of `size` components `head(n)` keeps: `n`, or all but `-n` for a negative `n`; 0 when
-/// `n` is not valid, since no valid `n` keeps none.
+/// How many of `size` components `head(n)` keeps: `n`, or all but `-n` for a negative `n`; 0 if `n`
+/// is not valid, since every valid `n` keeps at least one.
 [[nodiscard]] constexpr std::size_t headCount(int n, std::size_t size) noexcept
 {
     const auto count = std::int64_t{n};

@@ -25,13 +25,14 @@ public:
 
     [[nodiscard]] std::size_t size() const noexcept { return _size; }
 
-    /// The record of `name`, or null.
+    /// The record of `name`; null if there is none.
     [[nodiscard]] Data* find(std::string_view name, std::size_t hash) const noexcept;
 
-    /// Has the memory fetched that a look for `hash` begins with.
+    /// Prefetches the memory at which a search for `hash` begins.
     void prefetch(std::size_t hash) const noexcept { __builtin_prefetch(&_slots[hash & _mask]); }
 
-    /// The first record whose name has that hash, which need not be the name looked for; or null.
+    /// The first record whose name has that hash; null if there is none. The name may differ from
+    /// the one searched for.
     [[nodiscard]] Data* likely(std::size_t hash) const noexcept
     {
         auto i = hash & _mask;

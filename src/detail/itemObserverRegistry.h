@@ -13,22 +13,23 @@
 
 namespace Kiv_v4::detail {
 
-/// What the observers of one item are registered on when they are told with the item itself.
+/// The subject for the observers of one item whose notifications carry the item.
 struct ItemSubject : Subject
 {
     explicit ItemSubject(SceneItem::Ptr observed) : item(std::move(observed)) {}
 
-    const SceneItem::Ptr item; ///< The one given to the first observer.
+    const SceneItem::Ptr item; ///< The item that the first observer was added with.
 };
 
-/// The same for observers that are told of the item's path alone, so that the item is not kept.
+/// The same for notifications that carry only the item's path, so that the item is not kept.
 struct UnkeptItemSubject : Subject
 {
     explicit UnkeptItemSubject(const SceneItem::Ptr&) {}
 };
 
-/// The observers of single items: by run-time, and kept from its first observer on, one subject per
-/// observed path, made by the first observer and erased with the last or with the run-time.
+/// The observers of single items, with one subject per observed path. The first observer makes the
+/// subject; removing the last one or the run-time erases it. The table of a run-time exists from
+/// its first observer on.
 ///
 /// A template so that each kind of change has a registry of its own, found by its notification.
 template <class Changed, class SubjectOfItem = ItemSubject>
@@ -75,12 +76,13 @@ public:
         return item && remove(item->path(), observer);
     }
 
-    /// Takes all observers from the run-time's items, and with the subjects what they keep.
+    /// Removes all observers of the run-time's items, and the items that the subjects keep.
     void forget(Rtid runTimeId) noexcept
     {
         const auto found = _subjects.find(runTimeId);
         if (found != _subjects.end()) {
-            // Items may use the registry in their destructors: they die after it has settled.
+            // Items may use the registry in their destructors: they must die after it is consistent
+            // again.
             const auto forgotten = std::exchange(found->second, {});
         }
     }
@@ -102,14 +104,15 @@ public:
     /// Whether the run-time was ever observed.
     [[nodiscard]] bool hasAny(Rtid runTimeId) const { return _subjects.count(runTimeId) != 0; }
 
-    /// The subject of the path, or null. The share keeps it alive while its observers are notified.
+    /// The subject of the path; null if there is none. The shared pointer keeps it alive while its
+    /// observers are notified.
     [[nodiscard]] SubjectPtr find(const Path& path) const
     {
         const auto* const found = entry(path);
         return found ? *found : nullptr;
     }
 
-    /// Tells the observers of the item at `path` with a notification that carries the item.
+    /// Notifies the observers of the item at `path` with a notification that carries the item.
     void notify(const Path& path) const
     {
         if (const auto subject = find(path)) {

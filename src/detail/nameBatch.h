@@ -9,8 +9,8 @@
 
 namespace Kiv_v4::detail {
 
-/// Some names that are interned together: what the table has of each is fetched while the others
-/// are looked at, so that the waits for memory overlap.
+/// Names that are interned together: the table entries of all are prefetched before the first is
+/// searched, so that the waits for memory overlap.
 class NameBatch
 {
 public:
@@ -24,8 +24,8 @@ public:
         _names[_size++] = {name.data(), name.size(), hash, nullptr};
     }
 
-    /// Hands the component of each name to `take`, in order, and is empty then. `take` lets go of
-    /// no component.
+    /// Passes the component of each name to `take`, in order, and is empty afterwards. `take` must
+    /// not release a component.
     template <class Take>
     void intern(Take& take)
     {
@@ -54,7 +54,7 @@ private:
     static void prefetch(const PathComponent::Data& data) noexcept
     {
         constexpr int kToWrite = 1;
-        // The counts of holders lie in front of the record.
+        // The reference counts lie in front of the record.
         __builtin_prefetch(reinterpret_cast<const char*>(&data) - 1, kToWrite);
         __builtin_prefetch(&data.name);
     }

@@ -10,8 +10,8 @@
 
 namespace Kiv_v4::detail {
 
-/// A path in the making: components and segments are written where they stay. It is told how many
-/// of each will come; nothing after its construction needs memory.
+/// Builds a path in place. The constructor gets the numbers of components and segments; nothing
+/// after it needs memory.
 class PathBuilder
 {
 public:
@@ -29,7 +29,7 @@ public:
 
     void add(const PathComponent* begin, const PathComponent* end) noexcept;
 
-    /// Adds a whole segment, in the second case without what it holds.
+    /// Add a whole segment; the second moves its components.
     void addSegment(const PathSegmentView& segment) noexcept;
     void addSegment(PathSegment&& segment) noexcept;
 
@@ -39,21 +39,21 @@ public:
     /// Makes the components since the last segment the next one.
     void endSegment(Rtid runTimeId, char separator) noexcept;
 
-    /// Goes back behind the last `endSegment`.
+    /// Goes back to just after the last `endSegment`.
     void reopenSegment() noexcept { --_body->_nbSegments; }
 
-    /// `parent` with one component more in its last segment; it has some already. Linked to it
-    /// where that is allowed.
+    /// `parent`, which must not be empty, with one component more in its last segment. Linked to
+    /// `parent` where that is allowed.
     [[nodiscard]] static Path child(const Path& parent, const PathComponent& added);
 
     /// The first `size` components of `path`, fewer than all, in their segments: if `path` is
-    /// linked to that path, or the empty path.
+    /// linked to that path; otherwise the empty path.
     [[nodiscard]] static Path linkedHead(const Path& path, std::size_t size) noexcept;
 
     /// A path of the segments so far.
     [[nodiscard]] Path soFar() const;
 
-    /// The path, when all that was announced has come. The builder is left without.
+    /// The path, once it is complete. The builder no longer has it.
     [[nodiscard]] Path path() && noexcept;
 
 private:

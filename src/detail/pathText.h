@@ -27,7 +27,7 @@ namespace Kiv_v4::detail {
                : static_cast<std::size_t>(std::count(text.begin(), text.end() - 1, separator)) + 1;
 }
 
-/// Hands the components that `text` writes to `take`, in order; see the constructor of
+/// Passes the components that `text` writes to `take`, in order; see the constructor of
 /// `PathSegment` from a text.
 template <class Take>
 void forEachComponent(std::string_view text, char separator, Take take)

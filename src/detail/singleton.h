@@ -8,9 +8,9 @@
 
 namespace Kiv_v4::detail {
 
-/// Drops what `value` holds when the library is unloaded or the process ends. The value itself,
-/// which must be one that is never destroyed, stays: code that asks later, such as the destructor
-/// of another static object, finds it empty instead of dead.
+/// Clears `value` when the library is unloaded or the process ends. The value itself must never be
+/// destroyed: code that uses it later, such as the destructor of another static object, finds it
+/// empty instead of destroyed.
 template <class T>
 class EmptiedAtExit
 {
@@ -25,8 +25,8 @@ private:
     T& _value;
 };
 
-/// Fills or, with null, clears the place of an object that a host supplies once for the process.
-/// Throws `std::invalid_argument` with `refusal` when the place is taken.
+/// Sets or, with null, clears the one object of its kind that a host supplies for the process.
+/// Throws `std::invalid_argument` with `refusal` if there is one already.
 template <class T>
 void installSingleton(std::shared_ptr<T>& place, const std::shared_ptr<T>& object,
                       const char* refusal)

@@ -4,7 +4,7 @@
 
 namespace Kiv_v4::detail {
 
-/// Where something happened, as diagnostics show it: file, line and function, a tabbed line each.
+/// A place in the source in the form of diagnostics: file, line and function, a tabbed line each.
 [[nodiscard]] inline std::string sourceLines(const char* function, const char* file, int line)
 {
     return std::string("\tFile: ") + file + "\n\tLine: " + std::to_string(line) +

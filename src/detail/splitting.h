@@ -15,8 +15,8 @@ namespace Kiv_v4::detail {
     return s;
 }
 
-/// Hands each piece of `s` between two occurrences of `separator` (a character or a non-empty text)
-/// to `take`, in order. A trailing separator gives no empty last piece.
+/// Passes each piece of `s` between two occurrences of `separator` (a character or a non-empty
+/// text) to `take`, in order. A trailing separator makes no empty last piece.
 template <class Separator, class Take>
 void forEachPiece(std::string_view s, Separator separator, std::size_t separatorSize, Take take)
 {
