@@ -10,7 +10,7 @@ namespace Kiv_v4::assimp {
 
 namespace {
 
-/// The shortest text that gives the number back.
+/// The shortest text that reads back as the number.
 template <class Number>
 std::string text(Number number)
 {
@@ -55,7 +55,7 @@ std::string text(const TypedColorN<T, N>& value)
     return text(value.color);
 }
 
-/// What all attributes of files have in common: they are locked, and nothing can be set.
+/// The common part of all attributes of files: they are locked, and nothing can be set.
 template <class Base, class Value>
 class FromFile : public Base
 {

@@ -8,7 +8,7 @@
 
 namespace Kiv_v4::assimp {
 
-/// The metadata of a node and the values of a material as attributes that are not to be edited.
+/// The metadata of a node and the values of a material as read-only attributes.
 [[nodiscard]] AttributesHandler::Ptr
 makeAttributesHandler(const std::shared_ptr<const Mounts>& mounts);
 

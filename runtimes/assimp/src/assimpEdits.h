@@ -15,8 +15,8 @@
 
 namespace Kiv_v4::assimp {
 
-/// What was edited of a file in one mount: the records of the nodes concerned. The file itself is
-/// never changed, other mounts share it.
+/// The edits of a file in one mount: the records of the edited nodes. The file itself is never
+/// changed, since other mounts share it.
 class Edits
 {
 public:
@@ -29,7 +29,7 @@ public:
         return found == records.end() ? nullptr : &found->second;
     }
 
-    /// None makes the node unedited again.
+    /// `std::nullopt` makes the node unedited again.
     template <class Record>
     void put(NodeIndex index, const std::optional<Record>& record)
     {
@@ -41,7 +41,7 @@ public:
         }
     }
 
-    /// The nodes that were edited, in their order.
+    /// The edited nodes, in their order.
     [[nodiscard]] std::set<NodeIndex> nodes() const
     {
         std::set<NodeIndex> indices;

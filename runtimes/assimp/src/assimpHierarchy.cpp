@@ -18,8 +18,8 @@ bool showsHelpers(const ChildFilter& filter)
     return flag == filter.end() || flag->value;
 }
 
-/// Calls `take` for each child of `parent` that is no helper, and in the place of a helper for its
-/// children, in order, until it returns false.
+/// Calls `take` for each child of `parent`, in order, until it returns false; in the place of a
+/// helper node, for the helper's children.
 template <class Take>
 void forEachAuthoredChild(const SceneFile& file, NodeIndex parent, Take take)
 {

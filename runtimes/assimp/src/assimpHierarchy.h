@@ -11,9 +11,9 @@
 
 namespace Kiv_v4::assimp {
 
-/// The structure around one node or material of a file; around nothing when none is shown at the
-/// item's path. A file is not edited, so there is no parent for new items, and the makers of
-/// commands give null.
+/// The structure around one node or material of a file; empty if none is shown at the item's path.
+/// The structure of a file cannot be edited, so there is no parent for new items, and the command
+/// makers return null.
 class AssimpHierarchy : public Hierarchy_v4_2
 {
 public:

@@ -11,7 +11,7 @@
 
 namespace Kiv_v4::assimp {
 
-/// One node or material of a file at the path where it is, or was, mounted. It keeps the mount.
+/// One node or material of a file, at the path where it is or was mounted. It keeps the mount.
 class Item : public SceneItem
 {
 public:
@@ -28,8 +28,8 @@ public:
     [[nodiscard]] const SceneFile& file() const noexcept { return *_mount->file; }
     [[nodiscard]] NodeIndex index() const noexcept { return _index; }
 
-    /// Whether its path leads to it: the file is shown, and under the gateway that it was when the
-    /// item was made.
+    /// Whether its path names it: the file is shown, under the same gateway as when the item was
+    /// made.
     [[nodiscard]] bool isShown() const noexcept
     {
         const auto& gateway = _mount->gateway();

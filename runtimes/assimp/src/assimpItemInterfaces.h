@@ -6,7 +6,7 @@
 
 namespace Kiv_v4::assimp {
 
-/// Installs the handlers of what single items are: transforms, cameras, lights, objects, materials,
+/// Installs the handlers for single items: transforms, cameras, lights, objects, materials,
 /// attributes and looks in a user interface.
 void installItemInterfaces(Rtid runTimeId, const std::shared_ptr<const Mounts>& mounts);
 

@@ -13,7 +13,7 @@ public:
         : _mounts(std::move(mounts)), _node(std::move(node))
     {}
 
-    /// None once the file is not mounted any more.
+    /// Empty once the file is no longer mounted.
     [[nodiscard]] std::vector<SceneItem::Ptr> materials() const override
     {
         std::vector<SceneItem::Ptr> items;

@@ -11,16 +11,16 @@
 
 namespace Kiv_v4::assimp {
 
-/// The files that are mounted, and the items that this makes.
+/// The mounted files, and their items.
 class Mounts : public kit::Mounts<FileMount>
 {
 public:
     using kit::Mounts<FileMount>::Mounts;
 
-    /// The file under `gateway`, or null.
+    /// The file under `gateway`; null if there is none.
     [[nodiscard]] std::shared_ptr<const SceneFile> file(const Path& gateway) const;
 
-    /// The root item under `gateway`, or null.
+    /// The root item under `gateway`; null if there is none.
     [[nodiscard]] std::shared_ptr<Item> rootItem(const Path& gateway) const;
 
     /// The item of a node without a parent; the mount is shown.
@@ -31,13 +31,13 @@ public:
     [[nodiscard]] std::shared_ptr<Item> materialItem(const std::shared_ptr<FileMount>& mount,
                                                      NodeIndex index) const;
 
-    /// The item at `path`, or null.
+    /// The item at `path`; null if there is none.
     [[nodiscard]] std::shared_ptr<Item> item(const Path& path) const;
 
-    /// The node or material that `item` stands for, or none.
+    /// The node or material of `item`; `std::nullopt` if there is none.
     [[nodiscard]] std::optional<MountedNode> nodeOrMaterial(const SceneItem::Ptr& item) const;
 
-    /// The node of the scene that `item` stands for, or none.
+    /// The node of the scene of `item`; `std::nullopt` if there is none.
     [[nodiscard]] std::optional<MountedNode> node(const SceneItem::Ptr& item) const;
 };
 

@@ -15,7 +15,7 @@ bool setVisible(VisibilityRecord& record, bool visible)
     return true;
 }
 
-/// The box around the node and all that is under it, in the node's space.
+/// The box around the node and its descendants, in the node's space.
 BoundingBox3d boxAround(const SceneFile& file, const Edits& edits, NodeIndex top)
 {
     struct Level

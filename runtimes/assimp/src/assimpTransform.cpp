@@ -49,7 +49,7 @@ bool setFactor(TransformRecord& record, double x, double y, double z)
     return true;
 }
 
-/// A matrix without factors can be moved, too, as long as it is affine.
+/// A matrix without factors can be translated, too, if it is affine.
 bool setTranslation(TransformRecord& record, double x, double y, double z)
 {
     if ((!record.factors && !isAffine(record.matrix)) || !isFinite(x, y, z)) {
@@ -147,7 +147,7 @@ private:
         return _node.changeCmd<SetDouble3UndoableCommand>(verb, &setFactor<factor>, x, y, z);
     }
 
-    /// Those of the identity when the matrix has none.
+    /// Those of the identity if the matrix has none.
     [[nodiscard]] Factors factors() const
     {
         Factors none;

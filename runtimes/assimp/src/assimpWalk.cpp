@@ -7,7 +7,8 @@
 namespace Kiv_v4::assimp {
 
 namespace {
-/// So many levels keep their path: those of a deeper chain would take much memory together.
+/// The number of levels that keep their path: the paths of deeper chains would take much memory
+/// together.
 constexpr std::size_t kNbLevelsKept = 256;
 } // namespace
 
@@ -35,7 +36,7 @@ bool FileWalk::next()
     return true;
 }
 
-/// To what comes behind all that is under the current node.
+/// Goes to the node after the descendants of the current one.
 bool FileWalk::goOn()
 {
     for (; _index != _top; --_depth) {

@@ -11,11 +11,11 @@
 
 namespace Kiv_v4::assimp {
 
-/// Goes from node to node of a file, and makes paths and items of those alone that are asked for.
+/// Goes from node to node of a file, and makes only the paths and items that are requested.
 class FileWalk : public SegmentWalk
 {
 public:
-    /// Stands before the node `top` at `path`; without a mount, over nothing.
+    /// Begins before the node `top` at `path`; without a mount, visits nothing.
     FileWalk(std::shared_ptr<FileMount> mount, const Path& path, NodeIndex top);
 
     bool next() override;
@@ -31,14 +31,15 @@ private:
     [[nodiscard]] const Node& node() const { return _mount->file->node(_index); }
     bool goOn();
 
-    std::shared_ptr<FileMount> _mount; ///< Null behind the last node.
+    std::shared_ptr<FileMount> _mount; ///< Null after the last node.
     const Path _gateway;
     const NodeIndex _top;
     NodeIndex _index;
     std::size_t _depth = 0;
     bool _begun = false;
     bool _skips = false;
-    /// Of the first nodes from `_top` down to the current one, the first and those asked for.
+    /// Paths of the first nodes from `_top` down to the current one: that of `_top` and the
+    /// requested ones.
     mutable std::vector<Path> _paths;
 };
 

@@ -9,8 +9,8 @@ bool isClassic(const std::numpunct<char>& numbers)
     return numbers.decimal_point() == '.' && numbers.grouping().empty();
 }
 
-/// The numbers of the classic locale, everything else of `hosts`. The facet leaves it without a
-/// name: with one, the C library's locale would change for the whole program.
+/// The locale `hosts` with the numbers of the classic locale. The facet leaves it without a name: a
+/// named one would change the C library's locale for the whole program.
 std::locale withClassicNumbers(const std::locale& hosts)
 {
     const std::locale named(hosts, std::locale::classic(), std::locale::numeric);
@@ -30,8 +30,8 @@ ClassicNumbers::~ClassicNumbers()
     freelocale(_classic);
 }
 
-// C++ streams take the global locale when they are constructed, and it is the whole program's: so
-// it is left alone unless its numbers are different, and only these are replaced.
+// C++ streams take the global locale when they are constructed, and it belongs to the whole
+// program: so it only changes if its numbers are different, and only in these.
 void ClassicNumbers::resume()
 {
     _hosts = _installed = std::locale();
@@ -47,7 +47,7 @@ void ClassicNumbers::pause()
 {
     uselocale(_hostsOfThread);
     if (_installed != _hosts && std::locale() == _installed) {
-        std::locale::global(_hosts); // when it has a name, sets the C library's too
+        std::locale::global(_hosts); // also sets the C library's if it has a name
         std::setlocale(LC_ALL, _hostsOfProgram.c_str());
     }
 }

@@ -6,9 +6,8 @@
 
 namespace Kiv_v4::assimp {
 
-/// Has numbers read and written as the classic locale does, for as long as it lives, by the C
-/// functions of the thread that made it and by C++ streams. Some importers misread numbers
-/// otherwise, or never end.
+/// While it lives, the C functions of the thread that made it and C++ streams read and write
+/// numbers as in the classic locale. Otherwise some importers misread numbers, or never end.
 class ClassicNumbers
 {
 public:
@@ -17,7 +16,7 @@ public:
     ClassicNumbers& operator=(const ClassicNumbers&) = delete;
     ~ClassicNumbers();
 
-    /// Brings the host's locales back, until `resume`.
+    /// Restores the host's locales, until `resume`.
     void pause();
     void resume();
 

@@ -13,7 +13,7 @@ namespace Kiv_v4::assimp {
 
 namespace {
 
-/// The number of bytes that a lead byte announces, or 0 when it cannot lead.
+/// The length of the character that a lead byte announces, in bytes; 0 if it is not a lead byte.
 std::size_t announcedSize(unsigned char lead) noexcept
 {
     if (lead < 0x80) {
@@ -28,10 +28,10 @@ std::size_t announcedSize(unsigned char lead) noexcept
 struct CodePoint
 {
     std::size_t size;    ///< In bytes.
-    bool isText = false; ///< Whether it is valid UTF-8 and no control character.
+    bool isText = false; ///< Whether it is valid UTF-8 and not a control character.
 };
 
-/// The code point that `text` begins with; a byte that begins none stands alone.
+/// The first code point of `text`; an invalid byte counts as one.
 CodePoint firstOf(std::string_view text) noexcept
 {
     const auto lead = static_cast<unsigned char>(text.front());
@@ -66,21 +66,21 @@ std::vector<std::string> codePoints(std::string_view text)
     return points;
 }
 
-/// The components of one node's children as they are given out.
+/// Assigns the components of one node's children.
 class TakenNames
 {
 public:
     explicit TakenNames(const std::string& segmentSeparator) : _segmentSeparator(segmentSeparator)
     {}
 
-    /// False when the name is taken already.
+    /// Returns false if the name is already taken.
     bool take(const std::string& name) { return _taken.insert(name).second; }
 
     /// Takes `name` with a number that makes it unique, if it needs one.
     std::string takeUnique(const std::string& name)
     {
-        // Counting goes on where it ended, so that many siblings of one name do not cost the square
-        // of their number.
+        // Counting continues where it ended, so that the cost of many siblings of one name is not
+        // quadratic.
         auto& last = _last.try_emplace(name, name).first->second;
         last = uniqueName(last, [this](const std::string& candidate) {
             return _taken.count(candidate) != 0 ||
@@ -93,7 +93,7 @@ public:
 private:
     const std::string& _segmentSeparator;
     std::unordered_set<std::string> _taken;
-    std::unordered_map<std::string, std::string> _last; ///< The last name made of each.
+    std::unordered_map<std::string, std::string> _last; ///< The last name made from each name.
 };
 
 /// A character that is in no separator.

@@ -6,19 +6,18 @@
 
 namespace Kiv_v4::assimp {
 
-/// Turns the names that nodes have in a file, any bytes, into components that a path string holds
-/// unharmed: not empty; valid UTF-8 without control characters, component separator and the
-/// characters of the path segment separator; no two the same among siblings.
+/// Turns the names of nodes in a file, which may contain any bytes, into components that are safe
+/// in path strings: not empty; valid UTF-8 without control characters, component separator and the
+/// characters of the path segment separator; unique among siblings.
 ///
-/// A name that is fit already is kept by the first sibling that has it, whatever the others are
-/// called.
+/// The first sibling with a valid name keeps it, whatever the names of the others.
 class ComponentNames
 {
 public:
     struct Sibling
     {
-        std::string_view name;    ///< As it is in the file.
-        std::string_view standIn; ///< What it is called when it has no name; not empty.
+        std::string_view name;    ///< The name in the file.
+        std::string_view standIn; ///< The name if there is none in the file; not empty.
     };
 
     explicit ComponentNames(const std::string& segmentSeparator);
@@ -32,7 +31,7 @@ private:
 
     const std::string _segmentSeparator;
     std::vector<std::string> _forbidden; ///< The separators' characters.
-    char _filler;                        ///< Stands for what a name must not hold.
+    char _filler;                        ///< Replaces forbidden characters.
 };
 
 } // namespace Kiv_v4::assimp

@@ -67,7 +67,7 @@ std::vector<const aiMaterial*> materialsOf(const aiScene& scene, const aiNode& n
     return materials;
 }
 
-/// Of a matrix that turns and moves.
+/// Of a matrix with a rotation and a translation only.
 Matrix4d inverseOfRigid(const Matrix4d& matrix)
 {
     auto inverse = kit::identity();
@@ -183,7 +183,8 @@ void Contents::addCamerasAndLights(const aiScene& scene, const std::vector<const
     }
 }
 
-/// Meshes at a placed node and the nodes under it stay where they are.
+/// Moves the nodes of cameras and lights; their meshes and the nodes under them stay where they
+/// are.
 void Contents::place(const ByNode<Matrix4d>& placements, const std::vector<const aiNode*>& sources)
 {
     std::unordered_map<const aiNode*, Matrix4d> back;

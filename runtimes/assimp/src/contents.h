@@ -18,8 +18,8 @@ namespace Kiv_v4::assimp {
 
 using NodeIndex = std::uint32_t;
 
-/// What the importer made, in the order of the items that show it: the nodes, whose indices are
-/// their positions, then the one item that the materials lie under, then these.
+/// The importer's objects in the order of their items: the nodes, whose indices are their
+/// positions, then the parent item of the materials, then these.
 struct Sources
 {
     std::vector<const aiNode*> nodes;
@@ -32,20 +32,19 @@ struct Sources
     [[nodiscard]] NodeIndex firstMaterial() const noexcept { return materialsTop() + 1; }
 };
 
-/// What lies in and hangs at the nodes of a file and its materials, converted from what the
-/// importer made.
+/// The data of the nodes and materials of a file, converted from the importer's.
 class Contents
 {
 public:
     /// `facts` are attributes of the root, behind its own.
     Contents(const aiScene& scene, const Sources& sources, FileAttributes facts);
 
-    /// The importer's matrix, exactly, for row vectors. That of a camera or light whose importer
-    /// puts it somewhere within its node leads from there, and those of its children make up for
-    /// that.
+    /// The importer's matrix, exactly, for row vectors. If the importer gives a camera or light a
+    /// place within its node, its matrix includes that place, and those of its children compensate
+    /// for it.
     [[nodiscard]] Matrix4d matrix(NodeIndex index) const;
 
-    // Null for a node without.
+    // Null for a node without one.
 
     [[nodiscard]] const CameraRecord* camera(NodeIndex index) const;
     [[nodiscard]] const LightRecord* light(NodeIndex index) const;

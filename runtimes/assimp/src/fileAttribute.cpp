@@ -49,7 +49,7 @@ FileAttribute::Value valueOf(const aiMetadataEntry& entry)
     }
 }
 
-/// Makes names unique in one go over many.
+/// Makes many names unique in one pass.
 class UniqueNames
 {
 public:
@@ -60,13 +60,13 @@ public:
         }
     }
 
-    /// `name`, or the next free one that begins with it.
+    /// `name`, or the next free name that begins with it.
     std::string take(const std::string& name)
     {
         auto free = name.empty() ? "unnamed" : name;
         const auto [first, isNew] = _taken.emplace(free, 2);
         if (!isNew) {
-            auto& next = first->second; // stays where it is
+            auto& next = first->second; // a stable reference
             const auto stem = free;
             do {
                 free = stem + std::to_string(next++);
@@ -76,7 +76,7 @@ public:
     }
 
 private:
-    std::unordered_map<std::string, int> _taken; ///< With the next number to try.
+    std::unordered_map<std::string, int> _taken; ///< Names with the next number to try.
 };
 
 } // namespace

@@ -12,14 +12,14 @@ struct aiMetadata;
 
 namespace Kiv_v4::assimp {
 
-/// A value of a type that attributes have no name for.
+/// A value of a type that attributes do not have.
 struct NativeValue
 {
     std::string type;
     std::string text;
 };
 
-/// A name of a file as the file has it.
+/// A file name as in the scene file.
 struct FileName
 {
     std::string text;
@@ -41,14 +41,14 @@ using FileAttributes = std::vector<FileAttribute>;
 /// A number as the first type that holds it exactly.
 [[nodiscard]] FileAttribute::Value numberValue(std::uint64_t number);
 
-/// Adds an attribute; when its name is taken, under the next free one.
+/// Adds an attribute, under the next free name if its name is taken.
 void addAttribute(FileAttributes& attributes, const std::string& name, FileAttribute::Value value);
 
 /// Adds many, each like that.
 void addAttributes(FileAttributes& attributes, FileAttributes more);
 
-/// Adds the entries in their order, those of nested metadata as "outer.inner". Entries without a
-/// value are left out.
+/// Adds the entries in their order, those of nested metadata as "outer.inner". Leaves out entries
+/// without a value.
 void addMetadata(FileAttributes& attributes, const aiMetadata& metadata);
 
 } // namespace Kiv_v4::assimp

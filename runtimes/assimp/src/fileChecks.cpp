@@ -72,7 +72,7 @@ std::vector<std::string> declaredCounts(const std::string& file)
     return isOff ? offCounts(header) : std::vector<std::string>();
 }
 
-/// The number that `word` writes, the largest when it is too large to hold, 0 for no number.
+/// The number that `word` writes; the largest number if it is too large, 0 if it is not a number.
 std::uintmax_t number(const std::string& word)
 {
     std::uintmax_t value = 0;

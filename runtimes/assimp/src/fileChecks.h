@@ -7,11 +7,11 @@ namespace Kiv_v4::assimp {
 /// Throws `ImportError` unless `file` is a regular file that can be opened.
 void requireReadable(const std::string& file);
 
-/// Returns the beginning of the file with one kind of line break, where headers are looked for.
+/// Returns the beginning of the file, where headers are, with normalized line breaks.
 [[nodiscard]] std::string headerText(const std::string& file);
 
-/// Throws `ImportError` when the header of a file (OFF, PLY) counts more elements than the file has
-/// bytes. The importer would make room for all of them before it looks for the first.
+/// Throws `ImportError` if the header of a file (OFF, PLY) counts more elements than the file has
+/// bytes. The importer would allocate all of them before it reads the first.
 void requirePlausibleCounts(const std::string& file);
 
 } // namespace Kiv_v4::assimp

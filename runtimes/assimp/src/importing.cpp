@@ -18,12 +18,12 @@ namespace {
 
 constexpr auto kChecks = aiProcess_ValidateDataStructure;
 
-/// A scene whose meshes are all unusable is refused. Materials that look the same stay apart: they
+/// Refuses a scene without usable meshes. Materials that look the same are not merged, since they
 /// have names of their own.
 constexpr auto kClean = aiProcess_FindInvalidData;
 
-/// Tells the reader's progress, never backwards and in the host's locale, and remembers that
-/// reading was given up.
+/// Reports the progress of reading, never decreasing and in the host's locale, and remembers a
+/// cancellation.
 class ProgressBridge : public Assimp::ProgressHandler
 {
 public:
@@ -65,7 +65,7 @@ void replaceAll(std::string& text, const std::string& what, const std::string& b
     }
 }
 
-/// The importer's message, for an `ImportError`, which names the file itself.
+/// The importer's message for an `ImportError`, without the file name, which the error adds.
 std::string reason(const std::string& file, std::string message)
 {
     if (message.starts_with("No suitable reader found")) {
@@ -78,7 +78,7 @@ std::string reason(const std::string& file, std::string message)
     return message.empty() ? "the importer gives no reason" : message;
 }
 
-/// Whether there is nothing but a root, which the importer named itself.
+/// Whether there is only a root that the importer named itself.
 bool showsNothing(const aiScene& scene)
 {
     const std::string_view root(scene.mRootNode->mName.data, scene.mRootNode->mName.length);
@@ -97,7 +97,7 @@ std::shared_ptr<const SceneFile> imported(const std::string& file, const Progres
     auto* bridge = new ProgressBridge(progress, numbers);
     importer.SetProgressHandler(bridge); // the importer owns it now
 
-    // The importer itself looks at what the bridge returns here and there only.
+    // The importer checks the result of the bridge at few places only.
     bridge->advance(file, 0);
     importer.ReadFile(file, kChecks);
     bridge->advance(file, 0.5F);

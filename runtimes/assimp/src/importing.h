@@ -7,8 +7,8 @@
 
 namespace Kiv_v4::assimp {
 
-/// Runs the importer over `file` and gives the nodes it made; `progress` is not empty. Throws
-/// `ImportError`, whatever the importer throws. Nothing is printed.
+/// Runs the importer on `file` and returns its nodes; `progress` must not be empty. Throws
+/// `ImportError`, whatever the importer throws. Prints nothing.
 [[nodiscard]] std::shared_ptr<const SceneFile> importedFile(const std::string& file,
                                                             const Progress& progress);
 

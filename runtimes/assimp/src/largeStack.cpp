@@ -11,11 +11,11 @@ namespace Kiv_v4::assimp {
 
 namespace {
 
-// Address space: what is not used takes no memory. About a kilobyte goes per level of the scene.
+// Address space: unused pages take no memory. A level of the scene takes about a kilobyte.
 constexpr std::size_t kStackSize = std::size_t{1} << 29U;
 constexpr std::size_t kSmallestStackSize = std::size_t{1} << 23U;
 
-/// A thread with the largest stack that can be had, or nothing.
+/// A thread with the largest possible stack; nothing if there can be none.
 std::optional<pthread_t> startThread(void* (*run)(void*), void* argument)
 {
     std::optional<pthread_t> started;
@@ -34,20 +34,20 @@ std::optional<pthread_t> startThread(void* (*run)(void*), void* argument)
     return started;
 }
 
-/// The work, and what its thread and the waiting one tell each other.
+/// The work, and the messages between its thread and the waiting one.
 class Errand
 {
 public:
     explicit Errand(const std::function<void(const Progress&)>& work) : _work(work) {}
 
-    /// On the thread with the large stack.
+    /// Runs on the thread with the large stack.
     static void* run(void* errand)
     {
         static_cast<Errand*>(errand)->work();
         return nullptr;
     }
 
-    /// On the calling thread: answers until the work is done.
+    /// Runs on the calling thread: answers until the work is done.
     void serve(const Progress& answer)
     {
         std::unique_lock lock(_mutex);

@@ -11,7 +11,7 @@ namespace {
 
 enum class Kind { Color, ColorWithAlpha, Number, Flag };
 
-/// How a property of the importer's materials is called here.
+/// The attribute name for a property of the importer's materials.
 struct Known
 {
     const char* key;
@@ -116,7 +116,7 @@ Value colorOf(const aiMaterial& material, const Known& known)
     return TypedColorN<float, 4>({r, g, b, static_cast<float>(color.a)});
 }
 
-/// None when the material has no such property, or one that holds something else.
+/// `std::nullopt` if the material has no such property, or one of another type.
 Value valueOf(const aiMaterial& material, const Known& known)
 {
     const aiMaterialProperty* property = nullptr;

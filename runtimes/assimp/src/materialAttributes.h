@@ -6,8 +6,7 @@ struct aiMaterial;
 
 namespace Kiv_v4::assimp {
 
-/// What the file says about how the material looks, under the field's names; nothing that it does
-/// not say.
+/// The file's properties of the material, under the field's names; only those that the file has.
 [[nodiscard]] FileAttributes materialAttributes(const aiMaterial& material);
 
 } // namespace Kiv_v4::assimp

@@ -17,7 +17,7 @@
 
 namespace Kiv_v4::assimp {
 
-/// The record that the file gives for a node; the node has one.
+/// The file's record of a node, which must have one.
 template <class Record>
 [[nodiscard]] Record recordInFile(const SceneFile& file, NodeIndex index);
 template <>
@@ -29,7 +29,7 @@ LightRecord recordInFile(const SceneFile& file, NodeIndex index);
 template <>
 VisibilityRecord recordInFile(const SceneFile& file, NodeIndex index);
 
-/// Tells the observers that the record of the item at `path` changed.
+/// Notifies the observers that the record of the item at `path` changed.
 template <class Record>
 void announce(const Path& path);
 template <>
@@ -41,15 +41,15 @@ void announce<LightRecord>(const Path& path);
 template <>
 void announce<VisibilityRecord>(const Path& path);
 
-/// Whether clients may set it: no number in it is infinite or none.
+/// Whether clients may set the record: it contains neither NaN nor infinity.
 [[nodiscard]] bool isFinite(bool value) noexcept;
 [[nodiscard]] bool isFinite(float value) noexcept;
 [[nodiscard]] bool isFinite(const Color3f& value) noexcept;
 [[nodiscard]] bool isFinite(const Light::SphereProps& value) noexcept;
 [[nodiscard]] bool isFinite(const Light::ConeProps& value) noexcept;
 
-/// A node or material of a mounted file, as the interfaces of its item see it: the edits of the
-/// mount over what the file says. It follows the mount when its gateway is renamed.
+/// A node or material of a mounted file for the interfaces of its item: the edits of the mount,
+/// otherwise the data of the file. It follows the mount when its gateway is renamed.
 class MountedNode
 {
 public:
@@ -58,7 +58,8 @@ public:
           _index(index)
     {}
 
-    /// The item at the place where the file is shown now; the last one while it is not shown.
+    /// The item under the present gateway of the file; while the file is not shown, under the last
+    /// one.
     [[nodiscard]] const SceneItem::Ptr& item() const;
 
     [[nodiscard]] const std::shared_ptr<FileMount>& mount() const noexcept { return _mount; }
@@ -68,7 +69,7 @@ public:
 
     [[nodiscard]] bool isMounted() const noexcept { return _mount->isShown(); }
 
-    /// None when the node was not edited.
+    /// `std::nullopt` if the node was not edited.
     template <class Record>
     [[nodiscard]] std::optional<Record> edited() const
     {
@@ -89,8 +90,8 @@ public:
         return get<Record>().*member;
     }
 
-    /// Sets the record, or makes the node unedited, and tells the observers. Throws
-    /// `std::runtime_error` when the file is not mounted any more.
+    /// Sets the record, or makes the node unedited, and notifies the observers. Throws
+    /// `std::runtime_error` if the file is no longer mounted.
     template <class Record>
     void put(const std::optional<Record>& record) const
     {
@@ -103,13 +104,13 @@ public:
     }
 
     /// A command, derived from `Base`, one of the set-value commands, that calls `change(record,
-    /// arguments...)`. Null when that refuses by returning false.
+    /// arguments...)`. Null if that refuses by returning false.
     template <class Base, class Record, class... Arguments>
     [[nodiscard]] UndoableCommand::Ptr
     changeCmd(const std::string& verb, bool (*change)(Record&, Arguments...),
               std::type_identity_t<Arguments>... arguments) const;
 
-    /// A command that sets one value of a record; null when it is not finite.
+    /// A command that sets one value of a record; null if the value is NaN or infinite.
     template <class Base, class Record, class Value>
     [[nodiscard]] UndoableCommand::Ptr assignCmd(const std::string& verb, Value Record::*member,
                                                  const Value& value) const;
@@ -117,12 +118,12 @@ public:
 private:
     mutable SceneItem::Ptr _item;
     std::shared_ptr<FileMount> _mount;
-    mutable Path _gateway; ///< The one that `_item` is under.
+    mutable Path _gateway; ///< The gateway above `_item`.
     NodeIndex _index;
 };
 
 /// Changes a record by a function of the record and the arguments of the set-value command `Base`.
-/// While it is done it remembers the record that was there before.
+/// While executed, keeps the previous record for undo.
 template <class Record, class Base, class Set = decltype(&Base::set)>
 class EditCommand;
 template <class Record, class Base, class... Arguments>
@@ -177,7 +178,7 @@ private:
     const std::string _name;
     const Change _change;
     std::tuple<std::decay_t<Arguments>...> _arguments;
-    std::optional<std::optional<Record>> _before; ///< Set while the command is done.
+    std::optional<std::optional<Record>> _before; ///< Set while the command is executed.
 };
 
 template <class Base, class Record, class... Arguments>

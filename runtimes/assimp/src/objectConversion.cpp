@@ -29,8 +29,8 @@ bool isPositive(float number)
     return std::isfinite(number) && number > 0;
 }
 
-/// The length at which a film back that wide or high is seen under the angle, which is replaced by
-/// the importer's usual one when it is none.
+/// The focal length for a film back of that width or height and the angle; if the angle is invalid,
+/// the importer's default counts instead.
 float focalLength(float aperture, float angle)
 {
     const auto usable = isPositive(angle) && angle < kPi ? angle : aiCamera().mHorizontalFOV;
@@ -59,7 +59,7 @@ Vector cross(const Vector& a, const Vector& b)
     return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
 }
 
-/// None for a vector that has no direction.
+/// `std::nullopt` for a vector without direction.
 std::optional<Vector> normalized(const Vector& from)
 {
     const auto length = std::hypot(from[0], from[1], from[2]);
@@ -69,7 +69,7 @@ std::optional<Vector> normalized(const Vector& from)
     return Vector{from[0] / length, from[1] / length, from[2] / length};
 }
 
-/// A right angle to `forward`, as near to `up` as can be.
+/// The direction at a right angle to `forward` that is closest to `up`.
 Vector rightOf(const Vector& forward, const Vector& up)
 {
     constexpr auto kAlongForward = 1e-6;
@@ -81,8 +81,8 @@ Vector rightOf(const Vector& forward, const Vector& up)
     return *normalized(cross(forward, isSteep ? Vector{0, 0, -1} : Vector{0, 1, 0}));
 }
 
-/// What looks along -z with +y upward, put at `position` to look along `look`; unturned when that
-/// is no direction.
+/// The matrix that places an object, which looks along -z with +y upward, at `position` with the
+/// direction `look`; without rotation if `look` is not a direction.
 std::optional<Matrix4d> placed(const aiVector3D& position, const aiVector3D& look,
                                const aiVector3D& up)
 {

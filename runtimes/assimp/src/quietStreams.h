@@ -6,8 +6,8 @@
 
 namespace Kiv_v4::assimp {
 
-/// Drops what the thread that made it writes to a stream, and lets through what others write, for
-/// as long as it lives. Some importers print to the standard streams instead of reporting.
+/// While it lives, drops the output to a stream of the thread that made it, but not that of others.
+/// Some importers print to the standard streams instead of reporting errors.
 class QuietStream : private std::streambuf
 {
 public:

@@ -9,11 +9,11 @@
 
 namespace Kiv_v4::assimp {
 
-// What can be edited of a node, one record for each interface. The file gives the records of nodes
-// that were not edited.
+// The editable data of a node, one record for each interface. The file has the records of unedited
+// nodes.
 
-/// A matrix, and its factors if it has any. The matrix is not made of the factors until one of them
-/// is set, so that a file's own matrix stays as it is.
+/// A matrix, and its factors if it has any. The matrix is only recomputed when a factor is set, so
+/// that a file's own matrix stays exact.
 struct TransformRecord
 {
     Matrix4d matrix;

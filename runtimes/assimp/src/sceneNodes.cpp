@@ -49,8 +49,8 @@ std::vector<const aiNode*> levelByLevel(const aiNode* root)
     return nodes;
 }
 
-/// All but those that importers add in case that a mesh has none: no mesh uses them, and they have
-/// no name.
+/// All materials except the default ones that importers add: no mesh uses them, and they have no
+/// name.
 std::vector<const aiMaterial*> authoredMaterials(const aiScene& scene)
 {
     std::vector<bool> isUsed(scene.mNumMaterials);
@@ -151,7 +151,7 @@ std::optional<NodeIndex> SceneFile::child(const Node& parent, const PathComponen
                                                                  : std::nullopt;
 }
 
-/// Finds each node's children, whose numbers are known.
+/// Finds each node's children, once their numbers are known.
 void SceneFile::connect()
 {
     NodeIndex next = 1;
@@ -187,7 +187,7 @@ void SceneFile::nameAll(const Sources& sources)
         const auto name = material->GetName();
         materialNames.emplace_back(text(name));
     }
-    std::vector<std::string_view> originals(_nodes.size()); // the materials' top has none
+    std::vector<std::string_view> originals(_nodes.size()); // empty for the materials' top
     std::transform(sources.nodes.begin(), sources.nodes.end(), originals.begin(),
                    [](const auto* source) { return text(source->mName); });
     std::copy(materialNames.rbegin(), materialNames.rend(), originals.rbegin());
@@ -218,7 +218,7 @@ void SceneFile::nameSiblings(const ComponentNames& names,
     }
 }
 
-/// Beside the root, which keeps its component.
+/// Gives the materials' top a name unlike that of the root.
 void SceneFile::nameMaterialsTop(const ComponentNames& names)
 {
     if (_size < _nodes.size()) {

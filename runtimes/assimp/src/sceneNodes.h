@@ -28,27 +28,26 @@ enum class NodeType : std::uint8_t { Transform, Mesh, Camera, Light, Materials, 
 struct Node
 {
     PathComponent component;
-    NodeIndex parent = 0;     ///< A top is its own.
-    NodeIndex firstChild = 0; ///< The children follow one another from here.
+    NodeIndex parent = 0;     ///< A top is its own parent.
+    NodeIndex firstChild = 0; ///< The children are consecutive, from this index on.
     NodeIndex nbChildren = 0;
     NodeType type = NodeType::Transform;
     bool isHelper = false; ///< Made by the importer to hold a part of a node's transform.
 };
 
-/// The tree of the scene's nodes, and beside it the materials under a top of their own, if there
-/// are any.
+/// The tree of the scene's nodes, and the materials, if any, under a top of their own.
 ///
 /// Invariants: node 0 is the root; the array holds the levels of the tree one after another, so
-/// siblings lie side by side in the file's order, and after them the materials' top and these.
+/// siblings are side by side in the file's order, followed by the materials' top and the materials.
 class SceneFile
 {
 public:
     static constexpr NodeIndex kRoot = 0;
 
-    /// The nodes of `scene`, which has a root and was read from `name`.
+    /// The nodes of `scene`, which must have a root and was read from `name`.
     SceneFile(const aiScene& scene, std::string name);
 
-    /// The file's, as it was given to `read`.
+    /// The file's name, as given to `read`.
     [[nodiscard]] const std::string& name() const noexcept { return _name; }
 
     /// The number of the scene's nodes.
@@ -75,12 +74,12 @@ public:
     /// Linear in the number of the file's cameras and the levels above them.
     [[nodiscard]] std::vector<NodeIndex> cameras(NodeIndex top) const;
 
-    /// Calls `visit(index)` for the node and all that are under it, each before its children and
-    /// all that are under it before its next sibling.
+    /// Calls `visit(index)` for the node and its descendants, each before its children and its
+    /// descendants before its next sibling.
     template <class Visit>
     void forEachInSubtree(NodeIndex top, Visit visit) const
     {
-        std::vector<NodeIndex> pending{top}; // the next one last
+        std::vector<NodeIndex> pending{top}; // the last one is next
         while (!pending.empty()) {
             const auto index = pending.back();
             pending.pop_back();
@@ -111,7 +110,7 @@ private:
     std::vector<Node> _nodes;
     std::vector<NodeIndex> _byComponent; ///< Each run of siblings in the order of component ids.
     std::vector<NodeIndex> _cameras;     ///< In the order of the hierarchy.
-    std::unordered_map<NodeIndex, std::string> _originalNames; ///< Those that were changed.
+    std::unordered_map<NodeIndex, std::string> _originalNames; ///< The names that were changed.
 };
 
 } // namespace Kiv_v4::assimp

@@ -11,8 +11,8 @@ namespace Kiv_v4::memory {
 
 namespace {
 
-/// Tells the run-times whose items are shown under gateways, before the scene's observers look for
-/// these items.
+/// Notifies the run-times whose items are shown under gateways, before the scene's observers look
+/// for these items.
 template <class... Paths>
 void tellFollowers(void (*tell)(const Paths&...), const Paths&... paths) noexcept
 {
@@ -37,7 +37,7 @@ void logUnannounced(const char* what) noexcept
         log("announce", "runtimes/memory/src/announcements", __LINE__,
             std::string("An observer or the announcement of a change threw ") + what);
     } catch (...) {
-        // Not even memory for the message.
+        // There is no memory for the message.
     }
 }
 

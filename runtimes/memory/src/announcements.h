@@ -14,9 +14,8 @@ namespace Kiv_v4::memory {
 
 void logUnannounced(const char* what) noexcept;
 
-/// Tells observers of a change that was made. What they throw that subjects let out, and the want
-/// of memory, goes to the log: the change stands whoever heard of it, so what made it must not
-/// fail.
+/// Notifies observers of a change. Exceptions, also from a lack of memory, go to the log: the
+/// change was made, so its operation must not fail.
 template <class Tell>
 void announced(Tell tell) noexcept
 {
@@ -29,8 +28,8 @@ void announced(Tell tell) noexcept
     }
 }
 
-// Tells the run-times that are mounted under gateways, and then the observers of the installed
-// scene, what changed; without an installed scene these are left out.
+// These notify the run-times that are mounted under gateways and then the observers of the
+// installed scene, if there is one.
 
 void announceAdd(const SceneItem::Ptr& item) noexcept;
 void announcePreDelete(const SceneItem::Ptr& item) noexcept;
@@ -39,14 +38,13 @@ void announceRename(const SceneItem::Ptr& item, const Path& previousPath) noexce
 void announceReparent(const SceneItem::Ptr& item, const Path& previousPath) noexcept;
 void announceInvalidate(const SceneItem::Ptr& root) noexcept;
 
-// Tells the observers of attributes.
+// Notify the observers of attributes.
 
 void announceAttribute(const Path& item, const std::string& name) noexcept;
 void announceMetadata(const Path& item, const std::string& attribute,
                       const std::string& key) noexcept;
 
-/// Gathers what is announced of the scene while it lives into one notification, unless `gather` is
-/// false.
+/// Gathers the notifications of the scene while it lives into one, unless `gather` is false.
 class AnnouncementBatch
 {
 public:
@@ -56,7 +54,7 @@ public:
     ~AnnouncementBatch();
 
 private:
-    Scene* _scene = nullptr; ///< Null when nothing is gathered, or by somebody else.
+    Scene* _scene = nullptr; ///< Null if nothing is gathered, or another guard gathers.
 };
 
 } // namespace Kiv_v4::memory

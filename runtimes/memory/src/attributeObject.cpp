@@ -28,7 +28,7 @@ public:
     [[nodiscard]] const Path& path() const noexcept { return _info.path(); }
     [[nodiscard]] const std::string& name() const noexcept { return _info.name(); }
 
-    /// What a command that does that to it is called.
+    /// The text of a command on the attribute.
     [[nodiscard]] std::string titled(const std::string& verb) const
     {
         return verb + " " + _info.name() + " of " + _info.path().back().string();
@@ -40,7 +40,7 @@ public:
         return found && found->value.index() == _alternative ? found : nullptr;
     }
 
-    /// Throws `std::invalid_argument` when it is gone.
+    /// Throws `std::invalid_argument` if it no longer exists.
     [[nodiscard]] AttributeData& get() const
     {
         auto& attribute = existing(*_tree, _info);
@@ -74,7 +74,7 @@ private:
     const std::size_t _alternative;
 };
 
-/// Changes an attribute and back. It keeps neither the attribute nor its item.
+/// Changes an attribute, with undo. It keeps neither the attribute nor its item.
 class AttributeEdit : public BaseUndoableCommand
 {
 public:
@@ -96,7 +96,7 @@ private:
     const Change _changeBack;
 };
 
-/// What all classes of attributes do alike. `Base` is the public class.
+/// The common part of all classes of attributes. `Base` is the public class.
 template <class Base>
 class MemoryAttribute : public Base
 {
@@ -168,7 +168,7 @@ private:
     const Handle _handle;
 };
 
-// What clients read and write of an alternative, and whether it takes a value.
+// The values that clients read and write of an alternative, and whether it takes a value.
 
 template <class T>
 T& contentOf(T& value) noexcept

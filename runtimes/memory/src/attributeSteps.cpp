@@ -16,7 +16,7 @@ namespace Kiv_v4::memory {
 
 namespace {
 
-/// Null for no item, too.
+/// Null also if there is no item.
 AttributeData* attributeOf(const Node* item, const std::string& name) noexcept
 {
     return item && item->attributes ? item->attributes->find(name) : nullptr;

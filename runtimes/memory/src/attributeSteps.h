@@ -9,10 +9,10 @@
 
 namespace Kiv_v4::memory {
 
-// Steps that change which attributes there are and how they are connected. They remember items by
-// path and attributes by name, and tell the observers of attributes.
+// Steps that add, remove, rename and connect attributes. They remember items by path and attributes
+// by name, and notify the observers of attributes.
 
-/// Gives the item at `item` an attribute behind those that it has.
+/// Adds an attribute to the item at `item`, after the existing ones.
 [[nodiscard]] StepPtr attributeAddition(const std::shared_ptr<Tree>& tree, const Path& item,
                                         AttributeDataPtr attribute);
 
@@ -28,14 +28,14 @@ namespace Kiv_v4::memory {
 [[nodiscard]] StepPtr disconnection(const std::shared_ptr<Tree>& tree, const AttributeInfo& source,
                                     const AttributeInfo& destination);
 
-/// The attribute, or null when there is none of that name or no such item.
+/// The attribute; null if there is none of that name or no such item.
 [[nodiscard]] AttributeData* find(Tree& tree, const AttributeInfo& attribute);
 [[nodiscard]] AttributeData* find(Tree& tree, const SceneItem& item, const std::string& name);
 
-/// The attribute; throws `std::invalid_argument` with path and name when there is none.
+/// The attribute; throws `std::invalid_argument` with path and name if there is none.
 [[nodiscard]] AttributeData& existing(Tree& tree, const AttributeInfo& attribute);
 
-/// `name`, made fit for an attribute and free on the item; the name `allowed` does not count.
+/// `name`, made valid for an attribute and free on the item; the name `allowed` counts as free.
 [[nodiscard]] std::string freeAttributeName(const Node& item, const std::string& name,
                                             const std::string& allowed = {});
 

@@ -23,7 +23,7 @@ struct Enumeration
     std::vector<std::string> allowed;
 };
 
-/// A value of a type that the library has no name for; it is not kept.
+/// A value of a type that the library has no name for; the value itself is not stored.
 struct Native
 {
     std::string typeName;
@@ -40,8 +40,8 @@ using AttributeValue =
 /// The type constant of `Attribute` for the value's alternative.
 [[nodiscard]] std::string typeOf(const AttributeValue& value);
 
-/// The value of a new attribute of that type: false, zero, empty. None for what is no type
-/// constant.
+/// The value of a new attribute of that type: false, zero, empty. `std::nullopt` if the type is not
+/// a type constant.
 [[nodiscard]] std::optional<AttributeValue> initialValue(const std::string& type);
 
 /// False for a generic attribute and for an enumeration without strings.

@@ -14,7 +14,7 @@ namespace Kiv_v4::memory {
 
 namespace {
 
-/// Where the duplicates of topmost selected items are.
+/// The paths of the duplicates of topmost selected items.
 using Targets = std::unordered_map<Path, Path>;
 
 class DuplicateItemsCommand : public RecordedCommand<SelectionUndoableCommand>
@@ -45,8 +45,8 @@ private:
     const std::shared_ptr<Targets> _targets;
 };
 
-/// The selected items to be duplicated: without those under another of them, which come along, and
-/// without the root, of which there is only one.
+/// The selected items to be duplicated: without those under another of them, which are duplicated
+/// with it, and without the root, which cannot be duplicated.
 std::vector<Path> topmost(Tree& tree, const Selection& selection)
 {
     std::vector<std::pair<const Node*, Path>> own;

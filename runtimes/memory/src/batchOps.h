@@ -13,7 +13,7 @@ class MemoryBatchOpsHandler : public BatchOpsHandler
 public:
     explicit MemoryBatchOpsHandler(std::shared_ptr<Tree> tree);
 
-    /// Duplicates the topmost selected items; what is selected under them is duplicated with them.
+    /// Duplicates the topmost selected items; selected descendants are duplicated with them.
     [[nodiscard]] UndoableCommand::Ptr duplicateItemsCmd(const Selection& selection,
                                                          const DuplicateOptions& options) override;
 

@@ -11,23 +11,23 @@ namespace Kiv_v4::memory {
 struct Node;
 
 /// The nodes of a tree by parent and name: open addressing with linear probing. A slot keeps its
-/// node's hash, so that only a node that is most likely the one looked for is read.
+/// node's hash, so that a search hardly ever reads another node.
 ///
 /// Invariants: the number of slots is 0 or a power of two, and more than a third of them are free;
 /// no free slot lies between a node's home slot (the top bits of its hash) and its own.
 class ChildIndex
 {
 public:
-    /// The child of that name, or null.
+    /// The child of that name; null if there is none.
     [[nodiscard]] Node* find(const Node& parent, const PathComponent& name) const noexcept;
 
     /// Makes room, so that the next `count` insertions do not throw.
     void reserve(std::size_t count);
 
-    /// Enters a node, in the room reserved, as a child of `parent` under its present name.
+    /// Enters a node, in the reserved room, as a child of `parent` under its present name.
     void insert(Node& node, const Node& parent) noexcept;
 
-    /// Takes out a node that was entered under its present parent and name.
+    /// Removes a node that was entered under its present parent and name.
     void erase(const Node& node) noexcept;
 
 private:

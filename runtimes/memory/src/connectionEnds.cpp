@@ -6,7 +6,7 @@ namespace Kiv_v4::memory {
 
 namespace {
 
-/// The attribute at an end, or null when it is gone or out of the scene.
+/// The attribute at an end; null if it no longer exists or is out of the scene.
 AttributeDataPtr visible(const Tree& tree, const std::weak_ptr<AttributeData>& end)
 {
     auto attribute = end.lock();

@@ -9,28 +9,29 @@
 
 namespace Kiv_v4::memory {
 
-// Connections join attributes, not names: so they follow whatever is renamed or moved. One whose
-// end is out of the scene is out of sight until it comes back.
+// Connections join attributes, not names: so they follow renames and moves. A connection is hidden
+// while one of its ends is out of the scene.
 
-/// What feeds an attribute; without a source when nothing does.
+/// The connection that feeds an attribute; without a source if there is none.
 struct Feed
 {
     AttributeDataPtr source;
     std::uint64_t number = 0; ///< Of the connection.
 };
 
-/// What feeds `destination`, which is in the scene.
+/// The connection that feeds `destination`, which must be in the scene.
 [[nodiscard]] Feed feedOf(const Tree& tree, const AttributeData& destination);
 
-/// What `source`, which is in the scene, feeds, in the order in which it was connected.
+/// The attributes that `source`, which must be in the scene, feeds, in the order in which they were
+/// connected.
 [[nodiscard]] std::vector<AttributeDataPtr> fedBy(const Tree& tree, const AttributeData& source);
 
 /// Makes or breaks the connection of that number.
 void link(std::uint64_t number, AttributeData& source, AttributeData& destination);
 void unlink(std::uint64_t number, AttributeData& source, AttributeData& destination) noexcept;
 
-/// Whether nothing stands against the connection: the types agree, or one of them is generic, the
-/// destination is not fed yet and is not the source itself. Both are in the scene.
+/// Whether the connection is allowed: the types are the same, or one of them is generic, the
+/// destination is not fed yet and is not the source itself. Both must be in the scene.
 [[nodiscard]] bool canConnect(const Tree& tree, const AttributeData& source,
                               const AttributeData& destination);
 

@@ -18,8 +18,8 @@ namespace Kiv_v4::memory {
 
 namespace {
 
-/// Applies a step that puts the node into the scene or elsewhere in it, and gives its item; null
-/// when an observer took it out at once.
+/// Applies a step that puts the node into the scene or elsewhere in it, and returns its item; null
+/// if an observer removed it at once.
 SceneItem::Ptr carriedOut(const std::shared_ptr<Tree>& tree, const StepPtr& step, Node& node)
 {
     const NodeWatch watch(tree, node);

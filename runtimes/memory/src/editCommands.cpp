@@ -26,7 +26,7 @@ bool isChildOf(Tree& tree, const Node* parent, const SceneItem::Ptr& item)
     return node && node->parent == parent;
 }
 
-/// The names of items that are different children of `parent`; nothing when they are not.
+/// The names of items that must be different children of `parent`; `std::nullopt` if they are not.
 std::vector<PathComponent> namesOfChildren(Tree& tree, const Node* parent,
                                            const SceneItemList& items)
 {
@@ -41,8 +41,8 @@ std::vector<PathComponent> namesOfChildren(Tree& tree, const Node* parent,
     return names;
 }
 
-/// Carries out the insertion of a new item before the sibling `before`, or last when that is the
-/// null component, and returns its path.
+/// Inserts a new item before the sibling `before`, or last if that is the null component, and
+/// returns its path.
 Path insertNew(const TreePtr& tree, const Path& parent, const std::string& nodeType,
                const std::string& wanted, const PathComponent& before, ChangeLog& log)
 {
@@ -53,13 +53,13 @@ Path insertNew(const TreePtr& tree, const Path& parent, const std::string& nodeT
     return log.carryOut(tree, insertion(tree, std::move(made), place), node, place);
 }
 
-/// Carries out the move of an item to `to` and returns its path.
+/// Moves an item to `to` and returns its path.
 Path relocate(const TreePtr& tree, const Path& from, const Place& to, ChangeLog& log)
 {
     return log.carryOut(tree, relocation(tree, from, to), existing(*tree, from), to);
 }
 
-/// The same for another name at its place; nothing to do for its own.
+/// The same for another name at its place; does nothing for its own name.
 Path rename(const TreePtr& tree, const Path& item, const PathComponent& name, ChangeLog& log)
 {
     auto to = placeOf(*tree, item);

@@ -12,7 +12,7 @@
 
 namespace Kiv_v4::memory {
 
-// Makers of the structural edits. They change nothing and give null when the scene, as it is now,
+// Makers of the structural edits. They change nothing and return null if the scene, as it is now,
 // does not allow the edit.
 
 using TreePtr = std::shared_ptr<Tree>;
@@ -40,10 +40,11 @@ using TreePtr = std::shared_ptr<Tree>;
 [[nodiscard]] SceneItemResultUndoableCommand::Ptr
 renameItemCmd(const TreePtr& tree, const Path& item, const PathComponent& newName);
 
-/// Carries out the duplication of one item and returns the path of the copy.
+/// Duplicates one item and returns the path of the copy.
 Path duplicate(const TreePtr& tree, const Path& item, ChangeLog& log);
 
-/// The name that the item gets when it is renamed to `name`; null for the root and for no item.
+/// The name that the item gets when it is renamed to `name`; null for the root and if there is no
+/// item.
 [[nodiscard]] PathComponent validNameFor(Tree& tree, const Path& item, const PathComponent& name);
 
 } // namespace Kiv_v4::memory

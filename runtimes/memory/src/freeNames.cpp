@@ -14,14 +14,14 @@ namespace Kiv_v4::memory {
 
 namespace {
 
-/// A name whose number counts up as an integer does; 0 for none.
+/// A name with a number that counts up as an integer; 0 for none.
 struct Numbered
 {
     std::string_view stem;
     std::uint64_t number = 0;
 };
 
-/// Nothing for a number with leading zeros, which counting keeps, or with too many digits.
+/// `std::nullopt` for a number with leading zeros, which counting keeps, or with too many digits.
 std::optional<Numbered> numbered(std::string_view name) noexcept
 {
     constexpr std::size_t kMostDigits = 18;
@@ -40,7 +40,7 @@ std::string joined(std::string_view stem, std::uint64_t number)
     return std::string(stem) + std::to_string(number);
 }
 
-/// Asks without making names known that nothing bears.
+/// Checks without interning names that no item has.
 bool isTaken(Tree& tree, const Node& parent, const std::string& name)
 {
     return PathComponent::exists(name) && tree.child(parent, name);

@@ -20,17 +20,17 @@ struct Node;
 class FreeNames
 {
 public:
-    /// `name`, made fit for an item and free among the children of `parent`. The names in `freed`
+    /// `name`, made valid for an item and free among the children of `parent`. The names in `freed`
     /// count as free.
     [[nodiscard]] PathComponent find(Tree& tree, const Node& parent, const std::string& name,
                                      const std::vector<PathComponent>& freed);
 
-    /// Must be told when a child leaves its parent or its name, and when a parent is destroyed.
+    /// Must be called when a child leaves its parent or its name, and when a parent is destroyed.
     void left(const Node& parent, const PathComponent& name) noexcept;
     void forget(const Node& parent) noexcept;
 
 private:
-    /// The numbers from `first` up to `end`, which is left out.
+    /// The numbers from `first` up to, but not including, `end`.
     struct Run
     {
         std::uint64_t first;

@@ -8,7 +8,7 @@ namespace Kiv_v4::memory {
 /// character, no component separator, no path segment separator.
 void requireValidName(const std::string& name);
 
-/// `name` with `_` for what `requireValidName` objects to.
+/// `name` with `_` for the characters that `requireValidName` rejects.
 [[nodiscard]] std::string validName(std::string name);
 
 } // namespace Kiv_v4::memory

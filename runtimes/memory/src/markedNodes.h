@@ -15,7 +15,7 @@ public:
     void insert(Node& node) { _nodes.insert(&node); }
     void erase(Node& node) noexcept { _nodes.erase(&node); }
 
-    /// Those among `top` and all that is under it, in the order of the hierarchy.
+    /// The marked nodes at and below `top`, in the order of the hierarchy.
     ///
     /// Cost: that of a walk over the subtree or, where that is less, of one climb to `top` per
     /// marked node of the tree.

@@ -19,10 +19,10 @@ struct Node;
 using AttributeDataPtr = std::shared_ptr<AttributeData>;
 
 /// The attributes at the other ends of an attribute's connections, by the numbers of the
-/// connections, which rise in the order in which they were made.
+/// connections, which increase in the order in which they were made.
 ///
-/// Ends are held weakly: an attribute that is destroyed takes its connections with it, and one that
-/// is out of the scene takes them back with it.
+/// Ends are held weakly: destroying an attribute destroys its connections, and an attribute that
+/// comes back into the scene still has them.
 using ConnectionEnds = std::map<std::uint64_t, std::weak_ptr<AttributeData>>;
 
 /// One attribute. Its address stays the same while it is renamed, taken out and put back.
@@ -34,8 +34,8 @@ struct AttributeData : std::enable_shared_from_this<AttributeData>
     AttributeValue value;
     std::map<std::string, Value> metadata;
 
-    Node* item = nullptr;   ///< Whose attribute it is; null while it is nobody's.
-    ConnectionEnds sources; ///< What feeds it: of those in the scene, the last one.
+    Node* item = nullptr;   ///< The item that has the attribute; null while none has it.
+    ConnectionEnds sources; ///< The sources; of those in the scene, the last one feeds it.
     ConnectionEnds targets;
 };
 
@@ -52,13 +52,13 @@ public:
 
     [[nodiscard]] const std::vector<AttributeDataPtr>& all() const noexcept { return _all; }
 
-    /// The attribute of that name, or null.
+    /// The attribute of that name; null if there is none.
     [[nodiscard]] AttributeData* find(const std::string& name) const noexcept;
 
-    /// The number of attributes before that one, which is of this table.
+    /// The number of attributes before that one, which must be of this table.
     [[nodiscard]] std::size_t positionOf(const AttributeData& attribute) const noexcept;
 
-    /// Adds the attribute, whose name is not taken, behind `position` others, or last.
+    /// Adds the attribute, whose name must not be taken, after `position` others, or last.
     void insert(AttributeDataPtr attribute, std::size_t position);
 
     AttributeDataPtr take(std::size_t position);

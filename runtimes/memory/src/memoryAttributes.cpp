@@ -23,8 +23,7 @@ public:
     }
 };
 
-/// An attribute as it was when the description was asked for, with what is known of it from its
-/// item's type.
+/// An attribute as it was when the description was made, with the description from its item's type.
 class MemoryAttributeDef : public AttributeDef
 {
 public:
@@ -69,7 +68,7 @@ private:
     const std::string _name;
     const std::string _type;
     const std::map<std::string, Value> _metadata;
-    AttributeDef::Ptr _known; ///< Null for an attribute that the type does not come with.
+    AttributeDef::Ptr _known; ///< Null for an attribute that the type does not have.
     std::vector<std::string> _enumValues;
 };
 

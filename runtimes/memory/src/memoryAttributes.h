@@ -10,8 +10,8 @@
 
 namespace Kiv_v4::memory {
 
-/// The attributes of one item, looked up in the scene at each call; none for an item that is not at
-/// its path any more.
+/// The attributes of one item, looked up in the scene at each call; none for an item that is no
+/// longer at its path.
 class MemoryAttributes : public Attributes_v4_2
 {
 public:

@@ -10,7 +10,7 @@ namespace Kiv_v4::memory {
 
 namespace {
 
-/// The attribute of the scene that `attribute` stands for; null when there is none.
+/// The scene's own object for `attribute`; null if there is none.
 AttributeData* find(Tree& tree, const Attribute::Ptr& attribute)
 {
     return attribute ? memory::find(tree, AttributeInfo(attribute)) : nullptr;
@@ -59,7 +59,8 @@ std::vector<Connection::Ptr> MemoryConnections::allConnections() const
             all.push_back(std::make_shared<Connection>(infoOf(*_tree, *feed.source), own));
         }
         for (const auto& target : fedBy(*_tree, *attribute)) {
-            if (target->item != node) { // those within the item are found at their destination
+            if (target->item !=
+                node) { // connections within the item are found at their destination
                 all.push_back(std::make_shared<Connection>(own, infoOf(*_tree, *target)));
             }
         }

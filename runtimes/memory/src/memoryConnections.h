@@ -10,8 +10,8 @@
 
 namespace Kiv_v4::memory {
 
-/// The connections of one item, looked up in the scene at each call: attribute by attribute, what
-/// feeds it before what it feeds.
+/// The connections of one item, looked up in the scene at each call: attribute by attribute, its
+/// source before its destinations.
 class MemoryConnections : public Connections
 {
 public:
@@ -24,7 +24,7 @@ private:
     const SceneItem::Ptr _item;
 };
 
-/// Records connections between attributes of the scene; no value goes over them. Attributes of the
+/// Records connections between attributes of the scene; they transfer no values. Attributes of the
 /// same type, or one of them generic, can be connected; an attribute is fed by at most one other.
 class MemoryConnectionHandler : public ConnectionHandler
 {

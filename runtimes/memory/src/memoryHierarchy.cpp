@@ -158,7 +158,7 @@ SegmentWalk::Ptr MemoryHierarchy::segmentWalk() const
     return std::make_unique<MemoryWalk>(_tree, _item->path(), node());
 }
 
-/// Calls one for each own child and the other for each mounted item in these rows.
+/// Calls one function for each own child and the other for each mounted item in these rows.
 template <class VisitOwn, class VisitMounted>
 void MemoryHierarchy::forRange(std::size_t first, std::size_t count, VisitOwn visitOwn,
                                VisitMounted visitMounted) const

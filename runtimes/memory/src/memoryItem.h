@@ -12,13 +12,13 @@
 
 namespace Kiv_v4::memory {
 
-/// An item as it was when it was asked for: path and type do not follow later edits.
+/// An item as it was when it was made: path and type do not follow later edits.
 class Item : public SceneItem
 {
 public:
     Item(const Path& path, const Node& node) : SceneItem(path), _nodeType(node.type) {}
 
-    /// The node that the path names while the tree has that version; null when it is not known.
+    /// The node that the path names while the tree has that version; null if it is not known.
     [[nodiscard]] Node* knownNode(std::uint64_t version) const noexcept
     {
         return version == _version ? _node : nullptr;
@@ -31,7 +31,7 @@ public:
 
     [[nodiscard]] std::string nodeType() const override { return _nodeType; }
 
-    /// The type, for the lights of a kind also that of all lights.
+    /// The type; for lights of a kind also that of all lights.
     [[nodiscard]] std::vector<std::string> ancestorNodeTypes() const override
     {
         return lightKind(_nodeType).value_or(Light::Other) == Light::Other
@@ -50,7 +50,7 @@ private:
     return std::make_shared<Item>(path, node);
 }
 
-/// The same for a node that is in the scene, at `path`.
+/// The same for a node in the scene, at `path`.
 [[nodiscard]] inline SceneItem::Ptr makeItem(const Tree& tree, const Path& path, Node& node)
 {
     auto item = std::make_shared<Item>(path, node);

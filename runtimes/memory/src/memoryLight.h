@@ -8,7 +8,7 @@
 
 namespace Kiv_v4::memory {
 
-/// Items of the node types of lights are lights, of the kind that their type says.
+/// Items of the node types of lights are lights, of the kind of their type.
 [[nodiscard]] LightHandler::Ptr makeLightHandler(const std::shared_ptr<Tree>& tree);
 
 } // namespace Kiv_v4::memory

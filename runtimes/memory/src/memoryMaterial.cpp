@@ -15,8 +15,8 @@ namespace Kiv_v4::memory {
 
 namespace {
 
-/// What others refer to a node by without keeping it. It dies with the node, and a copy of the node
-/// has another.
+/// The object by which others refer to a node without keeping it. It dies with the node, and a copy
+/// of the node has another.
 struct Identity
 {
     struct Target

@@ -11,11 +11,11 @@
 
 namespace Kiv_v4::memory {
 
-/// A command that binds these materials to the item, each once, in place of those that were bound.
-/// Throws `std::invalid_argument` when a path names no item, or one that is no material.
+/// A command that binds these materials to the item, each once, instead of those bound before.
+/// Throws `std::invalid_argument` if a path names no item, or one that is not a material.
 ///
-/// The item refers to the materials themselves, weakly: so it follows them when they are renamed
-/// and moved, and has them back when their removal is undone.
+/// The item refers to the materials themselves, weakly: so it follows their renames and moves, and
+/// has them again when their removal is undone.
 [[nodiscard]] UndoableCommand::Ptr materialsCmd(const std::shared_ptr<Tree>& tree, const Path& item,
                                                 const std::vector<Path>& materials);
 

@@ -71,7 +71,7 @@ public:
     }
 
 private:
-    const TypeAttribute& _attribute; ///< Of the table of types, which stays.
+    const TypeAttribute& _attribute; ///< In the table of types, which is never destroyed.
 };
 
 AttributeDef::Ptr find(const Descriptions& descriptions, const std::string& name)
@@ -146,7 +146,7 @@ private:
     }
 
     const Ptr _create;
-    const NodeType& _type; ///< Of the table of types, which stays.
+    const NodeType& _type; ///< In the table of types, which is never destroyed.
     const Rtid _runTimeId;
     UndoableCommand::Ptr _done = std::make_shared<CompositeUndoableCommand>();
 };
@@ -225,7 +225,7 @@ private:
     }
 
     const TreePtr _tree;
-    const NodeType& _type; ///< Of the table of types, which stays.
+    const NodeType& _type; ///< In the table of types, which is never destroyed.
 };
 
 class MemoryNodeDefHandler : public NodeDefHandler

@@ -9,8 +9,8 @@
 
 namespace Kiv_v4::memory {
 
-/// The attribute of that name, an input or an output, that new nodes of the type have; null for
-/// others.
+/// The attribute of that name, an input or an output, that new nodes of the type have; null if
+/// there is none.
 [[nodiscard]] AttributeDef::Ptr attributeOfType(const std::string& nodeType,
                                                 const std::string& name);
 

@@ -35,7 +35,7 @@ struct BoxRecord
     }
 };
 
-/// The box around the node and all that is under it, in the node's space.
+/// The box around the node and its descendants, in the node's space.
 BoundingBox3d boxAround(const Node& top)
 {
     auto box = ownBoxOf(top);

@@ -9,11 +9,11 @@
 
 namespace Kiv_v4::memory {
 
-/// The node's own box, without what is under it.
+/// The node's own box, without its descendants.
 [[nodiscard]] const BoundingBox3d& ownBoxOf(const Node& node) noexcept;
 
-/// A command that sets the item's own box. Null when a number of the box is infinite or none, but
-/// for an empty box, or when there is no item.
+/// A command that sets the item's own box. Null if a non-empty box contains NaN or infinity, or if
+/// there is no item.
 [[nodiscard]] UndoableCommand::Ptr ownBoxCmd(const std::shared_ptr<Tree>& tree, const Path& item,
                                              const BoundingBox3d& box);
 

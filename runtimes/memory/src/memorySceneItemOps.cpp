@@ -8,8 +8,8 @@ namespace Kiv_v4::memory {
 
 namespace {
 
-/// Executes a command that gives an item and returns both; nothing when there is no command, or
-/// when an observer took the item out of the scene at once.
+/// Executes a command with an item as its result and returns both; nothing if there is no command,
+/// or if an observer removed the item at once.
 template <class Result>
 Result executed(const SceneItemResultUndoableCommand::Ptr& command)
 {

@@ -14,7 +14,7 @@ namespace Kiv_v4::memory {
 
 namespace {
 
-/// Paths of at most that many components are looked up faster than they are remembered.
+/// Looking up paths of at most that many components is faster than remembering them.
 constexpr std::size_t kFewSteps = 8;
 
 /// Among at most that many siblings, counting is as fast as an index.
@@ -303,7 +303,7 @@ Detached Tree::copy(const Node& top)
 
 void Tree::destroy(Node* top) noexcept
 {
-    // Each node goes when its last child has gone, without recursion.
+    // Destroys each node after its last child, without recursion.
     for (auto* node = top; node;) {
         if (auto* child = node->firstChild) {
             node->firstChild = child->next;
@@ -344,7 +344,7 @@ void Tree::link(Node& node, Node& parent, Node* before) noexcept
         try {
             known->second.insert(node, before);
         } catch (...) {
-            _rows.erase(known); // no memory: it is made again when it is asked for
+            _rows.erase(known); // no memory: the next query makes it again
         }
     }
     node.parent = &parent;

@@ -39,7 +39,7 @@ struct Node
     Node* lastChild = nullptr;
 };
 
-/// The next node of the subtree under `top`, parents before children, or null behind the last.
+/// The next node of the subtree under `top`, parents before children, or null after the last.
 [[nodiscard]] Node* nextInSubtree(const Node* top, Node* node) noexcept;
 
 /// Whether `node` is `top` or lies under it.
@@ -47,7 +47,7 @@ struct Node
 
 class Tree;
 
-/// A node with all that is under it, outside the scene. Destroyed as a whole unless it goes back.
+/// A node with its descendants, outside the scene. Destroyed as a whole unless it is put back.
 class Detached
 {
 public:
@@ -102,21 +102,21 @@ public:
     [[nodiscard]] Node& root() noexcept { return _root; }
     [[nodiscard]] const Path& rootPath() const noexcept { return _rootPath; }
 
-    /// Lets no path name a node any more, for when the run-time has gone.
+    /// Makes all paths invalid, for after the run-time was unregistered.
     void close() noexcept;
 
-    /// Another number, also than those of other trees, after each change that may let a path name
-    /// no node, or another one.
+    /// A number that is unique among all trees and changes with each change after which a path may
+    /// name no node, or another one.
     [[nodiscard]] std::uint64_t version() const noexcept { return _version; }
 
-    /// The node at `path`, or null.
+    /// The node at `path`; null if there is none.
     [[nodiscard]] Node* find(const Path& path) noexcept;
 
-    /// The same for an item's path. An own item remembers its node, so that asking again is free
-    /// while the version stands.
+    /// The same for an item's path. An own item remembers its node, so that further lookups are
+    /// free while the version is the same.
     [[nodiscard]] Node* find(const SceneItem& item) noexcept;
 
-    /// Tells that `path` names the node, so that looking it up next costs nothing at any depth.
+    /// Remembers that `path` names the node, so that the next lookup of it is free at any depth.
     void remember(const Path& path, Node& node) noexcept;
 
     [[nodiscard]] Node* child(const Node& parent, const PathComponent& name) noexcept
@@ -129,20 +129,20 @@ public:
     [[nodiscard]] bool contains(const Node& node) const noexcept;
 
     /// The number of children, the child in a row or null, and the row of a node among its
-    /// siblings. Asking the first time costs a walk over many siblings, then little.
+    /// siblings. The first query costs a walk over the siblings if they are many, further ones
+    /// little.
     [[nodiscard]] std::size_t nbChildren(const Node& parent);
     [[nodiscard]] Node* childAt(const Node& parent, std::size_t row);
     [[nodiscard]] std::size_t rowOf(const Node& node);
 
-    /// `name`, made fit for an item and free among the children of `parent`. The names in `freed`
+    /// `name`, made valid for an item and free among the children of `parent`. The names in `freed`
     /// count as free.
     [[nodiscard]] PathComponent freeName(const Node& parent, const std::string& name,
                                          const std::vector<PathComponent>& freed = {});
 
     void setGateway(Node& node, Rtid nestedRunTimeId);
 
-    /// The gateways and the cameras among `top` and all that is under it, in the order of the
-    /// hierarchy.
+    /// The gateways and the cameras at and below `top`, in the order of the hierarchy.
     [[nodiscard]] std::vector<Node*> gatewaysUnder(Node& top)
     {
         return _gateways.under(*this, top);
@@ -152,19 +152,19 @@ public:
     /// A node that is in no scene yet.
     [[nodiscard]] Detached make(const std::string& type, const PathComponent& name);
 
-    /// Puts the subtree before `before`, a child of `parent`, or last when `before` is null.
+    /// Puts the subtree before `before`, a child of `parent`, or last if `before` is null.
     Node& attach(Detached&& subtree, Node& parent, Node* before);
     [[nodiscard]] Detached detach(Node& node);
 
-    /// Gives the node another place and name; never fails.
+    /// Moves the node to another place and name; never fails.
     void move(Node& node, Node& parent, Node* before, const PathComponent& name) noexcept;
 
     /// Gives the children, all of them in `children`, that order.
     void reorder(Node& parent, const std::vector<Node*>& children) noexcept;
 
     /// A copy of the subtree, with its attributes, that is in no scene yet. Gateways become
-    /// ordinary items: what is mounted under them is not theirs to copy. Connections stay where
-    /// they are.
+    /// ordinary items, since the items mounted under them cannot be copied. Connections are not
+    /// copied.
     [[nodiscard]] Detached copy(const Node& top);
 
     /// Destroys a detached subtree.
@@ -190,12 +190,12 @@ private:
     bool _closed = false;
     std::uint64_t _version = 0;
     ChildIndex _index;
-    std::unordered_map<const Node*, SiblingRows> _rows; ///< Of parents whose rows were asked for.
+    std::unordered_map<const Node*, SiblingRows> _rows; ///< For parents whose rows were queried.
     FreeNames _freeNames;
     MarkedNodes _gateways;
     MarkedNodes _cameras;
     NodeWatch* _watches = nullptr; ///< The latest one.
-    Path _lastPath;                ///< Of `_lastNode`, when that is not null.
+    Path _lastPath;                ///< The path of `_lastNode`, if that is not null.
     Node* _lastNode = nullptr;
     std::uint64_t _nbConnectionsMade = 0;
 };

@@ -12,7 +12,8 @@
 namespace Kiv_v4::memory {
 
 namespace {
-/// So many levels keep their path: those of a deeper chain would take much memory together.
+/// The number of levels that keep their path: the paths of deeper chains would take much memory
+/// together.
 constexpr std::size_t kNbLevelsKept = 256;
 } // namespace
 
@@ -88,11 +89,11 @@ bool MemoryWalk::goDown() noexcept
     return true;
 }
 
-/// To what comes behind all children of the current node.
+/// Goes to the node after all children of the current one.
 bool MemoryWalk::goOn()
 {
     for (;; _node = _node->parent, --_depth) {
-        // What is under the node has been gone over, also when this throws.
+        // The descendants of the node were visited, even if this throws.
         if (!std::exchange(_skips, true) && _node->gateway != 0) {
             _mounted = itemsMountedAt(ownPath(), *_node);
             if (nextMounted()) {

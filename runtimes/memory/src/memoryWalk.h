@@ -15,11 +15,11 @@ namespace Kiv_v4::memory {
 /// The items of another run-time that begin under the node at `path`; none for an ordinary item.
 [[nodiscard]] SceneItemList itemsMountedAt(const Path& path, const Node& node);
 
-/// Goes from node to node, and makes paths and items of those alone that are asked for.
+/// Goes from node to node, and makes only the paths and items that are requested.
 class MemoryWalk : public SegmentWalk
 {
 public:
-    /// Stands before `top`, the node at `path`; null for a walk over nothing.
+    /// Begins before `top`, the node at `path`; visits nothing if `top` is null.
     MemoryWalk(std::shared_ptr<Tree> tree, const Path& path, Node* top);
 
     bool next() override;
@@ -44,10 +44,10 @@ private:
     std::size_t _depth = 0; ///< Of `_node`.
     bool _begun = false;
     bool _skips = false;
-    /// Of the first nodes from `_top` down to `_node`, the first of all and those asked for.
+    /// Paths of the first nodes from `_top` down to `_node`: that of `_top` and the requested ones.
     mutable std::vector<Path> _paths;
 
-    SceneItemList _mounted; ///< The current one and those that follow.
+    SceneItemList _mounted; ///< The current item and those after it.
     PathComponent _mountedName;
     std::string _mountedType;
 };

@@ -9,10 +9,10 @@
 
 namespace Kiv_v4::memory {
 
-// Types that code asks for by name.
+// Types that code uses by name.
 inline constexpr auto kGroup = "group";
 inline constexpr auto kCamera = "camera";
-inline constexpr auto kLight = "light"; ///< The type that the types of all kinds of lights are of.
+inline constexpr auto kLight = "light"; ///< The common ancestor type of all kinds of lights.
 inline constexpr auto kMaterial = "material";
 
 /// An attribute that new nodes of a type have.
@@ -26,7 +26,7 @@ struct TypeAttribute
     std::string description;
 };
 
-/// What there is to know about a node type.
+/// The description of a node type.
 struct NodeType
 {
     std::string type;
@@ -35,16 +35,16 @@ struct NodeType
     std::vector<std::string> classifications;
     std::vector<TypeAttribute> inputs = {};
     std::vector<TypeAttribute> outputs = {};
-    std::optional<Light::Type> light = {}; ///< The kind of the lights of that type.
+    std::optional<Light::Type> light = {}; ///< The kind of light, for types of lights.
 };
 
 /// The described types, in the order of a menu. Items may be of any other type.
 [[nodiscard]] const std::vector<NodeType>& nodeTypes();
 
-/// The description of a type, or null.
+/// The description of a type; null if there is none.
 [[nodiscard]] const NodeType* findNodeType(const std::string& type);
 
-/// The kind of the lights of a type; none for a type of other items.
+/// The kind of the lights of a type; `std::nullopt` for a type of other items.
 [[nodiscard]] std::optional<Light::Type> lightKind(const std::string& type);
 
 } // namespace Kiv_v4::memory

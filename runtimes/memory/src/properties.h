@@ -5,8 +5,8 @@
 
 namespace Kiv_v4::memory {
 
-/// What a node holds beyond its name, type and place: at most one record of each type, such as its
-/// transform. A record that was never edited is not kept, so that a plain node stays small.
+/// The data of a node beyond its name, type and place: at most one record of each type, such as its
+/// transform. A record that was never edited is not stored, so that a plain node stays small.
 ///
 /// Records are found by type in a short list; a copy has copies of all of them.
 class Properties
@@ -22,7 +22,7 @@ public:
     }
     ~Properties() = default;
 
-    /// The record, or null when it was never edited.
+    /// The record; null if it was never edited.
     template <class Record>
     [[nodiscard]] const Record* find() const noexcept
     {
@@ -38,7 +38,7 @@ public:
         return record ? *record : initial;
     }
 
-    /// The record to be changed, made when there is none.
+    /// The record for a change, made if there is none.
     template <class Record>
     [[nodiscard]] Record& edit()
     {
@@ -60,14 +60,14 @@ private:
         AnyEntry& operator=(const AnyEntry&) = delete;
         virtual ~AnyEntry() = default;
 
-        /// With those that follow.
+        /// With the records after it.
         [[nodiscard]] virtual std::unique_ptr<AnyEntry> copy() const = 0;
 
         const void* const type;
         std::unique_ptr<AnyEntry> next;
     };
 
-    /// Its address stands for the type.
+    /// Its address identifies the type.
     template <class Record>
     static constexpr char kType = 0;
 

@@ -19,9 +19,9 @@
 
 namespace Kiv_v4::memory {
 
-// One mechanism for all that is set on an item. A property is an access: a callable that gives, of
-// a record in the node's `Properties`, the value itself; for most a pointer to a member. The record
-// tells with a static `announce(path, node)` who is to hear of a change.
+// One mechanism for everything that is set on an item. A property is an access: a callable that
+// returns, from a record in the node's `Properties`, the value itself; for most a pointer to a
+// member. The record's static function `announce(path, node)` notifies the observers of a change.
 
 /// The access to a record as a whole.
 template <class Record>
@@ -48,12 +48,12 @@ using RecordOfT = typename RecordOf<Access>::Type;
 template <class Access>
 using ValueOfT = std::remove_cvref_t<std::invoke_result_t<Access, RecordOfT<Access>&>>;
 
-/// How values of a type are set: `Command`, the base of the command, and `from(arguments...)`,
-/// which makes the value of what the client gave; none when that is refused.
+/// The way to set values of a type: `Command`, the base of the command, and `from(arguments...)`,
+/// which makes the value from the client's arguments; `std::nullopt` if they are refused.
 template <class Value>
 struct Setting;
 
-/// The value unless a number in it is infinite or none.
+/// The value unless it contains NaN or infinity.
 template <class Value, class... Numbers>
 [[nodiscard]] std::optional<Value> finiteValue(Numbers... numbers)
 {
@@ -98,8 +98,7 @@ struct Setting<Color3f>
     }
 };
 
-/// Sets a property of the item at a path. While it is done it remembers the value that was there
-/// before it was.
+/// Sets a property of the item at a path. While executed, keeps the previous value for undo.
 template <class Access>
 class PropertyCommand : public Setting<ValueOfT<Access>>::Command
 {
@@ -177,8 +176,8 @@ public:
     }
 };
 
-/// A command that sets a property of the item at `path`. Null when there is no item or the
-/// arguments are refused.
+/// A command that sets a property of the item at `path`. Null if there is no item or the arguments
+/// are refused.
 template <class Access, class... Arguments>
 [[nodiscard]] UndoableCommand::Ptr propertyCmd(const std::shared_ptr<Tree>& tree, const Path& path,
                                                const std::string& verb, Access access,
@@ -212,10 +211,10 @@ public:
     [[nodiscard]] const SceneItem::Ptr& item() const noexcept { return _item; }
     [[nodiscard]] const Path& path() const noexcept { return _item->path(); }
 
-    /// Null for an item that is not in the scene any more.
+    /// Null for an item that is no longer in the scene.
     [[nodiscard]] Node* node() const noexcept { return _tree->find(*_item); }
 
-    /// The value; that of a new item for one that is not in the scene any more.
+    /// The value; for an item that is no longer in the scene, that of a new item.
     template <class Record, class Value>
     [[nodiscard]] const Value& get(Value Record::*member) const noexcept
     {

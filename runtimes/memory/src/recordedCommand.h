@@ -16,18 +16,18 @@
 
 namespace Kiv_v4::memory {
 
-/// The item that a command made or changed, while the command is done; null before and after.
+/// The item that a command made or changed; null unless the command is executed.
 [[nodiscard]] inline SceneItem::Ptr itemAt(Tree& tree, const std::optional<Path>& path)
 {
     auto* node = path ? tree.find(*path) : nullptr;
     return node ? makeItem(tree, *path, *node) : nullptr;
 }
 
-/// A command of any of the result-returning kinds: chooses its steps while it is executed for the
-/// first time, in the scene as it is then, records them, and takes them back and does them again
-/// later. When a step fails, those before it are taken back.
+/// A command of any of the result-returning kinds: its first execution chooses the steps for the
+/// scene as it is then and records them; later it undoes and redoes them. If a step fails, the
+/// steps before it are undone.
 ///
-/// `Result` names what the command makes or changes; for an item it is the path.
+/// `Result` identifies the object that the command makes or changes; for an item it is the path.
 template <class Base, class Result = Path>
 class RecordedCommand : public Base, public RunTimeCommand
 {
@@ -71,7 +71,7 @@ public:
     }
 
 protected:
-    /// What the change returned; nothing before the command has run.
+    /// The result of the change; empty before the command has run.
     [[nodiscard]] const std::optional<Result>& result() const { return _result; }
 
     const std::shared_ptr<Tree> _tree;

@@ -100,7 +100,7 @@ void SiblingRows::split(std::size_t block)
     renumberBlocks(block + 1);
 }
 
-/// After the blocks from `from` on came to other places.
+/// Records the new places of the blocks from `from` on.
 void SiblingRows::renumberBlocks(std::size_t from) noexcept
 {
     for (auto i = from; i < _blocks.size(); ++i) {

@@ -90,7 +90,7 @@ private:
     std::shared_ptr<Tree> _tree;
     Detached _outside;
     Place _place;
-    bool _wasTaken = false; ///< By an observer, when this was about to.
+    bool _wasTaken = false; ///< Whether an observer removed it before this step did.
 };
 
 class Relocation : public Step
@@ -194,8 +194,8 @@ StepPtr reordering(const std::shared_ptr<Tree>& tree, const Path& parent,
 
 void ChangeLog::carryOut(StepPtr step)
 {
-    // Room first, so that a step that was applied is known; more than one, so that a thousand steps
-    // do not move a thousand times.
+    // Reserves first, so that an applied step is always recorded; more than one place, so that a
+    // thousand steps do not reallocate a thousand times.
     if (_steps.size() == _steps.capacity()) {
         _steps.reserve(2 * _steps.size() + 1);
     }

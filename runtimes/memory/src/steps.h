@@ -12,8 +12,8 @@
 
 namespace Kiv_v4::memory {
 
-/// Where an item is: among the children of `parent` as `name`, before the sibling `before`, or last
-/// when that is the null component.
+/// The place of an item: among the children of `parent` as `name`, before the sibling `before`, or
+/// last if that is the null component.
 struct Place
 {
     Path parent;
@@ -23,8 +23,8 @@ struct Place
     [[nodiscard]] Path path() const { return parent + name; }
 };
 
-/// One change of the scene that can be taken back and done again. Steps remember paths and names,
-/// and announce what they do on the installed scene.
+/// One change of the scene with undo and redo. Steps remember paths and names, and announce their
+/// changes on the installed scene.
 ///
 /// Applying or reverting a step in a scene that it does not fit throws `std::invalid_argument` and
 /// changes nothing.
@@ -42,8 +42,8 @@ public:
 
 using StepPtr = std::unique_ptr<Step>;
 
-/// Lets something enter the scene. A `Placed` stands for the thing and its place: it puts it there
-/// with `enter` and takes it out again with `leave`.
+/// Puts an object into the scene. A `Placed` represents the object and its place: `enter` puts it
+/// there and `leave` takes it out.
 template <class Placed>
 class Insertion : public Step
 {
@@ -57,7 +57,7 @@ private:
     Placed _placed;
 };
 
-/// Lets something leave the scene.
+/// Takes an object out of the scene.
 template <class Placed>
 class Removal : public Step
 {
@@ -75,31 +75,30 @@ private:
 [[nodiscard]] StepPtr insertion(const std::shared_ptr<Tree>& tree, Detached&& subtree,
                                 const Place& place);
 
-/// Takes the item at `path`, with all that is under it, out of the scene. An observer that is told
-/// beforehand may rename or move the item, which then leaves from there, or take it out itself:
-/// then the step does nothing, and reverting it neither.
+/// Takes the item at `path`, with its descendants, out of the scene. An observer of the
+/// announcement may rename or move the item, which then leaves from there, or take it out itself:
+/// then neither the step nor reverting it does anything.
 [[nodiscard]] StepPtr removal(const std::shared_ptr<Tree>& tree, const Path& path);
 
 /// Moves the item at `from` to another place: under another parent, name, or position.
 [[nodiscard]] StepPtr relocation(const std::shared_ptr<Tree>& tree, const Path& from,
                                  const Place& to);
 
-/// Gives the children of the item at `parent` the order of `names`, which holds each once.
+/// Gives the children of the item at `parent` the order of `names`, which contains each once.
 [[nodiscard]] StepPtr reordering(const std::shared_ptr<Tree>& tree, const Path& parent,
                                  std::vector<PathComponent> names);
 
-/// Steps that were carried out, to be taken back and done again as one: all of them or, when one
-/// throws, none.
+/// Executed steps, for undo and redo as one: all of them or, if one throws, none.
 class ChangeLog
 {
 public:
     [[nodiscard]] std::size_t size() const noexcept { return _steps.size(); }
 
-    /// Applies `step` and adds it. When it throws, it is not added.
+    /// Applies `step` and adds it, unless it throws.
     void carryOut(StepPtr step);
 
-    /// The same for a step that puts the node, which lives, into the scene or elsewhere in it to
-    /// `place`. Returns where it then is, which is not `place` when an observer had other ideas.
+    /// The same for a step that puts the living node into the scene, or elsewhere in it, at
+    /// `place`. Returns its place afterwards, which may differ if an observer moved it.
     Path carryOut(const std::shared_ptr<Tree>& tree, StepPtr step, Node& node, const Place& place);
 
     /// Applies all steps again.
@@ -110,27 +109,27 @@ private:
     std::vector<StepPtr> _steps;
 };
 
-/// Throws `std::invalid_argument`: the path and the reason.
+/// Throws `std::invalid_argument` with the path and the reason.
 [[noreturn]] void refuse(const Path& path, const std::string& reason);
 
-/// The node at `path`, or at that of the item; throws `std::invalid_argument` when there is none.
+/// The node at `path`, or at that of the item; throws `std::invalid_argument` if there is none.
 [[nodiscard]] Node& existing(Tree& tree, const Path& path);
 [[nodiscard]] Node& existing(Tree& tree, const SceneItem& item);
 
-/// The same for an item other than the root, which stays as it is.
+/// The same for an item other than the root, which cannot be changed.
 [[nodiscard]] Node& editable(Tree& tree, const Path& path);
 
-/// Where the item at `path` is now.
+/// The present place of the item at `path`.
 [[nodiscard]] Place placeOf(Tree& tree, const Path& path);
 [[nodiscard]] Place placeOf(const Node& node, const Path& path);
 
 /// The names of the children, in order.
 [[nodiscard]] std::vector<PathComponent> childNames(const Node& parent);
 
-/// Whether `names` holds the name of each child once.
+/// Whether `names` contains the name of each child once.
 [[nodiscard]] bool isOrderOf(const Node& parent, const std::vector<PathComponent>& names);
 
-/// `name` itself. Throws `std::invalid_argument` unless it is fit and free.
+/// Returns `name`. Throws `std::invalid_argument` unless it is valid and free.
 [[nodiscard]] PathComponent requireFreeName(Tree& tree, const Node& parent,
                                             const std::string& name);
 
