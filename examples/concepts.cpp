@@ -31,7 +31,8 @@ void printOutline(const Kiv::SceneItem::Ptr& item, int depth)
 
 void printWhatItOffers(const Kiv::SceneItem::Ptr& item)
 {
-    std::cout << item->nodeName() << (Kiv::Camera::camera(item) ? " is a camera" : " is no camera")
+    std::cout << item->nodeName()
+              << (Kiv::Camera::camera(item) ? " is a camera" : " is not a camera")
               << (Kiv::Transform3d::transform3d(item) ? " with a place\n" : " without a place\n");
 }
 

@@ -141,25 +141,26 @@ TEST_F(SceneDocument, IsRefusedWithOneLineAndTheSceneAsItWas)
     const Case cases[] = {
         {"", "{\n  \"a\" ?}", "line 2, column 7: syntax error.*"},
         {"", std::string(100'000, '['), "is nested deeper than 16 levels"},
-        {"", "[]", "is no scene document"},
-        {"/version", "2", "is of version 2, this program reads up to 1"},
+        {"", "[]", "not a scene document"},
+        {"/version", "2", "unknown version 2, this program reads up to 1"},
         {"", "{" + manyFields + "}", "has an object of more than 100 fields"},
-        {"/items/2/mroe~1", "1", "/items/2/mroe~1: is no field that this program knows"},
-        {"/items/2/name", "7", "/items/2/name: is no text"},
-        {"/items/2/name", R"({"bytes":"6"})", "/items/2/name/bytes: is no hexadecimal text"},
-        {"/items/3/name", R"("a/b")", "/items/3: 'a/b' is no name for an item"},
-        {"/items/3/name", R"("oak")", "/items/3/name: is that of another child .*"},
-        {"/items/1/transform/scale/1", R"("inf")", "/items/1/transform/scale: is not finite"},
-        {"/items/2/light", R"({"shadowEnable":true})", "/items/2: the item is no light"},
-        {"/items/2/camera", R"({"projection":"flat"})", ".*/projection: 'flat' is no projection"},
-        {"/items/1/attributes/1/type", R"("X")", "/items/1/attributes/1/type: is no type .*"},
-        {"/items/1/attributes/1/name", R"("bool")", "/items/1/attributes/1/name: is that of .*"},
-        {"/items/1/attributes/1/value", "2147483648", ".*/1/value: is no integer of 32 bits"},
-        {"/items/1/attributes/12/value/1", "true", ".*/12/value/1: is no .*"},
-        {"/connections/0/source/attribute", R"("y")", ".*: 'y' is no attribute of the item"},
-        {"/items/0/mount", R"({"edits":[]})", "/items/0/mount: is of the root, .*"},
+        {"/items/2/mroe~1", "1", "/items/2/mroe~1: unknown field"},
+        {"/items/2/name", "7", "/items/2/name: expected a text"},
+        {"/items/2/name", R"({"bytes":"6"})", "/items/2/name/bytes: expected hexadecimal digits"},
+        {"/items/3/name", R"("a/b")", "/items/3: invalid item name 'a/b'"},
+        {"/items/3/name", R"("oak")", "/items/3/name: already the name of another child"},
+        {"/items/1/transform/scale/1", R"("inf")", "/items/1/transform/scale: not a finite number"},
+        {"/items/2/light", R"({"shadowEnable":true})",
+         "/items/2: the item has no property 'shadowEnable'"},
+        {"/items/2/camera", R"({"projection":"flat"})", ".*/projection: unknown projection 'flat'"},
+        {"/items/1/attributes/1/type", R"("X")", "/items/1/attributes/1/type: unknown .*"},
+        {"/items/1/attributes/1/name", R"("bool")", "/items/1/attributes/1/name: already the .*"},
+        {"/items/1/attributes/1/value", "2147483648", ".*/1/value: expected an integer of 32 bits"},
+        {"/items/1/attributes/12/value/1", "true", ".*/12/value/1: expected a number"},
+        {"/connections/0/source/attribute", R"("y")", ".*: no such attribute 'y'"},
+        {"/items/0/mount", R"({"edits":[]})", "/items/0/mount: no file can .*"},
         {"/items/10/mount/file", R"("no.obj")", "/items/10/mount/file: no.obj: no such file"},
-        {"/items/10/mount/edits/1/item", R"(":x")", ".*/edits/1: the file has no item ':x'"},
+        {"/items/10/mount/edits/1/item", R"(":x")", ".*/edits/1: no such item in the file: ':x'"},
     };
     const auto before = saved();
     for (const auto& [pointer, text, message] : cases) {
@@ -234,9 +235,9 @@ TEST_F(SceneDocument, TakesThePlaceOfNoOtherFileUnasked)
     fs::create_symlink("../workshop.gltf", "links/shop.gltf");
     EXPECT_EQ(refusal("links/shop.gltf", anything), "links/shop.gltf: is mounted in the scene");
     write("notes.txt", "{\"format\": \"kiv notes\"}");
-    EXPECT_THAT(refusal("notes.txt", documents), testing::HasSubstr("notes.txt: is no scene doc"));
+    EXPECT_THAT(refusal("notes.txt", documents), testing::HasSubstr("notes.txt: not a scene doc"));
     EXPECT_EQ(refusal("new.GLTF", documents),
-              "new.GLTF: is the name of a scene file, not of a document");
+              "new.GLTF: the name of a scene file, not of a document");
     EXPECT_EQ(refusal("new.GLTF", anything), "");
     EXPECT_EQ(refusal("new.GLTF", documents), "") << "what is a document stays one";
     EXPECT_EQ(refusal("notes.txt", anything), "");
@@ -280,9 +281,10 @@ TEST_F(SceneDocument, OpensWithoutWhatIsMissingWhenToldSo)
     document::open(scene, "holed.json", edits,
                    [&](const auto& line) { complaints.push_back(line); });
     edits.commit();
-    EXPECT_THAT(complaints, testing::ElementsAre(
-                                "holed.json: /items/13/mount/file: no.obj: no such file",
-                                "holed.json: /items/10/mount/edits/1: the file has no item ':x'"));
+    EXPECT_THAT(complaints,
+                testing::ElementsAre(
+                    "holed.json: /items/13/mount/file: no.obj: no such file",
+                    "holed.json: /items/10/mount/edits/1: no such item in the file: ':x'"));
     document["items"][13].erase("mount");
     document["items"][10]["mount"]["edits"].erase(1);
     EXPECT_EQ(Json::parse(saved()), document);

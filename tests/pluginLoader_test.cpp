@@ -89,9 +89,9 @@ TEST_F(PluginLoading, RefusesWhatDoesNotFitInOneLineAndLeavesEverythingAsItWas)
     const std::pair<std::string, std::string> refusals[] = {
         {pluginFile("OtherMajor"), "it was built against interface 5.2, this host offers 4.2"},
         {pluginFile("NewerMinor"), "it was built against interface 4.3, this host offers 4.2"},
-        {pluginFile("Unfinished"), "it is no plug-in: a name or a function is missing"},
+        {pluginFile("Unfinished"), "not a plug-in: a name or a function is missing"},
         {pluginFile("MissingSymbol"), "undefined symbol: _Z14definedNowherev"},
-        {KIV_NO_PLUGIN, "it is no plug-in: there is no function 'kivPlugin'"},
+        {KIV_NO_PLUGIN, "not a plug-in: missing function 'kivPlugin'"},
         {"nowhere.so", "cannot open shared object file: No such file or directory"},
         {KIV_PLUGINS "/CTestTestfile.cmake", "invalid ELF header"},
     };
@@ -105,7 +105,7 @@ TEST_F(PluginLoading, RefusesWhatDoesNotFitInOneLineAndLeavesEverythingAsItWas)
     EXPECT_THAT(
         loader.load({right.file, pluginFile("Throwing")}),
         ElementsAre(testing::Property(&host::PluginError::what,
-                                      testing::HasSubstr("'test plug-in' is loaded already")),
+                                      testing::HasSubstr("'test plug-in' is already loaded")),
                     testing::_));
     EXPECT_EQ(loader.plugins().size(), 1U);
     EXPECT_EQ(RunTimeMgr::instance().getIds(), std::list<Rtid>{right.runTimes.front()});

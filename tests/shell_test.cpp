@@ -121,7 +121,7 @@ TEST_F(Shell, FaultyCommandsSayWhyAndLeaveTheSceneAsItWas)
         {"open newer.json", "version 2"},
         {"open gone.json", "gone.gltf"},
         {"save missing/scene.json", "missing"},
-        {"save faults.kiv", "faults.kiv: is no scene document (save --force does it all the same)"},
+        {"save faults.kiv", "faults.kiv: not a scene document (save --force does it all the same)"},
         {"run missing.kiv", "missing.kiv: cannot be read"},
     };
     std::string script = "mount examples/workshop.gltf; make group group; make mesh child group\n"

@@ -119,7 +119,7 @@ std::string deathOf(int status, const Options& options)
     } catch (const std::exception& error) {
         parent.send({"escaped", error.what()});
     } catch (...) {
-        parent.send({"escaped", "what is no std::exception"});
+        parent.send({"escaped", "an exception that is not a std::exception"});
     }
     _exit(0); // skips the exit handlers of the caller's process
 }

@@ -43,7 +43,7 @@ void checkUnloading(Checking& checking)
 {
     const auto& file = checking.candidate().pluginFile;
     if (file.empty()) {
-        checking.skip("plugin.unloads", "it is no plug-in");
+        checking.skip("plugin.unloads", "it is not a plug-in");
         return;
     }
     for (int round = 1; round <= 5; ++round) {

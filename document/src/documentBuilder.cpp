@@ -63,7 +63,7 @@ private:
         const auto parent = Hierarchy::hierarchy(_items[plan.parent]);
         const auto item = _edits.runFor(parent->createChildCmd(plan.type, plan.name))->sceneItem();
         if (item->nodeName() != plan.name) {
-            throw std::runtime_error("'" + plan.name + "' is no name for an item");
+            throw std::runtime_error("invalid item name '" + plan.name + "'");
         }
         return item;
     }

@@ -32,7 +32,7 @@ public:
             addItem(item);
         }
         if (items.empty()) {
-            document.at("items").fail("has not even the root");
+            document.at("items").fail("expected at least the root");
         }
         for (std::size_t i = 0; i < items.size(); ++i) {
             addMaterials(_plan.items[i], items[i]);
@@ -65,15 +65,15 @@ private:
     static void requireFormat(const Json& json, const JsonCursor& document)
     {
         if (!json.is_object() || !json.contains("format") || json["format"] != kFormat) {
-            document.fail("is no scene document");
+            document.fail("not a scene document");
         }
         const auto version = document.at("version").as<int>();
         if (version > kVersion) {
-            document.fail("is of version " + std::to_string(version) +
+            document.fail("unknown version " + std::to_string(version) +
                           ", this program reads up to " + std::to_string(kVersion));
         }
         if (version < 1) {
-            document.at("version").fail("is no version");
+            document.at("version").fail("not a version");
         }
         document.requireOnly({"format", "version", "items", "connections"});
     }
@@ -89,7 +89,7 @@ private:
         if (isRoot) {
             requireRoot(place, item);
         } else if (!_positions.emplace(std::pair(item.parent, item.name), index).second) {
-            place.at("name").fail("is that of another child of the same item");
+            place.at("name").fail("already the name of another child");
         }
         addSteps(item, place, isRoot);
         _plan.items.push_back(std::move(item));
@@ -102,7 +102,7 @@ private:
         const auto level = static_cast<std::size_t>(depth.as<int>());
         const auto lowest = _lineage.empty() ? 0U : 1U;
         if (level < lowest || level > _lineage.size()) {
-            depth.fail("is not between " + std::to_string(lowest) + " and " +
+            depth.fail("not between " + std::to_string(lowest) + " and " +
                        std::to_string(_lineage.size()));
         }
         _lineage.resize(level);
@@ -115,7 +115,7 @@ private:
     {
         const auto root = _scene.root();
         if (item.name != root->nodeName() || item.type != root->nodeType()) {
-            place.fail("is not '" + root->nodeName() + "' of type '" + root->nodeType() +
+            place.fail("expected '" + root->nodeName() + "' of type '" + root->nodeType() +
                        "', the root of every scene");
         }
     }
@@ -153,7 +153,7 @@ private:
         }
         add("mount", [&](const JsonCursor& mount) {
             if (isRoot) {
-                mount.fail("is of the root, where no file is mounted");
+                mount.fail("no file can be mounted at the root");
             }
             return mountStep(mount);
         });
@@ -164,7 +164,7 @@ private:
         const auto name = place.at("name");
         const auto inserted = item.attributes.insert(name.as<std::string>());
         if (!inserted.second) {
-            name.fail("is that of another attribute of the item");
+            name.fail("already the name of another attribute");
         }
         item.steps.push_back(attributeStep(place, *inserted.first));
     }
@@ -196,7 +196,7 @@ private:
     {
         const auto name = place.as<std::string>();
         if (name.empty()) {
-            place.fail("is empty");
+            place.fail("expected a file name");
         }
         auto& source = _sources[(_folder / name).string()];
         if (!source) {
@@ -228,7 +228,7 @@ private:
     {
         const auto item = Hierarchy::createItem(target.scene.pathInFile(gateway, edit.item));
         if (!item) {
-            throw std::runtime_error("the file has no item '" + edit.item + "'");
+            throw std::runtime_error("no such item in the file: '" + edit.item + "'");
         }
         for (const auto& step : edit.steps) {
             step({target.scene, target.edits, item});
@@ -249,7 +249,7 @@ private:
             position = isThere ? child->second : position;
         }
         if (!isThere) {
-            place.fail("'" + text + "' names no item of the document");
+            place.fail("no such item in the document: '" + text + "'");
         }
         return position;
     }
@@ -276,7 +276,7 @@ private:
         const auto name = place.at("attribute");
         End end{positionAt(place.at("item")), name.as<std::string>()};
         if (_plan.items[end.item].attributes.count(end.attribute) == 0) {
-            name.fail("'" + end.attribute + "' is no attribute of the item");
+            name.fail("no such attribute '" + end.attribute + "'");
         }
         return end;
     }

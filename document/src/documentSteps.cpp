@@ -47,11 +47,11 @@ host::PropertyValue valueAt(const JsonCursor& place, const host::Property& prope
 {
     auto value = place.as(*initialValue(property.type));
     if (!std::visit([](const auto& typed) { return isFinite(typed); }, value)) {
-        place.fail("is not finite");
+        place.fail("not a finite number");
     }
     const auto* choice = std::get_if<EnumStringValue>(&value);
     if (choice && std::ranges::find(property.choices, choice->text) == property.choices.end()) {
-        place.fail("'" + choice->text + "' is no " + property.label);
+        place.fail("unknown " + property.label + " '" + choice->text + "'");
     }
     return value;
 }
@@ -67,7 +67,7 @@ Values valuesAt(const JsonCursor& place, const PropertyList& properties)
             return stored.property->name == name;
         });
         if (found == properties.end()) {
-            field.fail("is no field that this program knows");
+            field.fail("unknown field");
         }
         values.emplace_back(found->property, valueAt(field, *found->property));
     }
@@ -167,13 +167,13 @@ AttributeStep attributeValueStep(const JsonCursor& place, const std::string& typ
     const auto value = place.find("value");
     const auto kind = initialValue(type);
     if (!kind) {
-        place.at("type").fail("is no type of attributes");
+        place.at("type").fail("unknown attribute type");
     }
     if (!value) {
         return {};
     }
     if (std::holds_alternative<std::monostate>(*kind)) {
-        value->fail("is of an attribute that has none");
+        value->fail("generic attributes have no value");
     }
     return [newValue = value->as(*kind)](const Target& target, Attribute& attribute) {
         target.edits.run(setValueCmd(attribute, newValue));
@@ -232,7 +232,7 @@ Step attributeStep(const JsonCursor& place, const std::string& name)
             const auto attribute =
                 target.edits.runFor(attributes->addAttributeCmd(type, name))->attribute();
             if (attribute->name() != name) {
-                throw std::runtime_error("'" + name + "' is no name for an attribute");
+                throw std::runtime_error("invalid attribute name '" + name + "'");
             }
             for (const auto& step : steps) {
                 step(target, *attribute);

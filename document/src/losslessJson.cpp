@@ -203,7 +203,7 @@ JsonCursor JsonCursor::at(const char* key) const
 {
     const auto found = find(key);
     if (!found) {
-        fail("has no '" + std::string(key) + "'");
+        fail("missing field '" + std::string(key) + "'");
     }
     return *found;
 }
@@ -211,7 +211,7 @@ JsonCursor JsonCursor::at(const char* key) const
 std::optional<JsonCursor> JsonCursor::find(const char* key) const
 {
     if (!_json->is_object()) {
-        fail("is no object");
+        fail("expected an object");
     }
     const auto found = _json->find(key);
     return found == _json->end() ? std::nullopt : std::optional(child(key, *found));
@@ -220,7 +220,7 @@ std::optional<JsonCursor> JsonCursor::find(const char* key) const
 std::vector<std::pair<std::string, JsonCursor>> JsonCursor::fields() const
 {
     if (!_json->is_object()) {
-        fail("is no object");
+        fail("expected an object");
     }
     std::vector<std::pair<std::string, JsonCursor>> cursors;
     for (const auto& [key, value] : _json->items()) {
@@ -233,7 +233,7 @@ void JsonCursor::requireOnly(const std::vector<std::string>& keys) const
 {
     for (const auto& [key, field] : fields()) {
         if (std::ranges::find(keys, key) == keys.end()) {
-            field.fail("is no field that this program knows");
+            field.fail("unknown field");
         }
     }
 }
@@ -241,7 +241,7 @@ void JsonCursor::requireOnly(const std::vector<std::string>& keys) const
 std::vector<JsonCursor> JsonCursor::elements() const
 {
     if (!_json->is_array()) {
-        fail("is no array");
+        fail("expected an array");
     }
     std::vector<JsonCursor> places;
     places.reserve(_json->size());
@@ -261,7 +261,7 @@ host::PropertyValue JsonCursor::as(const host::PropertyValue& kind) const
     return std::visit(
         [this]<class T>(const T&) -> host::PropertyValue {
             if constexpr (std::is_same_v<T, std::monostate>) {
-                fail("is of a type without values");
+                fail("expected a type with values");
             } else {
                 return as<T>();
             }
@@ -272,7 +272,7 @@ host::PropertyValue JsonCursor::as(const host::PropertyValue& kind) const
 void JsonCursor::read(bool& value) const
 {
     if (!_json->is_boolean()) {
-        fail("is neither true nor false");
+        fail("expected true or false");
     }
     value = _json->get<bool>();
 }
@@ -284,7 +284,7 @@ void JsonCursor::read(int& value) const
                              : _json->is_number_integer() &&
                                    _json->get<std::int64_t>() >= std::numeric_limits<int>::min();
     if (!isSmall) {
-        fail("is no integer of 32 bits");
+        fail("expected an integer of 32 bits");
     }
     value = _json->get<int>();
 }
@@ -302,7 +302,7 @@ void JsonCursor::read(double& value) const
             return;
         }
     }
-    fail("is no number");
+    fail("expected a number");
 }
 
 void JsonCursor::read(float& value) const
@@ -310,7 +310,7 @@ void JsonCursor::read(float& value) const
     const auto number = as<double>();
     value = static_cast<float>(number);
     if (std::isinf(value) && !std::isinf(number)) {
-        fail("is too large");
+        fail("out of range");
     }
 }
 
@@ -321,13 +321,13 @@ void JsonCursor::read(std::string& value) const
         return;
     }
     if (!_json->is_object()) {
-        fail("is no text");
+        fail("expected a text");
     }
     requireOnly({kBytes});
     const auto hex = at(kBytes);
     const auto bytes = bytesOf(hex.as<std::string>());
     if (!bytes) {
-        hex.fail("is no hexadecimal text");
+        hex.fail("expected hexadecimal digits");
     }
     value = *bytes;
 }

@@ -72,10 +72,10 @@ void requireReplaceable(const Workspace& scene, const std::string& file, Replaci
         return;
     }
     if (namesSceneFile(file)) {
-        throw NotReplaceable(file + ": is the name of a scene file, not of a document");
+        throw NotReplaceable(file + ": the name of a scene file, not of a document");
     }
     if (fs::is_regular_file(file, none) && !fs::is_empty(file)) {
-        throw NotReplaceable(file + ": is no scene document");
+        throw NotReplaceable(file + ": not a scene document");
     }
 }
 

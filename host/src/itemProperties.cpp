@@ -52,7 +52,7 @@ void requireChoice(const Property& property, const std::string& choice)
         for (const auto& known : property.choices) {
             choices += (choices.empty() ? "" : ", ") + known;
         }
-        throw std::invalid_argument("'" + choice + "' is none of " + choices);
+        throw std::invalid_argument("expected one of " + choices + ": '" + choice + "'");
     }
 }
 
@@ -76,7 +76,7 @@ ItemProperties::ItemProperties(const SceneItem::Ptr& item)
     : _interfaces(std::make_unique<Interfaces>(item))
 {
     if (!item) {
-        throw std::invalid_argument("Properties of a null item.");
+        throw std::invalid_argument("The item is null.");
     }
 }
 
@@ -112,7 +112,7 @@ UndoableCommand::Ptr ItemProperties::setCmd(const Property& property,
         requireChoice(property, choice->text);
     }
     if (!row.canSet(*_interfaces)) {
-        throw std::invalid_argument("the item is no " + property.owner);
+        throw std::invalid_argument("the item has no property '" + property.name + "'");
     }
     return row.makeCmd(*_interfaces, value);
 }

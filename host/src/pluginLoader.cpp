@@ -69,9 +69,9 @@ const PluginInfo& described(const SharedObject& object, const std::string& file)
         reinterpret_cast<PluginEntryPoint*>(dlsym(object.get(), kPluginEntryPoint));
     const auto* info = entryPoint ? entryPoint() : nullptr;
     if (!info) {
-        throw PluginError(file, std::string("it is no plug-in: ") +
-                                    (entryPoint ? "'" : "there is no function '") +
-                                    kPluginEntryPoint + (entryPoint ? "' gave nothing" : "'"));
+        throw PluginError(file, std::string("not a plug-in: ") +
+                                    (entryPoint ? "'" : "missing function '") + kPluginEntryPoint +
+                                    (entryPoint ? "' returned null" : "'"));
     }
     if (info->interfaceMajor != PluginInfo::kInterfaceMajor ||
         info->interfaceMinor > PluginInfo::kInterfaceMinor) {
@@ -81,7 +81,7 @@ const PluginInfo& described(const SharedObject& object, const std::string& file)
                       version(PluginInfo::kInterfaceMajor, PluginInfo::kInterfaceMinor));
     }
     if (!info->name || !*info->name || !info->create || !info->destroy) {
-        throw PluginError(file, "it is no plug-in: a name or a function is missing");
+        throw PluginError(file, "not a plug-in: a name or a function is missing");
     }
     return *info;
 }
@@ -130,7 +130,7 @@ void* made(const PluginInfo& info, std::string& failure)
             failure = "'create' threw an exception without a message";
         }
     } catch (...) {
-        failure = "'create' threw what is no std::exception";
+        failure = "'create' threw an exception that is not a std::exception";
     }
     return nullptr;
 }
@@ -287,7 +287,7 @@ Plugin PluginLoader::load(const std::string& file)
     const auto& info = described(object, file);
     for (const auto& other : _loaded) {
         if (other->plugin.name == info.name) {
-            throw PluginError(file, "a plug-in '" + other->plugin.name + "' is loaded already");
+            throw PluginError(file, "a plug-in '" + other->plugin.name + "' is already loaded");
         }
     }
     auto loaded = std::make_unique<Loaded>();

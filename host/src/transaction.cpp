@@ -143,7 +143,7 @@ void Transaction::take(const UndoableCommand::Ptr& command)
 void Transaction::requireOpen() const
 {
     if (!_isOpen) {
-        throw std::logic_error("The transaction '" + _name + "' is over.");
+        throw std::logic_error("The transaction '" + _name + "' has ended.");
     }
 }
 

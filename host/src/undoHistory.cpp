@@ -96,7 +96,7 @@ struct UndoHistory::State
     void requireIdle() const
     {
         if (running) {
-            throw std::logic_error("The undo history cannot be used by a command that it runs.");
+            throw std::logic_error("A running command must not use the undo history.");
         }
     }
 
@@ -115,7 +115,7 @@ namespace {
 std::size_t validLimit(std::size_t limit)
 {
     if (limit == 0) {
-        throw std::invalid_argument("An undo history holds at least one entry.");
+        throw std::invalid_argument("The limit of an undo history must not be 0.");
     }
     return limit;
 }

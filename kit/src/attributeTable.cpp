@@ -237,11 +237,11 @@ AttributeTable::~AttributeTable() = default;
 AttributeTable& AttributeTable::add(Row row)
 {
     if (this->row(row.name)) {
-        fail(row.name, "is in the table already");
+        fail(row.name, "is already in the table");
     }
     const auto initial = initialValue(row.type);
     if (!initial) {
-        fail(row.name, "is of an unknown type '" + row.type + "'");
+        fail(row.name, "has the unknown type '" + row.type + "'");
     }
     if (std::holds_alternative<std::monostate>(row.defaultValue)) {
         row.defaultValue = *initial;

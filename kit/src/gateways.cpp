@@ -50,7 +50,7 @@ void tellFollowers(Tell tell)
         } catch (const std::exception& thrown) {
             logThrown(thrown.what());
         } catch (...) {
-            logThrown("that is no std::exception");
+            logThrown("an exception that is not a std::exception");
         }
     }
 }
@@ -74,7 +74,7 @@ GatewayOwner::GatewayOwner(Rtid runTimeId, Target target) : _runTimeId(runTimeId
 {
     if (!registry().owners.emplace(runTimeId, std::move(target)).second) {
         throw std::invalid_argument("the run-time " + std::to_string(runTimeId) +
-                                    " tells of its gateways already");
+                                    " already has a GatewayOwner");
     }
 }
 

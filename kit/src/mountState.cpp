@@ -64,11 +64,11 @@ public:
             return target ? *target == _runTimeId : isListed(path);
         } catch (const std::exception& thrown) {
             log("Mounts", "kit/src/mountState", __LINE__,
-                "Asked about the gateway '" + PathString::string(path) + "', its run-time threw " +
+                "The run-time of the gateway '" + PathString::string(path) + "' threw " +
                     thrown.what());
         } catch (...) {
             log("Mounts", "kit/src/mountState", __LINE__,
-                "Asked about the gateway '" + PathString::string(path) + "', its run-time threw");
+                "The run-time of the gateway '" + PathString::string(path) + "' threw");
         }
         return false;
     }
@@ -117,12 +117,12 @@ void MountTable::State::close()
 void MountTable::State::add(const Mount::Ptr& mount, const Path& gateway)
 {
     if (!_isOpen) {
-        throw std::runtime_error("The run-time to mount under '" + PathString::string(gateway) +
-                                 "' is gone.");
+        throw std::runtime_error("The run-time of the mount under '" + PathString::string(gateway) +
+                                 "' is no longer registered.");
     }
     if (mount->isShown()) {
-        throw std::invalid_argument("It is mounted under '" + PathString::string(mount->gateway()) +
-                                    "' already.");
+        throw std::invalid_argument("The mount is already shown under '" +
+                                    PathString::string(mount->gateway()) + "'.");
     }
     requireFree(gateway);
     remove(*mount); // if it is parked
@@ -274,8 +274,8 @@ void MountTable::State::requireFree(const Path& gateway)
                                     gateway.string() + "'.");
     }
     if (find(gateway)) {
-        throw std::invalid_argument("Something is mounted under '" + PathString::string(gateway) +
-                                    "' already.");
+        throw std::invalid_argument("A mount is already shown under '" +
+                                    PathString::string(gateway) + "'.");
     }
 }
 

@@ -64,8 +64,7 @@ UndoableCommand::Ptr MountTable::mountCmd(const Mount::Ptr& mount, const Path& g
                                           const std::string& text)
 {
     if (!mount) {
-        throw std::invalid_argument("There is nothing to mount under '" +
-                                    PathString::string(gateway) + "'.");
+        throw std::invalid_argument("The mount for '" + PathString::string(gateway) + "' is null.");
     }
     return std::make_shared<MountCommand>(_state, mount, gateway, text);
 }

@@ -24,7 +24,7 @@ void requireFree(const Tree& tree, const Path& path)
 {
     requireItem(tree, path.pop());
     if (!tree.nodeType(path).empty()) {
-        throw std::invalid_argument("'" + PathString::string(path) + "' is there already");
+        throw std::invalid_argument("'" + PathString::string(path) + "' already exists");
     }
 }
 
@@ -274,7 +274,7 @@ private:
         }
         if (!std::is_permutation(present.begin(), present.end(), _other.begin(), _other.end())) {
             throw std::invalid_argument("the children of '" + PathString::string(path()) +
-                                        "' are others by now");
+                                        "' have changed");
         }
         _tree->reorder(path(), _other);
         _other = std::move(present);

@@ -50,8 +50,7 @@ UndoableCommand::Ptr RunTime::mountCmd(const std::shared_ptr<const SceneFile>& f
                                        const Path& gateway)
 {
     if (!file) {
-        throw std::invalid_argument("There is no file to mount under '" +
-                                    PathString::string(gateway) + "'.");
+        throw std::invalid_argument("The file for '" + PathString::string(gateway) + "' is null.");
     }
     return _mounts->mountCmd(std::make_shared<FileMount>(file), gateway, mountText(*file));
 }
@@ -111,8 +110,8 @@ std::string RunTime::originalName(const Path& item) const
 {
     const auto found = _mounts->item(item);
     if (!found) {
-        throw std::invalid_argument("There is no item of a scene file at '" +
-                                    PathString::string(item) + "'.");
+        throw std::invalid_argument("No such item in a scene file: '" + PathString::string(item) +
+                                    "'.");
     }
     return found->file().originalName(found->index());
 }

@@ -97,7 +97,7 @@ public:
     {
         if (!isMounted()) {
             throw std::runtime_error("The file of '" + PathString::string(_item->path()) +
-                                     "' is not mounted any more.");
+                                     "' is no longer mounted.");
         }
         _mount->edits.put(_index, record);
         announce<Record>(item()->path());
@@ -166,7 +166,7 @@ public:
             [&](const auto&... arguments) { return _change(record, arguments...); }, _arguments);
         if (!changed) {
             throw std::runtime_error("'" + PathString::string(Base::path()) +
-                                     "' does not take this edit any more.");
+                                     "' no longer accepts this edit.");
         }
         auto before = _before ? *_before : _node.template edited<Record>();
         _node.put(std::optional(record));

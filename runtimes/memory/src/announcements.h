@@ -24,7 +24,7 @@ void announced(Tell tell) noexcept
     } catch (const std::exception& caught) {
         logUnannounced(caught.what());
     } catch (...) {
-        logUnannounced("that is no std::exception");
+        logUnannounced("an exception that is not a std::exception");
     }
 }
 

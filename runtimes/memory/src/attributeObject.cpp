@@ -193,7 +193,7 @@ void requireFit(const Enumeration& value, const std::string& text, const std::st
 {
     const auto& allowed = value.allowed;
     if (std::find(allowed.begin(), allowed.end(), text) == allowed.end()) {
-        throw std::invalid_argument("'" + text + "' is none of the values of '" + name + "'.");
+        throw std::invalid_argument("'" + text + "' is not a value of '" + name + "'.");
     }
 }
 

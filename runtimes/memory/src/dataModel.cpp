@@ -174,7 +174,7 @@ UndoableCommand::Ptr DataModel::setBoundingBoxCmd(const Path& item, const Boundi
     (void)existing(*_tree, item);
     auto command = ownBoxCmd(_tree, item, box);
     if (!command) {
-        throw std::invalid_argument("The bounding box is not finite.");
+        throw std::invalid_argument("The bounding box contains NaN or infinity.");
     }
     return command;
 }

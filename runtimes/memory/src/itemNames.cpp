@@ -21,10 +21,10 @@ bool isForbidden(char c)
 void requireValidName(const std::string& name)
 {
     if (validName(name) != name) {
-        throw std::invalid_argument("'" + name +
-                                    "' is no item name: it is empty or has a control character, "
-                                    "'/' or the path segment separator; '" +
-                                    validName(name) + "' would do.");
+        throw std::invalid_argument("Invalid item name '" + name +
+                                    "': it is empty or contains a control character, '/' or the "
+                                    "path segment separator. A valid name is '" +
+                                    validName(name) + "'.");
     }
 }
 

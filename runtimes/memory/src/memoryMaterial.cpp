@@ -65,7 +65,7 @@ Node& existingMaterial(Tree& tree, const Path& path)
 {
     auto& node = existing(tree, path);
     if (node.type != kMaterial) {
-        throw std::invalid_argument("'" + PathString::string(path) + "' is no material.");
+        throw std::invalid_argument("'" + PathString::string(path) + "' is not a material.");
     }
     return node;
 }

@@ -17,7 +17,7 @@ namespace {
 void requireFree(Tree& tree, const Node& parent, const PathComponent& name)
 {
     if (tree.child(parent, name)) {
-        refuse(tree.pathOf(parent), "has a child '" + name.string() + "' already.");
+        refuse(tree.pathOf(parent), "already has a child '" + name.string() + "'.");
     }
 }
 

@@ -49,8 +49,7 @@ struct Property
     std::vector<std::string> choices{}; ///< Of a property of type `Attribute::kEnumString`.
     /// Whether it can be set at all.
     bool isSettable = true;
-    std::string
-        owner{}; ///< For messages: the kind of item that has it, as in "is not a spot light".
+    std::string owner{}; ///< The kind of item that has it, for messages: `spot light`.
 };
 
 /// Returns all rows, group by group.
