@@ -1,4 +1,4 @@
-// Holds a run-time against the contracts: one that forgets to make names fit.
+// Checks a run-time against the contracts: one that forgets to make names valid.
 #include <iostream>
 
 #include "kiv/conformance/conformance.h"

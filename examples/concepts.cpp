@@ -1,4 +1,4 @@
-// What the library is about: paths, items, interfaces, gateways. Run in this folder.
+// The ideas of the library: paths, items, interfaces, gateways. Run in this folder.
 #include <iostream>
 
 #include "kiv/assimp/runTime.h"
@@ -19,7 +19,7 @@ void printPath(const Kiv::Path& path)
     }
 }
 
-/// Visits an item and all that is under it, whatever run-times they belong to.
+/// Visits an item and its descendants, whatever their run-times.
 void printOutline(const Kiv::SceneItem::Ptr& item, int depth)
 {
     std::cout << std::string(2 * static_cast<std::size_t>(depth), ' ') << item->nodeName() << " ("

@@ -13,8 +13,7 @@ int main()
     model.make(props->path(), "mesh", "cube");
     model.make(props->path(), "camera", "closeUp");
 
-    // From here on, any data model will do: text becomes a path, a path an item, an item a view of
-    // it.
+    // The rest works with any data model: text becomes a path, a path an item, an item a view.
     const auto item = Kiv::Hierarchy::createItem(Kiv::PathString::path("/world/props"));
     for (const auto& child : Kiv::Hierarchy::hierarchy(item)->children()) {
         std::cout << Kiv::PathString::string(child->path()) << "  " << child->nodeType() << '\n';

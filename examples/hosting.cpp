@@ -1,4 +1,4 @@
-// What a host sets up, and what its panels then do.
+// The set-up of a host, and the work of its panels.
 #include <cstddef>
 #include <iostream>
 #include <iterator>
@@ -37,10 +37,10 @@ private:
         case Kiv::SceneChanged::Added:
             add(op.path);
             break;
-        case Kiv::SceneChanged::Deleted: // maybe told twice
+        case Kiv::SceneChanged::Deleted: // possibly announced twice
             drop(op.path);
             break;
-        case Kiv::SceneChanged::PathChanged: // a rename, a move, a path more or a path less
+        case Kiv::SceneChanged::PathChanged: // a rename, a move, an added or a removed path
             if (op.subOpType != Kiv::ObjectPathChange::PathAdded) {
                 drop(op.path);
             }
@@ -48,13 +48,13 @@ private:
                 add(op.item->path());
             }
             break;
-        default: // the subtree is to be read anew
+        default: // the subtree must be queried again
             drop(op.path);
             add(op.path);
         }
     }
 
-    /// Rows for what is at the path and under it: nothing when a later change took it away.
+    /// Adds rows for the item at the path and its descendants; none if a later change removed it.
     void add(const Kiv::Path& path)
     {
         if (const auto item = Kiv::Hierarchy::createItem(path)) {
@@ -84,7 +84,7 @@ private:
     std::unordered_set<Kiv::Path> _rows;
 };
 
-/// Shows what is selected.
+/// Shows the selection.
 class Panel : public Kiv::Observer
 {
 public:
@@ -98,7 +98,7 @@ public:
     }
 };
 
-/// Says that one item was moved, wherever it is.
+/// Prints that one item moved, wherever it is.
 class MoveReport : public Kiv::Observer
 {
 public:
@@ -108,7 +108,7 @@ public:
     }
 };
 
-/// What every tool does with a command that it was given.
+/// The way in which every tool executes a command.
 bool execute(const Kiv::UndoableCommand::Ptr& command)
 {
     if (command) { // null: the run-time refuses
@@ -130,7 +130,7 @@ void printHistory(const Kiv::host::UndoHistory& history)
 
 int main()
 {
-    // At start-up, once, before the run-times come.
+    // At start-up, once, before run-times are registered.
     const auto history = std::make_shared<Kiv::host::UndoHistory>();
     Kiv::Scene::initializeInstance(std::make_shared<Kiv::Scene>());
     Kiv::UndoableCommandMgr::initializeInstance(history);
@@ -145,7 +145,7 @@ int main()
     const auto panel = std::make_shared<Panel>();
     Kiv::GlobalSelection::get()->addObserver(panel);
 
-    // An edit: ask for the interface, make the command, execute it through the manager.
+    // An edit: get the interface, make the command, execute it through the manager.
     const auto add = Kiv::Hierarchy::hierarchy(root)->createChildCmd("mesh", std::string("cube"));
     execute(add);
     const auto cube = add->sceneItem();
@@ -164,7 +164,7 @@ int main()
     printHistory(*history);
     std::cout << '\n';
 
-    // All of it or nothing: without commit, what was done is undone.
+    // All or nothing: without commit, the commands are undone.
     {
         Kiv::host::Transaction edits("Clear the table");
         for (const auto* name : {"cup", "plate"}) {
@@ -175,7 +175,7 @@ int main()
     }
     history->undo();
 
-    // A rename speaks for all that is under the item.
+    // A rename includes the item's descendants.
     const auto group = Kiv::Hierarchy::hierarchy(root)->createGroupCmd({cube}, std::string("dice"));
     execute(group);
     execute(
@@ -201,7 +201,7 @@ int main()
     execute(std::make_shared<Kiv::SelectionClear>(selection));
     history->undo();
 
-    // Many changes, told once.
+    // Many changes, one notification.
     {
         const Kiv::NotificationGuard batch(*selection);
         for (const auto& child : Kiv::Hierarchy::hierarchy(root)->children()) {
@@ -210,20 +210,20 @@ int main()
     }
     std::cout << "below the root: " << selection->containsDescendant(root->path()) << '\n';
 
-    // What a tool leaves for the next one.
+    // A selection that a tool leaves for the next one.
     *Kiv::NamedSelection::get("myPlugIn.lastPicked") = *selection;
     std::cout << "kept: " << Kiv::NamedSelection::get("myPlugIn.lastPicked")->size() << '\n';
 
     while (history->undo()) {
     }
 
-    // At the end, before the run-times go: let go of what belongs to them.
+    // At the end, before the run-times are unregistered: release everything that belongs to them.
     Kiv::NamedSelection::remove("myPlugIn.lastPicked");
     selection->clear();
     history->clear();
     runTime.reset();
 
-    // Then take the host's own objects back.
+    // Then clear the host's own objects.
     Kiv::GlobalSelection::initializeInstance(nullptr);
     Kiv::UndoableCommandMgr::initializeInstance(nullptr);
     Kiv::Scene::initializeInstance(nullptr);

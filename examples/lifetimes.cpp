@@ -1,4 +1,4 @@
-// Who owns what, for how long, and what may be done in the middle of a notification.
+// Owners, lifetimes, and the rules in the middle of a notification.
 #include <iostream>
 #include <memory>
 
@@ -13,7 +13,7 @@ std::string text(const Kiv::Path& path)
     return path.empty() ? "nowhere" : Kiv::PathString::string(path);
 }
 
-/// An item does not follow what happens to its object.
+/// An item does not follow its object.
 void itemsAndPaths(const Kiv::SceneItem::Ptr& lamp)
 {
     const Kiv::PathSubject follower(
@@ -49,7 +49,7 @@ void namesOutliveItems(const Kiv::SceneItem::Ptr& chair)
     std::cout << "when it is back: " << handle.attribute()->name() << '\n';
 }
 
-/// Hears one notification and leaves, by letting go of itself.
+/// Receives one notification, then releases itself.
 class OnlyOnce : public Kiv::Observer
 {
 public:
@@ -71,7 +71,7 @@ void leavingWhileBeingTold(Kiv::memory::DataModel& model)
     std::cout << "observers: " << Kiv::Scene::instance().nbObservers() << '\n';
 }
 
-/// Answers a change with a change: the observers after it hear of its own first.
+/// Reacts to a change with a change, which later observers receive first.
 class Numbering : public Kiv::Observer
 {
 public:
@@ -80,7 +80,7 @@ public:
     void operator()(const Kiv::Notification& notification) override
     {
         const auto* added = dynamic_cast<const Kiv::ObjectAdd*>(&notification);
-        if (added && added->item()->nodeType() == "shelf") { // not for what it makes itself
+        if (added && added->item()->nodeType() == "shelf") { // not for its own items
             const Kiv::NotificationGuard batch(Kiv::Scene::instance());
             _model.make(added->item()->path(), "board", "board1");
             _model.make(added->item()->path(), "board", "board2");
@@ -112,7 +112,7 @@ void changingWhileBeingTold(Kiv::memory::DataModel& model, const std::shared_ptr
     std::cout << "added: " << count->nbAdded << '\n';
 }
 
-/// What a plug-in does before its code is unloaded.
+/// The steps of a plug-in before its code is unloaded.
 void unload(std::unique_ptr<Kiv::memory::RunTime>& runTime, const Kiv::Observer::Ptr& observer,
             Kiv::host::UndoHistory& history)
 {

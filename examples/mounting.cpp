@@ -89,6 +89,6 @@ int main()
     removal->undo();
     print("undone", model.item(model.root()));
 
-    tree->mounts.close(); // before the run-time goes
+    tree->mounts.close(); // before the run-time is unregistered
     Kiv::Scene::initializeInstance(nullptr);
 }

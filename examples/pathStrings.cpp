@@ -1,4 +1,4 @@
-// Paths as text: what is written, how it is read, and what can go wrong.
+// Paths as text: writing, reading, and errors.
 #include <algorithm>
 #include <exception>
 #include <iostream>
@@ -96,7 +96,7 @@ int main()
     std::cout << fit("a/b, c", '/') << '\n';
     std::cout << '\n';
 
-    // Two run-times that share a separator: the one that has such an item.
+    // Two run-times share a separator: the one with such an item gets the segment.
     Kiv::memory::RunTime library("library", "assets");
     std::cout << Kiv::RunTimeMgr::instance().getName(Kiv::PathString::path("/assets").runTimeId())
               << '\n';
@@ -115,7 +115,7 @@ int main()
     Kiv::PathString::setCreateSingleSegmentPathFn(layers.id(),
                                                   [](const std::string&) { return Kiv::Path(); });
 
-    // Another segment separator, for a host whose names hold commas.
+    // Another segment separator, for a host whose names contain commas.
     Kiv::PathString::setPathSegmentSeparator(" > ");
     std::cout << Kiv::PathString::string(path) << '\n';
     Kiv::PathString::setPathSegmentSeparator(",");

@@ -1,4 +1,4 @@
-// A host that loads the plug-in named on its command line, shows what it brings, and unloads it.
+// A host that loads the plug-in named on its command line, shows its items, and unloads it.
 #include <iostream>
 
 #include "kiv/host/pluginLoader.h"

@@ -1,4 +1,4 @@
-// A host with a document: it mounts a file, edits, undoes, saves, and opens what it saved.
+// A host with a document: it mounts a file, edits, undoes, saves, and opens the file again.
 
 #include "kiv/document/sceneDocument.h"
 
@@ -51,7 +51,7 @@ int main()
         document::save(scene, file);
         history->undo();
         print(scene);
-        document::open(scene, file); // one step, which undo takes back
+        document::open(scene, file); // one undo step
         print(scene);
         history->clear();
     }

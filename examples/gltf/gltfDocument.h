@@ -20,7 +20,7 @@ public:
 
     [[nodiscard]] const Json& json() const noexcept { return _json; }
 
-    /// The first scene. Throws when there is none.
+    /// The first scene. Throws if there is none.
     [[nodiscard]] Json& scene() { return _json.at("scenes").at(0); }
     [[nodiscard]] Json& node(Index index) { return _json.at("nodes").at(index); }
 
@@ -39,7 +39,7 @@ public:
         return list.is_null() ? list = Json::array() : list;
     }
 
-    /// The child of that name, or null.
+    /// The child of that name; null if there is none.
     [[nodiscard]] Json* child(Json& parent, const std::string& name)
     {
         const auto& list = children(parent);

@@ -55,7 +55,7 @@ public:
 
     [[nodiscard]] const Json& json() const { return _document.json(); }
 
-    /// The scene or node at `path`, or null.
+    /// The scene or node at `path`; null if there is none.
     [[nodiscard]] Json* find(const Kiv::Path& path) const
     {
         auto* object = covers(path) ? &_document.scene() : nullptr;

@@ -13,7 +13,7 @@ class GltfTree;
 class GltfRunTime
 {
 public:
-    /// Throws what `GltfDocument` throws for a document without a scene.
+    /// Throws as `GltfDocument` does for a document without a scene.
     explicit GltfRunTime(GltfDocument document);
 
     /// The document with all edits, as it is written to a file.

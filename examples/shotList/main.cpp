@@ -1,4 +1,4 @@
-// Works on a shot list as a host does: through the library, without a word about shots.
+// Works on a shot list as a host does: through the library, without code for shots.
 #include <iostream>
 
 #include "kiv/host/undoHistory.h"

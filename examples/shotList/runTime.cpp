@@ -35,7 +35,7 @@ public:
           _show(std::move(show))
     {}
 
-    /// The entry at `path`, or null.
+    /// The entry at `path`; null if there is none.
     [[nodiscard]] Entry* find(const Kiv::Path& path) const
     {
         auto* entry = covers(path) ? &_show : nullptr;
@@ -46,7 +46,7 @@ public:
         return entry;
     }
 
-    /// The entry at `path`. Throws `std::invalid_argument` when there is none.
+    /// The entry at `path`. Throws `std::invalid_argument` if there is none.
     [[nodiscard]] Entry& existing(const Kiv::Path& path) const
     {
         if (auto* entry = find(path)) {
@@ -55,7 +55,7 @@ public:
         throw std::invalid_argument("no such item '" + Kiv::PathString::string(path) + "'");
     }
 
-    // What there is.
+    // The queries.
 
     [[nodiscard]] std::string nodeType(const Kiv::Path& path) const override
     {
@@ -74,7 +74,7 @@ public:
         return children;
     }
 
-    // What can be edited.
+    // The edits.
 
     [[nodiscard]] bool accepts(const Kiv::Path& parent, const std::string& nodeType) const override
     {

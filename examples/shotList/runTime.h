@@ -18,7 +18,7 @@ public:
     [[nodiscard]] Kiv::Rtid id() const noexcept { return _registration.id(); }
     [[nodiscard]] Kiv::Path rootPath() const;
 
-    /// Takes over what the application read anew.
+    /// Takes over data that the application read again.
     void reload(std::list<Entry> sequences);
 
 private:

@@ -13,7 +13,7 @@ struct Entry
     std::list<Entry> children; ///< The sequences of a show, the shots of a sequence.
 };
 
-/// What the children of such an entry are; empty for a shot, which takes none.
+/// The type of the children of such an entry; empty for a shot, which has none.
 inline std::string childType(const std::string& type)
 {
     return type == "show" ? "sequence" : type == "sequence" ? "shot" : "";
