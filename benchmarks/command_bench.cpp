@@ -16,7 +16,7 @@ using namespace kivBench;
 
 constexpr Size kCounts[] = {{"100 hot", 100}, {"10 k", 10'000}};
 
-/// What every command counts up and down.
+/// The counter that every command changes.
 std::int64_t done = 0;
 
 class Count : public Kiv_v4::UndoableCommand
@@ -54,7 +54,7 @@ public:
     void redo() override { ++done; }
 };
 
-/// One entry of the stack, with a child per command, which is what a macro is.
+/// One entry of the stack with a child per command: a macro.
 class QtMacro
 {
 public:

@@ -41,7 +41,7 @@ void internKnown(benchmark::State& state)
 
 constexpr Size kBatch{"100 k", 100'000};
 
-/// Names that nothing in this process has interned yet.
+/// Names that are not interned in this process yet.
 std::vector<std::string> unknownNames()
 {
     static std::size_t next = 1'000'000;
@@ -98,7 +98,7 @@ template <class Interned>
 void addInterned(const char* who)
 {
     addRow("intern a known name", "1 k hot", who, internKnown<Interned>);
-    // Few rounds: a peer that never forgets a name keeps all of them.
+    // Few rounds, since a peer that never forgets a name keeps all of them.
     addRow("intern a new name", kBatch.name, who, internNew<Interned>)->Iterations(5);
     addRow("compare two components", "100 k", who, compareTwo<Interned>);
 }

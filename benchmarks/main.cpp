@@ -5,7 +5,7 @@
 int main(int argc, char** argv)
 {
     // The C++ library counts references without atomic operations until the first thread starts.
-    // Every host has threads, so every figure is taken as if there were some.
+    // Every host has threads, so every figure is measured with one.
     std::thread([] {}).join();
 
     benchmark::Initialize(&argc, argv);

@@ -45,7 +45,7 @@ constexpr Size kCounts[] = {{"1 hot", 1}, {"100 hot", 100}, {"1 k hot", 1'000}};
 
 const Notification news;
 
-/// What every observer counts.
+/// The counter that every observer increments.
 std::uint64_t received = 0;
 
 /// Measures, per observer, how a `Connected` subject with that many observers notifies them.
@@ -86,7 +86,7 @@ struct Kiv
     Subject subject;
 };
 
-/// The least that a subject without ownership of its observers can do.
+/// The minimal work of a subject that does not own its observers.
 struct Locking
 {
     explicit Locking(std::size_t count)

@@ -24,7 +24,7 @@ using FilePath = std::filesystem::path;
 constexpr auto kFilePath = "std::filesystem::path";
 constexpr auto kString = "std::string";
 
-/// Pairs of equal paths that share nothing.
+/// Pairs of equal paths that share no data.
 template <class Item>
 const std::vector<std::pair<Item, Item>>& twins(std::size_t count)
 {

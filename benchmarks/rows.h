@@ -12,17 +12,17 @@
 
 namespace kivBench {
 
-/// How many items a row works on, and what the table calls it.
+/// The number of items of a row, and its name in the table.
 struct Size
 {
     const char* name;
     std::size_t count;
 };
 
-/// For what does not depend on the size of the scene.
+/// For operations that do not depend on the size of the scene.
 inline constexpr Size kHot{"2 k hot", 2'000};
 
-/// From what a cache holds to what none does.
+/// From sizes that fit a cache to sizes that fit none.
 inline constexpr Size kSizes[] = {
     {"1 k", 1'000}, {"10 k", 10'000}, {"100 k", 100'000}, {"1 M", 1'000'000}};
 
@@ -32,7 +32,7 @@ class Random
 public:
     explicit Random(std::uint64_t seed) : _state(seed) {}
 
-    /// A number from 0 up to `end`, without it.
+    /// A number from 0 up to, but not including, `end`.
     std::size_t below(std::size_t end)
     {
         _state = _state * 6364136223846793005U + 1442695040888963407U;
@@ -55,8 +55,8 @@ inline std::vector<std::uint32_t> shuffledOrder(std::size_t count, std::uint64_t
     return order;
 }
 
-/// Gives items in random order, round and round. The round is so long that the branch predictor
-/// does not learn it by heart, as it does with a few thousand.
+/// Yields items in random order, again and again. The order is so long that the branch predictor
+/// cannot learn it, as it does with a few thousand.
 template <class Item>
 class RandomWalk
 {
@@ -84,8 +84,8 @@ private:
     std::size_t _position = 0;
 };
 
-/// Lets the heap sort out what the cell before left behind. It puts that off until the next
-/// allocation that is not small, which can then take a third of a second.
+/// Makes the heap clean up after the cell before. It delays that until the next allocation that is
+/// not small, which can then take a third of a second.
 inline void tidyHeap()
 {
     void* block = ::operator new(64 * 1024);
@@ -105,9 +105,9 @@ benchmark::internal::Benchmark* addRow(const std::string& operation, const std::
     });
 }
 
-/// A cell that measures `work` on one item after another, in random order, out of what
-/// `items(size.count)` refers to, which is made when the cell is first run. What `work` returns is
-/// destroyed within the time measured.
+/// A cell that measures `work` on one item after another, in random order, from
+/// `items(size.count)`, which is made when the cell first runs. The result of `work` is destroyed
+/// within the measured time.
 template <class Items, class Work>
 void addWalk(const std::string& operation, Size size, const std::string& who, Items items,
              Work work)

@@ -94,7 +94,7 @@ private:
     void (*_work)(State&);
 };
 
-/// A function that makes a `State` of so many items and then works on it.
+/// A function that makes a `State` with that number of items and then works on it.
 template <class State>
 auto on(void (*work)(State&))
 {
@@ -202,7 +202,7 @@ struct EditedScene : FlatScene
     std::shared_ptr<host::UndoHistory> history;
 };
 
-/// A tree as an outliner has it, with all siblings among its rows.
+/// A tree as in an outliner, with all siblings among its rows.
 struct ShownScene : FlatScene
 {
     explicit ShownScene(std::size_t count) : FlatScene(count)

@@ -7,7 +7,7 @@
 
 namespace kivBench {
 
-/// What a user does to a whole scene, ready to be run once.
+/// An operation of a user on a whole scene, ready to run once.
 class SceneWork
 {
 public:
@@ -23,8 +23,8 @@ struct SceneOperation
     const char* name;
     std::size_t largest; ///< The largest number of items that it is measured with.
 
-    /// Whether the cost per item must stay the same from small scenes to large ones, but for cache
-    /// misses. A chain of items is not held to that: its paths grow with it.
+    /// Whether the cost per item must stay the same from small scenes to large ones, except for
+    /// cache misses. A chain of items is exempt: its paths grow with it.
     bool isLinear;
 
     /// Makes the scene of `count` items for one run.

@@ -20,7 +20,7 @@ namespace kivBench {
 
 /// The texts of `count` different paths of a scene, siblings side by side: 4 to 10 components in
 /// two segments, about 55 characters, 10 to 100 siblings in a group. Most groups number their
-/// children from 1, as instances of an asset do, so that the same names turn up under many parents;
+/// children from 1, as instances of an asset do, so that the same names occur under many parents;
 /// one in four numbers them through the scene.
 inline std::vector<std::string> makeSceneTexts(std::size_t count)
 {
@@ -33,7 +33,8 @@ inline std::vector<std::string> makeSceneTexts(std::size_t count)
     Random random(2);
     std::vector<std::string> texts;
     texts.reserve(count);
-    // What may still get children, by depth. The roots, one segment each, do so again and again.
+    // The paths that may still get children, by depth. The roots, one segment each, get them
+    // repeatedly.
     std::array<std::vector<std::string>, kMaxDepth> open;
     for (int root = 0; root < 32; ++root) {
         open[kRootDepth].push_back("/world/set" + std::to_string(root % 4) + "/asset" +

@@ -1,4 +1,4 @@
-// What a user does to whole scenes: the cost per item must not grow with the scene.
+// Operations of a user on whole scenes: the cost per item must not grow with the scene.
 
 #include <cstdint>
 #include <ctime>

@@ -44,7 +44,7 @@ public:
     [[nodiscard]] std::string nodeType() const override { return "item"; }
 };
 
-/// What it takes to keep items in order and find them by path, without prefix questions.
+/// The minimum for items in order that are found by path, without prefix queries.
 class ListAndMap
 {
 public:
@@ -115,7 +115,7 @@ private:
 #endif
 
 #ifdef KIV_BENCH_TSL
-/// Items in the order of insertion, found by path. It can take from its middle only in linear time.
+/// Items in the order of insertion, found by path. Removing from its middle takes linear time.
 class OrderedSet
 {
 public:
@@ -186,7 +186,7 @@ const Items& sceneItems(std::size_t count)
     return result;
 }
 
-/// Paths equal to those of (at most 200 000) items, which share nothing with them.
+/// Paths equal to those of (at most 200 000) items, which share no data with them.
 const std::vector<Path>& twins(std::size_t count)
 {
     static std::map<std::size_t, std::vector<Path>> made;
@@ -273,7 +273,7 @@ void addRound(const std::string& operation, Size size, const std::string& who, P
     });
 }
 
-/// A cell that asks a filled player about one path after another.
+/// A cell that queries a filled player with one path after another.
 template <class Player, class Paths>
 void addQuestion(const std::string& operation, Size size, const std::string& who, Paths paths,
                  bool (Player::*question)(const Path&) const)
@@ -281,7 +281,7 @@ void addQuestion(const std::string& operation, Size size, const std::string& who
     addRow(operation, size.name, who, [=](benchmark::State& state) {
         const auto& player = filled<Player>(size.count);
         RandomWalk walk(paths(size.count));
-        // The first prefix question builds the trie.
+        // The first prefix query builds the trie.
         benchmark::DoNotOptimize((player.*question)(walk.next()));
         for (auto _ : state) {
             benchmark::DoNotOptimize((player.*question)(walk.next()));
@@ -304,7 +304,7 @@ void addBytes(const std::string& operation, Size size, const std::string& who, F
         const auto& given = sceneItems(size.count);
         std::size_t bytes = 0;
         for (auto _ : state) {
-            // What allocators keep for later goes to the first one.
+            // Memory that allocators keep for later counts for the first one.
             Player first;
             fillIn(first, given);
             const auto before = heapInUse();
@@ -316,7 +316,7 @@ void addBytes(const std::string& operation, Size size, const std::string& who, F
     })->Iterations(1);
 }
 
-/// Whether the bytes of one item stand out from those of the container itself.
+/// Whether the bytes of one item are measurable beside those of the container itself.
 bool isLarge(Size size)
 {
     return size.count >= 100'000;
@@ -360,7 +360,7 @@ void addRemove(Size size, const std::string& who)
                      });
 }
 
-/// What the peers of the selection cannot do; `trie_bench` has the peers of the trie.
+/// Operations that the peers of the selection do not have; `trie_bench` has the peers of the trie.
 void addPrefixQuestions(Size size)
 {
     const auto fillIn = [](Selection& selection, const Items& given) { fill(selection, given); };

@@ -29,7 +29,7 @@ using namespace kivBench;
 using Kiv_v4::Path;
 using Kiv_v4::PathString;
 
-/// The trie, as what `addPlayer` measures.
+/// The trie as a player for `addPlayer`.
 class PathTrie
 {
 public:
@@ -48,7 +48,7 @@ private:
     Kiv_v4::Trie<int> _trie;
 };
 
-/// An ordered set of texts, asked for prefixes, which it finds as `View`.
+/// An ordered set of texts with prefix queries by `View`.
 template <class Set, class View>
 class TextSet
 {
@@ -88,8 +88,8 @@ private:
 };
 
 #ifdef KIV_BENCH_ABSL
-/// A flat hash of all prefixes of the texts with how many texts there are at and below each: one
-/// look-up for every question but the one about ancestors.
+/// A flat hash of all prefixes of the texts with the number of texts at and below each: one look-up
+/// for every query except the one about ancestors.
 class PrefixCounts
 {
 public:
@@ -156,7 +156,7 @@ private:
 
     static absl::string_view view(std::string_view text) { return {text.data(), text.size()}; }
 
-    /// Hands over each proper prefix until `take` wants no more, and tells whether it did.
+    /// Passes each proper prefix to `take` until it returns true. Returns whether it did.
     template <class Take>
     static bool forEachPrefix(std::string_view text, Take take)
     {
@@ -185,7 +185,7 @@ std::string parentOf(const std::string& text)
     return text.substr(0, text[colon - 1] == ',' ? colon - 1 : colon);
 }
 
-/// The texts that no other text of the scene lies below.
+/// The texts without other texts of the scene below them.
 std::vector<std::string> leaves(std::size_t count)
 {
     const auto& texts = sceneTexts(count);
@@ -199,7 +199,7 @@ std::vector<std::string> leaves(std::size_t count)
     return result;
 }
 
-/// What to add to a player, and what to ask of it, in random order.
+/// The keys to add to a player, and those to query, in random order.
 template <class Player>
 struct Load
 {
@@ -247,7 +247,7 @@ const Load<Player>& load(std::size_t count)
     return loads.try_emplace(count, count).first->second;
 }
 
-/// A cell that asks a filled player about one key after another.
+/// A cell that queries a filled player with one key after another.
 template <class Player>
 void addQuestion(const std::string& operation, Size size, const std::string& who,
                  typename Load<Player>::Keys Load<Player>::*keys,

@@ -22,7 +22,7 @@ namespace {
 
 using namespace kivBench;
 
-// Each peer is a pair: what holds the number, and how to make and read it.
+// Each peer is a pair: the type that holds the number, and the functions that make and read it.
 
 struct Ours
 {

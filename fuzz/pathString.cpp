@@ -14,7 +14,7 @@ using namespace Kiv_v4;
 
 namespace {
 
-/// Two run-times that share a separator and have one more each; what begins with `<` is in the
+/// Two run-times that share a separator and have one more each; text that begins with `<` is in the
 /// second one's own notation.
 struct RunTimes
 {
@@ -32,7 +32,7 @@ struct RunTimes
     const memory::RunTime second{"second", "stage"};
 };
 
-/// Null for the errors that text is documented to meet.
+/// Null for the documented errors.
 std::unique_ptr<Path> parsed(const std::string& text)
 {
     try {
@@ -44,8 +44,8 @@ std::unique_ptr<Path> parsed(const std::string& text)
     return nullptr;
 }
 
-/// Whether the path's text says all: an empty segment leaves none, and a separator at the end of a
-/// segment's text writes no empty name.
+/// Whether the path's text is complete: an empty segment has no text, and a separator at the end of
+/// a segment's text writes no empty name.
 bool isWritable(const Path& path)
 {
     return std::none_of(path.getSegments().begin(), path.getSegments().end(), [](const auto& s) {

@@ -6,7 +6,7 @@
 
 namespace test {
 
-/// Holds the candidate against all contracts, with several seeds; with `faults` also while
+/// Checks the candidate against all contracts, with several seeds; with `faults` also while
 /// allocations fail.
 inline void expectConformance(const Kiv_v4::conformance::Candidate& candidate,
                               const Kiv_v4::conformance::AllocationFaults& faults)

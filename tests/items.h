@@ -42,7 +42,7 @@ std::vector<std::string> pathsOf(const Items& items)
     return paths;
 }
 
-/// Expects each path to survive the way to text and back, and to name an equal item.
+/// Expects each path to be the same after writing and reading its text, and to name an equal item.
 inline void expectReachable(const std::vector<Kiv_v4::SceneItem::Ptr>& items)
 {
     for (const auto& item : items) {

@@ -10,7 +10,7 @@
 
 namespace test {
 
-/// A scene in memory of which the installed scene tells.
+/// A scene in memory whose changes the installed scene announces.
 struct MemoryScene : testing::Test
 {
     MemoryScene() { Kiv_v4::Scene::initializeInstance(std::make_shared<Kiv_v4::Scene>()); }

@@ -29,8 +29,8 @@ namespace test {
 
 using namespace Kiv_v4;
 
-/// Everything that undoing a `RandomEditor`'s commands has to bring back: items with their types,
-/// order, places and attributes, and the global selection.
+/// Everything that undo of a `RandomEditor`'s commands must restore: items with their types, order,
+/// places and attributes, and the global selection.
 inline std::vector<std::string> sceneState(const SceneItem::Ptr& world)
 {
     const auto items = allUnder(world);
@@ -48,7 +48,7 @@ inline std::vector<std::string> sceneState(const SceneItem::Ptr& world)
     return texts;
 }
 
-/// Executes `command` through the installed manager; false for none.
+/// Executes `command` through the installed manager; false if it is null.
 inline bool execute(const UndoableCommand::Ptr& command)
 {
     if (command) {
@@ -61,12 +61,12 @@ inline bool execute(const UndoableCommand::Ptr& command)
 class RandomEditor
 {
 public:
-    /// Gives a number from 0 up to the one given, which is left out.
+    /// Returns a number from 0 up to, but not including, its argument.
     using Pick = std::function<std::size_t(std::size_t)>;
 
     RandomEditor(memory::DataModel& model, Pick pick) : _model(model), _pick(std::move(pick)) {}
 
-    /// The next command to be executed at once; maybe null.
+    /// The next command, to be executed at once; possibly null.
     UndoableCommand::Ptr command()
     {
         const auto item = any();
@@ -115,8 +115,8 @@ private:
                         : found->setCmd(static_cast<int>(number()));
     }
 
-    /// A change of the global selection; none while it holds items that are gone, since those
-    /// cannot be brought back.
+    /// A change of the global selection; none while it holds deleted items, since those cannot be
+    /// restored.
     UndoableCommand::Ptr selectionCommand()
     {
         const auto& selection = GlobalSelection::get();
@@ -187,7 +187,7 @@ struct Services
 };
 
 /// Edits of an in-memory scene, undone and redone at will, beside pictures of each state. `Numbers`
-/// chooses them: `below(bound)` is a number from 0 up to `bound`, which is left out.
+/// chooses them: `below(bound)` is a number from 0 up to, but not including, `bound`.
 template <class Numbers>
 class ModelledHistory
 {
@@ -244,8 +244,8 @@ public:
     }
 
 private:
-    /// A few edits, some in a guard of their own. Those of a guard that fails are done and unknown
-    /// to the history, so they are taken back by hand.
+    /// A few edits, some in a guard of their own. The edits of a guard that fails are executed but
+    /// not in the history, so they are undone by hand.
     void editUnderAGuard(bool succeeds)
     {
         CompositeUndoableCommand unregistered;

@@ -13,7 +13,7 @@
 
 namespace test {
 
-/// A transform with what a run-time has to supply and nothing else: every component of the path's
+/// A transform with only the operations that a run-time must supply: every component of the path's
 /// segment moves by one in y, and no edit is possible.
 class LeastTransform : public Kiv_v4::Transform3d
 {

@@ -28,7 +28,7 @@ inline Kiv_v4::Path path(const std::string& notation)
     return segments;
 }
 
-/// The notation of a path whose names are without bars.
+/// The notation of a path whose names contain no bars.
 inline std::string notation(const Kiv_v4::Path& path)
 {
     std::string text;
@@ -39,7 +39,7 @@ inline std::string notation(const Kiv_v4::Path& path)
     return text;
 }
 
-/// An item that is nothing but its path.
+/// An item with only a path.
 class Item : public Kiv_v4::SceneItem
 {
 public:

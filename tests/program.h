@@ -36,7 +36,7 @@ inline std::vector<std::string> linesOf(const std::string& text)
     return lines;
 }
 
-/// Runs the host program like a user does: by command line, through a shell.
+/// Runs the host program as a user does: by command line, through a shell.
 class Program : public testing::Test
 {
 protected:

@@ -27,7 +27,7 @@ struct QtApplication : testing::Test
     }
 };
 
-/// What a host installs, for as long as it lives.
+/// The installed objects of a host, for as long as it lives.
 struct Host
 {
     Host()

@@ -20,7 +20,7 @@ public:
         _engine.seed(seed);
     }
 
-    /// A number from 0 up to `bound`, which is left out.
+    /// A number from 0 up to, but not including, `bound`.
     std::size_t below(std::size_t bound)
     {
         return std::uniform_int_distribution<std::size_t>(0, bound - 1)(_engine);

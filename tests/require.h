@@ -4,8 +4,8 @@
 
 namespace test {
 
-/// Ends a test, or a fuzzing run, in which something is not as it has to be. For checks that both
-/// kinds of programs share.
+/// Ends a test, or a fuzzing run, if a condition is false. For checks that both kinds of programs
+/// share.
 inline void require(bool condition, const char* complaint)
 {
     if (!condition) {

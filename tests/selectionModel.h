@@ -14,8 +14,8 @@
 
 namespace test {
 
-/// A selection beside a vector that is searched for every answer, through the same changes.
-/// `Numbers` chooses them: `below(bound)` is a number from 0 up to `bound`, which is left out.
+/// A selection beside a vector that is searched for every query, through the same changes.
+/// `Numbers` chooses them: `below(bound)` is a number from 0 up to, but not including, `bound`.
 template <class Numbers>
 class ModelledSelection
 {
@@ -49,7 +49,7 @@ public:
         }
     }
 
-    /// Compares what is quick to compare, with prefix questions or without.
+    /// Compares the fast queries, with prefix queries or without.
     void compareOne(bool prefixes)
     {
         const auto asked = anyItem()->path();

@@ -12,8 +12,8 @@
 
 namespace test {
 
-/// Rows as an item model keeps them, built from what a tree tells alone, each call held against
-/// what the tree has before and after.
+/// Rows as in an item model, built only from a tree's notifications; each call is compared with the
+/// tree before and after.
 class StrictMirror : public Kiv_v4::host::SceneTree::Listener
 {
 public:
@@ -47,7 +47,7 @@ public:
             std::vector<const Node*> gone(from, from + static_cast<long>(count));
             all.erase(from, from + static_cast<long>(count));
             same(parent);
-            while (!gone.empty()) { // later nodes may lie where these lay
+            while (!gone.empty()) { // later nodes may reuse their addresses
                 const auto under = _rows.extract(gone.back());
                 gone.pop_back();
                 if (under) {
@@ -108,7 +108,7 @@ public:
         }
     }
 
-    const char* fault = nullptr; ///< The first; what throws in a notification is swallowed.
+    const char* fault = nullptr; ///< The first fault; exceptions in a notification are swallowed.
     std::size_t nbInserted = 0;
     std::size_t nbRemoved = 0;
     std::size_t nbMoved = 0;

@@ -18,8 +18,8 @@
 
 namespace test {
 
-/// A scene in memory, with another run-time's items under some, edited at random in every way that
-/// changes its structure.
+/// A scene in memory, with another run-time's items under some items, edited at random in every way
+/// that changes its structure.
 class StructureEditor
 {
 public:

@@ -12,7 +12,7 @@
 
 namespace test {
 
-/// A hierarchy handler that does what its functions do, and makes nothing while they are empty.
+/// A hierarchy handler that calls its functions, and makes nothing while they are empty.
 class HierarchyStub : public Kiv_v4::HierarchyHandler
 {
 public:

@@ -23,7 +23,7 @@ bool sameBits(T left, T right)
     return std::bit_cast<Bytes>(left) == std::bit_cast<Bytes>(right);
 }
 
-/// What a value is to behave like: a stream of the classic locale.
+/// The reference for a value: a stream of the classic locale.
 class Reference
 {
 public:

@@ -8,7 +8,7 @@
 
 namespace test {
 
-/// What a run-time can do wrong.
+/// The faults of a run-time.
 enum class Fault {
     None,
     NoNews,
@@ -30,7 +30,7 @@ enum class Fault {
 
 class Nodes;
 
-/// A small tree of nodes with a size and a place, editable and right but for one fault.
+/// A small tree of nodes with a size and a place, editable and correct except for one fault.
 class FaultyRunTime
 {
 public:

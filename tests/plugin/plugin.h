@@ -2,7 +2,7 @@
 
 #include "kiv/kiv.h"
 
-/// What the test host and its plug-in agree upon, beyond what the library offers.
+/// The protocol of the test host and its plug-in, beyond the library.
 namespace plugin {
 
 class KIV_EXPORT Item : public Kiv_v4::SceneItem
@@ -13,7 +13,7 @@ public:
     [[nodiscard]] virtual Kiv_v4::Value note() const = 0;
 };
 
-/// The observer that the host hands to the plug-in, which tells it of each item that it makes.
+/// The observer that the host passes to the plug-in, which notifies it of each item that it makes.
 class KIV_EXPORT Listener : public Kiv_v4::Observer
 {
 public:
@@ -27,7 +27,8 @@ public:
     using InvalidPath::InvalidPath;
 };
 
-/// The plug-in's one symbol, `load`. What it puts into `plugin` takes everything back when it dies.
+/// The plug-in's one symbol, `load`. The destructor of the object in `plugin` takes everything
+/// back.
 using Load = void(const Kiv_v4::Observer::Ptr& host, std::shared_ptr<void>& plugin);
 
 } // namespace plugin
