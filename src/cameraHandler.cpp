@@ -29,7 +29,7 @@ SceneItemList mountedAt(const SceneItem::Ptr& gateway)
 class CameraSearch
 {
 public:
-    /// The cameras at and under the path, those behind it when it is a gateway, and those of the
+    /// The cameras at and under the path, those behind it if it is a gateway, and those of the
     /// gateways under it.
     void search(const Path& path, bool isGateway)
     {

@@ -15,7 +15,7 @@ namespace Kiv_v4 {
 namespace {
 
 /// One table per kind, in the order in which `unregister` empties them before it erases the name.
-/// The last kind, batchOps, goes after the name.
+/// The last kind, batchOps, is erased after the name.
 using HandlerTables =
     std::tuple<detail::HandlerTable<HierarchyHandler>, detail::HandlerTable<Transform3dHandler>,
                detail::HandlerTable<SceneItemOpsHandler>, detail::HandlerTable<AttributesHandler>,
@@ -88,7 +88,7 @@ bool eraseName(Rtid rtId)
         return false;
     }
     registry().nameToId.erase(name);
-    registry().codeWrapperTable.erase(rtId); // optional: nothing to erase is no failure
+    registry().codeWrapperTable.erase(rtId); // optional, so a missing entry is not a failure
     return true;
 }
 

@@ -103,7 +103,7 @@ TEST(Conformance, ReportsAsTextJsonAndJUnit)
     const auto text = conformance::text(report);
     EXPECT_THAT(text, testing::HasSubstr("hierarchy.parents: The parent of a child is the item "
                                          "that lists it.\n    item:     %top%a%x\n"));
-    EXPECT_THAT(text, testing::HasSubstr("    again by: --seed 5\n    to mend:  parent has to"));
+    EXPECT_THAT(text, testing::HasSubstr("    again by: --seed 5\n    to mend:  parent must"));
     EXPECT_THAT(text, testing::EndsWith("faulty: 1 contract broken, 2 contracts held, 1 skipped "
                                         "(seed 5)\n"));
     EXPECT_THAT(conformance::json(report),

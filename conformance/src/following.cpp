@@ -146,8 +146,8 @@ void Following::added(const SceneItem::Ptr& item, bool atOnce)
         return;
     }
     if (atOnce && !exists(item->path())) {
-        _checking.found(kTime, item->path(), "the new item can be asked for when ObjectAdd comes",
-                        "createItem gives none: the news came before the change");
+        _checking.found(kTime, item->path(), "the new item can be queried when ObjectAdd comes",
+                        "createItem returns null: the news came before the change");
     }
     _renewed.push_back(item->path());
     place(item->path());
@@ -164,7 +164,7 @@ void Following::deleted(const Path& path, std::uint8_t kind, bool atOnce)
     }
     if (atOnce && kind == ObjectDelete::PostDelete && exists(path)) {
         _checking.found(kTime, path, "nothing at the path when ObjectPostDelete comes",
-                        "createItem gives an item: the news came before the change");
+                        "createItem returns an item: the news came before the change");
     }
     drop(path);
     _left.insert(path);
@@ -181,8 +181,8 @@ void Following::moved(const SceneItem::Ptr& item, const Path& from, bool atOnce)
                         "a previous path that nobody knows, for " + textOf(item->path()));
     }
     if (atOnce && !exists(item->path())) {
-        _checking.found(kTime, item->path(), "the item can be asked for at its new path",
-                        "createItem gives none: the path is wrong, or the news came before the "
+        _checking.found(kTime, item->path(), "the item can be queried at its new path",
+                        "createItem returns null: the path is wrong, or the news came before the "
                         "change");
     }
     // A rename keeps the place, unless the notification says more.

@@ -39,7 +39,7 @@ private:
     [[nodiscard]] SceneItemList all() const;
 
     const ChildFilter& _filter;
-    const Hierarchy::Ptr _hierarchy; ///< Null when there is none.
+    const Hierarchy::Ptr _hierarchy; ///< Null if there is none.
     const Hierarchy_v4_2::Ptr _rows; ///< The same, if it can read rows.
     const bool _isTop = false;
 };

@@ -37,7 +37,7 @@ void prune(std::vector<OutlineRow>& rows)
 }
 
 /// Seen from the end, the first row of a depth since the last row above that depth has no sibling
-/// behind it.
+/// after it.
 void markLastSiblings(std::vector<OutlineRow>& rows)
 {
     std::vector<bool> hasSibling;

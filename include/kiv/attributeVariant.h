@@ -57,7 +57,7 @@ struct AttributeClass
 {
     /// The attribute's class.
     using Type = A;
-    /// What `get()` returns.
+    /// The type that `get()` returns.
     using Get = std::decay_t<decltype(std::declval<const A&>().get())>;
     /// The alternative of `AttributeVariant`.
     using Value = V;

@@ -36,7 +36,7 @@ struct Sources
 class Contents
 {
 public:
-    /// `facts` are attributes of the root, behind its own.
+    /// `facts` become attributes of the root, after its own.
     Contents(const aiScene& scene, const Sources& sources, FileAttributes facts);
 
     /// The importer's matrix, exactly, for row vectors. If the importer gives a camera or light a

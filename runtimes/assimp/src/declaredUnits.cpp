@@ -30,13 +30,13 @@ std::optional<double> numberNamed(const FileAttributes& metadata, std::string_vi
         found->value);
 }
 
-/// Of a length; none for what is no length.
+/// The unit of a length; `std::nullopt` if it is not a length.
 std::optional<double> length(std::optional<double> number)
 {
     return number && std::isfinite(*number) && *number > 0 ? number : std::nullopt;
 }
 
-/// The axes are numbered; the unit is told in centimetres.
+/// The axes are numbered; the unit is in centimetres.
 DeclaredUnits unitsOfFbx(const FileAttributes& metadata)
 {
     DeclaredUnits declared;
@@ -53,7 +53,7 @@ DeclaredUnits unitsOfFbx(const FileAttributes& metadata)
     return declared;
 }
 
-/// What stands between the two marks; empty when they are not there.
+/// The text between the two marks; empty if they are missing.
 std::string_view between(std::string_view text, std::string_view before, std::string_view behind)
 {
     const auto begin = text.find(before);
@@ -65,7 +65,7 @@ std::string_view between(std::string_view text, std::string_view before, std::st
     return end == text.npos ? std::string_view() : text.substr(0, end);
 }
 
-/// The importer turns and scales the root, and drops what the file declares.
+/// The importer rotates and scales the root, and drops the file's declaration.
 DeclaredUnits unitsOfCollada(const std::string& file)
 {
     const auto header = headerText(file);

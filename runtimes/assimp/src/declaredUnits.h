@@ -7,15 +7,15 @@
 
 namespace Kiv_v4::assimp {
 
-/// What a file says of the space that it is modelled in.
+/// The units and the axis that a file declares.
 struct DeclaredUnits
 {
     std::optional<double> unit;      ///< In metres.
-    std::optional<double> sceneUnit; ///< The unit of what the importer made of it, in metres.
+    std::optional<double> sceneUnit; ///< The unit of the importer's scene, in metres.
     std::optional<std::string> upAxis;
 };
 
-/// Looks into the file's metadata, and into the file where the importer drops what it says.
+/// Reads the file's metadata, and the file itself if the importer drops its declaration.
 [[nodiscard]] DeclaredUnits declaredUnits(const std::string& format, const FileAttributes& metadata,
                                           const std::string& file);
 

@@ -20,7 +20,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// What is told under a name of its own, whatever the format calls it.
+/// The metadata with a fact name of its own, whatever its name in the format.
 struct Told
 {
     const char* key;
@@ -43,7 +43,7 @@ constexpr Told kTold[] = {
     {"modified", "modified"},
 };
 
-/// Moves what has a name of its own out of the metadata.
+/// Moves the entries with a fact name of their own out of the metadata.
 FileAttributes toldIn(FileAttributes& metadata)
 {
     FileAttributes facts;
@@ -108,7 +108,7 @@ void addMeshes(FileAttributes& facts, const aiScene& scene)
 
 void addAnimations(FileAttributes& facts, const aiScene& scene)
 {
-    constexpr auto kUsualTicks = 25.0; // what the importer means by none
+    constexpr auto kUsualTicks = 25.0; // the importer's default
     facts.push_back({"animations", numberValue(scene.mNumAnimations)});
     std::for_each(scene.mAnimations, scene.mAnimations + scene.mNumAnimations,
                   [&](const aiAnimation* animation) {

@@ -8,8 +8,7 @@ struct aiScene;
 
 namespace Kiv_v4::assimp {
 
-/// What a file tells of itself and what is in it, as `RunTime` lists it. `scene` is what the
-/// importer made of `file`.
+/// The facts of a file that `RunTime` lists. `scene` is the importer's scene of `file`.
 [[nodiscard]] FileAttributes fileFacts(const aiScene& scene, const std::string& file);
 
 } // namespace Kiv_v4::assimp

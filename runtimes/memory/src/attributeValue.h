@@ -16,7 +16,7 @@ struct Filename
     std::string text;
 };
 
-/// One of the allowed strings; without any there is no value.
+/// One of the allowed strings; if there are none, there is no value.
 struct Enumeration
 {
     std::string text;

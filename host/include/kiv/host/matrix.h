@@ -30,9 +30,10 @@ namespace Kiv_v4::host {
 [[nodiscard]] KIV_EXPORT std::optional<Matrix4d> ownMatrix(const SceneItem::Ptr& item,
                                                            const Matrix4d& world);
 
-/// Returns the box around the item and all that is under it in its run-time, in the space of the
-/// world: that around the corners of its own box, so it may be larger than what it holds where that
-/// is turned. Nothing when the item has no box or no world matrix; the item must not be null.
+/// Returns the box around the item and its descendants in its run-time, in world space;
+/// `std::nullopt` if the item has no box or no world matrix. It is the box around the transformed
+/// corners of `Object3d::boundingBox`, so for a rotated item it may be larger than necessary. The
+/// item must not be null.
 [[nodiscard]] KIV_EXPORT std::optional<BoundingBox3d> worldBox(const SceneItem::Ptr& item);
 
 } // namespace Kiv_v4::host

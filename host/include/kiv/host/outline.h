@@ -57,14 +57,14 @@ struct OutlineRow
 [[nodiscard]] KIV_EXPORT std::vector<OutlineRow> outline(const SceneItem::Ptr& root,
                                                          const OutlineFilter& filter);
 
-/// How many items rows hold, of what kind, and how they are arranged.
+/// The numbers of items in rows, by kind, and the size of the tree.
 struct OutlineCounts
 {
-    std::size_t items = 0;                        ///< The rows that match.
+    std::size_t items = 0;                        ///< The number of rows that match.
     std::map<std::string, std::size_t> nodeTypes; ///< Of these.
     std::map<Rtid, std::size_t> runTimes;         ///< Of these.
-    std::size_t depth = 0;                        ///< The levels below the root, of all rows.
-    std::size_t breadth = 0; ///< The most rows right under one item, of all rows.
+    std::size_t depth = 0;   ///< The number of levels below the root, over all rows.
+    std::size_t breadth = 0; ///< The largest number of children of one row.
 };
 
 /// Returns the counts of the rows of one tree, in its order.

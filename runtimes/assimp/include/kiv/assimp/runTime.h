@@ -107,18 +107,19 @@ struct EditedItem
 /// exactly, otherwise generic. Beyond these there is `lightSize`, the width and height of an area
 /// light in scene units. Texts are as in the file and may contain any bytes.
 ///
-/// **File facts** are attributes of the root, behind its own. Texts that the file has of itself:
+/// **File facts** are attributes of the root, after its own. Texts of the file about itself:
 /// `file.format`, `file.formatVersion`, `file.generator`, `file.author`, `file.title`,
 /// `file.copyright`, `file.created`, `file.modified`, and the rest of its metadata as
 /// `file.metadata.KEY`. The space that FBX, glTF and COLLADA files declare: `file.unit`, in metres,
-/// `file.upAxis`, as in `y` or `-z`, and `file.sceneUnit`, the metres that one scene unit of the
-/// items stands for, which is another where the importer scales the root. Counts of what the
-/// importer read: `file.meshes`, `file.vertices`, `file.faces`, `file.uvSets` (the most that a mesh
-/// has), `file.bones`, `file.materials`, `file.textures`, `file.missingTextures`,
+/// `file.upAxis`, as in `y` or `-z`, and `file.sceneUnit`, the length of one scene unit of the
+/// items in metres, which differs if the importer scales the root. Counts of what the importer
+/// read: `file.meshes`, `file.vertices`, `file.faces`, `file.uvSets` (the largest number in one
+/// mesh), `file.bones`, `file.materials`, `file.textures`, `file.missingTextures`,
 /// `file.embeddedTextures`, `file.animations`. The length of each animation in seconds:
 /// `file.animation.NAME`. The names of the textures' files, each once: `file.texture`,
-/// `file.texture2` and so on, and those that were neither in the file, nor where it says, nor
-/// beside it when it was read: `file.missingTexture`, `file.missingTexture2` and so on.
+/// `file.texture2` and so on, and, of these, the textures that were missing when the file was read
+/// (neither in it, nor at the path in it, nor beside it): `file.missingTexture`,
+/// `file.missingTexture2` and so on.
 ///
 /// **Bounding boxes** contain the vertices as in the file, without skinning and morphing.
 class KIV_EXPORT RunTime
