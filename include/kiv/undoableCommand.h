@@ -29,10 +29,10 @@ public:
     /// `undo` and `redo`.
     virtual void execute();
 
-    /// Takes the edit back. Must only be called after `execute` or `redo`.
+    /// Takes the edit back. Clients must only call it after `execute` or `redo`.
     virtual void undo() = 0;
 
-    /// Does the edit again. Must only be called after `undo`.
+    /// Does the edit again. Clients must only call it after `undo`.
     virtual void redo() = 0;
 };
 
