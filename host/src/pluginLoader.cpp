@@ -123,7 +123,7 @@ void* made(const PluginInfo& info, std::string& failure)
         if (void* plugin = info.create()) {
             return plugin;
         }
-        failure = "'create' gave nothing";
+        failure = "'create' returned null";
     } catch (const std::exception& error) {
         failure = inOneLine(error.what());
         if (failure.empty()) {
