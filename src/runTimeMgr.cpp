@@ -33,6 +33,7 @@ struct Registry
     HandlerTables tables;
     detail::HandlerTable<BatchOpsHandler> batchOpsTable;
     detail::HandlerTable<CodeWrapperHandler> codeWrapperTable;
+    detail::HandlerTable<SceneFileHandler> sceneFileTable;
     RunTimeListener listener;
 
     [[nodiscard]] auto findName(Rtid rtId) const
@@ -56,6 +57,8 @@ detail::HandlerTable<Handler>& table()
         return registry().batchOpsTable;
     } else if constexpr (std::is_same_v<Handler, CodeWrapperHandler>) {
         return registry().codeWrapperTable;
+    } else if constexpr (std::is_same_v<Handler, SceneFileHandler>) {
+        return registry().sceneFileTable;
     } else {
         return std::get<detail::HandlerTable<Handler>>(registry().tables);
     }
@@ -88,7 +91,9 @@ bool eraseName(Rtid rtId)
         return false;
     }
     registry().nameToId.erase(name);
-    registry().codeWrapperTable.erase(rtId); // optional, so a missing entry is not a failure
+    // Optional kinds, so a missing entry is not a failure.
+    registry().codeWrapperTable.erase(rtId);
+    registry().sceneFileTable.erase(rtId);
     return true;
 }
 
@@ -220,6 +225,7 @@ KIV_HANDLER_KIND(NodeDefHandler, setNodeDefHandler, nodeDefHandler)
 KIV_HANDLER_KIND(SceneSegmentHandler, setSceneSegmentHandler, sceneSegmentHandler)
 KIV_HANDLER_KIND(BatchOpsHandler, setBatchOpsHandler, batchOpsHandler)
 KIV_HANDLER_KIND(CodeWrapperHandler, setCodeWrapperHandler, codeWrapperHandler)
+KIV_HANDLER_KIND(SceneFileHandler, setSceneFileHandler, sceneFileHandler)
 
 #undef KIV_HANDLER_KIND
 

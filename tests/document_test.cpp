@@ -13,10 +13,13 @@
 
 #include "kiv/document/losslessJson.h"
 #include "kiv/document/sceneDocument.h"
+#include "kiv/hierarchy.h"
 #include "kiv/host/itemProperties.h"
 #include "kiv/host/undoHistory.h"
+#include "kiv/pathString.h"
 #include "kiv/scene.h"
 
+#include "notes/notesRunTime.h"
 #include "random.h"
 
 using namespace Kiv_v4;
@@ -233,18 +236,18 @@ TEST_F(SceneDocument, TakesThePlaceOfNoOtherFileUnasked)
     };
     using enum document::Replacing;
     fs::create_symlink("../workshop.gltf", "links/shop.gltf");
-    EXPECT_EQ(refusal("links/shop.gltf", anything), "links/shop.gltf: is mounted in the scene");
+    EXPECT_EQ(refusal("links/shop.gltf", Anything), "links/shop.gltf: is mounted in the scene");
     write("notes.txt", "{\"format\": \"kiv notes\"}");
-    EXPECT_THAT(refusal("notes.txt", documents), testing::HasSubstr("notes.txt: not a scene doc"));
-    EXPECT_EQ(refusal("new.GLTF", documents),
+    EXPECT_THAT(refusal("notes.txt", Documents), testing::HasSubstr("notes.txt: not a scene doc"));
+    EXPECT_EQ(refusal("new.GLTF", Documents),
               "new.GLTF: the name of a scene file, not of a document");
-    EXPECT_EQ(refusal("new.GLTF", anything), "");
-    EXPECT_EQ(refusal("new.GLTF", documents), "") << "what is a document stays one";
-    EXPECT_EQ(refusal("notes.txt", anything), "");
+    EXPECT_EQ(refusal("new.GLTF", Anything), "");
+    EXPECT_EQ(refusal("new.GLTF", Documents), "") << "what is a document stays one";
+    EXPECT_EQ(refusal("notes.txt", Anything), "");
     write("compact.json", Json::parse(contentOf("notes.txt")).dump());
     write("empty.json", "");
     for (const auto* name : {"notes.txt", "compact.json", "empty.json", "new.json"}) {
-        EXPECT_EQ(refusal(name, documents), "") << name;
+        EXPECT_EQ(refusal(name, Documents), "") << name;
     }
 }
 
@@ -306,6 +309,47 @@ TEST_F(SceneDocument, IsNotOpenedOnceReadingIsGivenUpWhateverMayBeMissing)
     EXPECT_EQ(saved(), before);
     EXPECT_THROW((void)scene.read("no.obj"), std::runtime_error);
     EXPECT_EQ(told.back(), 1);
+}
+
+TEST_F(SceneDocument, MountsFilesOfAnyRunTimeThatReadsThem)
+{
+    const NotesRunTime lists;
+    write("work.Notes", "buy paint\ncall Ada\n");
+    const auto desk = scene.mount("work.Notes");
+    const auto note = PathString::path(PathString::string(desk) + ",:notes:call Ada");
+    ASSERT_TRUE(Hierarchy::createItem(note));
+    EXPECT_TRUE(scene.isGateway(*Hierarchy::createItem(desk)));
+    EXPECT_EQ(scene.mountAt(desk).runTime, "notes");
+    EXPECT_EQ(scene.mounts().size(), 2U);
+
+    const auto before = saved();
+    open("saved.json");
+    EXPECT_EQ(saved(), before);
+    EXPECT_TRUE(Hierarchy::createItem(note));
+    history->undo();
+    EXPECT_EQ(saved(), before);
+
+    // The name of a run-time outranks the suffix; files of nobody's suffix go to the importer.
+    write("work.txt", "sweep\n");
+    const auto mounting = scene.mountCmd("work.txt", scene.root(), "shed", "notes");
+    mounting->execute();
+    EXPECT_EQ(scene.fileOf(*mounting->sceneItem()), "work.txt");
+    const auto copy = scene.root()->path() + PathComponent("copy");
+    scene.model().make(scene.root()->path(), "group", "copy");
+    for (const auto& command : scene.copyMountsCmds(mounting->sceneItem(), copy)) {
+        command->execute();
+    }
+    EXPECT_EQ(scene.mountedFile(copy), "work.txt");
+    for (const auto& [file, runTime, reason] : {std::tuple{"work.txt", "", "format is not known"},
+                                                std::tuple{"work.txt", "nobody", "'nobody'"},
+                                                std::tuple{"gone.notes", "", "cannot be opened"}}) {
+        try {
+            (void)scene.read(file, runTime);
+            ADD_FAILURE() << file << " was read";
+        } catch (const std::runtime_error& error) {
+            EXPECT_THAT(error.what(), testing::HasSubstr(reason));
+        }
+    }
 }
 
 TEST_F(SceneDocument, MountsBesideOwnItemsUnderNamesOfTheirOwn)

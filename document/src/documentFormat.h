@@ -11,6 +11,7 @@ namespace Kiv_v4::document {
 
 inline constexpr auto kFormat = "kiv scene";
 inline constexpr auto kVersion = 1;
+inline constexpr auto kUsualRunTime = "assimp"; ///< Shows mounted files, unless another is named.
 
 /// The scene as the text of a document.
 [[nodiscard]] std::string documentOf(const Workspace& scene, const std::filesystem::path& folder);

@@ -171,9 +171,11 @@ private:
 
     Step mountStep(const JsonCursor& place)
     {
-        place.requireOnly({"file", "edits"});
+        place.requireOnly({"file", "runTime", "edits"});
         const auto file = place.find("file");
-        const auto source = file ? sourceOf(*file) : nullptr;
+        const auto runTime = place.find("runTime");
+        const auto source =
+            file ? sourceOf(*file, runTime ? runTime->as<std::string>() : kUsualRunTime) : nullptr;
         std::vector<FileEdit> edits;
         if (const auto edited = place.find("edits")) {
             for (const auto& item : edited->elements()) {
@@ -192,13 +194,13 @@ private:
         };
     }
 
-    SourcePtr sourceOf(const JsonCursor& place)
+    SourcePtr sourceOf(const JsonCursor& place, const std::string& runTime)
     {
         const auto name = place.as<std::string>();
         if (name.empty()) {
             place.fail("expected a file name");
         }
-        auto& source = _sources[(_folder / name).string()];
+        auto& source = _sources[{(_folder / name).string(), runTime}];
         if (!source) {
             source = std::make_shared<Source>(Source{place.pointer(), nullptr});
         }
@@ -284,8 +286,11 @@ private:
     void readFiles() const
     {
         for (const auto& [name, source] : _sources) {
-            findAt(source->pointer + ": " + name, _onMissing,
-                   [&, &file = name, &read = source->file] { read = _scene.read(file); });
+            const auto& [file, runTime] = name;
+            findAt(source->pointer + ": " + file, _onMissing,
+                   [&, &file = file, &runTime = runTime, &read = source->file] {
+                       read = _scene.read(file, runTime);
+                   });
         }
     }
 
@@ -295,7 +300,7 @@ private:
     Plan _plan;
     std::vector<std::size_t> _lineage; ///< The positions of the last item and its ancestors.
     std::map<std::pair<std::size_t, std::string>, std::size_t> _positions; ///< By parent and name.
-    std::map<std::string, SourcePtr> _sources;                             ///< By file name.
+    std::map<std::pair<std::string, std::string>, SourcePtr> _sources; ///< By file and run-time.
 };
 
 } // namespace

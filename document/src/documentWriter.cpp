@@ -180,9 +180,12 @@ private:
     Json mountAt(const Path& gateway) const
     {
         auto record = Json::object();
-        const auto file = _scene.mountedFile(gateway);
-        if (!file.empty()) {
-            record["file"] = losslessJson(storedFile(file, _folder));
+        const auto mount = _scene.mountAt(gateway);
+        if (!mount.file.empty()) {
+            record["file"] = losslessJson(storedFile(mount.file, _folder));
+        }
+        if (!mount.runTime.empty() && mount.runTime != kUsualRunTime) {
+            record["runTime"] = losslessJson(mount.runTime);
         }
         Json edits;
         for (const auto& edited : _scene.editedItems(gateway)) {

@@ -1,5 +1,6 @@
 #include "kiv/document/workspace.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <stdexcept>
 #include <utility>
@@ -9,6 +10,8 @@
 #include "kiv/host/itemLookup.h"
 #include "kiv/memory/runTime.h"
 #include "kiv/pathString.h"
+#include "kiv/runTimeMgr.h"
+#include "kiv/sceneFileHandler.h"
 #include "kiv/sceneSegmentHandler.h"
 #include "kiv/selection.h"
 
@@ -25,7 +28,51 @@ std::string gatewayName(const std::string& file)
     return name.empty() ? "file" : name;
 }
 
+/// The run-time that shows a file under the gateway, or 0.
+Rtid runTimeAt(const Path& gateway)
+{
+    const auto ids = RunTimeMgr::instance().getIds();
+    const auto found = std::find_if(ids.begin(), ids.end(), [&](Rtid id) {
+        const auto handler = RunTimeMgr::instance().sceneFileHandler(id);
+        return handler && !handler->file(gateway).empty();
+    });
+    return found == ids.end() ? 0 : *found;
+}
+
+/// The run-time of that name, which must read scene files.
+Rtid readerNamed(const std::string& runTime)
+{
+    const auto& runTimes = RunTimeMgr::instance();
+    const auto ids = runTimes.getIds();
+    const auto found = std::find_if(ids.begin(), ids.end(), [&](Rtid id) {
+        return runTimes.sceneFileHandler(id) && runTimes.getName(id) == runTime;
+    });
+    if (found == ids.end()) {
+        throw std::runtime_error("no run-time '" + runTime + "' reads scene files");
+    }
+    return *found;
+}
+
+/// The run-time that is to read the file; `usual` reads what nobody knows.
+Rtid readerOf(const std::string& file, Rtid usual)
+{
+    const auto reading = SceneFileHandler::runTimesFor(file);
+    const auto found =
+        std::find_if(reading.begin(), reading.end(), [&](Rtid id) { return id != usual; });
+    const auto reader = found == reading.end() ? usual : *found;
+    if (reader == 0) {
+        throw std::runtime_error("nothing here reads scene files of that kind");
+    }
+    return reader;
+}
+
 } // namespace
+
+struct SourceFile
+{
+    Rtid runTime;
+    SceneFileHandler::Mounting mounting;
+};
 
 Cancelled::~Cancelled() = default;
 
@@ -68,8 +115,10 @@ Path Workspace::mount(const std::string& file)
     return command->sceneItem()->path();
 }
 
-SceneItemResultUndoableCommand::Ptr
-Workspace::mountCmd(const std::string& file, const SceneItem::Ptr& parent, const std::string& name)
+SceneItemResultUndoableCommand::Ptr Workspace::mountCmd(const std::string& file,
+                                                        const SceneItem::Ptr& parent,
+                                                        const std::string& name,
+                                                        const std::string& runTime)
 {
     const auto wanted = host::freeName(parent, name.empty() ? gatewayName(file) : name);
     const auto hierarchy = Hierarchy::hierarchy(parent);
@@ -79,19 +128,23 @@ Workspace::mountCmd(const std::string& file, const SceneItem::Ptr& parent, const
                                  PathString::string(parent->path()));
     }
     return std::make_shared<MountCommand>(
-        "mount " + file, creation,
-        [this, content = read(file)](const Path& gateway) { return gatewayCmd(gateway, content); });
+        "mount " + file, creation, [this, content = read(file, runTime)](const Path& gateway) {
+            return gatewayCmd(gateway, content);
+        });
 }
 
-Workspace::File Workspace::read(const std::string& file) const
+Workspace::File Workspace::read(const std::string& file, const std::string& runTime) const
 {
+    const auto id = runTime.empty() ? readerOf(file, _runTimes->files.id()) : readerNamed(runTime);
     const auto tell = [&](float fraction) {
         if (_runTimes->progress) {
             _runTimes->progress(file, fraction);
         }
+        return true;
     };
     try {
-        auto content = _runTimes->files.read(file, tell);
+        const auto handler = RunTimeMgr::instance().sceneFileHandler(id);
+        auto content = std::make_shared<SourceFile>(SourceFile{id, handler->read(file, tell)});
         tell(1);
         return content;
     } catch (const Cancelled&) {
@@ -104,25 +157,29 @@ Workspace::File Workspace::read(const std::string& file) const
 
 UndoableCommand::Ptr Workspace::gatewayCmd(const Path& item, const File& file)
 {
-    return std::make_shared<GatewayCommand>(model(), item, _runTimes->files.id(),
-                                            file ? _runTimes->files.mountCmd(*file, item)
-                                                 : nullptr);
+    return std::make_shared<GatewayCommand>(model(), item,
+                                            file ? file->runTime : _runTimes->files.id(),
+                                            file ? file->mounting(item) : nullptr);
 }
 
 std::vector<UndoableCommand::Ptr> Workspace::copyMountsCmds(const SceneItem::Ptr& source,
                                                             const Path& copy)
 {
-    auto gateways = SceneSegmentHandler::findGatewayItems(source->path(), _runTimes->files.id());
+    auto gateways = SceneSegmentHandler::findGatewayItems(source->path());
     if (isGateway(*source)) {
         gateways.append(source);
     }
     std::vector<UndoableCommand::Ptr> commands;
     for (const auto& gateway : gateways) {
         const auto& path = gateway->path();
-        const auto target = path.reparent(source->path(), copy);
-        commands.push_back(std::make_shared<GatewayCommand>(
-            model(), target, _runTimes->files.id(),
-            mountedFile(path).empty() ? nullptr : _runTimes->files.copyMountCmd(path, target)));
+        const auto runTime = model().gateway(path);
+        const auto handler = RunTimeMgr::instance().sceneFileHandler(runTime);
+        if (handler) {
+            const auto target = path.reparent(source->path(), copy);
+            commands.push_back(std::make_shared<GatewayCommand>(
+                model(), target, runTime,
+                handler->file(path).empty() ? nullptr : handler->copyMountCmd(path, target)));
+        }
     }
     return commands;
 }
@@ -130,25 +187,33 @@ std::vector<UndoableCommand::Ptr> Workspace::copyMountsCmds(const SceneItem::Ptr
 std::vector<Workspace::Mount> Workspace::mounts() const
 {
     std::vector<Mount> mounts;
-    for (const auto& gateway :
-         SceneSegmentHandler::findGatewayItems(root()->path(), _runTimes->files.id())) {
-        auto file = mountedFile(gateway->path());
-        if (!file.empty()) {
-            mounts.push_back({gateway->path(), std::move(file)});
+    for (const auto& gateway : SceneSegmentHandler::findGatewayItems(root()->path())) {
+        auto mount = mountAt(gateway->path());
+        if (!mount.file.empty()) {
+            mounts.push_back(std::move(mount));
         }
     }
     return mounts;
 }
 
+Workspace::Mount Workspace::mountAt(const Path& gateway) const
+{
+    const auto id = runTimeAt(gateway);
+    const auto& runTimes = RunTimeMgr::instance();
+    return id == 0
+               ? Mount{gateway, {}, {}}
+               : Mount{gateway, runTimes.sceneFileHandler(id)->file(gateway), runTimes.getName(id)};
+}
+
 std::string Workspace::mountedFile(const Path& gateway) const
 {
-    return _runTimes->files.file(gateway);
+    return mountAt(gateway).file;
 }
 
 bool Workspace::isGateway(const SceneItem& item) const
 {
-    return isInMemory(item) && _runTimes->files.id() != 0 &&
-           model().gateway(item.path()) == _runTimes->files.id();
+    return isInMemory(item) &&
+           RunTimeMgr::instance().sceneFileHandler(model().gateway(item.path())) != nullptr;
 }
 
 std::string Workspace::fileOf(const SceneItem& item) const

@@ -63,6 +63,7 @@
 #include "kiv/runTimeMgr.h"
 #include "kiv/runTimeRegistration.h"
 #include "kiv/scene.h"
+#include "kiv/sceneFileHandler.h"
 #include "kiv/sceneItem.h"
 #include "kiv/sceneItemOps.h"
 #include "kiv/sceneItemOpsHandler.h"

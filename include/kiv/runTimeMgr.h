@@ -23,6 +23,7 @@ class NodeDefHandler;
 class Object3dHandler;
 class PathMappingHandler;
 class SceneItemOpsHandler;
+class SceneFileHandler;
 class SceneSegmentHandler;
 class Transform3dHandler;
 class UIInfoHandler;
@@ -124,10 +125,11 @@ public:
                                 const std::shared_ptr<SceneSegmentHandler>& handler);
     void setBatchOpsHandler(const Rtid& rtId, const std::shared_ptr<BatchOpsHandler>& handler);
 
-    /// Sets the handler of the optional kind, which `Handlers` does not have. `unregister` removes
+    /// Sets the handler of an optional kind, which `Handlers` does not have. `unregister` removes
     /// it together with the name.
     void setCodeWrapperHandler(const Rtid& rtId,
                                const std::shared_ptr<CodeWrapperHandler>& handler);
+    void setSceneFileHandler(const Rtid& rtId, const std::shared_ptr<SceneFileHandler>& handler);
 
     /// The run-time's handler of that kind; null for an unknown id and for a kind without a
     /// handler.
@@ -149,6 +151,7 @@ public:
     [[nodiscard]] std::shared_ptr<SceneSegmentHandler> sceneSegmentHandler(const Rtid& rtId) const;
     [[nodiscard]] std::shared_ptr<BatchOpsHandler> batchOpsHandler(const Rtid& rtId) const;
     [[nodiscard]] std::shared_ptr<CodeWrapperHandler> codeWrapperHandler(const Rtid& rtId) const;
+    [[nodiscard]] std::shared_ptr<SceneFileHandler> sceneFileHandler(const Rtid& rtId) const;
 
     /// The hierarchy handler by reference, which is valid until the handler is replaced or
     /// unregistered. Throws `InvalidRunTimeId` if the run-time has none.

@@ -1,6 +1,9 @@
 #include "assimpMounts.h"
 
+#include <stdexcept>
+
 #include "kiv/assimp/runTime.h"
+#include "kiv/pathString.h"
 
 namespace Kiv_v4::assimp {
 
@@ -17,6 +20,22 @@ std::shared_ptr<const SceneFile> Mounts::file(const Path& gateway) const
 {
     const auto mount = find(gateway);
     return mount ? mount->file : nullptr;
+}
+
+UndoableCommand::Ptr Mounts::mountFileCmd(const std::shared_ptr<const SceneFile>& file,
+                                          const Path& gateway)
+{
+    return mountCmd(std::make_shared<FileMount>(file), gateway, "Mount " + file->name());
+}
+
+UndoableCommand::Ptr Mounts::copyMountCmd(const Path& source, const Path& gateway)
+{
+    const auto mount = find(source);
+    if (!mount) {
+        throw std::invalid_argument("no file is mounted under '" + PathString::string(source) +
+                                    "'.");
+    }
+    return mountCmd(std::make_shared<FileMount>(*mount), gateway, "Mount " + mount->file->name());
 }
 
 std::shared_ptr<Item> Mounts::rootItem(const Path& gateway) const

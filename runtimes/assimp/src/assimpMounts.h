@@ -20,6 +20,14 @@ public:
     /// The file under `gateway`; null if there is none.
     [[nodiscard]] std::shared_ptr<const SceneFile> file(const Path& gateway) const;
 
+    /// A command that shows `file`, which must not be null, under the gateway.
+    [[nodiscard]] UndoableCommand::Ptr mountFileCmd(const std::shared_ptr<const SceneFile>& file,
+                                                    const Path& gateway);
+
+    /// A command that also shows the file under `source`, with its present edits, under another
+    /// gateway. Throws `std::invalid_argument` if there is none.
+    [[nodiscard]] UndoableCommand::Ptr copyMountCmd(const Path& source, const Path& gateway);
+
     /// The root item under `gateway`; null if there is none.
     [[nodiscard]] std::shared_ptr<Item> rootItem(const Path& gateway) const;
 

@@ -5,20 +5,12 @@
 #include "kiv/pathString.h"
 #include "kiv/runTimeMgr.h"
 
+#include "assimpFileHandler.h"
 #include "assimpHierarchyHandler.h"
 #include "assimpItemInterfaces.h"
 #include "assimpMounts.h"
 
 namespace Kiv_v4::assimp {
-
-namespace {
-
-std::string mountText(const SceneFile& file)
-{
-    return "Mount " + file.name();
-}
-
-} // namespace
 
 RunTime::RunTime(const std::string& name)
     : _registration(name, kSeparator),
@@ -27,6 +19,7 @@ RunTime::RunTime(const std::string& name)
     RunTimeMgr::instance().setHierarchyHandler(id(),
                                                std::make_shared<AssimpHierarchyHandler>(_mounts));
     installItemInterfaces(id(), _mounts);
+    RunTimeMgr::instance().setSceneFileHandler(id(), std::make_shared<AssimpFileHandler>(_mounts));
 }
 
 /// Interface objects and commands may keep the mounts.
@@ -52,17 +45,12 @@ UndoableCommand::Ptr RunTime::mountCmd(const std::shared_ptr<const SceneFile>& f
     if (!file) {
         throw std::invalid_argument("The file for '" + PathString::string(gateway) + "' is null.");
     }
-    return _mounts->mountCmd(std::make_shared<FileMount>(file), gateway, mountText(*file));
+    return _mounts->mountFileCmd(file, gateway);
 }
 
 UndoableCommand::Ptr RunTime::copyMountCmd(const Path& source, const Path& gateway)
 {
-    const auto mount = _mounts->find(source);
-    if (!mount) {
-        throw std::invalid_argument("No file is mounted under '" + PathString::string(source) +
-                                    "'.");
-    }
-    return _mounts->mountCmd(std::make_shared<FileMount>(*mount), gateway, mountText(*mount->file));
+    return _mounts->copyMountCmd(source, gateway);
 }
 
 bool RunTime::unmount(const Path& gateway)

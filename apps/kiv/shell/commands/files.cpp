@@ -41,18 +41,21 @@ NewPlace newPlaceOf(const Session& session, const std::string& word)
     return {parent.empty() ? session.current() : session.item(parent), {name, word.end()}};
 }
 
-SceneItemResultUndoableCommand::Ptr mountCmd(const Session& session, const std::string& file,
+SceneItemResultUndoableCommand::Ptr mountCmd(const Session& session, const Arguments& arguments,
                                              const NewPlace& place)
 {
-    return host::prefixed(file,
-                          [&] { return session.scene().mountCmd(file, place.parent, place.name); });
+    const auto& file = arguments[0];
+    const auto* runTime = arguments.value("--with");
+    return host::prefixed(file, [&] {
+        return session.scene().mountCmd(file, place.parent, place.name, runTime ? *runTime : "");
+    });
 }
 
 void mount(Session& session, const Arguments& arguments)
 {
     const auto place =
         arguments.size() > 1 ? newPlaceOf(session, arguments[1]) : NewPlace{session.current(), ""};
-    const auto command = mountCmd(session, arguments[0], place);
+    const auto command = mountCmd(session, arguments, place);
     edit("mount " + arguments[0], place.parent, command);
     print(session, command->sceneItem());
 }
@@ -97,8 +100,10 @@ void openScene(Session& session, const Arguments& arguments)
 }
 
 constexpr Command kCommands[] = {
-    {"mount", "FILE [ITEM]",
-     "Show a scene file under the current item, or at ITEM, which may be a new one.", mount},
+    {"mount", "FILE [ITEM] [--with=RUNTIME]",
+     "Show a scene file under the current item, or at ITEM, which may be a new one. The suffix "
+     "tells which run-time reads the file, unless --with names it.",
+     mount},
     {"unmount", "ITEM", "Take a scene file away again.", unmount},
     {"save", "FILE [--force]",
      "Write the scene, with its mounts and edits, as a JSON document. Only with --force it takes "

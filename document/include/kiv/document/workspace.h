@@ -46,8 +46,10 @@ public:
     ~Cancelled() override;
 };
 
-/// A scene of a host: items in memory under one root, with scene files mounted among them. Only
-/// this class knows which run-times there are; all other code uses the interfaces of the core.
+/// A scene of a host: items in memory under one root, with scene files mounted among them. A file
+/// is read by the run-time whose `SceneFileHandler` knows its suffix: by `assimp`, which the
+/// workspace has, or by one of a plug-in. Only this class knows which run-times there are; all
+/// other code uses the interfaces of the core.
 ///
 ///     document::Workspace scene;
 ///     scene.mount("workshop.gltf");                         // /world/workshop,:Workshop
@@ -77,7 +79,8 @@ public:
     {
         /// The item that the file is shown under.
         Path gateway;
-        std::string file; ///< The argument of `mount`, `mountCmd` or `read`.
+        std::string file;    ///< The argument of `mount`, `mountCmd` or `read`.
+        std::string runTime; ///< The name of the run-time that shows it.
     };
 
     /// Throws `InvalidRunTimeName` if a run-time already has one of the names.
@@ -104,14 +107,18 @@ public:
 
     /// Returns a command that mounts the file under a new gateway item, the last child of `parent`.
     /// The gateway is named `name`, or after the file if `name` is empty, changed to be unique
-    /// among all children. Reads the file at once. Throws `std::runtime_error` with the reason and
-    /// changes nothing.
-    [[nodiscard]] SceneItemResultUndoableCommand::Ptr
-    mountCmd(const std::string& file, const SceneItem::Ptr& parent, const std::string& name);
+    /// among all children. Reads the file at once, as `read` does. Throws `std::runtime_error` with
+    /// the reason and changes nothing.
+    [[nodiscard]] SceneItemResultUndoableCommand::Ptr mountCmd(const std::string& file,
+                                                               const SceneItem::Ptr& parent,
+                                                               const std::string& name,
+                                                               const std::string& runTime = {});
 
-    /// Reads a scene file. Throws `std::runtime_error` with the reason, not the file, as its
-    /// message; exceptions of the progress function pass through.
-    [[nodiscard]] File read(const std::string& file) const;
+    /// Reads a scene file with the run-time of that name. If the name is empty, the first run-time
+    /// that knows the suffix of the file reads it; those of plug-ins come before `assimp`, which
+    /// also reads files of unknown suffixes. Throws `std::runtime_error` with the reason, not the
+    /// file, as its message; exceptions of the progress function pass through.
+    [[nodiscard]] File read(const std::string& file, const std::string& runTime = {}) const;
 
     /// Returns a command that makes an ordinary item in memory a gateway that shows the file or,
     /// for null, nothing yet. While undone, it keeps the edits of the file.
@@ -125,6 +132,9 @@ public:
     /// Returns the mounted files, in the order of the tree. Cost: linear in the items in memory.
     [[nodiscard]] std::vector<Mount> mounts() const;
 
+    /// Returns what is mounted under the gateway; file and run-time are empty for any other item.
+    [[nodiscard]] Mount mountAt(const Path& gateway) const;
+
     /// Returns the file that is mounted under the gateway, as `Mount::file`; empty for any other
     /// item.
     [[nodiscard]] std::string mountedFile(const Path& gateway) const;
@@ -136,7 +146,8 @@ public:
     /// Returns whether items of scene files may begin under the item.
     [[nodiscard]] bool isGateway(const SceneItem& item) const;
 
-    /// Returns the items of a file that were edited, parents before their children.
+    /// Returns the items of a file that were edited, parents before their children; none for files
+    /// of other run-times than `assimp`, which keep their edits themselves.
     [[nodiscard]] std::vector<EditedItem> editedItems(const Path& gateway) const;
 
     /// Returns the path of the file item that `text` names under the gateway, even if there is

@@ -1,12 +1,15 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "kiv/export.h"
 #include "kiv/path.h"
 #include "kiv/rtid.h"
+#include "kiv/sceneFileHandler.h"
 #include "kiv/undoableCommand.h"
 
 namespace Kiv_v4::kit {
@@ -30,6 +33,9 @@ public:
 
     /// Whether it is shown anywhere.
     [[nodiscard]] bool isShown() const noexcept { return !_gateway.empty(); }
+
+    /// The file that it was read from, as it was given to the `SceneFileHandler`; empty at first.
+    std::string fileName;
 
 private:
     friend class MountTable;
@@ -100,6 +106,11 @@ protected:
     /// The mount under `gateway`; null if there is none.
     [[nodiscard]] Mount::Ptr find(const Path& gateway) const;
 
+    /// As the function of that name below, whatever the mounts hold.
+    [[nodiscard]] static SceneFileHandler::Ptr
+    fileHandler(const std::shared_ptr<MountTable>& mounts, std::vector<std::string> suffixes,
+                std::function<Mount::Ptr(const std::string& file)> read);
+
     /// The mount that an item at `path` would belong to: the one under the path without its last
     /// segment, if that segment has this run-time and its separator; otherwise null.
     [[nodiscard]] Mount::Ptr at(const Path& path) const;
@@ -143,6 +154,19 @@ public:
     [[nodiscard]] std::shared_ptr<Content> at(const Path& path) const
     {
         return std::static_pointer_cast<Content>(MountTable::at(path));
+    }
+
+    /// A handler that lets hosts show files in `mounts`: files with one of the suffixes, such as
+    /// ".notes", from which `read` makes what is shown under one gateway. `read` must throw
+    /// `std::runtime_error` with the reason if it cannot, and is called once for each gateway.
+    ///
+    ///     RunTimeMgr::instance().setSceneFileHandler(
+    ///         id, kit::Mounts<Notes>::sceneFileHandler(notes, {".notes"}, readNotes));
+    [[nodiscard]] static SceneFileHandler::Ptr
+    sceneFileHandler(const std::shared_ptr<Mounts>& mounts, std::vector<std::string> suffixes,
+                     std::function<std::shared_ptr<Content>(const std::string& file)> read)
+    {
+        return fileHandler(mounts, std::move(suffixes), std::move(read));
     }
 
     /// Calls `visit(content)` for all shown mounts; gateways before those under them.
