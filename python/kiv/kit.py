@@ -1,0 +1,3 @@
+"""What authors of run-times build on."""
+
+from kiv._kiv.kit import *  # noqa: F403

@@ -1,0 +1,450 @@
+#include <algorithm>
+#include <map>
+#include <nanobind/stl/bind_map.h>
+
+#include "kiv/kit/affine.h"
+#include "kiv/kit/announce.h"
+#include "kiv/kit/attributeTable.h"
+#include "kiv/kit/command.h"
+#include "kiv/kit/gateways.h"
+#include "kiv/kit/handlers.h"
+#include "kiv/kit/mounts.h"
+#include "kiv/kit/names.h"
+#include "kiv/kit/transforms.h"
+#include "kiv/kit/tree.h"
+
+#include "overrides.h"
+#include "values.h"
+
+NB_MAKE_OPAQUE(Kiv_v4::kit::AttributeTable::Metadata)
+
+namespace bound {
+
+namespace {
+
+namespace kit = kiv::kit;
+using kiv::Matrix4d;
+using kiv::Path;
+using kiv::SceneItem;
+using kiv::Vector3d;
+
+/// A Python object as data that are not in the tree.
+kit::Tree::Part partOf(nb::object object)
+{
+    if (object.is_none()) {
+        return nullptr;
+    }
+    return {object.release().ptr(), [](void* held) {
+                if (const nb::detail::cleanup_guard alive; alive) {
+                    Py_DECREF(static_cast<PyObject*>(held));
+                }
+            }};
+}
+
+nb::object objectOf(const kit::Tree::Part& part)
+{
+    return part ? nb::borrow(static_cast<PyObject*>(part.get())) : nb::none();
+}
+
+class PyTree : public Derivable<kit::Tree>
+{
+public:
+    using Derivable::Derivable;
+    using Children = std::vector<Child>;
+    using Names = std::vector<std::string>;
+    KIV_CONST_METHOD(std::vector<Path>, roots, (const Path& gateway), (gateway))
+    KIV_PURE_CONST_METHOD(std::string, nodeType, (const Path& path), (path))
+    KIV_PURE_CONST_METHOD(Children, children, (const Path& path), (path))
+    KIV_CONST_METHOD(bool, accepts, (const Path& parent, const std::string& nodeType),
+                     (parent, nodeType))
+    KIV_CONST_METHOD(bool, isEditable, (const Path& path), (path))
+    KIV_METHOD(void, rename, (const Path& path, const std::string& name), (path, name))
+    KIV_METHOD(void, reorder, (const Path& parent, const Names& names), (parent, names))
+    KIV_CONST_METHOD(std::string, freeName,
+                     (const Path& parent, const std::string& name, const std::string& own),
+                     (parent, name, own))
+
+    [[nodiscard]] Part make(const std::string& nodeType) override
+    {
+        static const Name name("make");
+        return part(name, nodeType, [&] { return Bound::make(nodeType); });
+    }
+    [[nodiscard]] Part copy(const Path& path) override
+    {
+        static const Name name("copy");
+        return part(name, path, [&] { return Bound::copy(path); });
+    }
+    [[nodiscard]] Part take(const Path& path) override
+    {
+        static const Name name("take");
+        return part(name, path, [&] { return Bound::take(path); });
+    }
+    void put(const Path& path, const Part& part, std::size_t row) override
+    {
+        const nb::gil_scoped_acquire held;
+        static const Name name("put");
+        if (!_python.overrides(name.get(), nb::type<Bound>())) {
+            Bound::put(path, part, row);
+            return;
+        }
+        constexpr std::size_t last = PY_SSIZE_T_MAX;
+        _python.self().attr(name.get())(path, objectOf(part), std::min(row, last));
+    }
+
+private:
+    template <class Argument, class Otherwise>
+    Part part(const Name& name, const Argument& argument, Otherwise otherwise)
+    {
+        const nb::gil_scoped_acquire held;
+        return _python.overrides(name.get(), nb::type<Bound>())
+                   ? partOf(_python.self().attr(name.get())(argument))
+                   : otherwise();
+    }
+};
+
+class PyFollower : public Derivable<kit::GatewayFollower>
+{
+public:
+    using Derivable::Derivable;
+    KIV_PURE_METHOD(void, itemAdded, (const Path& path), (path))
+    KIV_PURE_METHOD(void, itemRemoved, (const Path& path), (path))
+    KIV_PURE_METHOD(void, itemMoved, (const Path& oldPath, const Path& newPath), (oldPath, newPath))
+};
+
+void bindTree(nb::module_& module)
+{
+    using kit::Tree;
+    Class<Tree, PyTree> type(module, "Tree", "kit::Tree");
+    Class<Tree::Child> child(type, "Child", "kit::Tree::Child");
+    child.def(
+        "__init__",
+        [](Tree::Child* self, std::string name, std::string nodeType) {
+            new (self) Tree::Child{std::move(name), std::move(nodeType)};
+        },
+        "name"_a, "node_type"_a);
+    child.def(
+        "__init__",
+        [](Tree::Child* self, const std::pair<std::string, std::string>& both) {
+            new (self) Tree::Child{both.first, both.second};
+        },
+        "name_and_node_type"_a);
+    child.field("name", &Tree::Child::name).field("nodeType", &Tree::Child::nodeType);
+    nb::implicitly_convertible<nb::tuple, Tree::Child>();
+    type.def(nb::init<Path>(), "root"_a);
+    type.property("root", [](const Tree& self) { return self.root(); });
+    type.method("covers", &Tree::covers, "path"_a);
+    type.method("roots", &Tree::roots, "gateway"_a = Path());
+    type.method("nodeType", &Tree::nodeType, "path"_a);
+    type.method("children", &Tree::children, "path"_a);
+    type.method("accepts", &Tree::accepts, "parent"_a, "node_type"_a);
+    type.method("isEditable", &Tree::isEditable, "path"_a);
+    type.method(
+        "make",
+        [](Tree& self, const std::string& nodeType) { return objectOf(self.make(nodeType)); },
+        "node_type"_a);
+    type.method(
+        "copy", [](Tree& self, const Path& path) { return objectOf(self.copy(path)); }, "path"_a);
+    type.method(
+        "take", [](Tree& self, const Path& path) { return objectOf(self.take(path)); }, "path"_a);
+    type.method(
+        "put",
+        [](Tree& self, const Path& path, nb::object part, std::size_t row) {
+            self.put(path, partOf(std::move(part)), row);
+        },
+        "path"_a, "part"_a.none(), "row"_a);
+    type.method("rename", &Tree::rename, "path"_a, "name"_a);
+    type.method("reorder", &Tree::reorder, "parent"_a, "names"_a);
+    type.method("freeName", &Tree::freeName, "parent"_a, "name"_a, "own"_a = "");
+    type.method("item", &Tree::item, "path"_a);
+    function(module, "kit::", "registerTree", &kit::registerTree, "run_time_id"_a, "tree"_a);
+}
+
+/// The functions of a row, from and to plain Python.
+kit::AttributeTable::Row rowOf(const std::string& name, const std::string& type, nb::object get,
+                               nb::object set)
+{
+    kit::AttributeTable::Row row;
+    row.name = name;
+    row.type = type;
+    if (!get.is_none()) {
+        row.get = [get = nb::cast<std::function<nb::object(Path)>>(get), type](const Path& path) {
+            const nb::gil_scoped_acquire held;
+            return cppValue(get(path), type);
+        };
+    }
+    if (!set.is_none()) {
+        row.set = [set = nb::cast<std::function<void(Path, nb::object)>>(set)](
+                      const Path& path, const kiv::AttributeVariant& value) {
+            const nb::gil_scoped_acquire held;
+            set(path, pythonValue(value));
+        };
+    }
+    return row;
+}
+
+void bindTable(nb::module_& module)
+{
+    using kit::AttributeTable;
+    using Row = AttributeTable::Row;
+    nb::bind_map<AttributeTable::Metadata>(module, "Metadata",
+                                           contract("kit::AttributeTable::Metadata"));
+    Class<AttributeTable> type(module, "AttributeTable", "kit::AttributeTable");
+    // Held by a shared pointer from the start, as attributes want it.
+    type.def(nb::new_([] { return std::make_shared<AttributeTable>(); }));
+    type.def(
+        "add",
+        [](nb::object self, const std::string& name, const std::string& valueType, nb::object get,
+           nb::object set, std::string displayName, nb::object defaultValue,
+           std::vector<std::string> enumValues, std::string nativeType,
+           AttributeTable::Metadata metadata,
+           std::vector<std::function<void(const Path&)>> alsoNotified) {
+            auto row = rowOf(name, valueType, std::move(get), std::move(set));
+            row.displayName = std::move(displayName);
+            row.defaultValue = cppValue(defaultValue, valueType);
+            row.enumValues = std::move(enumValues);
+            row.nativeType = std::move(nativeType);
+            row.metadata = std::move(metadata);
+            row.alsoNotified = std::move(alsoNotified);
+            nb::cast<AttributeTable&>(self).add(std::move(row));
+            return self;
+        },
+        "name"_a, "type"_a, "get"_a.none() = nb::none(), "set"_a.none() = nb::none(), nb::kw_only(),
+        "display_name"_a = "", "default_value"_a.none() = nb::none(),
+        "enum_values"_a = std::vector<std::string>(), "native_type"_a = "",
+        "metadata"_a = AttributeTable::Metadata(),
+        "also_notified"_a = std::vector<std::function<void(const Path&)>>(),
+        (std::string(contract("kit::AttributeTable::add")) +
+         "\n\n`get(path)` gives the value as plain Python, `set(path, value)` writes it.")
+            .c_str());
+    type.def(
+        "also_notify",
+        [](nb::object self, const std::string& name, std::function<void(const Path&)> notify) {
+            nb::cast<AttributeTable&>(self).alsoNotify(name, std::move(notify));
+            return self;
+        },
+        "name"_a, "notify"_a, contract("kit::AttributeTable::alsoNotify"));
+    type.def(
+        "keep_metadata",
+        [](nb::object self, std::function<nb::object(const Path&, const std::string&)> of) {
+            nb::cast<AttributeTable&>(self).keepMetadata(
+                [of = std::move(of)](const Path& path,
+                                     const std::string& name) -> AttributeTable::Metadata* {
+                    const nb::gil_scoped_acquire held;
+                    const auto metadata = of(path, name);
+                    return metadata.is_none() ? nullptr
+                                              : nb::cast<AttributeTable::Metadata*>(metadata);
+                });
+            return self;
+        },
+        "metadata_of"_a, contract("kit::AttributeTable::keepMetadata"));
+    type.method("attributes", &AttributeTable::attributes, "item"_a);
+    type.def_prop_ro(
+        "names",
+        [](const AttributeTable& self) {
+            std::vector<std::string> names;
+            for (const Row& row : self.rows()) {
+                names.push_back(row.name);
+            }
+            return names;
+        },
+        contract("kit::AttributeTable::rows"));
+    type.method(
+        "value",
+        [](const AttributeTable& self, const Path& path, const std::string& name) {
+            return pythonValue(self.value(path, name));
+        },
+        "path"_a, "name"_a);
+    type.method(
+        "setValue",
+        [](const AttributeTable& self, const Path& path, const std::string& name,
+           nb::handle value) {
+            const auto* const row = self.row(name);
+            self.setValue(path, name, row ? cppValue(value, row->type) : kiv::AttributeVariant());
+        },
+        "path"_a, "name"_a, "value"_a);
+}
+
+void bindHandlers(nb::module_& module)
+{
+    function(module, "kit::", "sceneItemOpsHandler", &kit::sceneItemOpsHandler, "make"_a);
+    function(module, "kit::", "attributesHandler", &kit::attributesHandler, "make"_a);
+    function(module, "kit::", "transform3dHandler", &kit::transform3dHandler, "make"_a);
+    function(module, "kit::", "object3dHandler", &kit::object3dHandler, "make"_a);
+    function(module, "kit::", "lightHandler", &kit::lightHandler, "make"_a);
+    function(module, "kit::", "materialHandler", &kit::materialHandler, "make"_a);
+    function(module, "kit::", "contextOpsHandler", &kit::contextOpsHandler, "make"_a);
+    function(module, "kit::", "uiNodeGraphNodeHandler", &kit::uiNodeGraphNodeHandler, "make"_a);
+    function(module, "kit::", "cameraHandler", &kit::cameraHandler, "make"_a);
+    function(module, "kit::", "hierarchyHandler", &kit::hierarchyHandler, "make"_a, "item"_a,
+             "roots"_a);
+    function(module, "kit::", "command", &kit::command, "run_time_id"_a, "text"_a, "redo"_a,
+             "undo"_a, "announce"_a.none() = nb::none());
+    function(module, "kit::", "itemCommand", &kit::itemCommand, "run_time_id"_a, "text"_a, "redo"_a,
+             "undo"_a, "item"_a, "announce"_a.none() = nb::none());
+    function(module, "kit::", "announce", &kit::announce, "change"_a);
+    function(module, "kit::", "fitName", &kit::fitName, "name"_a, "unfit"_a);
+    using kit::NameIndex;
+    Class<NameIndex> names(module, "NameIndex", "kit::NameIndex");
+    names.def(nb::init<>());
+    names.method("insert", &NameIndex::insert, "name"_a);
+    names.method("erase", &NameIndex::erase, "name"_a);
+    names.method("uniqueName", &NameIndex::uniqueName, "name"_a);
+    names.def("__contains__", &NameIndex::contains);
+    names.def("__len__", &NameIndex::size);
+}
+
+void bindTransforms(nb::module_& module)
+{
+    using kit::AffineFactors;
+    Class<AffineFactors> factors(module, "AffineFactors", "kit::AffineFactors");
+    factors.def(
+        "__init__",
+        [](AffineFactors* self, Vector3d scale, Vector3d shear, Vector3d rotation,
+           Vector3d translation) {
+            new (self) AffineFactors{scale, shear, rotation, translation};
+        },
+        "scale"_a = Vector3d({1, 1, 1}), "shear"_a = Vector3d(), "rotation"_a = Vector3d(),
+        "translation"_a = Vector3d());
+    factors.field("scale", &AffineFactors::scale).field("shear", &AffineFactors::shear);
+    factors.field("rotation", &AffineFactors::rotation)
+        .field("translation", &AffineFactors::translation);
+
+    const auto bindAccess = [&]<class Access>(Access*, const char* name) {
+        Class<Access> type(module, name, std::string("kit::") + name);
+        type.def(
+            "__init__",
+            [](Access* self, decltype(Access::get) get, decltype(Access::set) set) {
+                new (self) Access{std::move(get), std::move(set)};
+            },
+            "get"_a, "set"_a.none() = nb::none());
+    };
+    bindAccess(static_cast<kit::MatrixAccess*>(nullptr), "MatrixAccess");
+    bindAccess(static_cast<kit::FactorsAccess*>(nullptr), "FactorsAccess");
+    using Named = kit::AttributesAccess;
+    Class<Named> named(module, "AttributesAccess", "kit::AttributesAccess");
+    named.def(
+        "__init__",
+        [](Named* self, kit::AttributeTable::Ptr table, std::string translation,
+           std::string rotation, std::string scale, std::string shear) {
+            new (self) Named{std::move(table), std::move(translation), std::move(rotation),
+                             std::move(scale), std::move(shear)};
+        },
+        "table"_a, "translation"_a = "translation", "rotation"_a = "rotation", "scale"_a = "scale",
+        "shear"_a = "");
+    function(module, "kit::", "transformHandler",
+             nb::overload_cast<kit::MatrixAccess>(&kit::transformHandler), "access"_a);
+    function(module, "kit::", "transformHandler",
+             nb::overload_cast<kit::FactorsAccess>(&kit::transformHandler), "access"_a);
+    function(module, "kit::", "transformHandler",
+             nb::overload_cast<kit::AttributesAccess>(&kit::transformHandler), "access"_a);
+}
+
+void bindAffine(nb::module_& module)
+{
+    using kit::RotationOrder;
+    enumeration<RotationOrder>(module, "RotationOrder", "kit::RotationOrder",
+                               {{"XYZ", RotationOrder::XYZ},
+                                {"YZX", RotationOrder::YZX},
+                                {"ZXY", RotationOrder::ZXY},
+                                {"XZY", RotationOrder::XZY},
+                                {"YXZ", RotationOrder::YXZ},
+                                {"ZYX", RotationOrder::ZYX}});
+    using kit::Quaternion;
+    Class<Quaternion> quaternion(module, "Quaternion", "kit::Quaternion");
+    quaternion.def(
+        "__init__",
+        [](Quaternion* self, double x, double y, double z, double w) {
+            new (self) Quaternion{x, y, z, w};
+        },
+        "x"_a = 0.0, "y"_a = 0.0, "z"_a = 0.0, "w"_a = 1.0);
+    quaternion.field("x", &Quaternion::x).field("y", &Quaternion::y);
+    quaternion.field("z", &Quaternion::z).field("w", &Quaternion::w);
+    function(module, "kit::", "radians", &kit::radians, "degrees"_a);
+    function(module, "kit::", "degrees", &kit::degrees, "radians"_a);
+    function(module, "kit::", "identity", &kit::identity);
+    function(module, "kit::", "translationMatrix", &kit::translationMatrix, "translation"_a);
+    function(
+        module, "kit::", "rotationMatrix",
+        [](const Vector3d& degrees, RotationOrder order) {
+            return kit::rotationMatrix(degrees, order);
+        },
+        "degrees"_a, "order"_a = RotationOrder::XYZ);
+    function(
+        module, "kit::", "rotationMatrix",
+        [](const Quaternion& q) { return kit::rotationMatrix(q); }, "quaternion"_a);
+    function(module, "kit::", "rotationAngles", &kit::rotationAngles, "matrix"_a,
+             "order"_a = RotationOrder::XYZ);
+    function(module, "kit::", "quaternion", &kit::quaternion, "matrix"_a);
+    function(module, "kit::", "scaleShearMatrix", &kit::scaleShearMatrix, "scale"_a, "shear"_a);
+    function(module, "kit::", "composed", &kit::composed, "factors"_a);
+    function(module, "kit::", "decomposed", &kit::decomposed, "matrix"_a);
+    function(module, "kit::", "inverse", &kit::inverse, "matrix"_a);
+    function(module, "kit::", "lookAt", &kit::lookAt, "eye"_a, "target"_a,
+             "up"_a = Vector3d({0, 1, 0}));
+    function(module, "kit::", "transformedPoint", &kit::transformedPoint, "point"_a, "matrix"_a);
+    function(module, "kit::", "transformedDirection", &kit::transformedDirection, "direction"_a,
+             "matrix"_a);
+    function(module, "kit::", "transformed", &kit::transformed, "box"_a, "matrix"_a);
+}
+
+void bindMounts(nb::module_& module)
+{
+    using kit::Mount;
+    Class<Mount> mount(module, "Mount", "kit::Mount");
+    mount.def(nb::init<>());
+    mount.property("gateway", [](const Mount& self) { return self.gateway(); });
+    mount.property("isShown", &Mount::isShown);
+    using Mounts = kit::Mounts<Mount>;
+    Class<Mounts> type(module, "Mounts", "kit::Mounts");
+    type.def(nb::init<kiv::Rtid, char>(), "run_time_id"_a, "separator"_a);
+    const auto of = [](const char* name) {
+        return contract(std::string("kit::MountTable::") + name);
+    };
+    type.def("close", &Mounts::close, of("close"));
+    type.def_prop_ro("run_time_id", &Mounts::runTimeId, of("runTimeId"));
+    type.def(
+        "mount",
+        [](Mounts& self, const Mount::Ptr& shown, const Path& gateway) {
+            self.mount(shown, gateway);
+        },
+        "mount"_a, "gateway"_a, of("mount"));
+    type.def("mount_cmd", &Mounts::mountCmd, "mount"_a, "gateway"_a, "text"_a, of("mountCmd"));
+    type.def("unmount", &Mounts::unmount, "gateway"_a, of("unmount"));
+    type.def("move", &Mounts::move, "gateway"_a, "new_gateway"_a, of("move"));
+    type.def("find", &Mounts::find, "gateway"_a, of("find"));
+    type.def("at", &Mounts::at, "path"_a, of("at"));
+    type.def_prop_ro(
+        "shown",
+        [](const Mounts& self) {
+            std::vector<Mount::Ptr> all;
+            self.forEach([&](Mount& each) { all.push_back(self.find(each.gateway())); });
+            return all;
+        },
+        of("shown"));
+
+    using kit::GatewayFollower;
+    Class<GatewayFollower, PyFollower> follower(module, "GatewayFollower", "kit::GatewayFollower");
+    follower.def(nb::init<>());
+    using kit::GatewayOwner;
+    Class<GatewayOwner> owner(module, "GatewayOwner", "kit::GatewayOwner");
+    owner.def(nb::init<kiv::Rtid, GatewayOwner::Target>(), "run_time_id"_a, "target"_a);
+    owner.function("itemAdded", &GatewayOwner::itemAdded, "path"_a);
+    owner.function("itemRemoved", &GatewayOwner::itemRemoved, "path"_a);
+    owner.function("itemMoved", &GatewayOwner::itemMoved, "old_path"_a, "new_path"_a);
+    owner.function("tells", &GatewayOwner::tells, "run_time_id"_a);
+    owner.function("target", &GatewayOwner::target, "path"_a);
+}
+
+} // namespace
+
+void bindKit(nb::module_& module)
+{
+    bindTree(module);
+    bindTable(module);
+    bindTransforms(module);
+    bindHandlers(module);
+    bindAffine(module);
+    bindMounts(module);
+}
+
+} // namespace bound

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "bound.h"
+
+// Numbers of fixed count, and values of any type.
+
+namespace bound {
+
+/// The value as plain Python: `None`, `bool`, `int`, `float`, `str`, or one of the classes for
+/// colours, vectors and matrices.
+nb::object pythonValue(const kiv::AttributeVariant& value);
+
+/// The value for an attribute of that type. Throws `TypeError` for what cannot be one.
+kiv::AttributeVariant cppValue(nb::handle value, const std::string& type);
+
+/// Metadata as plain Python; `None` for a value without a type.
+nb::object pythonValue(const kiv::Value& value);
+
+/// From `bool`, `int`, `float`, `str` or `Value`.
+kiv::Value cppValue(nb::handle value);
+
+} // namespace bound
