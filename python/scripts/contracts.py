@@ -135,6 +135,8 @@ class Reader:
             names = text[9:].strip().split("::")
             inner = SPACES.get(names[-1])
             self.scopes.append(["other" if inner is None else "namespace", inner or "", "public"])
+        elif text.startswith("extern") or "std::hash" in text:
+            self.scopes.append(["other", "", "public"])
         elif match := re.match(r"(class|struct|enum(?: class)?) (?:KIV_EXPORT )?([\w:]+)(?![\w<])", text):
             kind, name = match.groups()
             self.emit(name)
@@ -143,9 +145,6 @@ class Reader:
             hidden = "<" in text.split(":")[0] and kind == "class" and "template" in self.statement and \
                 re.match(r"(class|struct) [\w:]+<", text)
             self.scopes.append(["other" if hidden else kind, self.prefix() + name + "::", access])
-            # values of a plain enumeration belong to its class, and are found under both
-        elif text.startswith("extern"):
-            self.scopes.append(["other", "", "public"])
         else:
             self.skipped = 1
             return
@@ -156,7 +155,9 @@ class Reader:
         self.statement = ""
         text = re.sub(r"^template <.*?>+ (?=[\w\[])", "", text)
         text = re.sub(r"\[\[\w+\]\] ?", "", text)
-        text = re.sub(r"= default|KIV_EXPORT ", "", text).strip()
+        text = re.sub(r"= default|KIV_EXPORT |decltype\(auto\) ", "", text).strip()
+        if re.match(r"[^(]*\w>?::\w+ ?\(", text):
+            return  # the definition of what was declared before
         if (not text or re.match(r"(friend|static_assert|extern|class|struct|enum|explicit operator)\b", text)
                 or "= delete" in text or "~" in text.split("(")[0] or "KIV_HIDDEN" in text or "operator=(" in text):
             return

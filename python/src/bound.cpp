@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <set>
 #include <stdexcept>
 #include <vector>
 
@@ -21,12 +20,6 @@ bool isUpper(char c)
 bool isLower(char c)
 {
     return std::islower(static_cast<unsigned char>(c)) != 0;
-}
-
-std::set<std::string>& boundNames()
-{
-    static std::set<std::string> names;
-    return names;
 }
 
 std::vector<void (*)()>& clearings()
@@ -65,7 +58,6 @@ std::string constantCase(std::string_view name)
 
 const char* contract(const std::string& key)
 {
-    noteBound(key);
     const auto* const end = kContracts + kNbContracts;
     const auto* const found =
         std::lower_bound(kContracts, end, key, [](const Contract& entry, const std::string& k) {
@@ -75,11 +67,6 @@ const char* contract(const std::string& key)
         throw std::logic_error("no contract of '" + key + "' in the headers");
     }
     return found->text;
-}
-
-void noteBound(const std::string& key)
-{
-    boundNames().insert(key);
 }
 
 void atExit(void (*clear)())
@@ -97,7 +84,6 @@ void refuse(const PythonHalf& half, const nb::object& name)
 
 void bindBookkeeping(nb::module_& module)
 {
-    module.def("_bound_names", [] { return boundNames(); });
     module.def("_public_names", [] {
         std::vector<std::string> names;
         for (std::size_t index = 0; index < kNbContracts; ++index) {

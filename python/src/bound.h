@@ -36,10 +36,6 @@ std::string constantCase(std::string_view name);
 /// `std::logic_error` when there is none, so that nothing is bound without a contract.
 const char* contract(const std::string& key);
 
-/// Remembers that what C++ calls `key` can be reached, for the test that nothing was forgotten.
-/// `contract` does it by itself.
-void noteBound(const std::string& key);
-
 /// A class under its C++ name: its members are given by their C++ names, from which the Python
 /// names and the docstrings come.
 template <class T, class... Extra>
@@ -108,7 +104,6 @@ public:
     Class& constant(const char* name, const Value& value)
     {
         this->attr(constantCase(name).c_str()) = nb::cast(value);
-        noteBound(_key + "::" + name);
         return *this;
     }
 
@@ -139,5 +134,8 @@ void enumeration(nb::handle scope, const char* name, const std::string& key,
 
 /// What ends when Python does, or before: places of the process in which Python objects may stay.
 void atExit(void (*clear)());
+
+/// The functions of a module by which `kiv` ends what is installed, and tests ask what is bound.
+void bindBookkeeping(nb::module_& module);
 
 } // namespace bound

@@ -1,8 +1,9 @@
+#include <cstdlib>
+
 #include "bound.h"
 
 namespace bound {
 
-void bindBookkeeping(nb::module_& module);
 void bindErrors(nb::module_& module);
 void bindValues(nb::module_& module);
 void bindPaths(nb::module_& module);
@@ -20,11 +21,15 @@ void bindInterfaces(nb::module_& module);
 void bindRegistry(nb::module_& module);
 void bindKit(nb::module_& module);
 void bindKitBases(nb::module_& module);
+void bindHost(nb::module_& module);
+void bindMemory(nb::module_& module);
+void bindConformance(nb::module_& module);
 
 } // namespace bound
 
 NB_MODULE(_kiv, module)
 {
+    bound::nb::set_leak_warnings(std::getenv("KIV_LEAK_WARNINGS") != nullptr);
     // Classes tell the module that users import them from.
     module.attr("__name__") = "kiv";
     for (const auto bind : {
@@ -54,5 +59,8 @@ NB_MODULE(_kiv, module)
         part.attr("__name__") = std::string("kiv.") + name;
         (binders(part), ...);
     };
+    submodule("host", &bound::bindHost);
     submodule("kit", &bound::bindKit, &bound::bindKitBases);
+    submodule("memory", &bound::bindMemory);
+    submodule("conformance", &bound::bindConformance);
 }

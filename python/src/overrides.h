@@ -67,6 +67,9 @@ protected:
 
 } // namespace bound
 
+// The formatter takes the const of functions for that of their results.
+// clang-format off
+
 // KIV_METHOD(result, (name)(parameters) const, name, (arguments)): calls the Python method, or else
 // that of C++. KIV_NOUN reads the Python attribute. With PURE, Python must have it.
 
@@ -109,3 +112,5 @@ protected:
     Result name() const override KIV_CALL_PYTHON(Result, name,                                     \
                                                  this->_python.self().attr(pythonKey),             \
                                                  bound::refuse(this->_python, pythonKey))
+
+// clang-format on

@@ -107,7 +107,7 @@ void bindInterfaceNotifications(nb::module_& module)
     bindOfItem<kiv::CameraChanged, Notification>(module, "CameraChanged");
     bindOfItem<kiv::LightChanged, Notification>(module, "LightChanged");
     Class<kiv::VisibilityChanged, Notification> visibility(module, "VisibilityChanged");
-    visibility.def(nb::init<kiv::Path const&>(), "path"_a);
+    visibility.def(nb::init<const kiv::Path&>(), "path"_a);
     visibility.property("path", &kiv::VisibilityChanged::path);
     using Changed = kiv::AttributeChanged;
     Class<Changed, Notification> changed(module, "AttributeChanged");

@@ -1,7 +1,6 @@
-#include <memory>
 #include <set>
 
-#include "bound.h"
+#include "lifetimes.h"
 
 namespace bound {
 
@@ -15,35 +14,6 @@ std::set<kiv::Rtid>& registered()
     static std::set<kiv::Rtid> ids;
     return ids;
 }
-
-/// A registration that can end before the object that Python has of it.
-class Registration
-{
-public:
-    Registration(const std::string& name, char separator, const RunTimeMgr::Handlers& handlers)
-        : _registration(std::make_unique<kiv::RunTimeRegistration>(name, separator, handlers)),
-          _id(_registration->id())
-    {
-        registered().insert(_id);
-    }
-
-    ~Registration() { close(); }
-
-    void close()
-    {
-        if (_registration) {
-            registered().erase(_id);
-            _registration.reset();
-        }
-    }
-
-    [[nodiscard]] kiv::Rtid id() const noexcept { return _id; }
-    [[nodiscard]] bool isOpen() const noexcept { return _registration != nullptr; }
-
-private:
-    std::unique_ptr<kiv::RunTimeRegistration> _registration;
-    kiv::Rtid _id;
-};
 
 /// Binds the setter and the getter of a handler of the registry, and the field of the table.
 template <class Handler, class Set, class Get, class Field>
@@ -140,16 +110,15 @@ void bindManager(nb::module_& module)
 
 void bindRegistration(nb::module_& module)
 {
-    nb::class_<Registration> type(module, "RunTimeRegistration", contract("RunTimeRegistration"));
+    using Registration = Closable<kiv::RunTimeRegistration>;
+    auto type = bindClosable<kiv::RunTimeRegistration>(module, "RunTimeRegistration",
+                                                       "RunTimeRegistration");
     type.def(nb::init<const std::string&, char, const RunTimeMgr::Handlers&>(), "name"_a,
              "separator"_a, "handlers"_a = RunTimeMgr::Handlers(),
              contract("RunTimeRegistration::RunTimeRegistration"));
-    type.def_prop_ro("id", &Registration::id, contract("RunTimeRegistration::id"));
-    type.def_prop_ro("is_open", &Registration::isOpen, "Whether the run-time is registered.");
-    type.def("close", &Registration::close,
-             "Takes the run-time back, with all that was registered for it.");
-    type.def("__enter__", [](nb::object self) { return self; });
-    type.def("__exit__", [](Registration& self, nb::args) { self.close(); });
+    type.def_prop_ro(
+        "id", [](const Registration& self) { return self->id(); },
+        contract("RunTimeRegistration::id"));
 }
 
 void bindEvents(nb::module_& module)

@@ -59,7 +59,7 @@ class PySelectionCommand : public PyCommand<kiv::SelectionUndoableCommand>
 {
 public:
     using PyCommand::PyCommand;
-    KIV_PURE_CONST_METHOD(kiv::SceneItem::Ptr, targetItem, (kiv::Path const& path), (path))
+    KIV_PURE_CONST_METHOD(kiv::SceneItem::Ptr, targetItem, (const kiv::Path& path), (path))
 };
 
 class PyManager : public Derivable<UndoableCommandMgr>

@@ -24,6 +24,30 @@ nb::object raised(const std::exception_ptr& error)
     return nb::none();
 }
 
+int visitRecord(PyObject* self, visitproc visit, void* arg)
+{
+    Py_VISIT(Py_TYPE(self));
+    if (nb::inst_ready(self)) {
+        Py_VISIT(nb::inst_ptr<Record>(self)->error.ptr());
+    }
+    return 0;
+}
+
+int clearRecord(PyObject* self)
+{
+    if (nb::inst_ready(self)) {
+        nb::inst_ptr<Record>(self)->error.reset();
+    }
+    return 0;
+}
+
+// A traceback leads to frames, and those lead anywhere.
+PyType_Slot kRecordSlots[] = {
+    {Py_tp_traverse, reinterpret_cast<void*>(&visitRecord)},
+    {Py_tp_clear, reinterpret_cast<void*>(&clearRecord)},
+    {0, nullptr},
+};
+
 } // namespace
 
 Record::Record(const kiv::LogRecord& record)
@@ -45,7 +69,7 @@ std::function<void(const kiv::LogRecord&)> recordReceiver(nb::callable receive)
 
 void bindLogs(nb::module_& module)
 {
-    Class<Record> type(module, "LogRecord");
+    Class<Record> type(module, "LogRecord", "LogRecord", nb::type_slots(kRecordSlots));
     type.field("function", &Record::function);
     type.field("file", &Record::file);
     type.field("line", &Record::line);

@@ -246,11 +246,44 @@ void bindPathString(nb::module_& module)
     });
 }
 
+using Trie = kiv::Trie<nb::object>;
+
+int visitTrie(PyObject* self, visitproc visit, void* arg)
+{
+    Py_VISIT(Py_TYPE(self));
+    if (!nb::inst_ready(self)) {
+        return 0;
+    }
+    std::vector<Trie::NodePtr> open{nb::inst_ptr<Trie>(self)->root()};
+    while (!open.empty()) {
+        const auto node = std::move(open.back());
+        open.pop_back();
+        Py_VISIT(node->data().ptr());
+        for (const auto& component : node->childrenComponents()) {
+            open.push_back((*node)[component]);
+        }
+    }
+    return 0;
+}
+
+int clearTrie(PyObject* self)
+{
+    if (nb::inst_ready(self)) {
+        nb::inst_ptr<Trie>(self)->clear();
+    }
+    return 0;
+}
+
+PyType_Slot kTrieSlots[] = {
+    {Py_tp_traverse, reinterpret_cast<void*>(&visitTrie)},
+    {Py_tp_clear, reinterpret_cast<void*>(&clearTrie)},
+    {0, nullptr},
+};
+
 /// The index of paths with any Python object as the data of each.
 void bindTrie(nb::module_& module)
 {
-    using Trie = kiv::Trie<nb::object>;
-    Class<Trie> type(module, "Trie");
+    Class<Trie> type(module, "Trie", "Trie", nb::type_slots(kTrieSlots));
     type.def(nb::init<>());
     const auto data = [](const Trie::NodePtr& node) { return node ? node->data() : nb::none(); };
     type.method(

@@ -1,8 +1,8 @@
-#include "values.h"
-
 #include <array>
 #include <cmath>
 #include <nanobind/stl/array.h>
+
+#include "values.h"
 
 namespace bound {
 
@@ -270,7 +270,6 @@ void bindValue(nb::module_& module)
         },
         "type"_a);
     type.def("__bool__", [](const kiv::Value& self) { return !self.empty(); });
-    noteBound("Value::empty");
     type.def(
         "__eq__", [](const kiv::Value& self, const kiv::Value& other) { return self == other; },
         nb::is_operator());

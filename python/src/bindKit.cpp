@@ -13,6 +13,7 @@
 #include "kiv/kit/transforms.h"
 #include "kiv/kit/tree.h"
 
+#include "lifetimes.h"
 #include "overrides.h"
 #include "values.h"
 
@@ -102,13 +103,39 @@ private:
     }
 };
 
-class PyFollower : public Derivable<kit::GatewayFollower>
+/// A follower of gateways by functions, which follows as long as it is held.
+class Following
 {
 public:
-    using Derivable::Derivable;
-    KIV_PURE_METHOD(void, itemAdded, (const Path& path), (path))
-    KIV_PURE_METHOD(void, itemRemoved, (const Path& path), (path))
-    KIV_PURE_METHOD(void, itemMoved, (const Path& oldPath, const Path& newPath), (oldPath, newPath))
+    using OnPath = std::function<void(const Path&)>;
+    using OnMove = std::function<void(const Path&, const Path&)>;
+
+    Following(OnPath added, OnPath removed, OnMove moved)
+        : _follower(
+              std::make_shared<Follower>(std::move(added), std::move(removed), std::move(moved)))
+    {
+        kit::GatewayFollower::add(_follower);
+    }
+
+private:
+    struct Follower : kit::GatewayFollower
+    {
+        Follower(OnPath onAdded, OnPath onRemoved, OnMove onMoved)
+            : added(std::move(onAdded)), removed(std::move(onRemoved)), moved(std::move(onMoved))
+        {}
+        void itemAdded(const Path& path) override { added(path); }
+        void itemRemoved(const Path& path) override { removed(path); }
+        void itemMoved(const Path& oldPath, const Path& newPath) override
+        {
+            moved(oldPath, newPath);
+        }
+
+        OnPath added;
+        OnPath removed;
+        OnMove moved;
+    };
+
+    std::shared_ptr<Follower> _follower;
 };
 
 void bindTree(nb::module_& module)
@@ -159,85 +186,121 @@ void bindTree(nb::module_& module)
     function(module, "kit::", "registerTree", &kit::registerTree, "run_time_id"_a, "tree"_a);
 }
 
-/// The functions of a row, from and to plain Python.
-kit::AttributeTable::Row rowOf(const std::string& name, const std::string& type, nb::object get,
-                               nb::object set)
+/// A Python function that an attribute table calls. The Python object of the table keeps it, where
+/// the collector sees it, and lives as long as the table, which is a part of it.
+class Kept
 {
-    kit::AttributeTable::Row row;
+public:
+    Kept(nb::handle table, nb::handle function) : _function(function)
+    {
+        if (!nb::hasattr(table, "_functions")) {
+            table.attr("_functions") = nb::list();
+        }
+        nb::borrow<nb::list>(table.attr("_functions")).append(function);
+    }
+
+    template <class... Arguments>
+    nb::object operator()(const Arguments&... arguments) const
+    {
+        return _function(arguments...);
+    }
+
+private:
+    nb::handle _function;
+};
+
+using kit::AttributeTable;
+using Notify = std::function<void(const Path&)>;
+
+Notify notifier(nb::handle table, nb::handle function)
+{
+    return [kept = Kept(table, function)](const Path& path) {
+        const nb::gil_scoped_acquire held;
+        kept(path);
+    };
+}
+
+/// The row of a name and a type; its functions take and give plain Python.
+AttributeTable::Row rowOf(nb::handle table, const std::string& name, const std::string& type,
+                          nb::handle get, nb::handle set)
+{
+    AttributeTable::Row row;
     row.name = name;
     row.type = type;
     if (!get.is_none()) {
-        row.get = [get = nb::cast<std::function<nb::object(Path)>>(get), type](const Path& path) {
+        row.get = [kept = Kept(table, get), type](const Path& path) {
             const nb::gil_scoped_acquire held;
-            return cppValue(get(path), type);
+            return cppValue(kept(path), type);
         };
     }
     if (!set.is_none()) {
-        row.set = [set = nb::cast<std::function<void(Path, nb::object)>>(set)](
-                      const Path& path, const kiv::AttributeVariant& value) {
+        row.set = [kept = Kept(table, set)](const Path& path, const kiv::AttributeVariant& value) {
             const nb::gil_scoped_acquire held;
-            set(path, pythonValue(value));
+            kept(path, pythonValue(value));
         };
     }
     return row;
 }
 
+nb::object addRow(nb::object self, const std::string& name, const std::string& valueType,
+                  nb::object get, nb::object set, std::string displayName, nb::object defaultValue,
+                  std::vector<std::string> enumValues, std::string nativeType,
+                  AttributeTable::Metadata metadata, const nb::list& alsoNotified)
+{
+    auto row = rowOf(self, name, valueType, get, set);
+    row.displayName = std::move(displayName);
+    row.defaultValue = cppValue(defaultValue, valueType);
+    row.enumValues = std::move(enumValues);
+    row.nativeType = std::move(nativeType);
+    row.metadata = std::move(metadata);
+    for (const auto function : alsoNotified) {
+        row.alsoNotified.push_back(notifier(self, function));
+    }
+    nb::cast<AttributeTable&>(self).add(std::move(row));
+    return self;
+}
+
 void bindTable(nb::module_& module)
 {
-    using kit::AttributeTable;
     using Row = AttributeTable::Row;
+    using Ptr = AttributeTable::Ptr; // by which the Python object is kept
     nb::bind_map<AttributeTable::Metadata>(module, "Metadata",
                                            contract("kit::AttributeTable::Metadata"));
-    Class<AttributeTable> type(module, "AttributeTable", "kit::AttributeTable");
-    // Held by a shared pointer from the start, as attributes want it.
-    type.def(nb::new_([] { return std::make_shared<AttributeTable>(); }));
-    type.def(
-        "add",
-        [](nb::object self, const std::string& name, const std::string& valueType, nb::object get,
-           nb::object set, std::string displayName, nb::object defaultValue,
-           std::vector<std::string> enumValues, std::string nativeType,
-           AttributeTable::Metadata metadata,
-           std::vector<std::function<void(const Path&)>> alsoNotified) {
-            auto row = rowOf(name, valueType, std::move(get), std::move(set));
-            row.displayName = std::move(displayName);
-            row.defaultValue = cppValue(defaultValue, valueType);
-            row.enumValues = std::move(enumValues);
-            row.nativeType = std::move(nativeType);
-            row.metadata = std::move(metadata);
-            row.alsoNotified = std::move(alsoNotified);
-            nb::cast<AttributeTable&>(self).add(std::move(row));
-            return self;
-        },
-        "name"_a, "type"_a, "get"_a.none() = nb::none(), "set"_a.none() = nb::none(), nb::kw_only(),
-        "display_name"_a = "", "default_value"_a.none() = nb::none(),
-        "enum_values"_a = std::vector<std::string>(), "native_type"_a = "",
-        "metadata"_a = AttributeTable::Metadata(),
-        "also_notified"_a = std::vector<std::function<void(const Path&)>>(),
-        (std::string(contract("kit::AttributeTable::add")) +
-         "\n\n`get(path)` gives the value as plain Python, `set(path, value)` writes it.")
-            .c_str());
+    Class<AttributeTable> type(module, "AttributeTable", "kit::AttributeTable", nb::dynamic_attr());
+    type.def(nb::init<>());
+    type.def("add", &addRow, "name"_a, "type"_a, "get"_a.none() = nb::none(),
+             "set"_a.none() = nb::none(), nb::kw_only(), "display_name"_a = "",
+             "default_value"_a.none() = nb::none(), "enum_values"_a = std::vector<std::string>(),
+             "native_type"_a = "", "metadata"_a = AttributeTable::Metadata(),
+             "also_notified"_a = nb::list(),
+             (std::string(contract("kit::AttributeTable::add")) +
+              "\n\n`get(path)` gives the value as plain Python, `set(path, value)` writes it.")
+                 .c_str());
     type.def(
         "also_notify",
-        [](nb::object self, const std::string& name, std::function<void(const Path&)> notify) {
-            nb::cast<AttributeTable&>(self).alsoNotify(name, std::move(notify));
+        [](nb::object self, const std::string& name, nb::callable notify) {
+            nb::cast<AttributeTable&>(self).alsoNotify(name, notifier(self, notify));
             return self;
         },
         "name"_a, "notify"_a, contract("kit::AttributeTable::alsoNotify"));
     type.def(
         "keep_metadata",
-        [](nb::object self, std::function<nb::object(const Path&, const std::string&)> of) {
+        [](nb::object self, nb::callable of) {
             nb::cast<AttributeTable&>(self).keepMetadata(
-                [of = std::move(of)](const Path& path,
-                                     const std::string& name) -> AttributeTable::Metadata* {
+                [kept = Kept(self, of)](const Path& path,
+                                        const std::string& name) -> AttributeTable::Metadata* {
                     const nb::gil_scoped_acquire held;
-                    const auto metadata = of(path, name);
+                    const auto metadata = kept(path, name);
                     return metadata.is_none() ? nullptr
                                               : nb::cast<AttributeTable::Metadata*>(metadata);
                 });
             return self;
         },
         "metadata_of"_a, contract("kit::AttributeTable::keepMetadata"));
-    type.method("attributes", &AttributeTable::attributes, "item"_a);
+    type.method(
+        "attributes",
+        [](const Ptr& self, const SceneItem::Ptr& item) { return self->attributes(item); },
+        "item"_a);
     type.def_prop_ro(
         "names",
         [](const AttributeTable& self) {
@@ -250,16 +313,15 @@ void bindTable(nb::module_& module)
         contract("kit::AttributeTable::rows"));
     type.method(
         "value",
-        [](const AttributeTable& self, const Path& path, const std::string& name) {
-            return pythonValue(self.value(path, name));
+        [](const Ptr& self, const Path& path, const std::string& name) {
+            return pythonValue(self->value(path, name));
         },
         "path"_a, "name"_a);
     type.method(
         "setValue",
-        [](const AttributeTable& self, const Path& path, const std::string& name,
-           nb::handle value) {
-            const auto* const row = self.row(name);
-            self.setValue(path, name, row ? cppValue(value, row->type) : kiv::AttributeVariant());
+        [](const Ptr& self, const Path& path, const std::string& name, nb::handle value) {
+            const auto* const row = self->row(name);
+            self->setValue(path, name, row ? cppValue(value, row->type) : kiv::AttributeVariant());
         },
         "path"_a, "name"_a, "value"_a);
 }
@@ -422,9 +484,10 @@ void bindMounts(nb::module_& module)
         },
         of("shown"));
 
-    using kit::GatewayFollower;
-    Class<GatewayFollower, PyFollower> follower(module, "GatewayFollower", "kit::GatewayFollower");
-    follower.def(nb::init<>());
+    auto follower = bindClosable<Following>(module, "GatewayFollower", "kit::GatewayFollower");
+    follower.def(nb::init<Following::OnPath, Following::OnPath, Following::OnMove>(),
+                 "item_added"_a, "item_removed"_a, "item_moved"_a,
+                 contract("kit::GatewayFollower::add"));
     using kit::GatewayOwner;
     Class<GatewayOwner> owner(module, "GatewayOwner", "kit::GatewayOwner");
     owner.def(nb::init<kiv::Rtid, GatewayOwner::Target>(), "run_time_id"_a, "target"_a);

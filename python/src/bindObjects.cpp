@@ -13,7 +13,7 @@ using kiv::Vector3d;
     {                                                                                              \
     public:                                                                                        \
         using Derivable::Derivable;                                                                \
-        KIV_PURE_METHOD(kiv::Interface::Ptr, name, (SceneItem::Ptr const& item), (item))           \
+        KIV_PURE_METHOD(kiv::Interface::Ptr, name, (const SceneItem::Ptr& item), (item))           \
     }
 
 KIV_MAKER(LightHandler, Light, light);
@@ -24,11 +24,11 @@ class PyTransform3dHandler : public Derivable<kiv::Transform3dHandler>
 {
 public:
     using Derivable::Derivable;
-    KIV_CONST_METHOD(kiv::Transform3dRead::Ptr, transform3dRead, (SceneItem::Ptr const& item),
+    KIV_CONST_METHOD(kiv::Transform3dRead::Ptr, transform3dRead, (const SceneItem::Ptr& item),
                      (item))
-    KIV_PURE_CONST_METHOD(kiv::Transform3d::Ptr, transform3d, (SceneItem::Ptr const& item), (item))
+    KIV_PURE_CONST_METHOD(kiv::Transform3d::Ptr, transform3d, (const SceneItem::Ptr& item), (item))
     KIV_CONST_METHOD(kiv::Transform3d::Ptr, editTransform3d,
-                     (SceneItem::Ptr const& item, kiv::EditTransform3dHint const& hint),
+                     (const SceneItem::Ptr& item, const kiv::EditTransform3dHint& hint),
                      (item, hint))
 };
 
@@ -36,8 +36,8 @@ class PyCameraHandler : public Derivable<kiv::CameraHandler>
 {
 public:
     using Derivable::Derivable;
-    KIV_PURE_METHOD(kiv::Camera::Ptr, camera, (SceneItem::Ptr const& item), (item))
-    KIV_PURE_METHOD(kiv::Selection, findCameras, (kiv::Path const& path), (path))
+    KIV_PURE_METHOD(kiv::Camera::Ptr, camera, (const SceneItem::Ptr& item), (item))
+    KIV_PURE_METHOD(kiv::Selection, findCameras, (const kiv::Path& path), (path))
 };
 
 class PyDirectional : public Derivable<kiv::Light::DirectionalInterface>

@@ -24,28 +24,28 @@ class PyConnectionHandler : public Derivable<kiv::ConnectionHandler>
 {
 public:
     using Derivable::Derivable;
-    KIV_PURE_CONST_METHOD(kiv::Connections::Ptr, connections, (SceneItem::Ptr const& item), (item))
+    KIV_PURE_CONST_METHOD(kiv::Connections::Ptr, connections, (const SceneItem::Ptr& item), (item))
     KIV_PURE_CONST_METHOD(kiv::ConnectionResultUndoableCommand::Ptr, connectCmd,
-                          (Attribute::Ptr const& src, Attribute::Ptr const& dst), (src, dst))
+                          (const Attribute::Ptr& src, const Attribute::Ptr& dst), (src, dst))
     KIV_PURE_CONST_METHOD(UndoableCommand::Ptr, disconnectCmd,
-                          (Attribute::Ptr const& src, Attribute::Ptr const& dst), (src, dst))
+                          (const Attribute::Ptr& src, const Attribute::Ptr& dst), (src, dst))
 };
 
 class PyNodeDefHandler : public Derivable<kiv::NodeDefHandler>
 {
 public:
     using Derivable::Derivable;
-    KIV_PURE_METHOD(kiv::NodeDef::Ptr, definition, (SceneItem::Ptr const& item), (item))
-    KIV_PURE_METHOD(kiv::NodeDef::Ptr, definition, (std::string const& type), (type))
+    KIV_PURE_METHOD(kiv::NodeDef::Ptr, definition, (const SceneItem::Ptr& item), (item))
+    KIV_PURE_METHOD(kiv::NodeDef::Ptr, definition, (const std::string& type), (type))
     KIV_PURE_METHOD(std::vector<kiv::NodeDef::Ptr>, definitions,
-                    (std::string const& classification), (classification))
+                    (const std::string& classification), (classification))
 };
 
 class PyGraphNodeHandler : public Derivable<kiv::UINodeGraphNodeHandler>
 {
 public:
     using Derivable::Derivable;
-    KIV_PURE_METHOD(kiv::UINodeGraphNode::Ptr, uiNodeGraphNode, (SceneItem::Ptr const& item),
+    KIV_PURE_METHOD(kiv::UINodeGraphNode::Ptr, uiNodeGraphNode, (const SceneItem::Ptr& item),
                     (item))
 };
 
@@ -54,7 +54,7 @@ class PyBatchOpsHandler : public Derivable<kiv::BatchOpsHandler>
 public:
     using Derivable::Derivable;
     KIV_PURE_METHOD(UndoableCommand::Ptr, duplicateItemsCmd,
-                    (Selection const& selection, kiv::DuplicateOptions const& options),
+                    (const Selection& selection, const kiv::DuplicateOptions& options),
                     (selection, options))
 };
 
@@ -62,25 +62,25 @@ class PyPathMappingHandler : public Derivable<kiv::PathMappingHandler>
 {
 public:
     using Derivable::Derivable;
-    KIV_PURE_CONST_METHOD(Path, hostPath, (Path const& path), (path))
-    KIV_PURE_CONST_METHOD(Path, runTimePath, (Path const& hostPath), (hostPath))
+    KIV_PURE_CONST_METHOD(Path, hostPath, (const Path& path), (path))
+    KIV_PURE_CONST_METHOD(Path, runTimePath, (const Path& hostPath), (hostPath))
 };
 
 class PyCodeWrapper : public Derivable<kiv::CodeWrapper>
 {
 public:
     using Derivable::Derivable;
-    KIV_PURE_METHOD(void, prelude, (std::string const& subOperation), (subOperation))
-    KIV_PURE_METHOD(void, cleanup, (std::string const& subOperation), (subOperation))
+    KIV_PURE_METHOD(void, prelude, (const std::string& subOperation), (subOperation))
+    KIV_PURE_METHOD(void, cleanup, (const std::string& subOperation), (subOperation))
 };
 
 class PyCodeWrapperHandler : public Derivable<kiv::CodeWrapperHandler>
 {
 public:
     using Derivable::Derivable;
-    KIV_PURE_CONST_METHOD(bool, wraps, (std::string const& operationName), (operationName))
+    KIV_PURE_CONST_METHOD(bool, wraps, (const std::string& operationName), (operationName))
     KIV_METHOD(kiv::CodeWrapper::Ptr, createCodeWrapper,
-               (Selection const& selection, std::string const& name), (selection, name))
+               (const Selection& selection, const std::string& name), (selection, name))
 };
 
 void bindConnections(nb::module_& module)
@@ -88,7 +88,7 @@ void bindConnections(nb::module_& module)
     using kiv::AttributeInfo;
     using kiv::Connection;
     Class<Connection> connection(module, "Connection");
-    connection.def(nb::init<AttributeInfo const&, AttributeInfo const&>(), "src"_a, "dst"_a);
+    connection.def(nb::init<const AttributeInfo&, const AttributeInfo&>(), "src"_a, "dst"_a);
     connection.property("src", [](const Connection& self) { return self.src(); });
     connection.property("dst", [](const Connection& self) { return self.dst(); });
 
@@ -113,19 +113,19 @@ void bindConnections(nb::module_& module)
     handler.method("connectCmd", &Handler::connectCmd, "src"_a, "dst"_a);
     handler.method("disconnectCmd", &Handler::disconnectCmd, "src"_a, "dst"_a);
     handler.method("connect",
-                   nb::overload_cast<Attribute::Ptr const&, Attribute::Ptr const&>(
+                   nb::overload_cast<const Attribute::Ptr&, const Attribute::Ptr&>(
                        &Handler::connect, nb::const_),
                    "src"_a, "dst"_a);
     handler.method("connect",
-                   nb::overload_cast<AttributeInfo const&, AttributeInfo const&>(&Handler::connect,
+                   nb::overload_cast<const AttributeInfo&, const AttributeInfo&>(&Handler::connect,
                                                                                  nb::const_),
                    "src"_a, "dst"_a);
     handler.method("disconnect",
-                   nb::overload_cast<Attribute::Ptr const&, Attribute::Ptr const&>(
+                   nb::overload_cast<const Attribute::Ptr&, const Attribute::Ptr&>(
                        &Handler::disconnect, nb::const_),
                    "src"_a, "dst"_a);
     handler.method("disconnect",
-                   nb::overload_cast<AttributeInfo const&, AttributeInfo const&>(
+                   nb::overload_cast<const AttributeInfo&, const AttributeInfo&>(
                        &Handler::disconnect, nb::const_),
                    "src"_a, "dst"_a);
 }
@@ -158,9 +158,9 @@ void bindNodeDefs(nb::module_& module)
     using Handler = kiv::NodeDefHandler;
     Class<Handler, PyNodeDefHandler> handler(module, "NodeDefHandler");
     handler.def(nb::init<>());
-    handler.method("definition", nb::overload_cast<SceneItem::Ptr const&>(&Handler::definition),
+    handler.method("definition", nb::overload_cast<const SceneItem::Ptr&>(&Handler::definition),
                    "item"_a);
-    handler.method("definition", nb::overload_cast<std::string const&>(&Handler::definition),
+    handler.method("definition", nb::overload_cast<const std::string&>(&Handler::definition),
                    "type"_a);
     handler.method("definitions", &Handler::definitions, "classification"_a);
 }
@@ -237,14 +237,14 @@ void bindGateways(nb::module_& module)
     type.def_static("of", &Handler::sceneSegmentHandler, "run_time_id"_a,
                     contract("SceneSegmentHandler::sceneSegmentHandler"));
     type.function("isGateway", &Handler::isGateway, "path"_a);
-    type.function("findGatewayItems", nb::overload_cast<Path const&>(&Handler::findGatewayItems),
+    type.function("findGatewayItems", nb::overload_cast<const Path&>(&Handler::findGatewayItems),
                   "path"_a);
     type.function("findGatewayItems",
-                  nb::overload_cast<Path const&, kiv::Rtid>(&Handler::findGatewayItems), "path"_a,
+                  nb::overload_cast<const Path&, kiv::Rtid>(&Handler::findGatewayItems), "path"_a,
                   "nested_run_time_id"_a);
     type.method("isGatewayItem", &Handler::isGatewayItem, "path"_a);
-    type.method("gatewayItems", nb::overload_cast<Path const&>(&Handler::gatewayItems), "path"_a);
-    type.method("gatewayItems", nb::overload_cast<Path const&, kiv::Rtid>(&Handler::gatewayItems),
+    type.method("gatewayItems", nb::overload_cast<const Path&>(&Handler::gatewayItems), "path"_a);
+    type.method("gatewayItems", nb::overload_cast<const Path&, kiv::Rtid>(&Handler::gatewayItems),
                 "path"_a, "nested_run_time_id"_a);
 
     using Mapping = kiv::PathMappingHandler;

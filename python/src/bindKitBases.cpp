@@ -20,18 +20,18 @@ public:
     using Derivable::Derivable;
     KIV_NOUN(bool, hasChildren)
     KIV_PURE_NOUN(SceneItemList, children)
-    KIV_CONST_METHOD(bool, hasFilteredChildren, (kiv::ChildFilter const& filter), (filter))
-    KIV_CONST_METHOD(SceneItemList, filteredChildren, (kiv::ChildFilter const& filter), (filter))
+    KIV_CONST_METHOD(bool, hasFilteredChildren, (const kiv::ChildFilter& filter), (filter))
+    KIV_CONST_METHOD(SceneItemList, filteredChildren, (const kiv::ChildFilter& filter), (filter))
     KIV_NOUN(kiv::ChildFilter, defaultChildFilter)
     KIV_NOUN(SceneItem::Ptr, parent)
     KIV_NOUN(SceneItem::Ptr, defaultParent)
     KIV_METHOD(ItemCommand, createChildCmd,
-               (std::string const& nodeType, PathComponent const& name), (nodeType, name))
+               (const std::string& nodeType, const PathComponent& name), (nodeType, name))
     KIV_METHOD(kiv::InsertChildCommand::Ptr, insertChildCmd,
-               (SceneItem::Ptr const& child, SceneItem::Ptr const& before), (child, before))
+               (const SceneItem::Ptr& child, const SceneItem::Ptr& before), (child, before))
     KIV_METHOD(ItemCommand, createGroupCmd,
-               (SceneItemList const& members, PathComponent const& name), (members, name))
-    KIV_METHOD(Command, reorderCmd, (SceneItemList const& orderedList), (orderedList))
+               (const SceneItemList& members, const PathComponent& name), (members, name))
+    KIV_METHOD(Command, reorderCmd, (const SceneItemList& orderedList), (orderedList))
     KIV_METHOD(Command, ungroupCmd, (), ())
 };
 
@@ -43,9 +43,9 @@ public:
     KIV_METHOD(bool, deleteItem, (), ())
     KIV_METHOD(ItemCommand, duplicateItemCmd, (), ())
     KIV_METHOD(kiv::Duplicate, duplicateItem, (), ())
-    KIV_CONST_METHOD(PathComponent, validName, (PathComponent const& name), (name))
-    KIV_METHOD(ItemCommand, renameItemCmd, (PathComponent const& newName), (newName))
-    KIV_METHOD(kiv::Rename, renameItem, (PathComponent const& newName), (newName))
+    KIV_CONST_METHOD(PathComponent, validName, (const PathComponent& name), (name))
+    KIV_METHOD(ItemCommand, renameItemCmd, (const PathComponent& newName), (newName))
+    KIV_METHOD(kiv::Rename, renameItem, (const PathComponent& newName), (newName))
 };
 
 class PyAttributes : public Derivable<kit::AttributesBase>
@@ -91,7 +91,7 @@ public:
     KIV_NOUN(kiv::Vector3d, rotateAxis)
     KIV_XYZ(shearCmd)
     KIV_NOUN(kiv::Vector3d, shear)
-    KIV_METHOD(Command, setMatrixCmd, (kiv::Matrix4d const& matrix), (matrix))
+    KIV_METHOD(Command, setMatrixCmd, (const kiv::Matrix4d& matrix), (matrix))
 };
 
 #define KIV_FLOAT(name)                                                                            \
@@ -158,10 +158,10 @@ public:
     using Pair = kiv::TypedVectorN<float, 2>;
     KIV_NOUN(bool, hasPosition)
     KIV_NOUN(Pair, position)
-    KIV_METHOD(Command, setPositionCmd, (Pair const& position), (position))
+    KIV_METHOD(Command, setPositionCmd, (const Pair& position), (position))
     KIV_NOUN(bool, hasSize)
     KIV_NOUN(Pair, size)
-    KIV_METHOD(Command, setSizeCmd, (Pair const& size), (size))
+    KIV_METHOD(Command, setSizeCmd, (const Pair& size), (size))
 };
 
 class PyGateways : public Derivable<kit::SceneSegmentHandlerBase>
@@ -169,9 +169,9 @@ class PyGateways : public Derivable<kit::SceneSegmentHandlerBase>
 public:
     using Derivable::Derivable;
     KIV_PURE_CONST_METHOD(kiv::Rtid, target, (const kiv::Path& path), (path))
-    KIV_METHOD(bool, isGatewayItem, (kiv::Path const& path), (path))
-    KIV_METHOD(kiv::Selection, gatewayItems, (kiv::Path const& path), (path))
-    KIV_METHOD(kiv::Selection, gatewayItems, (kiv::Path const& path, kiv::Rtid id), (path, id))
+    KIV_METHOD(bool, isGatewayItem, (const kiv::Path& path), (path))
+    KIV_METHOD(kiv::Selection, gatewayItems, (const kiv::Path& path), (path))
+    KIV_METHOD(kiv::Selection, gatewayItems, (const kiv::Path& path, kiv::Rtid id), (path, id))
 };
 
 class PyLooks : public Derivable<kit::UIInfoHandlerBase>
@@ -179,9 +179,9 @@ class PyLooks : public Derivable<kit::UIInfoHandlerBase>
 public:
     using Derivable::Derivable;
     KIV_CONST_METHOD(kiv::CellInfo, treeViewCellInfo,
-                     (SceneItem::Ptr const& item, kiv::CellInfo const& look), (item, look))
-    KIV_CONST_METHOD(Icon, treeViewIcon, (SceneItem::Ptr const& item), (item))
-    KIV_CONST_METHOD(std::string, treeViewTooltip, (SceneItem::Ptr const& item), (item))
+                     (const SceneItem::Ptr& item, const kiv::CellInfo& look), (item, look))
+    KIV_CONST_METHOD(Icon, treeViewIcon, (const SceneItem::Ptr& item), (item))
+    KIV_CONST_METHOD(std::string, treeViewTooltip, (const SceneItem::Ptr& item), (item))
     KIV_NOUN(std::string, runTimeLabel)
 };
 
@@ -189,8 +189,8 @@ class PyMenu : public Derivable<kit::ContextOpsBase>
 {
 public:
     using Derivable::Derivable;
-    KIV_CONST_METHOD(std::vector<kiv::ContextItem>, items, (ItemPath const& itemPath), (itemPath))
-    KIV_METHOD(Command, doOpCmd, (ItemPath const& itemPath), (itemPath))
+    KIV_CONST_METHOD(std::vector<kiv::ContextItem>, items, (const ItemPath& itemPath), (itemPath))
+    KIV_METHOD(Command, doOpCmd, (const ItemPath& itemPath), (itemPath))
 };
 
 class PyNodeDef : public Derivable<kit::NodeDefBase>
@@ -202,10 +202,10 @@ public:
     KIV_NOUN(std::vector<std::string>, classifications)
     KIV_NOUN(std::vector<kiv::AttributeDef::Ptr>, inputs)
     KIV_NOUN(std::vector<kiv::AttributeDef::Ptr>, outputs)
-    KIV_CONST_METHOD(kiv::Value, metadata, (std::string const& key), (key))
-    KIV_CONST_METHOD(bool, hasMetadata, (std::string const& key), (key))
+    KIV_CONST_METHOD(kiv::Value, metadata, (const std::string& key), (key))
+    KIV_CONST_METHOD(bool, hasMetadata, (const std::string& key), (key))
     KIV_CONST_METHOD(ItemCommand, createNodeCmd,
-                     (SceneItem::Ptr const& parent, PathComponent const& name), (parent, name))
+                     (const SceneItem::Ptr& parent, const PathComponent& name), (parent, name))
 };
 
 template <class T, class Interface, class Trampoline, class... Parameters, class... Names>

@@ -20,28 +20,28 @@ class PyHierarchyHandler : public Derivable<kiv::HierarchyHandler>
 {
 public:
     using Derivable::Derivable;
-    KIV_PURE_METHOD(kiv::Hierarchy::Ptr, hierarchy, (SceneItem::Ptr const& item), (item))
-    KIV_PURE_METHOD(SceneItem::Ptr, createItem, (kiv::Path const& path), (path))
-    KIV_PURE_METHOD(kiv::SceneItemList, rootItems, (kiv::Path const& gateway), (gateway))
+    KIV_PURE_METHOD(kiv::Hierarchy::Ptr, hierarchy, (const SceneItem::Ptr& item), (item))
+    KIV_PURE_METHOD(SceneItem::Ptr, createItem, (const kiv::Path& path), (path))
+    KIV_PURE_METHOD(kiv::SceneItemList, rootItems, (const kiv::Path& gateway), (gateway))
 };
 
 class PyOpsHandler : public Derivable<kiv::SceneItemOpsHandler>
 {
 public:
     using Derivable::Derivable;
-    KIV_PURE_METHOD(kiv::SceneItemOps::Ptr, sceneItemOps, (SceneItem::Ptr const& item), (item))
+    KIV_PURE_METHOD(kiv::SceneItemOps::Ptr, sceneItemOps, (const SceneItem::Ptr& item), (item))
 };
 
 class PyMenuHandler : public Derivable<kiv::ContextOpsHandler>
 {
 public:
     using Derivable::Derivable;
-    KIV_PURE_METHOD(kiv::ContextOps::Ptr, contextOps, (SceneItem::Ptr const& item), (item))
+    KIV_PURE_METHOD(kiv::ContextOps::Ptr, contextOps, (const SceneItem::Ptr& item), (item))
 };
 
 /// The interface of an item as a property of the item; None where its run-time has none.
 template <class Interface>
-auto interfaceOf(std::shared_ptr<Interface> (*get)(SceneItem::Ptr const&))
+auto interfaceOf(std::shared_ptr<Interface> (*get)(const SceneItem::Ptr&))
 {
     return [get](const SceneItem::Ptr& item) { return get(item); };
 }
@@ -49,7 +49,7 @@ auto interfaceOf(std::shared_ptr<Interface> (*get)(SceneItem::Ptr const&))
 void bindItem(nb::module_& module)
 {
     nb::class_<SceneItem, PyItem> type(module, "SceneItem", contract("SceneItem"));
-    type.def(nb::init<kiv::Path const&>(), "path"_a);
+    type.def(nb::init<const kiv::Path&>(), "path"_a);
     type.def_prop_ro("node_type", &SceneItem::nodeType, contract("SceneItem::nodeType"));
     type.def_prop_ro("ancestor_node_types", &SceneItem::ancestorNodeTypes,
                      contract("SceneItem::ancestorNodeTypes"));
@@ -168,7 +168,7 @@ void bindWalk(nb::module_& module)
 {
     using Walk = kiv::SubtreeWalk;
     Class<Walk> type(module, "SubtreeWalk");
-    type.def(nb::init<SceneItem::Ptr const&>(), "top"_a);
+    type.def(nb::init<const SceneItem::Ptr&>(), "top"_a);
     type.method("next", &Walk::next);
     type.method("skipSubtree", &Walk::skipSubtree);
     type.property("depth", &Walk::depth);

@@ -1,3 +1,4 @@
+#include "lifetimes.h"
 #include "observers.h"
 #include "overrides.h"
 
@@ -75,7 +76,7 @@ void bindQueries(Class<Selection>& type)
     type.def(
         "__getitem__",
         [](const Selection& self, const nb::slice& slice) {
-            return nb::cast(itemsOf(self))[slice];
+            return nb::object(nb::cast(itemsOf(self))[slice]);
         },
         "slice"_a, nb::sig("def __getitem__(self, slice: slice, /) -> list[SceneItem]"));
     type.method("contains", &Selection::contains, "path"_a);
@@ -174,7 +175,7 @@ void bindSelection(nb::module_& module)
     type.def(
         "__init__",
         [](Selection* self, const std::vector<SceneItem::Ptr>& items) {
-            new (self) Selection();
+            makeEmptied(self);
             for (const auto& item : items) {
                 self->append(item);
             }
@@ -184,8 +185,11 @@ void bindSelection(nb::module_& module)
     bindChanges(type);
 
     Class<ObservableSelection, Selection> observable(module, "ObservableSelection");
-    observable.def(nb::init<>());
-    observable.def(nb::init<const Selection&>(), "other"_a);
+    observable.def("__init__", [](ObservableSelection* self) { makeEmptied(self); });
+    observable.def(
+        "__init__",
+        [](ObservableSelection* self, const Selection& other) { makeEmptied(self, other); },
+        "other"_a);
     bindSubjectMembers<ObservableSelection>(observable);
 }
 

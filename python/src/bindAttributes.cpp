@@ -28,7 +28,7 @@ class PyHandler : public Derivable<kiv::AttributesHandler>
 {
 public:
     using Derivable::Derivable;
-    KIV_PURE_METHOD(Attributes::Ptr, attributes, (SceneItem::Ptr const& item), (item))
+    KIV_PURE_METHOD(Attributes::Ptr, attributes, (const SceneItem::Ptr& item), (item))
 };
 
 void setValue(Attribute& attribute, nb::handle value)
@@ -105,13 +105,11 @@ template <class T>
 void bindTyped(nb::module_& module, const char* name, const char* key)
 {
     using Get = std::decay_t<decltype(std::declval<const T&>().get())>;
-    noteBound(name);
     nb::class_<T, Attribute> type(module, name, contract(key));
     const auto members = std::string(key) + "::";
     type.def_prop_rw(
         "value", [](const T& self) { return self.get(); },
         [](T& self, const Get& value) { self.set(value); }, contract(members + "get"));
-    noteBound(members + "set");
     type.def("set_cmd", &T::setCmd, "value"_a, contract(members + "setCmd"));
     if constexpr (std::is_same_v<T, kiv::AttributeEnumString>) {
         type.def_prop_ro("enum_values", &T::enumValues,
@@ -161,8 +159,8 @@ void bindDefinition(nb::module_& module)
 
     using kiv::AttributeInfo;
     Class<AttributeInfo> info(module, "AttributeInfo");
-    info.def(nb::init<kiv::Path const&, std::string const&>(), "path"_a, "name"_a);
-    info.def(nb::init<Attribute::Ptr const&>(), "attribute"_a);
+    info.def(nb::init<const kiv::Path&, const std::string&>(), "path"_a, "name"_a);
+    info.def(nb::init<const Attribute::Ptr&>(), "attribute"_a);
     info.property("path", [](const AttributeInfo& self) { return self.path(); });
     info.property("name", &AttributeInfo::name);
     info.property("attribute", &AttributeInfo::attribute);

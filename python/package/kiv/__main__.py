@@ -1,0 +1,89 @@
+"""Commands for run-times in Python: `python -m kiv tree|shell|check SOURCE`.
+
+A source is a folder, a scene file, a USD stage, or `module:function`: a function that returns an object, which is closed
+by its `close()`, and the paths of its roots.
+"""
+
+import argparse
+import importlib
+import os
+import sys
+
+import kiv
+from kiv import conformance, host
+
+
+def _called(text: str) -> tuple[object, list[kiv.Path]]:
+    module, _, function = text.partition(":")
+    sys.path.insert(0, os.getcwd())
+    made, roots = getattr(importlib.import_module(module), function)()
+    return made, [kiv.Path(root) if isinstance(root, str) else root for root in roots]
+
+
+def opened(source: str) -> tuple[object, list[kiv.Path]]:
+    """What holds the scene of a source, to be closed, and the paths of its roots."""
+    if os.path.isdir(source):
+        from kiv import files
+
+        folder = files.RunTime(source)
+        return folder, [folder.root.path]
+    if os.path.splitext(source)[1] in (".usd", ".usda", ".usdc", ".usdz"):
+        usd = importlib.import_module("kiv.usd")
+        stage = usd.RunTime(source)
+        return stage, [stage.root.path]
+    if ":" in source and not os.path.exists(source):
+        return _called(source)
+    from kiv import document
+
+    workspace = document.Workspace()
+    workspace.mount(source)
+    return workspace, [workspace.root.path]
+
+
+def tree(source: str) -> int:
+    """Prints the items of the source, a line each."""
+    held, roots = opened(source)
+    for root in roots:
+        item = kiv.Hierarchy.create_item(root)
+        for row in host.outline(item):
+            print(f"{'  ' * row.depth}{row.name}  {row.node_type}")
+    held.close()  # type: ignore[attr-defined]
+    return 0
+
+
+def check(source: str, seed: int, steps: int) -> int:
+    """Holds the run-time of the source against the contracts."""
+    options = conformance.Options()
+    options.seed = seed
+    options.nb_steps = steps
+    report = conformance.check(conformance.Candidate(source, lambda: opened(source)), options)
+    print(report.text())
+    return 0 if report.passed else 1
+
+
+def main(arguments: list[str] | None = None) -> int:
+    parser = argparse.ArgumentParser(prog="python -m kiv", description="Shows, edits and checks scenes.")
+    commands = parser.add_subparsers(dest="command", required=True)
+    for name, about in (("tree", "print the items"), ("shell", "browse and edit them by commands"),
+                        ("check", "hold the run-time against its contracts")):
+        command = commands.add_parser(name, help=about)
+        command.add_argument("source", help="a folder, a scene file, a USD stage, or module:function")
+        if name == "check":
+            command.add_argument("--seed", type=int, default=1)
+            command.add_argument("--steps", type=int, default=100)
+    given = parser.parse_args(arguments)
+    try:
+        if given.command == "tree":
+            return tree(given.source)
+        if given.command == "check":
+            return check(given.source, given.seed, given.steps)
+        from kiv import _shell
+
+        return _shell.run(*opened(given.source))
+    except (kiv.Error, OSError, ImportError, ValueError) as error:
+        print(f"kiv: {error}", file=sys.stderr)
+        return 1
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,3 @@
+"""Scene files of many formats, a run-time."""
+
+from kiv._documents.assimp import *  # noqa: F403

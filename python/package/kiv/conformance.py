@@ -1,0 +1,3 @@
+"""Holds run-times against their contracts."""
+
+from kiv._kiv.conformance import *  # noqa: F403

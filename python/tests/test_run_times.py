@@ -1,0 +1,163 @@
+"""Run-times written in Python: by the kit, by handlers, and the folder of the file system."""
+
+import subprocess
+import sys
+from types import SimpleNamespace
+
+import pytest
+
+import kiv
+from kiv import conformance, files, host, kit
+
+
+class Rows(kit.Tree):
+    """A tree in nested dictionaries; a part is the dictionary of an item."""
+
+    def __init__(self, root):
+        super().__init__(root)
+        self.top = {"type": "group", "size": 1.0, "children": {}}
+
+    def row(self, path):
+        row = self.top if self.covers(path) else None
+        for name in path.names[len(self.root):] if row else ():
+            row = row["children"].get(name)
+            if row is None:
+                return None
+        return row
+
+    def node_type(self, path):
+        row = self.row(path)
+        return row["type"] if row else ""
+
+    def children(self, path):
+        row = self.row(path)
+        return [(name, child["type"]) for name, child in row["children"].items()] if row else []
+
+    def accepts(self, parent, node_type):
+        return node_type in ("", "group", "row") and self.node_type(parent) == "group"
+
+    def make(self, node_type):
+        return {"type": node_type, "size": 1.0, "children": {}}
+
+    def copy(self, path):
+        row = self.row(path)
+        return {**row, "children": {name: self.copy(path / name) for name in row["children"]}}
+
+    def take(self, path):
+        return self.row(path.parent)["children"].pop(path.name)
+
+    def put(self, path, part, row):
+        into = self.row(path.parent)["children"]
+        listed = list(into.items())
+        listed.insert(row, (path.name, part))
+        into.clear()
+        into.update(listed)
+
+
+class Look(kit.UIInfoHandlerBase):
+    run_time_label = "Rows"
+
+    def tree_view_tooltip(self, item):
+        return f"a {item.node_type}"
+
+
+class Lens(kit.CameraBase):
+    focal_length = 35.0
+
+    @property
+    def f_stop(self):
+        return 2.0
+
+
+def rows_run_time():
+    registration = kiv.RunTimeRegistration("rows", "/")
+    tree = Rows(kiv.Path(kiv.PathSegment(["rows"], registration.id, "/")))
+    kit.register_tree(registration.id, tree)
+
+    def set_size(path, value):
+        tree.row(path)["size"] = value
+
+    table = kit.AttributeTable()
+    table.add("size", kiv.Attribute.FLOAT, lambda path: (tree.row(path) or {}).get("size"), set_size)
+    manager = kiv.RunTimeMgr.instance()
+    manager.set_attributes_handler(registration.id, kit.attributes_handler(table.attributes))
+    manager.set_ui_info_handler(registration.id, Look(registration.id))
+    manager.set_camera_handler(registration.id, kit.camera_handler(lambda item: Lens(item)))
+    tree.put(tree.root / "a", tree.make("group"), 0)
+    tree.put(tree.root / "b", tree.make("row"), 1)
+    return SimpleNamespace(close=registration.close, tree=tree), [tree.root]
+
+
+def test_a_tree_in_python_is_edited_as_any_scene(scene):
+    made, (root,) = rows_run_time()
+    history, told = kiv.UndoableCommandMgr.instance(), []
+    top = kiv.Hierarchy.create_item(root)
+    with kiv.Scene.instance().add_observer(told.append):
+        command = top.hierarchy.create_child_cmd("row", "b")
+        history.execute_cmd(command)
+        history.execute_cmd(top.children[0].hierarchy.insert_child_cmd(command.scene_item))
+    assert [str(each.item.path) for each in told] == ["/rows/b1", "/rows/a/b1"]
+    item = kiv.Hierarchy.create_item("/rows/a/b1")
+    history.execute_cmd(item.attributes["size"].set_cmd(2))
+    assert item.attributes["size"].value == 2 and item.camera.f_stop == 2 and item.camera.focal_length == 35
+    assert kiv.UIInfoHandler.of(item.run_time_id).tree_view_tooltip(item) == "a row"
+    while history.undo():
+        pass
+    assert [row.name for row in host.outline(top)] == ["rows", "a", "b"]
+    history.clear()
+    made.close()
+
+
+def test_run_times_in_python_keep_the_contracts(tmp_path):
+    (tmp_path / "film" / "shots").mkdir(parents=True)
+    (tmp_path / "film" / "shots" / "one.txt").write_text("1")
+    options = conformance.Options()
+    options.nb_steps = 30
+
+    def film():
+        run_time = files.RunTime(tmp_path / "film")
+        return run_time, [run_time.root.path]
+
+    for name, make in (("rows", rows_run_time), ("files", film)):
+        report = conformance.check(conformance.Candidate(name, make), options)
+        assert report.passed, report.text()
+
+
+def test_files_are_renamed_moved_and_deleted_and_brought_back(scene, tmp_path):
+    (tmp_path / "a").mkdir()
+    (tmp_path / "a" / "one.txt").write_text("one")
+    (tmp_path / "b").mkdir()
+    history = kiv.UndoableCommandMgr.instance()
+    with files.RunTime(tmp_path) as folder:
+        a, b = folder.root.children
+        one = a.children[0]
+        assert (one.node_type, one.attributes["size"].value) == ("file", 3)
+        history.execute_cmd(one.operations.rename_item_cmd("two.txt"))
+        history.execute_cmd(b.hierarchy.insert_child_cmd(a.children[0]))
+        assert (tmp_path / "b" / "two.txt").read_text() == "one"
+        history.execute_cmd(b.children[0].attributes["modified"].set_cmd(1000.0))
+        assert (tmp_path / "b" / "two.txt").stat().st_mtime == 1000
+        history.execute_cmd(b.operations.delete_item_cmd())
+        assert [item.path.name for item in folder.root.children] == ["a"] and not (tmp_path / "b").exists()
+        while history.undo():
+            pass
+        assert (tmp_path / "a" / "one.txt").read_text() == "one" and (tmp_path / "b").is_dir()
+        history.clear()
+    with pytest.raises(FileNotFoundError):
+        files.RunTime(tmp_path / "gone")
+
+
+def test_the_commands_of_the_package(tmp_path):
+    (tmp_path / "film").mkdir()
+    (tmp_path / "film" / "one.txt").write_text("1")
+
+    def run(command, text=""):
+        ended = subprocess.run([sys.executable, "-m", "kiv", command, str(tmp_path / "film")], input=text,
+                               capture_output=True, text=True, check=False, timeout=120, cwd=tmp_path)
+        return ended.returncode, ended.stdout
+
+    assert run("tree") == (0, "film  folder\n  one.txt  file\n")
+    code, output = run("shell", "make folder new\nrename one.txt two.txt\nundo\nls\nnope\nmake row x\n")
+    assert code == 0 and output.splitlines()[2:] == [
+        "one.txt  file", "new  folder", "error: unknown command 'nope'", "error: the run-time refuses"]
+    assert (tmp_path / "film" / "new").is_dir()
