@@ -156,7 +156,7 @@ class Reader:
         text = re.sub(r"^template <.*?>+ (?=[\w\[])", "", text)
         text = re.sub(r"\[\[\w+\]\] ?", "", text)
         text = re.sub(r"= default|KIV_EXPORT |decltype\(auto\) ", "", text).strip()
-        if re.match(r"[^(]*\w>?::\w+ ?\(", text):
+        if re.match(r"[^(=]*\w>?::\w+ ?\(", text):
             return  # the definition of what was declared before
         if (not text or re.match(r"(friend|static_assert|extern|class|struct|enum|explicit operator)\b", text)
                 or "= delete" in text or "~" in text.split("(")[0] or "KIV_HIDDEN" in text or "operator=(" in text):

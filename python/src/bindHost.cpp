@@ -1,3 +1,4 @@
+#include <nanobind/stl/map.h>
 #include <nanobind/stl/unique_ptr.h>
 
 #include "kiv/host/childName.h"
@@ -229,6 +230,13 @@ void bindLookUp(nb::module_& module)
     row.field("nodeType", &Row::nodeType).field("runTimeId", &Row::runTimeId);
     row.field("depth", &Row::depth).field("matches", &Row::matches).field("isLast", &Row::isLast);
     function(module, "host::", "outline", &host::outline, "root"_a, "filter"_a = Filter());
+    using Counts = host::OutlineCounts;
+    Class<Counts> counts(module, "OutlineCounts", "host::OutlineCounts");
+    counts.field("items", &Counts::items).field("nodeTypes", &Counts::nodeTypes);
+    counts.field("runTimes", &Counts::runTimes);
+    counts.field("depth", &Counts::depth).field("breadth", &Counts::breadth);
+    function(module, "host::", "countsOf", &host::countsOf, "rows"_a);
+    function(module, "host::", "worldBox", &host::worldBox, "item"_a);
     function(module, "host::", "walk", &host::walk, "root"_a, "depth"_a, "visit"_a);
 }
 

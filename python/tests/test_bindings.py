@@ -37,7 +37,7 @@ UNBOUND = {
     r"(SegmentWalk(::.*)?|Hierarchy_v4_2::segmentWalk)": "`SubtreeWalk` uses it",
     r"CodeWrapperCont(ainer|ext)(::.*)?": "`BatchCompositeCommand` uses it",
     r"Subject::cleanObservers|CompositeUndoableCommand::(take|create)|BatchCompositeCommand::create|"
-    r"SceneChanged::storedSubOpType|Selection::trie|RunTimeMgr::hierarchyHandlerRef|VersionInfo::VersionInfo": "for C++",
+    r"SceneChanged::storedSubOpType|Selection::trie|RunTimeMgr::hierarchyHandlerRef": "for C++",
     r"(Selection|ObservableSelection)::post\w+": "an observable selection tells of changes",
     r"Attribute(Handle)?::shared_from_this|.*::(what|reason|file|pathText|segmentText)": "the text of the exception",
     r"host::(SceneTree|prefixed|firstCharacter|isUtf8|Utf8Character|numberText|valueText)(::.*)?":
@@ -50,7 +50,8 @@ UNBOUND = {
     r"kit::(AttributeTable::(Row|row|takesMetadata|metadata|setMetadata|Metadata)|\w+Access|Tree::(Part|kLast)|MountTable)"
     r"(::.*)?": "keywords of `AttributeTable.add`, arguments of the access, `Mounts`",
     r"kit::\w+Base::path": "`scene_item.path`",
-    r"memory::DataModel::(DataModel|Tree)|memory::Tree.*|assimp::SceneFile.*|assimp::RunTime::kSeparator": "made by others",
+    r"memory::DataModel::(DataModel|Tree)|memory::Tree.*|assimp::SceneFile.*|assimp::RunTime::kSeparator":
+        "made by others",
     r"host::UndoHistory::Merging.*": "`UndoHistory.merging()`",
     r".*Impl|Scene::postNotify\w+|host::HostScene::postDelivery": "defined by classes that are derived, in Python too",
     r"ContextItem::SeparatorTag|.*::empty|host::UndoHistory::setLimit|host::Transaction::runFor|kit::Mounts::forEach|"

@@ -8,12 +8,19 @@ from pathlib import Path
 
 import pytest
 
+import kiv
+
 GUIDE = Path(os.environ.get("KIV_GUIDE", Path(__file__).parents[2] / "docs" / "python.md"))
 
 
+@pytest.fixture(autouse=True)
+def nothing_is_left():
+    yield
+    kiv._kiv._clear_all()
+
+
 @pytest.mark.skipif(not GUIDE.exists(), reason="the guide is not beside the tests")
-def test_every_block_prints_what_the_guide_says(tmp_path, monkeypatch, recwarn):
-    monkeypatch.chdir(tmp_path)
+def test_every_block_prints_what_the_guide_says():
     text = GUIDE.read_text()
     names = {"__name__": "guide"}
     blocks = re.findall(r"^```python\n(.*?)^```\n(?:\n?```text\n(.*?)^```\n)?", text, flags=re.S | re.M)

@@ -1,7 +1,10 @@
 """Run-times written in Python: by the kit, by handlers, and the folder of the file system."""
 
+import os
 import subprocess
 import sys
+import tempfile
+from pathlib import Path
 from types import SimpleNamespace
 
 import pytest
@@ -109,13 +112,15 @@ def test_a_tree_in_python_is_edited_as_any_scene(scene):
 
 
 def test_run_times_in_python_keep_the_contracts(tmp_path):
-    (tmp_path / "film" / "shots").mkdir(parents=True)
-    (tmp_path / "film" / "shots" / "one.txt").write_text("1")
     options = conformance.Options()
     options.nb_steps = 30
 
-    def film():
-        run_time = files.RunTime(tmp_path / "film")
+    def film():  # each time a new folder: files outlive their run-time
+        folder = Path(tempfile.mkdtemp(dir=tmp_path)) / "film"
+        (folder / "shots").mkdir(parents=True)
+        (folder / "shots" / "one.txt").write_text("1")
+        os.utime(folder / "shots" / "one.txt", (1, 1))
+        run_time = files.RunTime(folder)
         return run_time, [run_time.root.path]
 
     for name, make in (("rows", rows_run_time), ("files", film)):

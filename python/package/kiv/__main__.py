@@ -1,7 +1,7 @@
 """Commands for run-times in Python: `python -m kiv tree|shell|check SOURCE`.
 
-A source is a folder, a scene file, a USD stage, or `module:function`: a function that returns an object, which is closed
-by its `close()`, and the paths of its roots.
+A source is a folder, a scene file, a USD stage, or `module:function`: a function that returns an object, which is
+closed by its `close()`, and the paths of its roots.
 """
 
 import argparse
