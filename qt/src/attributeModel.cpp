@@ -9,6 +9,7 @@
 
 #include "kiv/hierarchy.h"
 #include "kiv/host/transaction.h"
+#include "kiv/runTimeMgr.h"
 
 #include "attempt.h"
 #include "colors.h"
@@ -67,7 +68,8 @@ public:
 private:
     void read(const Path& path)
     {
-        const auto item = Hierarchy::createItem(path);
+        const auto isThere = RunTimeMgr::instance().hierarchyHandler(path.runTimeId()) != nullptr;
+        const auto item = isThere ? Hierarchy::createItem(path) : nullptr;
         if (!item) {
             return;
         }
@@ -86,7 +88,12 @@ private:
 
 AttributeModel::AttributeModel(QObject* parent)
     : QAbstractItemModel(parent), _selectionObserver(detail::listeningTo<Notification>(
-                                      [this](const Notification&) { _refresh.start(); }))
+                                      [this](const Notification&) { _refresh.start(); })),
+      _runTimes([this](RunTimeEvent event, Rtid) {
+          if (event == RunTimeEvent::Leaving) {
+              letGo();
+          }
+      })
 {
     _refresh.setSingleShot(true);
     _refresh.setInterval(0);
@@ -139,6 +146,14 @@ void AttributeModel::refresh()
         }
     }
     setItems(std::move(items));
+}
+
+void AttributeModel::letGo()
+{
+    _slice.stop();
+    _reading.reset();
+    _watch.reset();
+    _refresh.start();
 }
 
 void AttributeModel::readOn()

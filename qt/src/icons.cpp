@@ -20,7 +20,7 @@ namespace {
 using Icon = UIInfoHandler::Icon;
 
 /// Words of node types and the glyph of the first that occurs in one.
-constexpr std::array<std::pair<std::string_view, const char*>, 23> kTypeWords{{
+constexpr std::array<std::pair<std::string_view, const char*>, 24> kTypeWords{{
     {"directional", "directionalLight"},
     {"distant", "directionalLight"},
     {"spot", "spotLight"},
@@ -37,6 +37,7 @@ constexpr std::array<std::pair<std::string_view, const char*>, 23> kTypeWords{{
     {"joint", "joint"},
     {"bone", "joint"},
     {"skel", "joint"},
+    {"gateway", "file"},
     {"scene", "scene"},
     {"world", "scene"},
     {"root", "scene"},

@@ -8,6 +8,7 @@
 
 #include "kiv/export.h"
 #include "kiv/host/propertyValue.h"
+#include "kiv/host/runTimeWatch.h"
 #include "kiv/observableSelection.h"
 #include "kiv/observer.h"
 #include "kiv/path.h"
@@ -94,6 +95,7 @@ public:
 private:
     KIV_HIDDEN void readOn();
     KIV_HIDDEN void publish();
+    KIV_HIDDEN void letGo();
     KIV_HIDDEN void set(const QModelIndex& index, const host::PropertyValue& value);
     KIV_HIDDEN const Row* rowOf(const QModelIndex& index) const;
 
@@ -103,8 +105,9 @@ private:
     std::unique_ptr<Watch> _watch;
     ObservableSelection::Ptr _selection;
     const Observer::Ptr _selectionObserver;
-    QTimer _slice;   ///< Reads on.
-    QTimer _refresh; ///< Gathers changes, of which many may come at once.
+    const host::RunTimeWatch _runTimes; ///< Nothing is held of one that leaves.
+    QTimer _slice;                      ///< Reads on.
+    QTimer _refresh;                    ///< Gathers changes, of which many may come at once.
 };
 
 /// Editors for the values of an `AttributeModel`: lists for enumerations, a field per element of

@@ -1,0 +1,91 @@
+#include "sceneLog.h"
+
+#include "kiv/attributeNotification.h"
+#include "kiv/attributes.h"
+#include "kiv/object3d.h"
+#include "kiv/object3dNotification.h"
+#include "kiv/pathString.h"
+#include "kiv/scene.h"
+#include "kiv/sceneNotification.h"
+
+namespace window {
+
+using namespace Kiv_v4;
+
+namespace {
+
+using Op = SceneCompositeNotification::Op;
+
+QString textOf(const Path& path)
+{
+    return QString::fromStdString(PathString::string(path));
+}
+
+QString textOf(const Op& op)
+{
+    switch (op.opType) {
+    case SceneChanged::Added:
+        return QObject::tr("added %1").arg(textOf(op.path));
+    case SceneChanged::Deleted:
+        return QObject::tr("deleted %1").arg(textOf(op.path));
+    case SceneChanged::PathChanged:
+        return op.item ? QObject::tr("%1 is now %2").arg(textOf(op.path), textOf(op.item->path()))
+                       : QObject::tr("%1 has another path").arg(textOf(op.path));
+    default:
+        return QObject::tr("changed under %1").arg(textOf(op.path));
+    }
+}
+
+/// Writes what it hears to the log. The log dies first, so it asks for it.
+class Writer : public Observer
+{
+public:
+    explicit Writer(QPlainTextEdit& log) : _log(log) {}
+
+    void operator()(const Notification& notification) override
+    {
+        if (const auto* attribute = dynamic_cast<const AttributeChanged*>(&notification)) {
+            write(QObject::tr("attribute %1 of %2")
+                      .arg(QString::fromStdString(attribute->name()), textOf(attribute->path())));
+        } else if (const auto* shown = dynamic_cast<const VisibilityChanged*>(&notification)) {
+            write(QObject::tr("shown or hidden %1").arg(textOf(shown->path())));
+        } else {
+            writeChanges(notification);
+        }
+    }
+
+private:
+    /// Of a batch, the first ones: nobody reads a million.
+    void writeChanges(const Notification& notification)
+    {
+        constexpr auto kMost = 100;
+        auto count = 0;
+        forEachOp(notification, [&](const Op& op) {
+            if (++count <= kMost) {
+                write(textOf(op));
+            }
+        });
+        if (count > kMost) {
+            write(QObject::tr("and %L1 more").arg(count - kMost));
+        }
+    }
+
+    void write(const QString& line) { _log.appendPlainText(line); }
+
+    QPlainTextEdit& _log;
+};
+
+} // namespace
+
+SceneLog::SceneLog(QWidget* parent)
+    : QPlainTextEdit(parent), _observer(std::make_shared<Writer>(*this))
+{
+    setReadOnly(true);
+    setMaximumBlockCount(1000);
+    setLineWrapMode(NoWrap);
+    Scene::instance().addObserver(_observer);
+    Attributes::addObserver(_observer);
+    Object3d::addObserver(_observer);
+}
+
+} // namespace window

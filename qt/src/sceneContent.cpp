@@ -1,0 +1,220 @@
+#include "sceneContent.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "kiv/camera.h"
+#include "kiv/cameraNotification.h"
+#include "kiv/hierarchy.h"
+#include "kiv/light.h"
+#include "kiv/lightNotification.h"
+#include "kiv/scene.h"
+#include "kiv/transform3d.h"
+#include "kiv/transform3dNotification.h"
+
+#include "attempt.h"
+#include "listening.h"
+
+namespace Kiv_v4::qt {
+
+namespace {
+
+/// How long items are read at a stretch, in milliseconds.
+constexpr int kSlice = 10;
+
+} // namespace
+
+SceneView::Content::Content(std::function<void(bool)> changed)
+    : _changed(std::move(changed)),
+      _observer(detail::listeningTo<Notification>(
+          [this](const Notification& notification) { hear(notification); })),
+      _runTimes([this](RunTimeEvent event, Rtid) {
+          if (event == RunTimeEvent::Leaving) {
+              letGo();
+          }
+      })
+{
+    _slice.setInterval(0);
+    QObject::connect(&_slice, &QTimer::timeout, [this] { readOn(kSlice); });
+    _restart.setSingleShot(true);
+    QObject::connect(&_restart, &QTimer::timeout, [this] { read(); });
+    _reread.setSingleShot(true);
+    QObject::connect(&_reread, &QTimer::timeout, [this] { rereadMoved(); });
+    Object3d::addObserver(_observer);
+    if (Scene::hasInstance()) {
+        Scene::instance().addObserver(_observer);
+    }
+}
+
+SceneView::Content::~Content()
+{
+    unwatch();
+    Object3d::removeObserver(_observer);
+    if (Scene::hasInstance()) {
+        Scene::instance().removeObserver(_observer);
+    }
+}
+
+const std::vector<detail::Shape>& SceneView::Content::shapes() const noexcept
+{
+    return _shapes.empty() && _reading ? _reading->shapes() : _shapes;
+}
+
+std::size_t SceneView::Content::nbItems() const noexcept
+{
+    return _reading ? _reading->nbItems() : _nbItems;
+}
+
+void SceneView::Content::Extent::extend(const detail::Shape& shape)
+{
+    if (!shape.isOuter) {
+        (shape.kind == detail::Shape::Box ? boxes : points).extend(detail::worldBox(shape));
+    }
+}
+
+const BoundingBox3d& SceneView::Content::box() const
+{
+    const auto& all = shapes();
+    for (; _nbExtended < all.size(); ++_nbExtended) {
+        _extent.extend(all[_nbExtended]);
+    }
+    return _extent.box();
+}
+
+BoundingBox3d SceneView::Content::box(const Selection& selection) const
+{
+    Extent extent;
+    for (const auto& shape : shapes()) {
+        if (selection.containsAncestorInclusive(shape.path)) {
+            extent.extend(shape);
+        }
+    }
+    return extent.box();
+}
+
+void SceneView::Content::read()
+{
+    _restart.stop();
+    _reading = std::make_unique<detail::SceneReading>();
+    _slice.start();
+    readOn(kSlice);
+}
+
+void SceneView::Content::finish()
+{
+    if (_restart.isActive()) {
+        read();
+    }
+    if (_reading) {
+        readOn(0);
+    }
+}
+
+void SceneView::Content::stop()
+{
+    if (_reading) {
+        complete();
+    }
+}
+
+void SceneView::Content::readOn(int milliseconds)
+{
+    if (!_reading->readOn(milliseconds)) {
+        complete();
+    } else if (_shapes.empty()) {
+        _changed(false);
+    }
+}
+
+void SceneView::Content::complete()
+{
+    _slice.stop();
+    const auto done = std::move(_reading);
+    _shapes = std::move(done->shapes());
+    _nbItems = done->nbItems();
+    forgetExtent();
+    watch(done->placed());
+    _changed(true);
+}
+
+void SceneView::Content::update(const SceneItem::Ptr& item)
+{
+    _moved.append(item);
+    _reread.start(0);
+}
+
+void SceneView::Content::rereadMoved()
+{
+    auto isWhole = true;
+    for (auto& shape : _shapes) {
+        if (_moved.containsAncestorInclusive(shape.path)) {
+            isWhole =
+                detail::attempt("draw an item", false, [&] { return detail::reread(shape); }) &&
+                isWhole;
+        }
+    }
+    _moved.clear();
+    forgetExtent();
+    if (!isWhole) {
+        _restart.start(0);
+    }
+    _changed(true);
+}
+
+void SceneView::Content::forgetExtent()
+{
+    _extent = {};
+    _nbExtended = 0;
+}
+
+void SceneView::Content::watch(const std::vector<SceneItem::Ptr>& items)
+{
+    unwatch();
+    _watched = items;
+    for (const auto& item : _watched) {
+        Transform3d::addObserver(item, _observer);
+    }
+    for (const auto& shape : _shapes) {
+        if (shape.kind != detail::Shape::Box && _watched.size() < detail::SceneReading::kWatched) {
+            const auto item = detail::attempt("follow an item", SceneItem::Ptr(),
+                                              [&] { return Hierarchy::createItem(shape.path); });
+            Camera::addObserver(item, _observer);
+            Light::addObserver(item, _observer);
+        }
+    }
+}
+
+void SceneView::Content::unwatch()
+{
+    for (const auto& item : std::exchange(_watched, {})) {
+        Transform3d::removeObserver(item, _observer);
+        Camera::removeObserver(item, _observer);
+        Light::removeObserver(item, _observer);
+    }
+}
+
+void SceneView::Content::letGo()
+{
+    _slice.stop();
+    _reading.reset();
+    _shapes.clear();
+    _moved.clear();
+    unwatch();
+    forgetExtent();
+    _restart.start(0);
+}
+
+void SceneView::Content::hear(const Notification& notification)
+{
+    if (const auto* moved = dynamic_cast<const Transform3dChanged*>(&notification)) {
+        update(moved->item());
+    } else if (const auto* camera = dynamic_cast<const CameraChanged*>(&notification)) {
+        update(camera->item());
+    } else if (const auto* light = dynamic_cast<const LightChanged*>(&notification)) {
+        update(light->item());
+    } else {
+        _restart.start(0);
+    }
+}
+
+} // namespace Kiv_v4::qt

@@ -1,0 +1,241 @@
+#include "schematic.h"
+
+#include <QElapsedTimer>
+#include <array>
+#include <cmath>
+#include <limits>
+
+#include "kiv/camera.h"
+#include "kiv/hierarchy.h"
+#include "kiv/hierarchyHandler.h"
+#include "kiv/host/matrix.h"
+#include "kiv/runTimeMgr.h"
+#include "kiv/transform3dRead.h"
+
+#include "attempt.h"
+#include "vectors.h"
+
+namespace Kiv_v4::qt::detail {
+
+namespace {
+
+constexpr auto kNone = std::numeric_limits<std::size_t>::max();
+
+Matrix4d identity()
+{
+    return {{{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}}}};
+}
+
+bool isFinite(const Matrix4d& matrix)
+{
+    for (const auto& row : matrix.matrix) {
+        for (const auto element : row) {
+            if (!std::isfinite(element)) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+SceneItemList topItems()
+{
+    auto ids = RunTimeMgr::instance().getIds();
+    ids.sort();
+    SceneItemList items;
+    for (const auto id : ids) {
+        attempt("read the top of a scene", [&] {
+            items.splice(items.end(), RunTimeMgr::instance().hierarchyHandlerRef(id).rootItems({}));
+        });
+    }
+    return items;
+}
+
+/// Calls `visit` with the corners, where the matrix takes them.
+template <class Visit>
+void eachCorner(const BoundingBox3d& box, const Matrix4d& matrix, Visit visit)
+{
+    const std::array ends{box.min.vector, box.max.vector};
+    for (std::size_t i = 0; i < 8; ++i) {
+        visit(image({{ends[i & 1][0], ends[i >> 1 & 1][1], ends[i >> 2][2]}}, matrix));
+    }
+}
+
+bool describeCamera(Shape& shape, const SceneItem::Ptr& item)
+{
+    const auto camera = Kiv_v4::Camera::camera(item);
+    if (!camera) {
+        return false;
+    }
+    shape.kind = Shape::Camera;
+    shape.isOrthographic = camera->projection() == Kiv_v4::Camera::Orthographic;
+    const auto focal = shape.isOrthographic ? 1.0 : double(camera->focalLength());
+    shape.film = {camera->horizontalAperture() / 2 / focal, camera->verticalAperture() / 2 / focal};
+    return true;
+}
+
+bool describeLight(Shape& shape, const SceneItem::Ptr& item)
+{
+    const auto light = Kiv_v4::Light::light(item);
+    if (!light) {
+        return false;
+    }
+    shape.kind = Shape::Light;
+    shape.light = light->type();
+    shape.color = light->color();
+    if (const auto cone = light->coneInterface()) {
+        constexpr double kHalfDegree = 3.14159265358979323846 / 360;
+        shape.film.setX(std::tan(std::min(cone->coneProps().coneAngle, 170.F) * kHalfDegree));
+    }
+    return true;
+}
+
+bool describeBox(Shape& shape, const SceneItem::Ptr& item)
+{
+    const auto object = Object3d::object3d(item);
+    shape.kind = Shape::Box;
+    shape.box = object ? object->boundingBox() : BoundingBox3d();
+    return !shape.box.empty();
+}
+
+} // namespace
+
+SceneReading::SceneReading() : _tops(topItems()) {}
+
+bool SceneReading::readOn(int milliseconds)
+{
+    QElapsedTimer clock;
+    clock.start();
+    while (milliseconds == 0 || clock.elapsed() < milliseconds) {
+        // The clock costs more than an item.
+        for (auto count = 0; count < 64; ++count) {
+            if (!next()) {
+                tellOuter();
+                return false;
+            }
+            attempt("read an item in space", [this] { read(); });
+        }
+    }
+    return true;
+}
+
+bool SceneReading::next()
+{
+    auto isThere = false;
+    while (!isThere && (_walk || !_tops.empty())) {
+        if (!_walk) {
+            _walk = std::make_unique<SubtreeWalk>(_tops.front());
+            _tops.pop_front();
+        }
+        if (!attempt("walk the scene", [&] { isThere = _walk->next(); }) || !isThere) {
+            _walk.reset();
+        }
+    }
+    return isThere;
+}
+
+void SceneReading::read()
+{
+    ++_nbItems;
+    const auto depth = _walk->depth();
+    _levels.resize(depth);
+    const Level above = depth ? _levels.back() : Level{identity(), _walk->runTimeId(), true, kNone};
+    auto level = above;
+    _levels.push_back(level);
+    const auto item = _walk->item();
+    const auto isPlaceless = above.runTimeId != _walk->runTimeId() && !above.hasTransform;
+    if (!item || isPlaceless) {
+        _walk->skipSubtree();
+        return;
+    }
+    const auto object = Object3d::object3d(item);
+    const auto transform = Transform3dRead::transform3dRead(item);
+    if (object && !object->visibility()) {
+        addInner(above, transform ? transform->matrix() * above.world : above.world,
+                 object->boundingBox());
+        _walk->skipSubtree();
+        return;
+    }
+    level.runTimeId = item->runTimeId();
+    level.hasTransform = transform != nullptr;
+    if (transform) {
+        level.world = transform->matrix() * above.world;
+        if (_placed.size() < kWatched) {
+            _placed.push_back(item);
+        }
+    }
+    if (isFinite(level.world)) {
+        addShapes(item, above, level);
+    }
+    _levels.back() = level;
+}
+
+void SceneReading::addShapes(const SceneItem::Ptr& item, const Level& above, Level& level)
+{
+    Shape shape;
+    shape.path = item->path();
+    shape.world = level.world;
+    if (describeCamera(shape, item) || describeLight(shape, item)) {
+        _shapes.push_back(shape);
+    } else if (describeBox(shape, item)) {
+        addInner(above, shape.world, shape.box);
+        level.box = _shapes.size();
+        _shapes.push_back(shape);
+    }
+}
+
+void SceneReading::addInner(const Level& above, const Matrix4d& world, const BoundingBox3d& box)
+{
+    if (above.box == kNone || box.empty()) {
+        return;
+    }
+    auto& outer = _shapes[above.box];
+    const auto [found, isNew] = _inner.try_emplace(above.box);
+    auto& inner = found->second;
+    if (isNew) {
+        inner.fromWorld = host::inverse(outer.world);
+        outer.isOuter = true; // for now
+    }
+    if (inner.fromWorld) {
+        eachCorner(box, world * *inner.fromWorld,
+                   [&](const Vector3d& corner) { inner.box.extend(corner); });
+    }
+}
+
+/// An item's box holds all that is under it. Whether there is anything of its own in it, its size
+/// tells.
+void SceneReading::tellOuter()
+{
+    for (const auto& [at, inner] : _inner) {
+        auto grown = inner.box;
+        grown.extend(_shapes[at].box);
+        const auto more =
+            length(sum(grown.max, grown.min, -1)) - length(sum(inner.box.max, inner.box.min, -1));
+        _shapes[at].isOuter =
+            !inner.fromWorld || more <= 1e-3 * length(sum(grown.max, grown.min, -1));
+    }
+}
+
+bool reread(Shape& shape)
+{
+    const auto item = Hierarchy::createItem(shape.path);
+    const auto world = item ? host::worldMatrix(item) : std::nullopt;
+    if (!world || !isFinite(*world)) {
+        return false;
+    }
+    shape.world = *world;
+    return describeCamera(shape, item) || describeLight(shape, item) || describeBox(shape, item);
+}
+
+BoundingBox3d worldBox(const Shape& shape)
+{
+    BoundingBox3d box;
+    if (shape.kind != Shape::Box) {
+        box.extend(axis(shape.world, 3));
+        return box;
+    }
+    eachCorner(shape.box, shape.world, [&](const Vector3d& corner) { box.extend(corner); });
+    return box;
+}
+
+} // namespace Kiv_v4::qt::detail
