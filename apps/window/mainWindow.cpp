@@ -133,7 +133,7 @@ void MainWindow::makeAttributes()
     header.setSectionResizeMode(Model::LabelColumn, QHeaderView::Interactive);
     header.setSectionResizeMode(Model::ValueColumn, QHeaderView::Stretch);
     header.setSectionResizeMode(Model::UnitColumn, QHeaderView::ResizeToContents);
-    header.resizeSection(Model::LabelColumn, 140);
+    header.resizeSection(Model::LabelColumn, 176);
     const auto open = [this] {
         _attributes->expandAll();
         for (auto row = 0; row < _attributeModel.rowCount(); ++row) {
@@ -175,7 +175,7 @@ void MainWindow::makeDocks()
     auto* attributes = dock(tr("Attributes"), _attributes, Qt::RightDockWidgetArea);
     auto* history = dock(tr("History"), _history, Qt::RightDockWidgetArea);
     auto* log = dock(tr("Notifications"), new SceneLog(this), Qt::BottomDockWidgetArea);
-    resizeDocks({outliner, attributes}, {380, 330}, Qt::Horizontal);
+    resizeDocks({outliner, attributes}, {360, 400}, Qt::Horizontal);
     resizeDocks({attributes, history}, {560, 160}, Qt::Vertical);
     resizeDocks({log}, {110}, Qt::Vertical);
 }

@@ -27,7 +27,7 @@ bool saveScreenshot(MainWindow& window, const QString& file, const QSize& size)
     }
     static_cast<void>(window.view().picture());
     QCoreApplication::processEvents();
-    return window.grab().save(file);
+    return window.grab().save(file, "PNG", 0); // as small as it gets
 }
 
 void useDarkColors()

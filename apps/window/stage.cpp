@@ -3,6 +3,7 @@
 #include "kiv/document/sceneDocument.h"
 #include "kiv/globalSelection.h"
 #include "kiv/hierarchy.h"
+#include "kiv/host/errorPrefix.h"
 #include "kiv/host/transaction.h"
 #include "kiv/scene.h"
 #include "kiv/sceneItemOps.h"
@@ -74,7 +75,8 @@ bool Stage::load(const std::string& file)
 {
     if (!isDocument(file)) {
         host::Transaction edits("Mount " + file.substr(file.find_last_of('/') + 1));
-        edits.run(workspace.mountCmd(file, workspace.root(), ""));
+        edits.run(host::prefixed<std::runtime_error, document::Cancelled>(
+            file, [&] { return workspace.mountCmd(file, workspace.root(), ""); }));
         edits.commit();
         return false;
     }

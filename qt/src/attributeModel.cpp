@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "kiv/hierarchy.h"
+#include "kiv/host/itemProperties.h"
 #include "kiv/host/transaction.h"
 #include "kiv/runTimeMgr.h"
 
@@ -297,6 +298,14 @@ QVariant valueData(const AttributeModel::Row& row, int role)
     }
 }
 
+/// Short: the column is narrow.
+QString unitText(const std::string& unit)
+{
+    return unit == host::kDegrees      ? QString(QChar(0x00b0))
+           : unit == host::kSceneUnits ? QCoreApplication::translate("kiv", "units")
+                                       : textOf(unit);
+}
+
 QVariant groupData(const AttributeModel::Group& group, int role)
 {
     if (role == Qt::DisplayRole) {
@@ -329,7 +338,7 @@ QVariant AttributeModel::data(const QModelIndex& index, int role) const
     case ValueColumn:
         return valueData(*row, role);
     default:
-        return role == Qt::DisplayRole      ? QVariant(textOf(row->unit))
+        return role == Qt::DisplayRole      ? QVariant(unitText(row->unit))
                : role == Qt::ForegroundRole ? QVariant(placeholderColor())
                                             : QVariant();
     }

@@ -56,7 +56,7 @@ ValueEditor::ValueEditor(const std::string& type, std::function<void(QWidget*)> 
     for (auto count = nbFields(type); count > 0; --count) {
         auto* field = new QLineEdit(this);
         field->setMinimumWidth(24);
-        connect(field, &QLineEdit::returnPressed, this, [this] { _finish(this); });
+        connect(field, &QLineEdit::returnPressed, this, [this] { this->finish(); });
         row->addWidget(field);
         _fields.push_back(field);
     }
@@ -114,7 +114,7 @@ void ValueEditor::chooseColor()
         if (_fields.size() == 4 && _fields[3]->text().isEmpty()) {
             _fields[3]->setText("1");
         }
-        _finish(this);
+        finish();
     }
 }
 
@@ -124,6 +124,13 @@ void ValueEditor::chooseFile()
         QFileDialog::getOpenFileName(this, tr("Choose a file"), _fields.front()->text());
     if (!chosen.isEmpty()) {
         _fields.front()->setText(chosen);
+        finish();
+    }
+}
+
+void ValueEditor::finish()
+{
+    if (!std::exchange(_isFinished, true)) { // the focus goes once more with the editor
         _finish(this);
     }
 }
@@ -136,7 +143,7 @@ void ValueEditor::finishWithoutFocus(QWidget* focused)
         }
     }
     if (focused && isVisible()) { // a null focus is another program's
-        _finish(this);
+        finish();
     }
 }
 

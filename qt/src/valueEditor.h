@@ -30,11 +30,13 @@ private:
     void addButton(const QString& text, void (ValueEditor::*choose)());
     void chooseColor();
     void chooseFile();
+    void finish();
     void finishWithoutFocus(QWidget* focused);
 
     const std::function<void(QWidget*)> _finish;
     std::vector<QLineEdit*> _fields;
     QString _first;
+    bool _isFinished = false;
 };
 
 } // namespace Kiv_v4::qt::detail

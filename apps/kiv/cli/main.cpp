@@ -60,7 +60,7 @@ std::vector<Command> define(CLI::App& program)
 {
     constexpr Command (*definitions[])(CLI::App&) = {
         app::defineInfo,  app::defineTree,  app::defineShow,    app::defineFind,
-        app::defineShell, app::defineCheck, app::definePlugins,
+        app::defineShell, app::defineCheck, app::definePlugins, app::defineWindow,
     };
     std::vector<Command> commands;
     for (const auto definition : definitions) {

@@ -44,5 +44,6 @@ public:
 [[nodiscard]] Command defineShell(CLI::App& program);
 [[nodiscard]] Command defineCheck(CLI::App& program);
 [[nodiscard]] Command definePlugins(CLI::App& program);
+[[nodiscard]] Command defineWindow(CLI::App& program);
 
 } // namespace app
