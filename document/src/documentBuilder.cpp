@@ -61,7 +61,7 @@ private:
     SceneItem::Ptr make(const ItemPlan& plan)
     {
         const auto parent = Hierarchy::hierarchy(_items[plan.parent]);
-        const auto item = _edits.runFor(parent->createChildCmd(plan.type, plan.name))->sceneItem();
+        auto item = _edits.runFor(parent->createChildCmd(plan.type, plan.name))->sceneItem();
         if (item->nodeName() != plan.name) {
             throw std::runtime_error("invalid item name '" + plan.name + "'");
         }

@@ -19,7 +19,7 @@ char separatorOf(const SceneItem::Ptr& item)
 
 SceneItem::Ptr childNamed(const SceneItem::Ptr& item, const std::string& name)
 {
-    if (const auto own = Hierarchy::createItem(item->path() + name)) {
+    if (auto own = Hierarchy::createItem(item->path() + name)) {
         return own;
     }
     const auto hierarchy = Hierarchy::hierarchy(item);

@@ -305,7 +305,7 @@ Mount::Ptr MountTable::State::takeParked(const Path& gateway)
     if (!parked) {
         return nullptr;
     }
-    const auto mount = parked->back();
+    auto mount = parked->back();
     parked->pop_back();
     if (parked->empty()) {
         _parked.erase(gateway);

@@ -65,9 +65,9 @@ bool setTranslation(TransformRecord& record, double x, double y, double z)
 
 bool setWhole(TransformRecord& record, const Matrix4d& matrix)
 {
-    auto factors = kit::decomposed(matrix);
+    const auto factors = kit::decomposed(matrix);
     if (factors) {
-        record = {matrix, std::move(factors)};
+        record = {matrix, factors};
     }
     return factors.has_value();
 }

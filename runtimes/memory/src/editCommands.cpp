@@ -176,7 +176,7 @@ UndoableCommand::Ptr ungroupCmd(const TreePtr& tree, const Path& group)
     return std::make_shared<EditCommand>(
         tree, "Ungroup " + node->name.string(), [tree, group](ChangeLog& log) {
             const AnnouncementBatch batch;
-            const auto parent = group.pop();
+            auto parent = group.pop();
             auto emptied = group;
             for (const auto& member : childNames(existing(*tree, group))) {
                 auto& above = existing(*tree, parent);
