@@ -1,6 +1,6 @@
 """Commands for run-times in Python: `python -m kiv tree|shell|check SOURCE`.
 
-A source is a folder, a scene file, a USD stage, or `module:function`: a function that returns an object, which is
+A source is a folder, a scene file, or `module:function`: a function that returns an object, which is
 closed by its `close()`, and the paths of its roots.
 """
 
@@ -27,10 +27,6 @@ def opened(source: str) -> tuple[object, list[kiv.Path]]:
 
         folder = files.RunTime(source)
         return folder, [folder.root.path]
-    if os.path.splitext(source)[1] in (".usd", ".usda", ".usdc", ".usdz"):
-        usd = importlib.import_module("kiv.usd")
-        stage = usd.RunTime(source)
-        return stage, [stage.root.path]
     if ":" in source and not os.path.exists(source):
         return _called(source)
     from kiv import document
@@ -67,7 +63,7 @@ def main(arguments: list[str] | None = None) -> int:
     for name, about in (("tree", "print the items"), ("shell", "browse and edit them by commands"),
                         ("check", "hold the run-time against its contracts")):
         command = commands.add_parser(name, help=about)
-        command.add_argument("source", help="a folder, a scene file, a USD stage, or module:function")
+        command.add_argument("source", help="a folder, a scene file, or module:function")
         if name == "check":
             command.add_argument("--seed", type=int, default=1)
             command.add_argument("--steps", type=int, default=100)
