@@ -1,3 +1,4 @@
+#include "managers.h"
 #include "overrides.h"
 
 namespace bound {
@@ -163,18 +164,6 @@ void bindSetters(nb::module_& module)
     bindSetter<kiv::SetFloat4UndoableCommand>(module, "SetFloat4UndoableCommand");
     bindSetter<kiv::SetConePropsUndoableCommand>(module, "SetConePropsUndoableCommand");
     bindSetter<kiv::SetSpherePropsUndoableCommand>(module, "SetSpherePropsUndoableCommand");
-}
-
-/// Throws unless a manager is installed: the library does not check that itself.
-void requireManager()
-{
-    try {
-        UndoableCommandMgr::initializeInstance(std::make_shared<UndoableCommandMgr>());
-    } catch (const std::invalid_argument&) {
-        return;
-    }
-    UndoableCommandMgr::initializeInstance(nullptr);
-    throw std::runtime_error("no command manager is installed");
 }
 
 /// One undo step for a `with` block; it succeeds unless the block raises.

@@ -4,6 +4,7 @@
 #include "kiv/document/workspace.h"
 
 #include "lifetimes.h"
+#include "managers.h"
 
 namespace bound {
 
@@ -188,6 +189,7 @@ void bindDocument(nb::module_& module)
     function(
         module, "document::", "open",
         [](Workspace& scene, const std::string& file, document::OnMissing onMissing) {
+            requireManager();
             document::open(*scene, file, onMissing);
         },
         "scene"_a, "file"_a, "on_missing"_a.none() = nb::none());

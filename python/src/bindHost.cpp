@@ -15,6 +15,7 @@
 
 #include "lifetimes.h"
 #include "logs.h"
+#include "managers.h"
 #include "observers.h"
 #include "overrides.h"
 #include "values.h"
@@ -80,7 +81,12 @@ void bindTransaction(nb::module_& module)
         },
         "command"_a.none(), of("run"));
     type.def(
-        "commit", [](Transaction& self) { self->commit(); }, of("commit"));
+        "commit",
+        [](Transaction& self) {
+            requireManager();
+            self->commit();
+        },
+        of("commit"));
     type.def(
         "roll_back", [](Transaction& self) { self->rollBack(); }, of("rollBack"));
     type.def_prop_ro(
@@ -94,6 +100,7 @@ void bindTransaction(nb::module_& module)
         [](Transaction& self, nb::handle raised, nb::handle, nb::handle) {
             if (self.isOpen() && self->isOpen()) {
                 if (raised.is_none()) {
+                    requireManager();
                     self->commit();
                 } else {
                     self->rollBack();

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "contracts.h"
+#include "managers.h"
 #include "overrides.h"
 
 namespace bound {
@@ -80,6 +81,17 @@ void refuse(const PythonHalf& half, const nb::object& name)
         nb::str("{} must define '{}'").format(half.self().type().attr("__name__"), name);
     PyErr_SetObject(PyExc_NotImplementedError, text.ptr());
     throw nb::python_error();
+}
+
+void requireManager()
+{
+    try {
+        kiv::UndoableCommandMgr::initializeInstance(std::make_shared<kiv::UndoableCommandMgr>());
+    } catch (const std::invalid_argument&) {
+        return;
+    }
+    kiv::UndoableCommandMgr::initializeInstance(nullptr);
+    throw std::runtime_error("no command manager is installed");
 }
 
 void bindBookkeeping(nb::module_& module)

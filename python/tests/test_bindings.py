@@ -58,6 +58,8 @@ UNBOUND = {
     r"UndoableCommandGuard::setSuccess": "`make_separator`, truth, `limit`, `run`, `shown`, the end of a block",
     r"conformance::(text|json|junit)|conformance::Candidate::Running": "of `Report`; of `Candidate`",
     r"kit::GatewayFollower::\w+": "arguments of its constructor, which adds it",
+    r"(SceneFileHandler|RunTimeMgr::(set)?[sS]ceneFileHandler|kit::Mounts::sceneFileHandler|kit::Mount::fileName|"
+    r"document::Workspace::(mountAt|Mount::runTime))(::.*)?": "not bound yet: scene files of run-times in Python",
     r"(Kiv|detail)": "namespaces",
 }
 

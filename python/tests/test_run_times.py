@@ -166,3 +166,25 @@ def test_the_commands_of_the_package(tmp_path):
     assert code == 0 and output.splitlines()[2:] == [
         "one.txt  file", "new  folder", "error: unknown command 'nope'", "error: the run-time refuses"]
     assert (tmp_path / "film" / "new").is_dir()
+
+
+def test_scene_files_are_mounted_saved_and_opened(tmp_path):
+    assimp = pytest.importorskip("kiv.assimp", exc_type=ImportError)
+    from kiv import document
+
+    triangle = tmp_path / "triangle.obj"
+    triangle.write_text("o triangle\nv 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n")
+    with document.Workspace() as workspace:
+        gateway = workspace.mount(str(triangle))
+        assert workspace.mounted_file(gateway) == str(triangle)
+        names = [row.name for row in host.outline(workspace.root)]
+        document.save(workspace, str(tmp_path / "scene.json"))
+    with document.Workspace() as workspace:
+        with pytest.raises(RuntimeError, match="no command manager"):
+            document.open(workspace, str(tmp_path / "scene.json"))
+        kiv.UndoableCommandMgr.initialize_instance(kiv.UndoableCommandMgr())
+        document.open(workspace, str(tmp_path / "scene.json"))
+        assert [row.name for row in host.outline(workspace.root)] == names and "triangle" in names
+    kiv.UndoableCommandMgr.initialize_instance(None)
+    with pytest.raises(assimp.ImportError):
+        assimp.read(str(tmp_path / "scene.json"))
