@@ -1,5 +1,7 @@
 #include "sceneLog.h"
 
+#include <QScrollBar>
+
 #include "kiv/attributeNotification.h"
 #include "kiv/attributes.h"
 #include "kiv/object3d.h"
@@ -70,7 +72,11 @@ private:
         }
     }
 
-    void write(const QString& line) { _log.appendPlainText(line); }
+    void write(const QString& line)
+    {
+        _log.appendPlainText(line);
+        _log.horizontalScrollBar()->setValue(0); // the beginning tells the most
+    }
 
     QPlainTextEdit& _log;
 };

@@ -184,7 +184,8 @@ void SceneView::frame(const BoundingBox3d& box)
     _orbit->target = centre;
     look();
     const auto framed = _viewpoint.framing(box);
-    _orbit->distance = detail::length(detail::sum(framed.eye(), centre, -1));
+    const auto narrowness = std::max(1.0, double(height()) / std::max(width(), 1));
+    _orbit->distance = narrowness * detail::length(detail::sum(framed.eye(), centre, -1));
     look();
 }
 
