@@ -103,11 +103,17 @@ int run(QApplication& application, const Arguments& arguments)
 
 int main(int argc, char** argv)
 {
-    const auto isPicture = std::any_of(argv + 1, argv + argc, [](const char* word) {
-        return std::string_view(word).substr(0, 12) == "--screenshot";
-    });
-    if (isPicture) {
+    const auto isTold = [&](std::initializer_list<std::string_view> beginnings) {
+        return std::any_of(argv + 1, argv + argc, [&](std::string_view word) {
+            return std::ranges::any_of(beginnings, [&](const auto& beginning) {
+                return word.substr(0, beginning.size()) == beginning;
+            });
+        });
+    };
+    if (isTold({"--screenshot", "--help", "-h", "--version", "-v"})) { // no screen is needed
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    if (isTold({"--screenshot"})) {
         QApplication::setStyle("Fusion"); // the same picture everywhere
     }
     QApplication application(argc, argv);

@@ -33,7 +33,10 @@ Command defineWindow(CLI::App& program)
 {
     auto& syntax = *program.add_subcommand(
         "window", "Show scenes in a window, or write a picture of it (kiv window --help)");
-    syntax.prefix_command(); // the other program reads its arguments itself
+    // The other program reads its arguments itself, also those that this one knows.
+    syntax.prefix_command();
+    syntax.allow_extras();
+    syntax.fallthrough(false);
     syntax.set_help_flag();
     return {&syntax, [&syntax](const Context&) { return show(syntax.remaining()); }, false};
 }
