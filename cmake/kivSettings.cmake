@@ -93,7 +93,12 @@ function(kiv_library name exported_as includes)
         VERSION ${kiv_VERSION}
         SOVERSION ${kiv_VERSION_MAJOR}
         INSTALL_RPATH "$ORIGIN")
+    if(NOT DEFINED KIV_LIBRARY_COMPONENT)
+        set(KIV_LIBRARY_COMPONENT libraries)
+    endif()
+    set_property(GLOBAL APPEND PROPERTY kiv_library_folders ${CMAKE_CURRENT_BINARY_DIR})
     install(TARGETS ${name} EXPORT kivTargets
-        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT ${KIV_LIBRARY_COMPONENT}
+                NAMELINK_COMPONENT development)
     install(DIRECTORY ${includes}/kiv DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 endfunction()
