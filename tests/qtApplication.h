@@ -13,19 +13,29 @@
 
 namespace test {
 
-/// An application without a screen.
-struct QtApplication : testing::Test
+/// The application, without a screen, for as long as the tests run: Qt wants it gone before `main`
+/// returns.
+class ApplicationEnvironment : public testing::Environment
 {
-    QtApplication()
+public:
+    void SetUp() override
     {
-        static const auto isOffscreen = qputenv("QT_QPA_PLATFORM", "offscreen");
-        static int count = 1;
-        static char name[] = "test";
-        static char* arguments[] = {name, nullptr};
-        static const QApplication application(count, arguments);
-        static_cast<void>(isOffscreen);
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        _application = std::make_unique<QApplication>(_count, _arguments);
     }
+    void TearDown() override { _application.reset(); }
+
+private:
+    int _count = 1;
+    char _name[5] = "test";
+    char* _arguments[2] = {_name, nullptr};
+    std::unique_ptr<QApplication> _application;
 };
+
+inline testing::Environment* const applicationEnvironment =
+    testing::AddGlobalTestEnvironment(new ApplicationEnvironment);
+
+using QtApplication = testing::Test;
 
 /// The installed objects of a host, for as long as it lives.
 struct Host

@@ -169,7 +169,7 @@ TEST_F(QtAttributes, ValuesFollowChangesAndItemsThatGo)
 TEST_F(QtAttributes, ManyItemsAreReadInSlices)
 {
     std::vector<std::string> names;
-    for (auto i = 0; i < 3000; ++i) {
+    for (auto i = 0; i < 40'000; ++i) {
         names.push_back("m" + std::to_string(i));
     }
     const auto items = scene.makeAll(scene.root(), "mesh", names);

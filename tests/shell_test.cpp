@@ -88,7 +88,7 @@ TEST_F(Shell, FaultyCommandsSayWhyAndLeaveTheSceneAsItWas)
         {"light workshop/Workshop/Lamp/Bulb normalize yes", "Bulb: is no area light"},
         {"camera workshop/Workshop/View fStop much", "not a number: 'much'"},
         {"camera workshop/Workshop/View focal", "has no property 'focal' (projection, focalL"},
-        {"save saved.gltf", "saved.gltf: is the name of a scene file, not of a document (save"},
+        {"save saved.gltf", "saved.gltf: the name of a scene file, not of a document (save"},
         {"mak group x", "unknown command 'mak'; did you mean 'make'?"},
         {"cd workshop/workshop", "no such item 'workshop/workshop'; did you mean 'Workshop'?"},
         {"rename group/nothing x", "no such item 'group/nothing'"},
