@@ -34,6 +34,7 @@ class KIV_EXPORT AttributeModel : public QAbstractItemModel
     Q_OBJECT
 
 public:
+    /// The columns, and how many there are.
     enum Column { LabelColumn, ValueColumn, UnitColumn, ColumnCount };
 
     /// What `data` tells of the value column beside the roles of Qt. `Qt::EditRole` is the value as
@@ -70,9 +71,10 @@ public:
     /// cannot be.
     bool reset(const QModelIndex& index);
 
-    /// Reads all values anew, for what nobody announced.
+    /// Reads all values again, for changes that were not announced.
     void refresh();
 
+    /// As in `QAbstractItemModel`.
     [[nodiscard]] QModelIndex index(int row, int column,
                                     const QModelIndex& parent = {}) const override;
     [[nodiscard]] QModelIndex parent(const QModelIndex& index) const override;
@@ -120,6 +122,7 @@ public:
     explicit AttributeDelegate(QObject* parent = nullptr);
     ~AttributeDelegate() override;
 
+    /// As in `QStyledItemDelegate`.
     [[nodiscard]] QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                                         const QModelIndex& index) const override;
     void setEditorData(QWidget* editor, const QModelIndex& index) const override;

@@ -38,8 +38,10 @@ class KIV_EXPORT OutlinerModel : public QAbstractItemModel, private host::SceneT
     Q_OBJECT
 
 public:
+    /// A row of the mirror of the scene.
     using Node = host::SceneTree::Node;
 
+    /// The columns, and how many there are.
     enum Column { NameColumn, TypeColumn, RunTimeColumn, VisibilityColumn, ColumnCount };
 
     /// What drags carry: the path strings of the items.
@@ -67,6 +69,7 @@ public:
     /// selection for lack of rows, not because a user wants it.
     [[nodiscard]] bool isChanging() const noexcept { return _isChanging; }
 
+    /// As in `QAbstractItemModel`.
     [[nodiscard]] QModelIndex index(int row, int column,
                                     const QModelIndex& parent = {}) const override;
     [[nodiscard]] QModelIndex parent(const QModelIndex& index) const override;
@@ -83,6 +86,7 @@ public:
     /// Renames the item, or shows and hides it. Returns false when that cannot be.
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
 
+    /// As in `QAbstractItemModel`: drags carry `kMimeType`.
     [[nodiscard]] QStringList mimeTypes() const override;
     [[nodiscard]] QMimeData* mimeData(const QModelIndexList& indexes) const override;
     [[nodiscard]] Qt::DropActions supportedDropActions() const override;

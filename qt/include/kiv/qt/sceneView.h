@@ -79,6 +79,7 @@ public:
     /// Returns a complete picture of the view, for which all is read, in its size and pixel ratio.
     [[nodiscard]] QImage picture();
 
+    /// As in `QWidget`.
     [[nodiscard]] QSize sizeHint() const override;
 
 public Q_SLOTS:
@@ -100,6 +101,7 @@ Q_SIGNALS:
     void cameraChanged();
 
 protected:
+    /// As in `QWidget`.
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;

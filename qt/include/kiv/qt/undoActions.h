@@ -46,6 +46,7 @@ public:
     explicit HistoryModel(std::shared_ptr<host::UndoHistory> history, QObject* parent = nullptr);
     ~HistoryModel() override;
 
+    /// As in `QAbstractListModel`.
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
 
