@@ -29,6 +29,11 @@ def opened(source: str) -> tuple[object, list[kiv.Path]]:
         return folder, [folder.root.path]
     if ":" in source and not os.path.exists(source):
         return _called(source)
+    if source.lower().endswith((".usd", ".usda", ".usdc", ".usdz")):
+        from kiv import usd
+
+        stages = usd.RunTime(source)
+        return stages, [stage.path for stage in stages.stages]
     from kiv import document
 
     workspace = document.Workspace()
