@@ -1,6 +1,7 @@
 """The guide is true: its blocks run one after another, and print what stands below them."""
 
 import contextlib
+import importlib.util
 import io
 import os
 import re
@@ -22,6 +23,8 @@ def nothing_is_left():
 @pytest.mark.skipif(not GUIDE.exists(), reason="the guide is not beside the tests")
 def test_every_block_prints_what_the_guide_says():
     text = GUIDE.read_text()
+    if not importlib.util.find_spec("pxr"):
+        text = re.sub(r"^## OpenUSD stages\n.*?(?=^## )", "", text, flags=re.S | re.M)
     names = {"__name__": "guide"}
     blocks = re.findall(r"^```python\n(.*?)^```\n(?:\n?```text\n(.*?)^```\n)?", text, flags=re.S | re.M)
     assert len(blocks) > 8

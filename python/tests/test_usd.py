@@ -302,6 +302,7 @@ def test_stages_follow_the_items_that_they_are_mounted_under(scene):
     history = kiv.UndoableCommandMgr.instance()
     with usd.RunTime(shop_of(Usd.Stage.CreateInMemory()), set_.path) as run_time:
         scene.set_gateway(set_.path, run_time.id)
+        assert "ball" in [row.name for row in host.outline(set_)]
         stage = run_time.stages[0]
         box = item_at(stage, "/Shop/box")
         assert str(box.path).startswith("/world/set") and box.hierarchy.parent.path == stage.path / "Shop"
@@ -333,3 +334,16 @@ def test_the_run_time_keeps_the_contracts_and_the_commands_show_it(run_script, t
         assert main(["tree", file]) == 0
     """)
     assert "shop  stage\n  Shop  Xform\n    box  Cube\n      ball  Sphere\n" in printed
+
+
+def test_without_usd_the_package_says_what_is_missing(run_script):
+    printed = run_script("""
+        import sys
+        sys.modules["pxr"] = None
+        import kiv
+        try:
+            import kiv.usd
+        except ImportError as error:
+            print(error)
+    """)
+    assert "pip install 'kiv[usd]'" in printed

@@ -64,11 +64,12 @@ class RunTime:
         return [*self._tops.values(), *self._mounted]
 
     def open(self, source: str | os.PathLike[str] | Usd.Stage, gateway: kiv.Path | str | None = None) -> Stage:
-        """Shows a file, or a stage that is open already, at the top or under a gateway.
+        """Shows a file, or a stage that is open already, at the top or under a gateway: an item of another run-time
+        that leads into this one, and that has no other stage.
 
         Raises `OSError` if the file cannot be opened, `ValueError` if the gateway is in use."""
         usd_stage = source if isinstance(source, Usd.Stage) else _opened(source)
-        stage = Stage(self.id, usd_stage, self._free_name(usd_stage), gateway is None)
+        stage = Stage(self.id, usd_stage, self._name(usd_stage, gateway is None), gateway is None)
         if gateway is None:
             self._tops[stage.name] = stage
             return stage
@@ -150,14 +151,10 @@ class RunTime:
         mount = self._mounts.find(gateway)
         return [mount.path] if isinstance(mount, Stage) else []
 
-    def _free_name(self, stage: Usd.Stage) -> str:
+    def _name(self, stage: Usd.Stage, at_top: bool) -> str:
         layer: Sdf.Layer = stage.GetRootLayer()
         name = kit.fit_name(Path(layer.realPath).stem or "stage", "/,")
-        index = 1
-        free = name
-        while free in self._tops:
-            free, index = f"{name}{index}", index + 1
-        return free
+        return kiv.unique_name(name, self._tops.__contains__) if at_top else name
 
 
 def _opened(source: str | os.PathLike[str]) -> Usd.Stage:
@@ -165,4 +162,5 @@ def _opened(source: str | os.PathLike[str]) -> Usd.Stage:
     try:
         return Usd.Stage.Open(os.fspath(source), Usd.Stage.LoadNone)
     except Tf.ErrorException as error:
-        raise OSError(f"'{os.fspath(source)}' cannot be opened: {error}") from error
+        reason = "; ".join(str(each.commentary).strip() for each in error.args)
+        raise OSError(f"'{os.fspath(source)}' cannot be opened: {reason}") from error

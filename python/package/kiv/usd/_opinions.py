@@ -49,7 +49,7 @@ class Entries:
         self._orders[layer.identifier, parent, frozenset(names), tuple(shown)] = names
 
     def restore_order(self, layer: Sdf.Layer, parent: Sdf.Path, shown: Sequence[str] = ()) -> bool:
-        """An entry below `parent` has come: whether the same ones were there before; then all have their places again."""
+        """An entry below `parent` has come. Whether the same ones were there before: all have their places again."""
         children = children_of(layer, parent)
         names = list(children.keys())
         known = self._orders.get((layer.identifier, parent, frozenset(names), tuple(shown)))
