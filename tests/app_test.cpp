@@ -151,7 +151,7 @@ TEST_F(Kiv, AnUnknownItemIsOneLineAndAFailure)
         const auto item = kiv("show " + workshop + " '" + path + "'");
         EXPECT_EQ(item.status, 1) << path;
         EXPECT_EQ(item.out, "");
-        EXPECT_EQ(item.err, "kiv: " + path + ": no such item\n");
+        EXPECT_EQ(item.err, "kiv: no such item '" + path + "'\n");
     }
 }
 
@@ -289,8 +289,8 @@ TEST_F(Kiv, WrongUsageIsOneLineAndStatus2)
 {
     for (const auto* arguments :
          {"", "tree", "grow", "tree --depth", "tree --depth x a", "tree --depth -1 a",
-          "tree --paths --json a", "tree --bogus a", "show a", "show a b c", "find --cameras",
-          "find a", "find --paths --json --lights a"}) {
+          "tree --paths --json a", "tree --bogus a", "show a", "find --cameras", "find a",
+          "find --paths --json --lights a"}) {
         const auto result = kiv(arguments);
         EXPECT_EQ(result.status, 2) << arguments;
         EXPECT_EQ(result.out, "");
@@ -375,6 +375,41 @@ TEST_F(Kiv, OutputThatCannotBeWrittenIsAFailure)
     EXPECT_THAT(linesOf(full.err), ElementsAre(StartsWith("kiv: standard output: ")));
 }
 
+TEST_F(Kiv, FindsByMaterialAttributeSizeAndCase)
+{
+    const auto found = [this](const std::string& criteria) {
+        std::vector<std::string> names;
+        for (const auto& path : linesOf(kiv("find --paths " + criteria + " " + workshop).out)) {
+            names.push_back(path.substr(path.find_last_of(":") + 1));
+        }
+        return names;
+    };
+    EXPECT_THAT(found("--name 'vICE' -i"), ElementsAre("Vice"));
+    EXPECT_THAT(found("--attribute 'focalLength>1'"), ElementsAre("View"));
+    EXPECT_THAT(found("--attribute 'focalLength>1000'"), IsEmpty());
+    EXPECT_THAT(found("--type light --attribute 'intensity>0'"), ElementsAre("Bulb"));
+    EXPECT_THAT(found("--min-size 3.9 --type mesh"), ElementsAre("Floor"));
+    EXPECT_EQ(found("--type material").size(), 2u) << "materials lie under no item of the scene";
+    EXPECT_THAT(found("--material '*' --name 'Leg*left'"),
+                ElementsAre("Leg front left", "Leg back left"));
+    EXPECT_THAT(found("--metadata Locked --type transform"), ElementsAre("Workshop"));
+    EXPECT_THAT(found("--hidden"), IsEmpty());
+    EXPECT_EQ(kiv("find --attribute 'x>y' " + workshop).err,
+              "kiv: not a number: 'y' (kiv --help tells more)\n");
+}
+
+TEST_F(Kiv, ShowsSeveralItemsAsATable)
+{
+    const auto table =
+        linesOf(kiv("show --columns visible,focalLength " + workshop + " '**/V*'").out);
+    ASSERT_EQ(table.size(), 3u);
+    EXPECT_THAT(table[0], ContainsRegex("item +node type +visible +focalLength"));
+    EXPECT_THAT(table[1], ContainsRegex("View +camera +yes +[0-9.]+$"));
+    EXPECT_THAT(table[2], ContainsRegex("Vice +mesh +yes$"));
+    EXPECT_THAT(kiv("show --columns focalLenght " + workshop + " '**/V*'").err,
+                HasSubstr("unknown property 'focalLenght'; did you mean 'focalLength'?"));
+}
+
 TEST_F(Kiv, InfoTellsWhatIsInAFile)
 {
     const auto info = kiv("info " + workshop);
@@ -404,6 +439,35 @@ TEST_F(Kiv, InfoMarksTexturesThatAreMissing)
     EXPECT_EQ(told["textures"], 2);
     EXPECT_EQ(told["missingTextures"], 1);
     EXPECT_THAT(kiv("info " + file).out, HasSubstr("gone.png  MISSING"));
+}
+
+TEST_F(Kiv, DiffTellsTheEditsAndNoMore)
+{
+    EXPECT_EQ(kiv("diff " + workshop + " " + workshop).out, "no differences\n");
+    auto document = nlohmann::json::parse(contentOf(KIV_EXAMPLES "/workshop.gltf"));
+    for (auto& node : document["nodes"]) {
+        if (node["name"] == "Vice") {
+            node["name"] = "Clamp";
+        } else if (node["name"] == "Hammer") {
+            node["translation"] = {0, 3, 0};
+        }
+    }
+    document["materials"][0]["doubleSided"] = true;
+    const auto file = folder / "edited.gltf";
+    std::ofstream(file) << document;
+    const auto diff = kiv("diff " + workshop + " '" + file.string() + "'");
+    EXPECT_EQ(diff.status, 1);
+    const auto lines = linesOf(diff.out);
+    ASSERT_EQ(lines.size(), 4u) << diff.out;
+    EXPECT_THAT(lines[0], AllOf(StartsWith("renamed"), HasSubstr("Vice -> "), HasSubstr("Clamp")));
+    EXPECT_THAT(lines[1],
+                AllOf(StartsWith("changed"), HasSubstr("translation"), HasSubstr("-> 0, 3, 0")));
+    EXPECT_THAT(lines[2], AllOf(HasSubstr("materials"), ContainsRegex("twoSided +no -> yes")));
+    const auto json = nlohmann::json::parse(
+        kiv("diff --structure --json " + workshop + " '" + file.string() + "'").out);
+    ASSERT_EQ(json.size(), 1u);
+    EXPECT_EQ(json[0]["kind"], "renamed");
+    EXPECT_EQ(kiv("diff " + workshop + " nowhere.gltf").status, 2);
 }
 
 TEST_F(Kiv, InfoAgreesWithTheImportersOwnToolOverAllItsModels)

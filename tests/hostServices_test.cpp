@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "kiv/host/childName.h"
+#include "kiv/host/itemCondition.h"
 #include "kiv/host/itemLookup.h"
+#include "kiv/host/itemPattern.h"
 #include "kiv/host/itemProperties.h"
 #include "kiv/host/matrix.h"
 #include "kiv/host/outline.h"
@@ -140,6 +142,63 @@ TEST_F(HostServices, OutlineKeepsTheAncestorsOfWhatMatches)
     EXPECT_FALSE(rows[1].matches);
     EXPECT_TRUE(rows[1].isLast) << "the empty group is not shown";
     EXPECT_EQ(rows[2].name, PathComponent("mesh"));
+}
+
+TEST(ItemPatterns, NameItemsByLevels)
+{
+    memory::RunTime runTime;
+    auto& model = runTime.model();
+    const auto root = model.item(model.root());
+    const auto props = model.make(root->path(), "group", "props");
+    const auto lamps = model.make(props->path(), "group", "lamps");
+    model.make(lamps->path(), "light", "Key 1");
+    model.make(lamps->path(), "light", "Key 2");
+    model.make(root->path(), "mesh", "floor");
+    const auto named = [&](const std::string& pattern) {
+        std::string names;
+        for (const auto& item : host::itemsLike(root, props, pattern)) {
+            names += (names.empty() ? "" : ",") + item->nodeName();
+        }
+        return names;
+    };
+    for (const auto& [pattern, names] :
+         std::vector<std::pair<const char*, const char*>>{{"*", "lamps"},
+                                                          {"l*/Key?1", "Key 1"},
+                                                          {"**", "lamps,Key 1,Key 2"},
+                                                          {"**/K*", "Key 1,Key 2"},
+                                                          {"../*", "props,floor"},
+                                                          {"/world/**/Key [23]", "Key 2"},
+                                                          {"/**/lamps", "lamps"},
+                                                          {"/w*/f*", "floor"},
+                                                          {"/elsewhere/*", ""},
+                                                          {"x*", ""}}) {
+        EXPECT_EQ(named(pattern), names) << pattern;
+    }
+    EXPECT_TRUE(host::isLike("Lamp", "l*P", true));
+    EXPECT_FALSE(host::isLike("Lamp", "l*P"));
+}
+
+TEST(ItemConditions, CompareNumbersAsNumbersAndTextsByPatterns)
+{
+    using host::ItemCondition;
+    const host::PropertyValue length(85.0F);
+    for (const auto* text : {"x>50", "x>=85", "x=85", "x=85.0", "x!=50", "x<=85", "x", "x=8*"}) {
+        EXPECT_TRUE(ItemCondition(text).holdsFor(length)) << text;
+    }
+    for (const auto* text : {"x>85", "x<85", "x=8", "x!=85"}) {
+        EXPECT_FALSE(ItemCondition(text).holdsFor(length)) << text;
+    }
+    EXPECT_TRUE(ItemCondition("x=*draft*").holdsFor(std::string("a draft of it")));
+    EXPECT_TRUE(ItemCondition("x=yes").holdsFor(true) && ItemCondition("x=true").holdsFor(true));
+    EXPECT_FALSE(ItemCondition("x>1").holdsFor(std::string("2"))) << "a text is no number";
+    EXPECT_THROW(ItemCondition("x>many"), std::invalid_argument);
+    EXPECT_THROW(ItemCondition(">1"), std::invalid_argument);
+
+    memory::RunTime runTime;
+    auto& model = runTime.model();
+    const auto camera = model.make(model.root(), "camera", "camera");
+    EXPECT_TRUE(ItemCondition("focalLength>0").holds(camera)) << "a property";
+    EXPECT_FALSE(ItemCondition("intensity>=0").holds(camera)) << "one that it does not have";
 }
 
 } // namespace

@@ -27,7 +27,12 @@ int find(const FindOptions& options, const Context& context)
         throw WrongUsage("FILE is required");
     }
     if (!options.criteria.any()) {
-        throw WrongUsage("--cameras, --lights, --type or --name is required");
+        throw WrongUsage(kNoCriterion);
+    }
+    try {
+        const Sieve check(options.criteria);
+    } catch (const std::invalid_argument& error) {
+        throw WrongUsage(error.what());
     }
     document::Workspace scene;
     const auto failed = fill(scene, options.scene);
@@ -49,7 +54,7 @@ Command defineFind(CLI::App& program)
         "Each FILE is mounted under /world, in an item named after the file. Prints node\n"
         "type, run-time and path of each item. The exit status is 0 when there is one, 1\n"
         "when there is none or something could not be made or read, 2 for wrong usage.\n"
-        "Example: kiv find --type light *.gltf");
+        "Example: kiv find --attribute 'focalLength>50' *.gltf");
     auto& criteria = options->criteria;
     defineScene(syntax, options->scene);
     syntax.add_flag("--cameras", criteria.cameras, "Cameras");
@@ -60,6 +65,23 @@ Command defineFind(CLI::App& program)
                     "Items with a name like GLOB, in which * stands for any text, ? for any\n"
                     "character and [...] for one of several")
         ->type_name("GLOB");
+    syntax.add_option("--material", criteria.material, "Items with a material named like GLOB")
+        ->type_name("GLOB");
+    const auto many = [&syntax](const char* name, std::vector<std::string>& texts,
+                                const char* description) {
+        syntax.add_option(name, texts, description)->type_name("COND")->allow_extra_args(false);
+    };
+    many("--attribute", criteria.attributes,
+         "Items with an attribute or property that meets a condition: a NAME, or a\n"
+         "NAME, one of = != < <= > >= and a value: --attribute 'focalLength>50'");
+    many("--metadata", criteria.metadata, "The same for the metadata of attributes: Locked=true");
+    syntax.add_flag("--hidden", criteria.hidden, "Items set to be not shown");
+    syntax
+        .add_option("--min-size", criteria.minSize,
+                    "Items with a box in the world whose longest side is N or more")
+        ->type_name("N");
+    syntax.add_option("--max-size", criteria.maxSize, "... N or less")->type_name("N");
+    syntax.add_flag("-i,--ignore-case", criteria.ignoresCase, "Take small letters for large ones");
     auto* paths = syntax.add_flag_callback(
         "--paths", [options] { options->form = FindForm::Paths; }, "Print one path per line");
     syntax

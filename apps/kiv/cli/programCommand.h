@@ -41,6 +41,7 @@ public:
 [[nodiscard]] Command defineTree(CLI::App& program);
 [[nodiscard]] Command defineShow(CLI::App& program);
 [[nodiscard]] Command defineFind(CLI::App& program);
+[[nodiscard]] Command defineDiff(CLI::App& program);
 [[nodiscard]] Command defineShell(CLI::App& program);
 [[nodiscard]] Command defineCheck(CLI::App& program);
 [[nodiscard]] Command definePlugins(CLI::App& program);

@@ -1,6 +1,8 @@
 #include <exception>
 
 #include "kiv/document/workspace.h"
+#include "kiv/hierarchy.h"
+#include "kiv/host/itemPattern.h"
 
 #include "cli/filling.h"
 #include "cli/programCommand.h"
@@ -17,16 +19,29 @@ struct ShowOptions
 {
     SceneWishes scene;
     std::string file;
-    std::string path;
+    std::vector<std::string> paths;
+    std::string columns;
     bool json = false;
 };
 
-/// `file` is empty for an item that no file is mounted for.
-int show(const ShowOptions& options, const std::string& file, const std::string& path,
+/// The items that a word names: one, or those like a pattern.
+std::vector<SceneItem::Ptr> itemsNamed(const document::Workspace& scene, const std::string& word,
+                                       const Path& gateway)
+{
+    if (const auto item = scene.item(word, gateway)) {
+        return {item};
+    }
+    return host::isPattern(word)
+               ? host::itemsLike(scene.root(), Hierarchy::createItem(gateway), word)
+               : std::vector<SceneItem::Ptr>();
+}
+
+/// `file` is empty for items that no file is mounted for.
+int show(const ShowOptions& options, const std::string& file, const std::vector<std::string>& paths,
          Output& output)
 {
     document::Workspace scene;
-    const auto notMade = fill(scene, options.scene);
+    auto failed = fill(scene, options.scene);
     auto gateway = scene.root()->path();
     try {
         if (!file.empty()) {
@@ -36,13 +51,24 @@ int show(const ShowOptions& options, const std::string& file, const std::string&
         complain(file, error.what());
         return kFailure;
     }
-    const auto item = scene.item(path, gateway);
-    if (!item) {
-        complain(path, "no such item");
+    std::vector<SceneItem::Ptr> items;
+    for (const auto& path : paths) {
+        const auto named = itemsNamed(scene, path, gateway);
+        if (named.empty()) {
+            complain("no such item '" + path + "'");
+            ++failed;
+        }
+        items.insert(items.end(), named.begin(), named.end());
+    }
+    if (items.empty()) {
         return kFailure;
     }
-    const auto isComplete = show(scene, item, path, options.json, output);
-    return isComplete && notMade == 0 ? kSuccess : kFailure;
+    if (items.size() > 1 || !options.columns.empty()) {
+        showTable(items, options.columns, options.json, output);
+    } else if (!show(scene, items.front(), paths.front(), options.json, output)) {
+        ++failed;
+    }
+    return failed == 0 ? kSuccess : kFailure;
 }
 
 } // namespace
@@ -50,31 +76,36 @@ int show(const ShowOptions& options, const std::string& file, const std::string&
 Command defineShow(CLI::App& program)
 {
     const auto options = std::make_shared<ShowOptions>();
-    auto& syntax = *program.add_subcommand("show", "Print all that one item offers");
+    auto& syntax =
+        *program.add_subcommand("show", "Print all that an item offers, or a table of several");
     syntax.footer(
         "Angles are in degrees, apertures and focal lengths in millimetres, other lengths in\n"
         "scene units, colors linear; matrices are for row vectors, with the translation in\n"
         "the last row. The world matrix takes every gateway above the item; there is none\n"
         "when one of them has no transform. JSON has null for what is no finite number.\n"
-        "Example: kiv show workshop.gltf Workshop/Lamp/Bulb");
+        "Example: kiv show workshop.gltf Workshop:Lamp:Bulb");
     syntax.add_option("FILE", options->file, "Scene file; not for an item of a plug-in")
         ->type_name("")
         ->required();
     syntax
-        .add_option("PATH", options->path,
-                    "The item's path as printed by kiv tree --paths, or the part of it that lies\n"
-                    "in the file, such as :root:node or root:node")
+        .add_option("PATH", options->paths,
+                    "The items' paths as printed by kiv tree --paths, or the parts of them that\n"
+                    "lie in the file, such as :root:node, or patterns such as '**/Lamp*'")
         ->type_name("");
     defineMake(syntax, options->scene);
-    syntax.add_flag("--json", options->json, "Print a JSON object");
+    syntax
+        .add_option("--columns", options->columns,
+                    "Print a table with these properties and attributes, separated by commas")
+        ->type_name("NAMES");
+    syntax.add_flag("--json", options->json, "Print a JSON object, or an array of several");
     return {&syntax, [options, &syntax](const Context& context) {
                 if (syntax.count("PATH") > 0) {
-                    return show(*options, options->file, options->path, context.output);
+                    return show(*options, options->file, options->paths, context.output);
                 }
                 if (context.plugins.all().empty()) {
                     throw WrongUsage("PATH is required");
                 }
-                return show(*options, "", options->file, context.output);
+                return show(*options, "", {options->file}, context.output);
             }};
 }
 

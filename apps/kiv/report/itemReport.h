@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "kiv/document/workspace.h"
 #include "kiv/sceneItem.h"
@@ -56,5 +57,11 @@ namespace app {
 /// with `name`, and the rest is shown; false then.
 bool show(const document::Workspace& scene, const Kiv_v4::SceneItem::Ptr& item,
           const std::string& name, bool asJson, Output& output);
+
+/// Writes a table with a row for each item and a column for each property or attribute that is
+/// named, separated by commas; without names, for each property that one of the items has and that
+/// is no matrix. Throws `std::runtime_error` for a name that none of the items has.
+void showTable(const std::vector<Kiv_v4::SceneItem::Ptr>& items, const std::string& columns,
+               bool asJson, Output& output);
 
 } // namespace app

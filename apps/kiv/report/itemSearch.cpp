@@ -1,13 +1,14 @@
 #include "report/itemSearch.h"
 
 #include <algorithm>
-#include <fnmatch.h>
 #include <limits>
 #include <set>
+#include <unordered_set>
 
 #include "kiv/cameraHandler.h"
+#include "kiv/hierarchy.h"
 #include "kiv/host/outline.h"
-#include "kiv/light.h"
+#include "kiv/material.h"
 #include "kiv/pathString.h"
 #include "kiv/runTimeMgr.h"
 
@@ -21,28 +22,59 @@ using namespace Kiv_v4;
 
 namespace {
 
-/// Whether the item meets the criteria that are asked of each item.
-bool matches(const SceneItem::Ptr& item, const Criteria& criteria)
-{
-    return (!criteria.nodeType || item->nodeType() == *criteria.nodeType) &&
-           (!criteria.name ||
-            ::fnmatch(criteria.name->c_str(), item->nodeName().c_str(), 0) == 0) &&
-           (!criteria.lights || Light::light(item));
-}
-
 /// Told of one item; the search ends when it returns false.
 using Finder = std::function<bool(const SceneItem::Ptr&)>;
 
-/// Tells of the items among which to look: the cameras when only those are wanted.
-void forEachCandidate(const SceneItem::Ptr& root, bool onlyCameras, const Finder& found)
+/// The materials of files, which lie under no item that a walk comes by.
+class Materials
 {
-    if (onlyCameras) {
+public:
+    /// Notes where those of the item lie.
+    void add(const SceneItem::Ptr& item)
+    {
+        const auto material = Material::material(item);
+        for (const auto& bound : material ? material->materials() : std::vector<SceneItem::Ptr>()) {
+            const auto hierarchy = Hierarchy::hierarchy(bound);
+            const auto top = hierarchy ? hierarchy->parent() : nullptr;
+            if (top && _seen.insert(top->path()).second) {
+                _tops.push_back(top);
+            }
+        }
+    }
+
+    /// Tells of those at and under the path.
+    void tell(const Path& path, const Finder& found) const
+    {
+        for (const auto& top : _tops) {
+            const auto isWithin = top->path().isAtOrBelow(path);
+            host::walk(top, isWithin ? 1 : 0, [&](const SceneItem::Ptr& item, std::size_t depth) {
+                return !isWithin || depth == 0 || found(item);
+            });
+        }
+    }
+
+private:
+    std::vector<SceneItem::Ptr> _tops;
+    std::unordered_set<Path> _seen;
+};
+
+/// Tells of the items among which to look: the cameras when only those are wanted.
+void forEachCandidate(const SceneItem::Ptr& root, const Criteria& criteria, const Finder& found)
+{
+    if (criteria.cameras) {
         const auto cameras = CameraHandler::findAll(root->path());
         std::ranges::all_of(cameras, found);
-    } else {
-        host::walk(root, std::numeric_limits<std::size_t>::max(),
-                   [&found](const SceneItem::Ptr& item, std::size_t) { return found(item); });
+        return;
     }
+    Materials materials;
+    host::walk(root, std::numeric_limits<std::size_t>::max(),
+               [&](const SceneItem::Ptr& item, std::size_t) {
+                   if (criteria.mayBeMaterial()) {
+                       materials.add(item);
+                   }
+                   return found(item);
+               });
+    materials.tell(root->path(), found);
 }
 
 /// The paths last, since they may be long.
@@ -55,10 +87,11 @@ Table newTable()
 std::size_t search(const SceneItemList& roots, const Criteria& criteria, const Output& output,
                    const Found& write)
 {
+    const Sieve sieve(criteria);
     std::size_t count = 0;
     for (const auto& root : roots) {
-        forEachCandidate(root, criteria.cameras, [&](const SceneItem::Ptr& item) {
-            if (matches(item, criteria)) {
+        forEachCandidate(root, criteria, [&](const SceneItem::Ptr& item) {
+            if (sieve.holds(item)) {
                 write(item);
                 ++count;
             }

@@ -2,26 +2,15 @@
 
 #include <cstddef>
 #include <functional>
-#include <optional>
 #include <string>
 
 #include "kiv/document/workspace.h"
 #include "kiv/sceneItem.h"
 
+#include "report/criteria.h"
 #include "terminal/output.h"
 
 namespace app {
-
-/// What to look for. An item is found when it meets every criterion.
-struct Criteria
-{
-    bool cameras = false;
-    bool lights = false;
-    std::optional<std::string> nodeType;
-    std::optional<std::string> name; ///< A pattern with * ? and [...] for the whole name.
-
-    [[nodiscard]] bool any() const { return cameras || lights || nodeType || name; }
-};
 
 enum class FindForm { Table, Paths, JsonText };
 

@@ -5,6 +5,7 @@
 #include "kiv/pathString.h"
 #include "kiv/runTimeMgr.h"
 
+#include "report/differenceReport.h"
 #include "report/itemReport.h"
 #include "report/itemSearch.h"
 #include "report/treeReport.h"
@@ -78,7 +79,13 @@ void pwd(Session& session, const Arguments&)
 
 void showItem(Session& session, const Arguments& arguments)
 {
-    const auto item = itemOrCurrent(session, arguments, 0);
+    const auto items =
+        arguments.size() > 0 ? session.items(arguments.words()) : std::vector{session.current()};
+    const auto* columns = arguments.value("--columns");
+    if (items.size() > 1 || columns) {
+        return showTable(items, columns ? *columns : "", arguments.has("--json"), session.output());
+    }
+    const auto item = items.front();
     if (!show(session.scene(), item, PathString::string(item->path()), arguments.has("--json"),
               session.output())) {
         throw std::runtime_error("not all could be shown");
@@ -96,8 +103,21 @@ void findItems(Session& session, const Arguments& arguments)
     if (const auto* name = arguments.value("--name")) {
         criteria.name = *name;
     }
+    if (const auto* material = arguments.value("--material")) {
+        criteria.material = *material;
+    }
+    if (const auto* size = arguments.value("--min-size")) {
+        criteria.minSize = valueOf<double>(*size);
+    }
+    if (const auto* size = arguments.value("--max-size")) {
+        criteria.maxSize = valueOf<double>(*size);
+    }
+    criteria.attributes = arguments.values("--attribute");
+    criteria.metadata = arguments.values("--metadata");
+    criteria.hidden = arguments.has("--hidden");
+    criteria.ignoresCase = arguments.has("-i");
     if (!criteria.any()) {
-        throw std::runtime_error("--cameras, --lights, --type or --name is required");
+        throw std::runtime_error(kNoCriterion);
     }
     Selection found;
     find(session.scene(), {itemOrCurrent(session, arguments, 0)}, criteria,
@@ -106,15 +126,38 @@ void findItems(Session& session, const Arguments& arguments)
     session.namedSelection("found").replaceWith(found);
 }
 
+void diffItems(Session& session, const Arguments& arguments)
+{
+    const auto before = session.item(arguments[0]);
+    const auto after = session.item(arguments[1]);
+    host::ComparisonOptions options{1e-6, !arguments.has("--structure")};
+    if (const auto* tolerance = arguments.value("--tolerance")) {
+        options.tolerance = valueOf<double>(*tolerance);
+    }
+    writeDifferences(host::compare(before, after, options), before->path(), after->path(),
+                     arguments.has("--json"), session.output());
+}
+
 constexpr Command kCommands[] = {
     {"ls", "[ITEM]", "List the children of an item.", ls},
     {"tree", "[ITEM] [--depth=N] [--type=TYPE] [--paths] [--json]", "Draw what is under an item.",
      tree},
     {"cd", "[ITEM]", "Make an item the current one; the root without ITEM.", cd},
     {"pwd", "", "Print the path of the current item.", pwd},
-    {"show", "[ITEM] [--json]", "Print all that an item offers.", showItem},
-    {"find", "[ITEM] [--cameras] [--lights] [--type=TYPE] [--name=GLOB] [--paths] [--json]",
-     "Print the items that meet all criteria, and keep them as the selection @found.", findItems},
+    {"show", "[ITEM...] [--columns=NAMES] [--json]",
+     "Print all that an item offers; of several, or with --columns, a table of their properties "
+     "and "
+     "attributes: show @found --columns=focalLength,visible.",
+     showItem},
+    {"find",
+     "[ITEM] [--cameras] [--lights] [--type=TYPE] [--name=GLOB] [--material=GLOB] "
+     "[--attribute=CONDITION] [--metadata=CONDITION] [--hidden] [--min-size=N] [--max-size=N] [-i] "
+     "[--paths] [--json]",
+     "Print the items that meet all criteria, and keep them as the selection @found: find "
+     "--attribute 'focalLength>50'. With -i small letters are taken for large ones.",
+     findItems},
+    {"diff", "ITEM ITEM [--tolerance=N] [--structure] [--json]",
+     "Tell what differs between what is at and under two items.", diffItems},
 };
 
 } // namespace

@@ -8,6 +8,7 @@
 #include "kiv/globalSelection.h"
 #include "kiv/hierarchy.h"
 #include "kiv/host/itemLookup.h"
+#include "kiv/host/itemPattern.h"
 #include "kiv/namedSelection.h"
 #include "kiv/pathString.h"
 
@@ -136,10 +137,26 @@ std::vector<SceneItem::Ptr> Session::itemsIfAny(std::span<const std::string> wor
                 }
             }
         } else {
-            found.append(host::requireItem(_scene->root(), current(), word));
+            for (const auto& item : named(word)) {
+                found.append(item);
+            }
         }
     }
     return {found.begin(), found.end()};
+}
+
+std::vector<SceneItem::Ptr> Session::named(const std::string& word) const
+{
+    if (const auto item = host::lookUp(_scene->root(), current(), word)) {
+        return {item};
+    }
+    if (host::isPattern(word)) {
+        auto items = host::itemsLike(_scene->root(), current(), word);
+        if (!items.empty()) {
+            return items;
+        }
+    }
+    return {host::requireItem(_scene->root(), current(), word)};
 }
 
 const Selection& Session::selectionOf(const std::string& word) const

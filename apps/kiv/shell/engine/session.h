@@ -53,7 +53,8 @@ public:
     /// named selection.
     [[nodiscard]] Kiv_v4::SceneItem::Ptr item(const std::string& word) const;
 
-    /// All items that the words name, each once; `@` stands for all that are selected, at least
+    /// All items that the words name, each once; a word may be a pattern, as `host::itemsLike` has
+    /// it; `@` stands for all that are selected, at least
     /// one.
     [[nodiscard]] std::vector<Kiv_v4::SceneItem::Ptr>
     items(std::span<const std::string> words) const;
@@ -93,6 +94,9 @@ public:
 
 private:
     void follow(const Kiv_v4::SceneCompositeNotification::Op& change);
+
+    /// What a word names that names no selection; at least one.
+    [[nodiscard]] std::vector<Kiv_v4::SceneItem::Ptr> named(const std::string& word) const;
 
     [[nodiscard]] const Kiv_v4::Selection& selectionOf(const std::string& word) const;
 

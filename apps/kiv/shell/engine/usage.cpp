@@ -4,6 +4,8 @@
 #include <iterator>
 #include <stdexcept>
 
+#include "kiv/host/itemLookup.h"
+
 namespace app::shell {
 
 namespace {
@@ -43,7 +45,7 @@ Usage::Usage(std::string_view text)
 {
     while (!text.empty()) {
         const auto word = text.substr(0, text.find(' '));
-        if (word.starts_with("[--")) {
+        if (word.starts_with("[-")) {
             options.push_back(optionOf(word));
         } else {
             arguments.push_back(argumentOf(word));
@@ -73,11 +75,16 @@ bool Usage::takesNextWord(std::string_view word) const
     return named && named->hasValue;
 }
 
+bool Usage::isOption(std::string_view word) const
+{
+    return word.starts_with("--") || option(word) != nullptr; // -1 is a number
+}
+
 std::size_t Usage::nbArguments(const Words& words) const
 {
     std::size_t count = 0;
     for (std::size_t i = 0; i < words.size(); ++i) {
-        if (!words[i].starts_with("--")) {
+        if (!isOption(words[i])) {
             ++count;
         } else if (takesNextWord(words[i])) {
             ++i;
@@ -92,7 +99,7 @@ Arguments::Arguments(const Usage& usage, const Words& words)
     for (auto word = words.begin(); word != words.end(); ++word) {
         if (mayBeOption && *word == "--") {
             mayBeOption = false;
-        } else if (mayBeOption && word->starts_with("--")) {
+        } else if (mayBeOption && usage.isOption(*word)) {
             const auto wantsNext = usage.takesNextWord(*word) && std::next(word) != words.end();
             addOption(usage, wantsNext ? *word + "=" + *std::next(word) : *word);
             word += wantsNext ? 1 : 0;
@@ -111,7 +118,13 @@ Words Arguments::from(std::size_t index) const
 const std::string* Arguments::value(std::string_view option) const
 {
     const auto found = _options.find(option);
-    return found == _options.end() ? nullptr : &found->second;
+    return found == _options.end() ? nullptr : &found->second.back();
+}
+
+Words Arguments::values(std::string_view option) const
+{
+    const auto found = _options.find(option);
+    return found == _options.end() ? Words() : found->second;
 }
 
 void Arguments::addOption(const Usage& usage, const std::string& word)
@@ -120,13 +133,18 @@ void Arguments::addOption(const Usage& usage, const std::string& word)
     const auto name = word.substr(0, equals);
     const auto* option = usage.option(name);
     if (!option) {
-        throw std::runtime_error("unknown option '" + name + "'");
+        std::vector<std::string> names;
+        for (const auto& known : usage.options) {
+            names.emplace_back(known.name);
+        }
+        throw std::runtime_error("unknown option '" + name + "'" +
+                                 Kiv_v4::host::suggestion(name, names));
     }
     if (option->hasValue != (equals != std::string::npos)) {
         throw std::runtime_error(
             name + (option->hasValue ? " wants a value: " + name + " VALUE" : " takes no value"));
     }
-    _options[name] = option->hasValue ? word.substr(equals + 1) : std::string();
+    _options[name].push_back(option->hasValue ? word.substr(equals + 1) : std::string());
 }
 
 void Arguments::requireFit(const Usage& usage) const

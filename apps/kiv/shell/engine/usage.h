@@ -11,8 +11,8 @@
 namespace app::shell {
 
 /// What a command's usage text says: `ITEM` is an argument, `[ITEM]` one that may be left out,
-/// `ITEM...` one or more, `[ITEM...]` any number; `[--name]` is an option, `[--name=N]` one with a
-/// value. Words in lower case stand for themselves, `on|off` for one of several.
+/// `ITEM...` one or more, `[ITEM...]` any number; `[--name]` and `[-n]` are options, `[--name=N]`
+/// one with a value. Words in lower case stand for themselves, `on|off` for one of several.
 struct Usage
 {
     struct Argument
@@ -40,6 +40,9 @@ struct Usage
     /// same as `--name=VALUE`.
     [[nodiscard]] bool takesNextWord(std::string_view word) const;
 
+    /// Whether the word is meant as an option, whether there is one of that name or not.
+    [[nodiscard]] bool isOption(std::string_view word) const;
+
     /// The number of arguments among the words.
     [[nodiscard]] std::size_t nbArguments(const Words& words) const;
 
@@ -64,7 +67,10 @@ public:
 
     [[nodiscard]] bool has(std::string_view option) const { return _options.contains(option); }
 
-    /// The value of the option, or null.
+    /// The values of an option that was given any number of times.
+    [[nodiscard]] Words values(std::string_view option) const;
+
+    /// The last value of the option, or null.
     [[nodiscard]] const std::string* value(std::string_view option) const;
 
 private:
@@ -72,7 +78,7 @@ private:
     void requireFit(const Usage& usage) const;
 
     Words _words;
-    std::map<std::string, std::string, std::less<>> _options;
+    std::map<std::string, Words, std::less<>> _options;
 };
 
 } // namespace app::shell
