@@ -24,10 +24,7 @@ from kiv.usd._attributes import Tables
 from kiv.usd._stage import Stage
 from kiv.usd._tree import Tree
 
-__all__ = ["RunTime", "Stage", "SUFFIXES"]
-
-SUFFIXES = (".usd", ".usda", ".usdc", ".usdz")
-"""Of the files that can be opened."""
+__all__ = ["RunTime", "Stage"]
 
 
 class RunTime:
