@@ -11,7 +11,7 @@ namespace test {
 inline void expectConformance(const Kiv_v4::conformance::Candidate& candidate,
                               const Kiv_v4::conformance::AllocationFaults& faults)
 {
-    for (const std::uint64_t seed : {1, 2}) {
+    for (std::uint64_t seed = 1; seed <= 2; ++seed) {
         Kiv_v4::conformance::Options options;
         options.seed = seed;
         options.allocationFaults = faults;

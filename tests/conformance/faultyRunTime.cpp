@@ -212,7 +212,7 @@ public:
         const auto path = std::make_shared<Path>();
         const auto next = std::make_shared<std::string>();
         return std::make_shared<Command>(
-            [=, this, nodes = _nodes, parent = _item->path()] {
+            [=, nodes = _nodes, parent = _item->path()] {
                 if (path->empty()) {
                     out->front().name = nodes->fit(nodes->existing(parent), name.string(), nullptr);
                     *path = parent + out->front().name;
