@@ -281,9 +281,9 @@ TEST_F(AssimpInterfaces, LetCamerasAndLightsFaceWhatTheFilesMean)
         files.unmount(gateway("all"));
         const auto root = files.mount(assimp::read(models / source), gateway("all"));
         const auto items = test::allUnder(root);
-        const std::string name = wanted; // Clang 14 captures no structured binding
+        const std::string called = wanted; // Clang 14 captures no structured binding
         const auto found = std::find_if(items.begin(), items.end(), [&](const auto& known) {
-            return isPlaced(known) && files.originalName(known->path()) == name;
+            return isPlaced(known) && files.originalName(known->path()) == called;
         });
         ASSERT_NE(found, items.end());
         const auto box = Object3d::object3d(root)->boundingBox();

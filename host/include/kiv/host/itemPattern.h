@@ -21,9 +21,8 @@ namespace Kiv_v4::host {
 [[nodiscard]] KIV_EXPORT bool isPattern(std::string_view text) noexcept;
 
 /// Returns the items that a path of patterns names, each once, in the order in which a walk through
-/// the tree comes to their parents:
-/// `props/*`, `/world/**/Lamp*`. Paths are as in `lookUp`; a name `**` stands for any number of
-/// levels, and at the end for all items below. Neither item may be null.
+/// the tree comes to their parents: `props/L*`, `/world/**`. Paths are as in `lookUp`; a name `**`
+/// stands for any number of levels, and at the end for all items below. Neither item may be null.
 ///
 /// Cost: linear in the children of the items on the way, and for each `**` in what lies below them.
 [[nodiscard]] KIV_EXPORT std::vector<SceneItem::Ptr>
