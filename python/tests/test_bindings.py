@@ -60,7 +60,7 @@ UNBOUND = {
     r"kit::GatewayFollower::\w+": "arguments of its constructor, which adds it",
     r"(SceneFileHandler|RunTimeMgr::(set)?[sS]ceneFileHandler|kit::Mounts::sceneFileHandler|kit::Mount::fileName|"
     r"document::Workspace::(mountAt|Mount::runTime))(::.*)?": "not bound yet: scene files of run-times in Python",
-    r"host::(compare|isSame|Comparison\w*|Difference|ItemCondition|isLike|isPattern|itemsLike|kAttribute|kMaterial)"
+    r"host::(compare|isSame|Comparison\w*|Difference|ItemCondition|isLike|isPattern|itemsLike|kAttribute|kMaterial|textOf)"
     r"(::.*)?": "not bound yet: comparing trees, finding items by conditions and patterns",
     r"(Kiv|detail)": "namespaces",
 }

@@ -28,7 +28,7 @@ public:
         }
         _ends.resize(row.depth); // of the trunks of the levels 1 to depth - 1, from a 0 in front
         _text.resize(_ends.back());
-        const auto left = _text + std::string(row.isLast ? kLastBranch : kBranch);
+        auto left = _text + std::string(row.isLast ? kLastBranch : kBranch);
         _text += row.isLast ? kNoTrunk : kTrunk;
         _ends.push_back(_text.size());
         return left;
