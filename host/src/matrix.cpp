@@ -77,7 +77,7 @@ std::optional<Matrix4d> inverse(const Matrix4d& matrix)
             }
         }
     }
-    const Matrix4d result(right);
+    const Matrix4d result(std::move(right));
     return isNearIdentity(result * matrix) ? std::optional(result) : std::nullopt;
 }
 
