@@ -410,6 +410,35 @@ TEST_F(Kiv, ShowsSeveralItemsAsATable)
                 HasSubstr("unknown property 'focalLenght'; did you mean 'focalLength'?"));
 }
 
+TEST_F(Kiv, RecordsAShellAndDoesItAgain)
+{
+    const auto recording = "'" + (folder / "session.json").string() + "'";
+    const auto commands = " -c \"watch --record=" + recording +
+                          "; move workshop/Workshop/Lamp 0 1 0; undo; watch off; pwd\"";
+    EXPECT_EQ(kiv("shell " + workshop + commands).status, 0);
+    const auto lines = linesOf(contentOf(folder / "session.json"));
+    EXPECT_THAT(lines.back(), HasSubstr("watch off"));
+    for (const auto& line : lines) {
+        EXPECT_GT(nlohmann::json::parse(line)["id"], 0) << line;
+    }
+    const auto same = kiv("replay " + recording + " " + workshop);
+    EXPECT_EQ(same.status, 0) << same.err;
+    EXPECT_EQ(same.out, "no differences\n");
+    const auto other = kiv("replay " + recording);
+    EXPECT_EQ(other.status, 1);
+    EXPECT_THAT(other.out, HasSubstr("now       error: no such item 'workshop/Workshop/Lamp'"));
+}
+
+TEST_F(Kiv, InspectTellsRunTimesAndMounts)
+{
+    const auto told = nlohmann::json::parse(kiv("inspect --json " + workshop).out);
+    EXPECT_EQ(told["items"], 19);
+    ASSERT_EQ(told["runTimes"].size(), 2u);
+    EXPECT_EQ(told["runTimes"][1]["gateways"][0], "/world/workshop");
+    EXPECT_EQ(told["mounts"][0]["gateway"], "/world/workshop");
+    EXPECT_FALSE(told.contains("leftovers"));
+}
+
 TEST_F(Kiv, InfoTellsWhatIsInAFile)
 {
     const auto info = kiv("info " + workshop);

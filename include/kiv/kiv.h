@@ -47,6 +47,7 @@
 #include "kiv/object3dHandler.h"
 #include "kiv/object3dNotification.h"
 #include "kiv/observableSelection.h"
+#include "kiv/observedItems.h"
 #include "kiv/observer.h"
 #include "kiv/path.h"
 #include "kiv/pathComponent.h"

@@ -62,6 +62,8 @@ UNBOUND = {
     r"document::Workspace::(mountAt|Mount::runTime))(::.*)?": "not bound yet: scene files of run-times in Python",
     r"host::(compare|isSame|Comparison\w*|Difference|ItemCondition|isLike|isPattern|itemsLike|kAttribute|kMaterial|textOf)"
     r"(::.*)?": "not bound yet: comparing trees, finding items by conditions and patterns",
+    r"(ObservedItem|observedItems|host::(Inspection|inspect|SceneWatch|Record|Recorder|Divergence|jsonLine|readRecords|"
+    r"replay))(::.*)?": "not bound yet: recording and inspecting",
     r"(Kiv|detail)": "namespaces",
 }
 

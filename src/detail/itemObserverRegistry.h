@@ -120,6 +120,17 @@ public:
         }
     }
 
+    /// Calls `visit` with each observed path and the number of living observers.
+    template <class Visit>
+    void forEach(Visit visit) const
+    {
+        for (const auto& [runTimeId, subjects] : _subjects) {
+            for (const auto& [path, subject] : subjects) {
+                visit(path, subject->nbObservers());
+            }
+        }
+    }
+
 private:
     [[nodiscard]] const SubjectPtr* entry(const Path& path) const
     {

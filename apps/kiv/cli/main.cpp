@@ -59,8 +59,9 @@ std::string commandTrouble(const CLI::App& program, const std::string& word)
 std::vector<Command> define(CLI::App& program)
 {
     constexpr Command (*definitions[])(CLI::App&) = {
-        app::defineInfo,  app::defineTree,  app::defineShow,    app::defineFind,   app::defineDiff,
-        app::defineShell, app::defineCheck, app::definePlugins, app::defineWindow,
+        app::defineInfo,  app::defineTree,    app::defineShow,   app::defineFind,
+        app::defineDiff,  app::defineShell,   app::defineReplay, app::defineInspect,
+        app::defineCheck, app::definePlugins, app::defineWindow,
     };
     std::vector<Command> commands;
     for (const auto definition : definitions) {

@@ -43,6 +43,8 @@ public:
 [[nodiscard]] Command defineFind(CLI::App& program);
 [[nodiscard]] Command defineDiff(CLI::App& program);
 [[nodiscard]] Command defineShell(CLI::App& program);
+[[nodiscard]] Command defineReplay(CLI::App& program);
+[[nodiscard]] Command defineInspect(CLI::App& program);
 [[nodiscard]] Command defineCheck(CLI::App& program);
 [[nodiscard]] Command definePlugins(CLI::App& program);
 [[nodiscard]] Command defineWindow(CLI::App& program);

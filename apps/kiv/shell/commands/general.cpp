@@ -2,6 +2,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "report/inspectionReport.h"
 #include "shell/commands/numbers.h"
 #include "shell/engine/commandTable.h"
 #include "shell/engine/script.h"
@@ -55,7 +56,23 @@ void help(Session& session, const Arguments& arguments)
 
 void watch(Session& session, const Arguments& arguments)
 {
-    session.watch(valueOf<bool>(arguments[0]));
+    if (const auto* const file = arguments.value("--record")) {
+        session.record(*file);
+    } else if (arguments.size() == 0) {
+        throw std::runtime_error("on, off or --record=FILE is required");
+    }
+    if (arguments.size() > 0) {
+        const auto isOn = valueOf<bool>(arguments[0]);
+        session.watch(isOn);
+        if (!isOn) {
+            session.endRecording();
+        }
+    }
+}
+
+void inspect(Session& session, const Arguments& arguments)
+{
+    writeInspection(session.scene(), arguments.has("--json"), session.output());
 }
 
 void runScript(Session& session, const Arguments& arguments)
@@ -69,7 +86,12 @@ void quit(Session& session, const Arguments&)
 }
 
 constexpr Command kCommands[] = {
-    {"watch", "on|off", "Print every notification as a line.", watch},
+    {"watch", "[on|off] [--record=FILE]",
+     "Print every notification as a line; with --record, write these, the commands and the undo "
+     "history to a file as lines of JSON, which kiv replay does again. off ends both.",
+     watch},
+    {"inspect", "[--json]",
+     "Tell what the library holds: run-times, gateways, mounts, observers, leftovers.", inspect},
     {"run", "FILE",
      "Run the commands of a file, without --echo and --keep-going: the first error ends it.",
      runScript},

@@ -42,10 +42,11 @@ std::string unknownCommand(const std::string& name)
     return "unknown command '" + name + "'" + (meant.empty() ? " (help lists them)" : meant);
 }
 
-void runCommand(Session& session, const Words& words)
+namespace {
+
+void runPlainly(Session& session, const Words& words)
 {
-    endIfInterrupted();
-    const auto* command = commandNamed(words.front());
+    const auto* const command = commandNamed(words.front());
     if (!command) {
         throw std::runtime_error(unknownCommand(words.front()));
     }
@@ -60,6 +61,33 @@ void runCommand(Session& session, const Words& words)
         }
     }();
     command->run(session, arguments);
+}
+
+std::string lineOf(const Words& words)
+{
+    std::string line;
+    for (const auto& word : words) {
+        line += (line.empty() ? "" : " ") + escaped(word);
+    }
+    return line;
+}
+
+} // namespace
+
+void runCommand(Session& session, const Words& words)
+{
+    endIfInterrupted();
+    const auto recorder = session.recorder();
+    if (!recorder) {
+        return runPlainly(session, words);
+    }
+    Kiv_v4::host::Recorder::Input input(*recorder, lineOf(words));
+    try {
+        runPlainly(session, words);
+    } catch (const std::exception& error) {
+        input.failed(error.what());
+        throw;
+    }
 }
 
 } // namespace app::shell

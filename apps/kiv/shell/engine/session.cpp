@@ -1,5 +1,6 @@
 #include "shell/engine/session.h"
 
+#include <fstream>
 #include <functional>
 #include <stdexcept>
 #include <utility>
@@ -88,6 +89,7 @@ Session::~Session()
         endStep();
     }
     _watch.reset();
+    _recorder.reset();
     _history->clear();
     for (const auto& name : _selectionNames) {
         NamedSelection::remove(name);
@@ -206,10 +208,24 @@ void Session::watch(bool on)
 {
     _watch.reset();
     if (on) {
-        _watch = std::make_unique<Watch>(
-            [this](const std::string& line) { _output.line("~ " + printable(line)); },
+        _watch = std::make_unique<host::SceneWatch>(
+            [this](const Notification& notification) {
+                _output.line("~ " + printable(host::textOf(notification)));
+            },
             _scene->root());
     }
+}
+
+void Session::record(const std::string& file)
+{
+    const auto lines = std::make_shared<std::ofstream>(file);
+    if (!*lines) {
+        throw std::runtime_error(file + ": cannot be written");
+    }
+    _recorder.reset();
+    _recorder = std::make_shared<host::Recorder>(
+        [lines](const host::Record& record) { *lines << host::jsonLine(record) << std::endl; },
+        _scene->root(), _history);
 }
 
 void Session::stay()
@@ -238,9 +254,6 @@ bool Session::isChanged() const
 void Session::follow(const SceneCompositeNotification::Op& change)
 {
     _current = followed(_current, change);
-    if (_watch && change.opType != SceneChanged::Deleted) {
-        _watch->include(change.item ? change.item->path() : change.path);
-    }
 }
 
 } // namespace app::shell

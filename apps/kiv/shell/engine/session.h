@@ -10,6 +10,8 @@
 
 #include "kiv/document/workspace.h"
 #include "kiv/host/hostScene.h"
+#include "kiv/host/recorder.h"
+#include "kiv/host/sceneWatch.h"
 #include "kiv/host/undoHistory.h"
 #include "kiv/observableSelection.h"
 #include "kiv/path.h"
@@ -17,7 +19,6 @@
 #include "kiv/sceneNotification.h"
 #include "kiv/undoableCommandGuard.h"
 
-#include "shell/engine/watching.h"
 #include "shell/engine/words.h"
 #include "terminal/output.h"
 
@@ -42,6 +43,10 @@ public:
     [[nodiscard]] Output& output() const { return _output; }
     [[nodiscard]] Kiv_v4::document::Workspace& scene() const { return *_scene; }
     [[nodiscard]] Kiv_v4::host::UndoHistory& history() const { return *_history; }
+    [[nodiscard]] const std::shared_ptr<Kiv_v4::host::UndoHistory>& sharedHistory() const
+    {
+        return _history;
+    }
     [[nodiscard]] const Kiv_v4::ObservableSelection::Ptr& selection() const { return _selection; }
 
     /// Where paths go on from; the root at first. It follows the item when that is renamed or
@@ -77,6 +82,17 @@ public:
     /// Begins or ends to print each notification.
     void watch(bool on);
 
+    /// Writes what happens from now on to the file, in place of what it was written to before.
+    /// Throws `std::runtime_error` when it cannot be written.
+    void record(const std::string& file);
+    void endRecording() { _recorder.reset(); }
+
+    /// Null while nothing is recorded. Whoever holds it may end the recording meanwhile.
+    [[nodiscard]] const std::shared_ptr<Kiv_v4::host::Recorder>& recorder() const
+    {
+        return _recorder;
+    }
+
     void quit() { _isOver = true; }
     [[nodiscard]] bool isOver() const { return _isOver; }
 
@@ -104,7 +120,8 @@ private:
     Kiv_v4::Path _current;
     const Kiv_v4::ObservableSelection::Ptr _selection;
     std::set<std::string> _selectionNames;
-    std::unique_ptr<Watch> _watch;
+    std::unique_ptr<Kiv_v4::host::SceneWatch> _watch;
+    std::shared_ptr<Kiv_v4::host::Recorder> _recorder;
     std::unique_ptr<Kiv_v4::document::Workspace> _scene;
     const std::shared_ptr<Kiv_v4::host::UndoHistory> _history;
     const std::shared_ptr<Kiv_v4::host::HostScene> _hostScene;

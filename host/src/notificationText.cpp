@@ -1,30 +1,14 @@
-#include "shell/engine/watching.h"
-
-#include <limits>
-#include <utility>
-
 #include "kiv/attributeNotification.h"
-#include "kiv/attributes.h"
-#include "kiv/camera.h"
 #include "kiv/cameraNotification.h"
-#include "kiv/globalSelection.h"
-#include "kiv/hierarchy.h"
-#include "kiv/host/outline.h"
-#include "kiv/light.h"
+#include "kiv/host/sceneWatch.h"
 #include "kiv/lightNotification.h"
-#include "kiv/object3d.h"
 #include "kiv/object3dNotification.h"
-#include "kiv/observableSelection.h"
 #include "kiv/pathString.h"
-#include "kiv/scene.h"
 #include "kiv/sceneNotification.h"
 #include "kiv/selectionNotification.h"
-#include "kiv/transform3d.h"
 #include "kiv/transform3dNotification.h"
 
-namespace app::shell {
-
-using namespace Kiv_v4;
+namespace Kiv_v4::host {
 
 namespace {
 
@@ -132,7 +116,9 @@ std::string keysOf(const AttributeMetadataChanged& change)
     return text;
 }
 
-std::string lineOf(const Notification& notification)
+} // namespace
+
+std::string textOf(const Notification& notification)
 {
     if (dynamic_cast<const SceneChanged*>(&notification)) {
         return "scene " + changesText<SceneChanged, SceneCompositeNotification>(notification);
@@ -163,50 +149,4 @@ std::string lineOf(const Notification& notification)
     return "notification";
 }
 
-class Teller : public Observer
-{
-public:
-    explicit Teller(Watch::Tell tell) : _tell(std::move(tell)) {}
-
-    void operator()(const Notification& notification) override { _tell(lineOf(notification)); }
-
-private:
-    const Watch::Tell _tell;
-};
-
-} // namespace
-
-Watch::Watch(Tell tell, const SceneItem::Ptr& root)
-    : _observer(std::make_shared<Teller>(std::move(tell)))
-{
-    Scene::instance().addObserver(_observer);
-    GlobalSelection::get()->addObserver(_observer);
-    Attributes::addObserver(_observer);
-    Object3d::addObserver(_observer);
-    watch(root);
-}
-
-Watch::~Watch() = default; // releases the observer, which ends all its observing
-
-void Watch::include(const Path& path)
-{
-    if (const auto item = Hierarchy::createItem(path)) {
-        watch(item);
-    }
-}
-
-void Watch::watch(const SceneItem::Ptr& top)
-{
-    host::walk(top, std::numeric_limits<std::size_t>::max(), [&](const SceneItem::Ptr& item, auto) {
-        Transform3d::addObserver(item, _observer);
-        if (Camera::camera(item)) {
-            Camera::addObserver(item, _observer);
-        }
-        if (Light::light(item)) {
-            Light::addObserver(item, _observer);
-        }
-        return true;
-    });
-}
-
-} // namespace app::shell
+} // namespace Kiv_v4::host

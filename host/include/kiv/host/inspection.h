@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "kiv/export.h"
+#include "kiv/observedItems.h"
+#include "kiv/path.h"
+#include "kiv/rtid.h"
+#include "kiv/sceneItem.h"
+
+namespace Kiv_v4::host {
+
+/// What the library holds for the process at the moment: for reports of faults, and to find what
+/// plug-ins left behind.
+struct Inspection
+{
+    /// A run-time, or what is left of one.
+    struct RunTime
+    {
+        Rtid id;                           ///< The run-time's.
+        std::string name;                  ///< Empty if nothing is registered under the id.
+        std::vector<std::string> handlers; ///< The kinds that are installed: `hierarchy`, ...
+        std::vector<Path> gateways{};      ///< Where its items begin, at and under the root.
+    };
+
+    /// Something that can be observed as a whole.
+    struct Observed
+    {
+        std::string subject;     ///< `scene`, `global selection`, `attributes` or `visibility`.
+        std::size_t nbObservers; ///< Those that live.
+    };
+
+    std::vector<RunTime> runTimes;           ///< By id.
+    std::vector<Observed> subjects;          ///< Those that are installed.
+    std::vector<ObservedItem> observedItems; ///< With their living observers.
+
+    /// What should not be there: observers that died without being removed, observers of items that
+    /// are gone, handlers of run-times that are.
+    std::vector<std::string> leftovers;
+
+    std::size_t nbNames = 0;       ///< In the table of interned names.
+    std::size_t nbItems = 0;       ///< At and under the root.
+    std::size_t residentBytes = 0; ///< Of the process; 0 if the system does not tell.
+};
+
+/// Returns what there is now. `root` is where items and gateways are looked for; it may be null.
+///
+/// **Cost:** linear in the items at and under the root, and in the observers.
+[[nodiscard]] KIV_EXPORT Inspection inspect(const SceneItem::Ptr& root);
+
+} // namespace Kiv_v4::host
