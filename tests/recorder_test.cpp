@@ -133,7 +133,8 @@ TEST_F(Recording, IsLinesThatAnyTextPasses)
     EXPECT_EQ(std::tie(again.id, again.cause, again.time, again.kind, again.text),
               std::tie(record.id, record.cause, record.time, record.kind, record.text));
     EXPECT_EQ(read(host::jsonLine({1, 0, 0, "log", "\xFF"})).front().text, "\xEF\xBF\xBD");
-    for (const auto* wrong : {"{", "[]", "{\"id\":}", "{\"kind\":\"x}", "{\"more\":1}"}) {
+    EXPECT_EQ(read(R"({"text":"\t\/\u0041"})").front().text, "\t/A") << "as others write it";
+    for (const auto* wrong : {R"({"text":"\x"})", "{", "[]", "{\"id\":}", "{\"kind\":\"x}", "{\"more\":1}"}) {
         EXPECT_THROW(read(wrong), std::runtime_error) << wrong;
     }
 }

@@ -53,12 +53,13 @@ constexpr Kind kKinds[] = {
     {"uiNodeGraphNode", has<&RunTimeMgr::uiNodeGraphNodeHandler>},
     {"batchOps", has<&RunTimeMgr::batchOpsHandler>},
     {"codeWrapper", has<&RunTimeMgr::codeWrapperHandler>},
+    {"sceneFile", has<&RunTimeMgr::sceneFileHandler>},
 };
 
 Inspection::RunTime runTimeOf(Rtid id, const SceneItem::Ptr& root)
 {
     const auto& registry = RunTimeMgr::instance();
-    Inspection::RunTime runTime{id, registry.hasId(id) ? registry.getName(id) : "", {}};
+    Inspection::RunTime runTime{id, registry.hasId(id) ? registry.getName(id) : "", {}, {}};
     for (const auto& kind : kKinds) {
         if (kind.isInstalled(id)) {
             runTime.handlers.emplace_back(kind.name);

@@ -122,18 +122,25 @@ private:
         return text;
     }
 
-    /// Behind a backslash; of other characters than controls, none is written so.
+    /// The character that is meant by those after a backslash. `jsonLine` writes few of them; other
+    /// programs that pass a recording on may write all.
     char escaped()
     {
         const auto c = next();
         if (c != 'u') {
-            return c;
+            constexpr std::string_view names = "\"\\/bfnrt";
+            constexpr std::string_view meant = "\"\\/\b\f\n\r\t";
+            const auto index = names.find(c);
+            if (index == names.npos) {
+                throw std::runtime_error(std::string("unknown escape '\\") + c + "'");
+            }
+            return meant[index];
         }
         unsigned code = 0;
         const auto digits = _rest.substr(0, 4);
         const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), code, 16);
         if (read.ptr != digits.data() + 4 || code >= 0x80) {
-            throw std::runtime_error("expected four digits of a control character");
+            throw std::runtime_error("expected four digits of an ASCII character");
         }
         _rest.remove_prefix(4);
         return static_cast<char>(code);
@@ -141,10 +148,6 @@ private:
 
     std::string_view _rest;
 };
-
-} // namespace
-
-namespace {
 
 /// With microseconds, the same in every locale.
 std::string secondsText(double seconds)
