@@ -19,6 +19,7 @@
 
 #include "kiv/kiv.h"
 
+#include "directCall.h"
 #include "dynamicTypes.h"
 
 namespace bound {
@@ -62,7 +63,8 @@ public:
     template <class Work, class... More>
     Class& method(const char* name, Work&& work, const More&... more)
     {
-        this->def(snakeCase(name).c_str(), std::forward<Work>(work), doc(name), more...);
+        this->def(snakeCase(name).c_str(), direct<T>(name, std::forward<Work>(work)), doc(name),
+                  more...);
         return *this;
     }
 
@@ -70,8 +72,8 @@ public:
     template <class Getter, class... More>
     Class& property(const char* name, Getter&& getter, const More&... more)
     {
-        this->def_prop_ro(snakeCase(name).c_str(), std::forward<Getter>(getter), doc(name),
-                          more...);
+        this->def_prop_ro(snakeCase(name).c_str(), direct<T>(name, std::forward<Getter>(getter)),
+                          doc(name), more...);
         return *this;
     }
 

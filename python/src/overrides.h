@@ -78,7 +78,8 @@ protected:
         const nb::gil_scoped_acquire held;                                                         \
         static const bound::Name pythonName(#name);                                                \
         const auto pythonKey = pythonName.get();                                                   \
-        if (this->_python.overrides(pythonKey, nb::type<Bound>())) {                               \
+        if (!bound::DirectCall::take(*this, #name) &&                                              \
+            this->_python.overrides(pythonKey, nb::type<Bound>())) {                               \
             return nb::cast<Result>(call);                                                         \
         }                                                                                          \
         otherwise;                                                                                 \

@@ -111,6 +111,40 @@ def test_a_tree_in_python_is_edited_as_any_scene(scene):
     made.close()
 
 
+def test_super_reaches_the_function_that_is_overridden(scene):
+    class Careful(Rows):
+        def free_name(self, parent, name, own=""):
+            return super().free_name(parent, name, own) + "_"
+
+        def is_editable(self, path):
+            return super().is_editable(path)
+
+    class Logged(kiv.UndoableCommand):
+        command_string = "logged"
+
+        def execute(self):
+            done.append("execute")
+            super().execute()
+
+        def undo(self):
+            done.append("undo")
+
+        def redo(self):
+            done.append("redo")
+
+    done = []
+    with kiv.RunTimeRegistration("careful", "/") as registration:
+        tree = Careful(kiv.Path(kiv.PathSegment(["careful"], registration.id, "/")))
+        kit.register_tree(registration.id, tree)
+        tree.put(tree.root / "a", tree.make("row"), 0)
+        command = kiv.Hierarchy.create_item(tree.root).hierarchy.create_child_cmd("row", "a")
+        kiv.UndoableCommandMgr.instance().execute_cmd(command)
+        assert command.scene_item.node_name == "a1_"
+        kiv.UndoableCommandMgr.instance().clear()
+    Logged().execute()
+    assert done == ["execute", "redo"], "execute does what redo does"
+
+
 def test_run_times_in_python_keep_the_contracts(tmp_path):
     options = conformance.Options()
     options.nb_steps = 30
