@@ -12,10 +12,10 @@ namespace Kiv_v4 {
 namespace {
 
 template <class Registry>
-void addAll(std::vector<ObservedItem>& items, const char* interface)
+void addAll(std::vector<ObservedItem>& items, const char* interfaceName)
 {
     Registry::instance().forEach([&](const Path& path, std::size_t nbObservers) {
-        items.push_back({interface, path, nbObservers});
+        items.push_back({interfaceName, path, nbObservers});
     });
 }
 

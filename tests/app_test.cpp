@@ -366,6 +366,17 @@ TEST_F(Kiv, LoadsPluginsAndHoldsThemAgainstTheContracts)
     EXPECT_EQ(kiv("check --only paths --junit assimp " + workshop).status, 0);
     EXPECT_EQ(kiv("check assimp").status, 2);
     EXPECT_EQ(kiv("check nowhere.so").status, 1);
+
+    // Run-times in Python are checked by Python; here, what it is asked for.
+    const auto python = folder / "python3";
+    std::ofstream(python) << "#!/bin/sh\necho \"$@\"\n";
+    fs::permissions(python, fs::perms::owner_all);
+    EXPECT_EQ(shell("PATH='" + folder.string() +
+                    "' kiv check --python --only paths,news --json --seed 4 stage:scene")
+                  .out,
+              "-m kiv check stage:scene --seed 4 --steps 100 --only paths --only news --json\n");
+    EXPECT_THAT(shell("PATH=/nowhere kiv check --python stage:scene").err,
+                HasSubstr("its package kiv"));
 }
 
 TEST_F(Kiv, OutputThatCannotBeWrittenIsAFailure)

@@ -96,10 +96,10 @@ void addLeftovers(Inspection& found)
     for (const auto& item : found.observedItems) {
         const auto place = PathString::string(item.path);
         if (item.nbObservers == 0) {
-            found.leftovers.push_back("observers of " + place + " by " + item.interface +
+            found.leftovers.push_back("observers of " + place + " by " + item.interfaceName +
                                       " that died without being removed");
         } else if (!Hierarchy::createItem(item.path)) {
-            found.leftovers.push_back("observers of " + place + " by " + item.interface +
+            found.leftovers.push_back("observers of " + place + " by " + item.interfaceName +
                                       ", which is gone");
         }
     }

@@ -1,5 +1,6 @@
 """Run-times written in Python: by the kit, by handlers, and the folder of the file system."""
 
+import json
 import os
 import subprocess
 import sys
@@ -190,8 +191,8 @@ def test_the_commands_of_the_package(tmp_path):
     (tmp_path / "film").mkdir()
     (tmp_path / "film" / "one.txt").write_text("1")
 
-    def run(command, text=""):
-        ended = subprocess.run([sys.executable, "-m", "kiv", command, str(tmp_path / "film")], input=text,
+    def run(command, text="", source=str(tmp_path / "film"), options=()):
+        ended = subprocess.run([sys.executable, "-m", "kiv", command, source, *options], input=text,
                                capture_output=True, text=True, check=False, timeout=120, cwd=tmp_path)
         return ended.returncode, ended.stdout
 
@@ -200,6 +201,15 @@ def test_the_commands_of_the_package(tmp_path):
     assert code == 0 and output.splitlines()[2:] == [
         "one.txt  file", "new  folder", "error: unknown command 'nope'", "error: the run-time refuses"]
     assert (tmp_path / "film" / "new").is_dir()
+
+    (tmp_path / "faulty.py").write_text(
+        "import kiv\nfrom kiv import memory\n\n"
+        "def scene():\n    run_time = memory.RunTime()\n    return run_time, [run_time.model.root]\n\n"
+        "def nothing():\n    return scene()[0], [kiv.Path()]\n")
+    code, output = run("check", source="faulty:scene", options=["--only", "paths", "--json"])
+    assert code == 0 and json.loads(output)["candidate"] == "faulty:scene"
+    assert run("check", source="faulty:nothing", options=["--only", "hierarchy"])[0] == 1
+    assert run("check", source="faulty:gone")[0] == 1
 
 
 def test_scene_files_are_mounted_saved_and_opened(tmp_path):

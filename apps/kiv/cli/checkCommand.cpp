@@ -9,6 +9,7 @@
 
 #include "cli/programCommand.h"
 #include "terminal/diagnostics.h"
+#include "terminal/otherProgram.h"
 
 namespace app {
 
@@ -20,11 +21,33 @@ enum class ReportForm { Text, Json, Junit };
 
 struct CheckOptions
 {
-    std::string candidate; ///< A plug-in file, or `assimp`.
+    std::string candidate; ///< A plug-in file, `assimp`, or with `isPython` `module:function`.
     std::string scene;     ///< The file for `assimp` to show.
     conformance::Options options;
     ReportForm form = ReportForm::Text;
+    bool isPython = false;
 };
+
+/// Becomes Python with its package, which checks a run-time that is written in Python.
+[[noreturn]] void checkInPython(const CheckOptions& options)
+{
+    std::vector<std::string> words{"python3",
+                                   "-m",
+                                   "kiv",
+                                   "check",
+                                   options.candidate,
+                                   "--seed",
+                                   std::to_string(options.options.seed),
+                                   "--steps",
+                                   std::to_string(options.options.nbSteps)};
+    for (const auto& contract : options.options.only) {
+        words.insert(words.end(), {"--only", contract});
+    }
+    if (options.form != ReportForm::Text) {
+        words.emplace_back(options.form == ReportForm::Json ? "--json" : "--junit");
+    }
+    become(std::move(words), "run-times in Python need Python 3 and its package kiv");
+}
 
 /// The items of a scene file, mounted in a scene of their own.
 conformance::Candidate sceneFile(const std::string& file)
@@ -43,6 +66,9 @@ conformance::Candidate sceneFile(const std::string& file)
 
 int check(const CheckOptions& options, Output& output)
 {
+    if (options.isPython) {
+        checkInPython(options);
+    }
     const auto isOwn = options.candidate == "assimp";
     if (isOwn == options.scene.empty()) {
         complain(options.candidate, isOwn ? "SCENE is required" : "a plug-in brings its own scene");
@@ -87,6 +113,9 @@ Command defineCheck(CLI::App& program)
                     "Contracts, or the beginnings of their names: --only commands,news")
         ->type_name("NAMES")
         ->delimiter(',');
+    syntax.add_flag("--python", wishes->isPython,
+                    "Check a run-time in Python: PLUGIN is module:function, which returns an\n"
+                    "object to close and the paths of its roots");
     syntax.add_flag("--diagnostics", options.showDiagnostics,
                     "Let the run-time write to the standard error stream");
     auto* json = syntax.add_flag_callback(

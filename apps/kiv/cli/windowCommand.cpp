@@ -1,30 +1,19 @@
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
-#include <unistd.h>
-#include <vector>
 
 #include "cli/programCommand.h"
+#include "terminal/otherProgram.h"
 
 namespace app {
 
 namespace {
 
-/// Becomes the program with the window, which is beside this one where Qt was there to build it.
+/// Becomes the program with the window, which is beside this one if Qt was there to build it.
 [[noreturn]] int show(const std::vector<std::string>& words)
 {
-    const auto program =
-        std::filesystem::read_symlink("/proc/self/exe").replace_filename("kiv-window");
-    std::vector<std::string> arguments{program.string()};
+    std::vector<std::string> arguments{
+        std::filesystem::read_symlink("/proc/self/exe").replace_filename("kiv-window").string()};
     arguments.insert(arguments.end(), words.begin(), words.end());
-    std::vector<char*> pointers;
-    for (auto& argument : arguments) {
-        pointers.push_back(argument.data());
-    }
-    pointers.push_back(nullptr);
-    execv(program.c_str(), pointers.data());
-    throw std::runtime_error(program.string() + ": " + std::strerror(errno) +
-                             " (the window is built where Qt is installed)");
+    become(std::move(arguments), "the window is built if Qt is installed");
 }
 
 } // namespace

@@ -46,8 +46,8 @@ Section observers(const host::Inspection& found)
         const auto path = PathString::string(item.path);
         section.facts.push_back(
             {"",
-             item.interface,
-             {{"subject", item.interface}, {"item", path}, {"observers", item.nbObservers}},
+             item.interfaceName,
+             {{"subject", item.interfaceName}, {"item", path}, {"observers", item.nbObservers}},
              "",
              {std::to_string(item.nbObservers) + " of " + path}});
     }

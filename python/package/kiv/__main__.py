@@ -16,7 +16,10 @@ from kiv import conformance, host
 def _called(text: str) -> tuple[object, list[kiv.Path]]:
     module, _, function = text.partition(":")
     sys.path.insert(0, os.getcwd())
-    made, roots = getattr(importlib.import_module(module), function)()
+    make = getattr(importlib.import_module(module), function, None)
+    if make is None:
+        raise ValueError(f"no function '{function}' in the module '{module}'")
+    made, roots = make()
     return made, [kiv.Path(root) if isinstance(root, str) else root for root in roots]
 
 
@@ -52,13 +55,10 @@ def tree(source: str) -> int:
     return 0
 
 
-def check(source: str, seed: int, steps: int) -> int:
-    """Holds the run-time of the source against the contracts."""
-    options = conformance.Options()
-    options.seed = seed
-    options.nb_steps = steps
+def check(source: str, options: conformance.Options, form: str) -> int:
+    """Checks the run-time of the source against the contracts. `form` is text, json or junit."""
     report = conformance.check(conformance.Candidate(source, lambda: opened(source)), options)
-    print(report.text())
+    print({"json": report.json, "junit": report.junit}.get(form, report.text)())
     return 0 if report.passed else 1
 
 
@@ -72,12 +72,18 @@ def main(arguments: list[str] | None = None) -> int:
         if name == "check":
             command.add_argument("--seed", type=int, default=1)
             command.add_argument("--steps", type=int, default=100)
+            command.add_argument("--only", action="append", default=[], metavar="CONTRACT")
+            form = command.add_mutually_exclusive_group()
+            form.add_argument("--json", action="store_const", dest="form", const="json", default="text")
+            form.add_argument("--junit", action="store_const", dest="form", const="junit")
     given = parser.parse_args(arguments)
     try:
         if given.command == "tree":
             return tree(given.source)
         if given.command == "check":
-            return check(given.source, given.seed, given.steps)
+            options = conformance.Options()
+            options.seed, options.nb_steps, options.only = given.seed, given.steps, given.only
+            return check(given.source, options, given.form)
         from kiv import _shell
 
         return _shell.run(*opened(given.source))

@@ -12,8 +12,8 @@
 
 namespace Kiv_v4::host {
 
-// What makes one tree of items another: two files, two states of a scene, two run-times that show
-// the same.
+// The differences between two trees of items: two files, two states of a scene, or two run-times
+// that show the same data.
 //
 //     for (const auto& difference : host::compare(oldRoot, newRoot)) {
 //         report(textOf(difference));
@@ -26,14 +26,14 @@ inline constexpr const char* kMaterial = "material";
 /// How exact a comparison is.
 struct ComparisonOptions
 {
-    /// Numbers are the same when they differ by no more than this, or by no more than this share of
-    /// the larger one. 0 is exact; NaN is the same as NaN.
+    /// Numbers are equal if they differ by no more than this, or by no more than this share of the
+    /// larger one. 0 is exact; NaN equals NaN.
     double tolerance = 0;
 
-    /// Whether the values of items are compared, and not the structure alone.
+    /// Whether the values of items are compared, or only the structure.
     bool values = true;
 
-    /// Whether a value counts; null for all.
+    /// Returns whether a value is compared; null compares all.
     std::function<bool(const std::string& group, const std::string& name)> counts{};
 };
 
@@ -42,37 +42,37 @@ struct Difference
 {
     /// In what an item differs.
     enum class Kind : std::uint8_t {
-        Added,     ///< The item, with what is below it but for items moved there.
-        Removed,   ///< The item, with what was below it but for items moved away.
-        Moved,     ///< The parent is another.
-        Renamed,   ///< The name is another.
-        Reordered, ///< The children that stayed stand in another order.
-        Changed    ///< A value is another, came or went.
+        Added,     ///< The item is new, with its descendants except those that moved there.
+        Removed,   ///< The item is gone, with its descendants except those that moved away.
+        Moved,     ///< The item has another parent.
+        Renamed,   ///< The item has another name.
+        Reordered, ///< The children that stayed are in another order.
+        Changed    ///< A value changed, was added or was removed.
     };
 
     Kind kind;   ///< In what the item differs.
     Path before; ///< Where the item is in the tree before; empty for an added one.
     Path after;  ///< Where it is in the tree after; empty for a removed one.
 
-    // Of a changed value; no value on the side that does not have it.
+    // Of a changed value; empty on the side without it.
 
-    std::string group{}; ///< Of the value, as properties have it, `kAttribute` or `kMaterial`.
-    std::string name{};  ///< Of the value.
+    std::string group{}; ///< The group of the property, `kAttribute` or `kMaterial`.
+    std::string name{};  ///< The name of the property, attribute or material.
     PropertyValue was{}; ///< The value before.
     PropertyValue is{};  ///< The value after.
 };
 
-/// Returns the differences of the trees at and under two items, across gateways, in the order of
-/// the tree before and then, for what is added, that of the tree after. The two may be items of
-/// different run-times or the same item; their own names do not count. Neither may be null.
+/// Returns the differences between two items and their descendants, across gateways: first in the
+/// order of the tree before, then added items in the order of the tree after. The two may be items
+/// of different run-times or the same item; their own names are not compared. Neither may be null.
 ///
-/// Items are the same when their places are, by names and types from the top down. What has no
-/// partner then is paired as renamed when it has the same parent, type and contents as another, as
-/// moved when it has the name, type and shape of another or is the only one of a name and type, and
-/// as either when items below both are the same. A renamed item without children whose values
-/// changed, too, is told as removed and added.
+/// Items are paired by place: by names and types from the top down. An item without a partner is
+/// then paired as renamed with one of the same parent, type and contents; as moved with one of the
+/// same name, type and shape, or with the only one of its name and type; and as either if items
+/// below both are paired. A renamed item without children whose values changed too is removed and
+/// added.
 ///
-/// Of transforms, the factors are compared, and the matrices where these do not differ. Materials
+/// The factors of transforms are compared, and matrices only if the factors are equal. Materials
 /// are compared by the names of those that are bound.
 ///
 /// **Cost:** linear in the items and their values, times the levels of moves inside moves.
@@ -80,7 +80,7 @@ struct Difference
                                                          const SceneItem::Ptr& after,
                                                          const ComparisonOptions& options = {});
 
-/// Returns whether two values are the same to the tolerance, as `ComparisonOptions` has it.
+/// Returns whether two values are equal to the tolerance, as in `ComparisonOptions`.
 [[nodiscard]] KIV_EXPORT bool isSame(const PropertyValue& one, const PropertyValue& other,
                                      double tolerance);
 

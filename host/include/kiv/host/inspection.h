@@ -12,11 +12,11 @@
 
 namespace Kiv_v4::host {
 
-/// What the library holds for the process at the moment: for reports of faults, and to find what
+/// The present state of the library in this process, for reports of faults and for objects that
 /// plug-ins left behind.
 struct Inspection
 {
-    /// A run-time, or what is left of one.
+    /// A run-time, or the handlers that are left of one.
     struct RunTime
     {
         Rtid id;                           ///< The run-time's.
@@ -25,27 +25,28 @@ struct Inspection
         std::vector<Path> gateways{};      ///< Where its items begin, at and under the root.
     };
 
-    /// Something that can be observed as a whole.
+    /// A subject of the whole process.
     struct Observed
     {
         std::string subject;     ///< `scene`, `global selection`, `attributes` or `visibility`.
-        std::size_t nbObservers; ///< Those that live.
+        std::size_t nbObservers; ///< The living ones.
     };
 
     std::vector<RunTime> runTimes;           ///< By id.
     std::vector<Observed> subjects;          ///< Those that are installed.
     std::vector<ObservedItem> observedItems; ///< With their living observers.
 
-    /// What should not be there: observers that died without being removed, observers of items that
-    /// are gone, handlers of run-times that are.
+    /// A line for each fault: observers that died without being removed, observers of missing
+    /// items, handlers of unregistered run-times.
     std::vector<std::string> leftovers;
 
     std::size_t nbNames = 0;       ///< In the table of interned names.
     std::size_t nbItems = 0;       ///< At and under the root.
-    std::size_t residentBytes = 0; ///< Of the process; 0 if the system does not tell.
+    std::size_t residentBytes = 0; ///< Of the process; 0 if the system does not say.
 };
 
-/// Returns what there is now. `root` is where items and gateways are looked for; it may be null.
+/// Returns the present state. Items and gateways are counted at and below `root`, which may be
+/// null.
 ///
 /// **Cost:** linear in the items at and under the root, and in the observers.
 [[nodiscard]] KIV_EXPORT Inspection inspect(const SceneItem::Ptr& root);

@@ -9,9 +9,9 @@
 
 namespace Kiv_v4::host {
 
-// Many items by one word, for command lines and search fields.
+// Items by patterns, for command lines and search fields.
 
-/// Returns whether the whole of `text` is like the pattern, in which `*` stands for any text, `?`
+/// Returns whether the whole of `text` matches the pattern, in which `*` stands for any text, `?`
 /// for any character and `[...]` for one of several; a backslash takes the next one for itself. The
 /// characters are those of the C library's locale.
 [[nodiscard]] KIV_EXPORT bool isLike(const std::string& text, const std::string& pattern,

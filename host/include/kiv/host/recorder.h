@@ -15,49 +15,48 @@ namespace Kiv_v4::host {
 
 class UndoHistory;
 
-// What happened in a host, as lines of JSON that a user can send with a report of a fault, and done
-// again to see where it goes another way.
+// The events in a host as lines of JSON, which a user can send with a report of a fault, and their
+// replay, which shows the first differences.
 
-/// One thing that happened.
+/// One event.
 struct Record
 {
     std::uint64_t id = 0;    ///< From 1, in order.
-    std::uint64_t cause = 0; ///< The record of the input that brought it about; 0 for none.
+    std::uint64_t cause = 0; ///< The record of the input that caused it; 0 for none.
     double time = 0;         ///< Seconds since the recording began.
 
-    /// `scene` for the state at the beginning, `input` for what the user did, `error` for why that
-    /// failed, `notification`, `log` for a record of the log, and of the undo history `entered`,
-    /// `merged`, `undone`, `redone`, `dropped` and `cleaned`.
+    /// `scene` for the state at the beginning, `input` for an input of the user, `error` for the
+    /// reason why an input failed, `notification`, `log` for a record of the log, and of the undo
+    /// history `entered`, `merged`, `undone`, `redone`, `dropped` and `cleaned`.
     std::string kind{};
 
-    /// For people: an input as the host has it, a notification as `textOf` has it, the text of the
-    /// entry of the history.
+    /// For people: the input as the host gave it, the notification as `textOf` writes it, or the
+    /// text of the history's entry.
     std::string text{};
 };
 
-/// Writes a record as one line of JSON, without the line break. Bytes that are no UTF-8 are written
-/// as U+FFFD.
+/// Writes a record as one line of JSON, without the line break. Bytes that are not UTF-8 are
+/// written as U+FFFD.
 [[nodiscard]] KIV_EXPORT std::string jsonLine(const Record& record);
 
-/// Reads the lines of a recording. Throws `std::runtime_error` with the number of the line for one
-/// that is no record.
+/// Reads the lines of a recording. Throws `std::runtime_error` with the number of the line for a
+/// line that is not a record.
 [[nodiscard]] KIV_EXPORT std::vector<Record> readRecords(std::istream& lines);
 
-/// Records every notification, as `SceneWatch` hears of them, every change of the undo history,
-/// what is logged, and the inputs that the host tells of.
+/// Records every notification that `SceneWatch` observes, every change of the undo history, records
+/// of the log, and the inputs that the host announces.
 ///
 ///     host::Recorder recorder(write, root, history);
 ///     {
-///         const host::Recorder::Input input(recorder, "move lamp 0 1 0"); // what replay does
-///         again
+///         const host::Recorder::Input input(recorder, "move lamp 0 1 0"); // replay runs it
 ///         ...
 ///     }
 ///
-/// **Lifetime.** Ends when it is destroyed, after its inputs.
+/// **Lifetime.** Records until it is destroyed. Its inputs must be destroyed first.
 class KIV_EXPORT Recorder
 {
 public:
-    /// Given each record as it happens. Must not throw.
+    /// Called with each record at once. Must not throw.
     using Write = std::function<void(const Record&)>;
 
     class Input;
@@ -74,8 +73,8 @@ private:
     const std::unique_ptr<State> _state;
 };
 
-/// While it lives, what is recorded is caused by this input. Inputs nest: what a script does is
-/// caused by the line that runs it.
+/// The cause of everything that is recorded while it lives. Inputs nest: the line that runs a
+/// script is the cause of what the script does.
 class KIV_EXPORT Recorder::Input
 {
 public:
@@ -84,7 +83,7 @@ public:
     Input& operator=(const Input&) = delete;
     ~Input();
 
-    /// Records why it could not be done.
+    /// Records the reason why the input failed.
     void failed(const std::string& reason);
 
 private:
@@ -92,17 +91,17 @@ private:
     const std::uint64_t _outer;
 };
 
-/// Where a replay goes another way than the recording.
+/// A difference between a replay and the recording.
 struct Divergence
 {
-    Record input;                     ///< The recorded input under which it does, or `scene`.
-    std::optional<Record> recorded{}; ///< What happened then; nothing when there was no more.
-    std::optional<Record> now{};      ///< What happens now; nothing when there is no more.
+    Record input;                     ///< The recorded input that caused it, or `scene`.
+    std::optional<Record> recorded{}; ///< The event in the recording; empty if there was none left.
+    std::optional<Record> now{};      ///< The event in the replay; empty if there was none left.
 };
 
-/// Does all recorded inputs again, but for those that others brought about, and returns for each of
-/// them the first record that is another one now, by kind and text. `run` does an input as it was
-/// done when it was recorded; what it throws is taken for an `error`.
+/// Runs all recorded inputs again, except those that others caused, and returns for each of them
+/// the first record whose kind or text differs. `run` must do an input as the host did it when it
+/// was recorded; an exception from it counts as an `error`.
 [[nodiscard]] KIV_EXPORT std::vector<Divergence>
 replay(const std::vector<Record>& records, const std::function<void(const std::string&)>& run,
        const SceneItem::Ptr& root, const std::shared_ptr<UndoHistory>& history);

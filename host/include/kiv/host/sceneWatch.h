@@ -11,23 +11,23 @@
 
 namespace Kiv_v4::host {
 
-/// Returns what a notification of the library tells, in a line: `scene renamed: /world/a ->
-/// /world/b`. `notification` for one of a class that the library does not have.
+/// Returns a notification of the library as one line: `scene renamed: /world/a -> /world/b`.
+/// Returns `notification` for other classes.
 [[nodiscard]] KIV_EXPORT std::string textOf(const Notification& notification);
 
-/// Tells of everything that happens: every notification of the installed scene, the global
-/// selection, attributes, visibility, and of the transforms, cameras and lights of the items at and
-/// under a root, those that come later among them. For logs and for finding out who announces what.
+/// Observes everything: every notification of the installed scene, the global selection, attributes
+/// and visibility, and of the transforms, cameras and lights of a root and its descendants,
+/// including items that are added later. For logs, and to find out which run-time announces what.
 ///
 ///     const host::SceneWatch watch([&](const Notification& n) { log(host::textOf(n)); }, root);
 ///
-/// **Lifetime.** Ends when it is destroyed, which must not be while it tells.
+/// **Lifetime.** Observes until it is destroyed, which must not happen inside a call of `tell`.
 ///
 /// **Cost.** Linear in the items at the start, and in those that are added.
 class KIV_EXPORT SceneWatch
 {
 public:
-    /// Told of one notification. It may be called inside others.
+    /// Called with one notification; calls may nest.
     using Tell = std::function<void(const Notification&)>;
 
     /// A scene and a global selection must be installed, and `root` must not be null.
