@@ -8,8 +8,10 @@
 #include "kiv/hierarchy.h"
 #include "kiv/host/inspection.h"
 #include "kiv/host/recorder.h"
+#include "kiv/host/sceneWatch.h"
 #include "kiv/host/undoHistory.h"
 #include "kiv/observableSelection.h"
+#include "kiv/scene.h"
 #include "kiv/sceneItemOps.h"
 #include "kiv/transform3d.h"
 #include "kiv/undoableCommandMgr.h"
@@ -134,7 +136,8 @@ TEST_F(Recording, IsLinesThatAnyTextPasses)
               std::tie(record.id, record.cause, record.time, record.kind, record.text));
     EXPECT_EQ(read(host::jsonLine({1, 0, 0, "log", "\xFF"})).front().text, "\xEF\xBF\xBD");
     EXPECT_EQ(read(R"({"text":"\t\/\u0041"})").front().text, "\t/A") << "as others write it";
-    for (const auto* wrong : {R"({"text":"\x"})", "{", "[]", "{\"id\":}", "{\"kind\":\"x}", "{\"more\":1}"}) {
+    for (const auto* wrong :
+         {R"({"text":"\x"})", "{", "[]", "{\"id\":}", "{\"kind\":\"x}", "{\"more\":1}"}) {
         EXPECT_THROW(read(wrong), std::runtime_error) << wrong;
     }
 }
@@ -159,6 +162,25 @@ TEST_F(Recording, InspectionFindsWhatWasLeftBehind)
                 testing::UnorderedElementsAre(
                     "observers of /world/a by Transform3d that died without being removed",
                     "observers of /world/b by Transform3d, which is gone"));
+}
+
+TEST_F(Recording, AWatchFollowsItemsAndLeavesNothingBehind)
+{
+    std::vector<std::string> lines;
+    {
+        const host::SceneWatch watch(
+            [&lines](const Notification& told) { lines.push_back(host::textOf(told)); }, world);
+        const auto renamed =
+            SceneItemOps::sceneItemOps(at("/world/a"))->renameItem(PathComponent("c")).item;
+        SceneItemOps::sceneItemOps(at("/world/b"))->deleteItem();
+        lines.clear();
+        Transform3d::transform3d(renamed)->translate(1, 2, 3);
+        EXPECT_THAT(lines, ElementsAre("transform changed: /world/c"));
+        EXPECT_THAT(host::inspect(world).leftovers, IsEmpty());
+        EXPECT_EQ(host::inspect(world).observedItems.size(), 2u);
+    }
+    EXPECT_THAT(host::inspect(world).observedItems, IsEmpty());
+    EXPECT_EQ(Scene::instance().nbObservers(), 0u);
 }
 
 } // namespace

@@ -14,24 +14,19 @@
 #include "kiv/scene.h"
 #include "kiv/sceneNotification.h"
 #include "kiv/transform3d.h"
+#include "kiv/trie.h"
 
 namespace Kiv_v4::host {
 
 namespace {
 
-void watchBelow(const SceneItem::Ptr& top, const Observer::Ptr& observer)
+/// Stands for the item that was at a path, which may be gone.
+class Place : public SceneItem
 {
-    walk(top, std::numeric_limits<std::size_t>::max(), [&](const SceneItem::Ptr& item, auto) {
-        Transform3d::addObserver(item, observer);
-        if (Camera::camera(item)) {
-            Camera::addObserver(item, observer);
-        }
-        if (Light::light(item)) {
-            Light::addObserver(item, observer);
-        }
-        return true;
-    });
-}
+public:
+    using SceneItem::SceneItem;
+    [[nodiscard]] std::string nodeType() const override { return {}; }
+};
 
 class Teller : public Observer, public std::enable_shared_from_this<Teller>
 {
@@ -42,22 +37,62 @@ public:
     {
         _tell(notification);
         if (const auto* const change = dynamic_cast<const SceneChanged*>(&notification)) {
-            forEachOp(*change, [this](const SceneCompositeNotification::Op& op) { include(op); });
+            forEachOp(*change, [this](const SceneCompositeNotification::Op& op) { follow(op); });
+        }
+    }
+
+    void watchBelow(const SceneItem::Ptr& top)
+    {
+        const auto self = shared_from_this();
+        walk(top, std::numeric_limits<std::size_t>::max(), [&](const SceneItem::Ptr& item, auto) {
+            Transform3d::addObserver(item, self);
+            if (Camera::camera(item)) {
+                Camera::addObserver(item, self);
+            }
+            if (Light::light(item)) {
+                Light::addObserver(item, self);
+            }
+            _watched.add(item->path(), item->path());
+            return true;
+        });
+    }
+
+    /// Leaves the items at and below the path, or all for an empty one.
+    void leave(const Path& top)
+    {
+        const auto self = shared_from_this();
+        for (const auto& path : _watched.dataUnder(top)) {
+            if (top.empty() || path.isAtOrBelow(top)) {
+                const auto place = std::make_shared<Place>(path);
+                Transform3d::removeObserver(place, self);
+                Camera::removeObserver(place, self);
+                Light::removeObserver(place, self);
+                _watched.remove(path);
+            }
         }
     }
 
 private:
-    void include(const SceneCompositeNotification::Op& op)
+    void follow(const SceneCompositeNotification::Op& op)
     {
-        if (op.opType == SceneChanged::Deleted) {
-            return;
+        if (op.opType == SceneChanged::Deleted && op.subOpType == ObjectDelete::PreDelete) {
+            return; // the item is still there, and may still change
         }
-        if (const auto item = Hierarchy::createItem(op.item ? op.item->path() : op.path)) {
-            watchBelow(item, shared_from_this());
+        if (op.opType != SceneChanged::Added && !op.path.empty() &&
+            !(op.opType == SceneChanged::PathChanged &&
+              op.subOpType == ObjectPathChange::PathAdded)) {
+            leave(op.path);
+        }
+        const auto item = op.opType == SceneChanged::Deleted
+                              ? nullptr
+                              : Hierarchy::createItem(op.item ? op.item->path() : op.path);
+        if (item) {
+            watchBelow(item);
         }
     }
 
     const SceneWatch::Tell _tell;
+    Trie<Path> _watched; ///< The paths of the items that are observed.
 };
 
 } // namespace
@@ -69,9 +104,20 @@ SceneWatch::SceneWatch(Tell tell, const SceneItem::Ptr& root)
     GlobalSelection::get()->addObserver(_observer);
     Attributes::addObserver(_observer);
     Object3d::addObserver(_observer);
-    watchBelow(root, _observer);
+    static_cast<Teller&>(*_observer).watchBelow(root);
 }
 
-SceneWatch::~SceneWatch() = default; // releases the observer, which ends all its observing
+SceneWatch::~SceneWatch()
+{
+    static_cast<Teller&>(*_observer).leave(Path());
+    if (Scene::hasInstance()) {
+        Scene::instance().removeObserver(_observer);
+    }
+    if (const auto& selection = GlobalSelection::get()) {
+        selection->removeObserver(_observer);
+    }
+    Attributes::removeObserver(_observer);
+    Object3d::removeObserver(_observer);
+}
 
 } // namespace Kiv_v4::host
