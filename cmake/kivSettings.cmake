@@ -24,10 +24,9 @@ macro(kiv_require option package consequence)
     endif()
 endmacro()
 
-# kiv_precompile(TARGET KIND HEADERS...): compiles HEADERS once for all targets of the same KIND. With g++
-# only: Clang builds each source on its own, which shows includes that are missing.
+# kiv_precompile(TARGET KIND HEADERS...): compiles HEADERS once for all targets of the same KIND.
 function(kiv_precompile target kind)
-    if(NOT KIV_PRECOMPILE OR NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    if(NOT KIV_PRECOMPILE)
         return()
     endif()
     set(owner kiv_precompiled_${kind})
@@ -80,6 +79,10 @@ function(kiv_library name exported_as includes)
     add_library(${name} SHARED ${ARGN})
     add_library(kiv::${exported_as} ALIAS ${name})
     kiv_settings(${name})
+    if(KIV_BUILD_FUZZERS)
+        target_compile_options(${name} PRIVATE
+            -fsanitize-coverage=inline-8bit-counters,pc-table,trace-cmp,indirect-calls)
+    endif()
     if(UNIX AND NOT APPLE)
         set(exported ${kiv_SOURCE_DIR}/cmake/exported.map)
         target_link_options(${name} PRIVATE LINKER:--version-script=${exported})

@@ -559,3 +559,18 @@ TEST_F(MemoryModel, FindsFreeNamesAsCountingDoes)
         taken.push_back(model.make(parent, "mesh", expected)->nodeName());
     }
 }
+
+TEST_F(MemoryModel, FindsFreeNamesThatAreLongerThanTheTakenOnes)
+{
+    const std::string ones(17, '9');
+    for (const auto* more : {"", "9", "99"}) {
+        const auto wanted = "b" + ones + more;
+        const auto first = model.make(model.root(), "mesh", wanted)->path();
+        const auto next = model.uniqueName(model.root(), wanted);
+        const auto second = model.make(model.root(), "mesh", next)->path();
+        EXPECT_NE(model.uniqueName(model.root(), wanted), next);
+        model.remove(second);
+        EXPECT_EQ(model.uniqueName(model.root(), wanted), next);
+        model.remove(first);
+    }
+}

@@ -24,7 +24,7 @@ struct Numbered
 /// `std::nullopt` for a number with leading zeros, which counting keeps, or with too many digits.
 std::optional<Numbered> numbered(std::string_view name) noexcept
 {
-    constexpr std::size_t kMostDigits = 18;
+    constexpr std::size_t kMostDigits = 19;
     const auto nbOthers = name.find_last_not_of("0123456789") + 1;
     const auto digits = name.substr(nbOthers);
     if (digits.size() > kMostDigits || (digits.size() > 1 && digits.front() == '0')) {
@@ -39,6 +39,10 @@ std::string joined(std::string_view stem, std::uint64_t number)
 {
     return std::string(stem) + std::to_string(number);
 }
+
+/// Names with higher numbers are counted up as texts, so that no run leads to a number with more
+/// digits than `numbered` reads.
+constexpr std::uint64_t kLastCounted = 999'999'999'999'999'998;
 
 /// Checks without interning names that no item has.
 bool isTaken(Tree& tree, const Node& parent, const std::string& name)
@@ -60,7 +64,7 @@ PathComponent FreeNames::find(Tree& tree, const Node& parent, const std::string&
         return wanted;
     }
     const auto parts = numbered(wanted);
-    if (!parts) {
+    if (!parts || parts->number > kLastCounted) {
         return uniqueName(wanted, [&](const auto& candidate) { return !isFree(candidate); });
     }
     auto number = firstFree(tree, parent, parts->stem, parts->number + 1);
