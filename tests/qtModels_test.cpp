@@ -17,6 +17,7 @@
 
 #include "qtApplication.h"
 #include "structureEditor.h"
+#include "treeModel.h"
 
 using namespace Kiv_v4;
 using testing::ElementsAre;
@@ -27,7 +28,7 @@ namespace {
 constexpr auto kFatal = Tester::FailureReportingMode::Fatal;
 
 /// Opens as a user does: everything, and all the way down.
-void fetchAll(qt::OutlinerModel& model)
+void fetchAll(QAbstractItemModel& model)
 {
     for (std::vector<QPersistentModelIndex> open{QModelIndex()}; !open.empty();) {
         const QModelIndex index = open.back();
@@ -337,3 +338,35 @@ TEST_F(QtOutliner, ModelsFollowRandomEditsWithMountsBatchesAndUndo)
 }
 
 } // namespace
+
+TEST_F(QtOutliner, TheExampleOfAModelFollowsRandomEditsAmongManySiblings)
+{
+    for (const auto [nbSiblings, nbSteps] : {std::pair(0, 2000), std::pair(100000, 10)}) {
+        const auto scene = installedScene();
+        {
+            test::Random random;
+            test::StructureEditor editor(random);
+            for (auto count = nbSiblings; count > 0; --count) {
+                editor.model.make(editor.model.root(), "mesh", "sibling" + std::to_string(count));
+            }
+            TreeModel model;
+            fetchAll(model);
+            const Tester tester(&model, kFatal);
+            for (auto step = 0; step < nbSteps; ++step) {
+                editor.step();
+            }
+            fetchAll(model);
+            for (const auto& item : editor.items()) {
+                const auto* node = model.tree().find(item->path());
+                ASSERT_TRUE(node);
+                std::size_t row = 0;
+                for (const auto& child : Hierarchy::hierarchy(item)->children()) {
+                    ASSERT_LT(row, node->nbRows());
+                    ASSERT_EQ(node->child(row++).path(), child->path());
+                }
+                ASSERT_EQ(row, node->nbRows());
+            }
+        }
+        Scene::initializeInstance(nullptr);
+    }
+}

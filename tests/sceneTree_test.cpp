@@ -62,6 +62,7 @@ TEST_F(Tree, IsWhatAFreshWalkSeesAfterEachRandomEdit)
         }
     });
     Scene::instance().addObserver(meddler);
+    const ChildFilter withoutMounted{{"mounted", "", false}};
     for (auto round = 0; round < 3000; ++round) {
         editor.step();
         mirror.compareWithScene();
@@ -78,6 +79,9 @@ TEST_F(Tree, IsWhatAFreshWalkSeesAfterEachRandomEdit)
         }
         if (random.below(100) == 0) {
             tree.refresh();
+        }
+        if (random.below(100) == 0) {
+            tree.setFilter(tree.filter().empty() ? withoutMounted : ChildFilter());
         }
     }
 }

@@ -145,7 +145,10 @@ private:
         const auto item = Kiv_v4::Hierarchy::createItem(node.path());
         demand(item && node.item() && node.item()->path() == node.path(), "an item of that path");
         const auto hierarchy = Kiv_v4::Hierarchy::hierarchy(item);
-        const auto children = hierarchy ? hierarchy->children() : Kiv_v4::SceneItemList();
+        const auto children = !hierarchy ? Kiv_v4::SceneItemList()
+                              : _tree.filter().empty()
+                                  ? hierarchy->children()
+                                  : hierarchy->filteredChildren(_tree.filter());
         demand(node.nbRows() == children.size() || (_tree.canFetch(node) && node.nbRows() == 0),
                "all children are rows, or none");
         std::size_t row = 0;

@@ -3,13 +3,20 @@
 #include <algorithm>
 #include <iterator>
 
+#include "kiv/attributeInfo.h"
 #include "kiv/attributes.h"
+#include "kiv/batchOpsHandler.h"
 #include "kiv/camera.h"
+#include "kiv/connection.h"
+#include "kiv/connectionHandler.h"
+#include "kiv/connections.h"
 #include "kiv/hierarchy.h"
 #include "kiv/light.h"
 #include "kiv/object3d.h"
 #include "kiv/pathString.h"
+#include "kiv/runTimeMgr.h"
 #include "kiv/sceneItemOps.h"
+#include "kiv/selection.h"
 #include "kiv/transform3d.h"
 
 #include "attributeKinds.h"
@@ -106,6 +113,19 @@ Edit duplicate(Checking&, const Items&, const SceneItem::Ptr& item)
     return ops ? edit("duplicateItemCmd", item, ops->duplicateItemCmd()) : Edit{};
 }
 
+Edit duplicateMany(Checking& checking, const Items& items, const SceneItem::Ptr& item)
+{
+    const auto handler = RunTimeMgr::instance().batchOpsHandler(item->runTimeId());
+    Selection selection;
+    for (auto count = checking.below(3); count > 0; --count) {
+        selection.append(any(checking, items));
+    }
+    selection.append(item);
+    return handler ? edit("duplicateItemsCmd(" + std::to_string(selection.size()) + " items)", item,
+                          handler->duplicateItemsCmd(selection, {}))
+                   : Edit{};
+}
+
 Edit rename(Checking& checking, const Items&, const SceneItem::Ptr& item)
 {
     const auto ops = SceneItemOps::sceneItemOps(item);
@@ -164,6 +184,26 @@ Edit changeAttributes(Checking& checking, const Items&, const SceneItem::Ptr& it
         return edit("renameAttributeCmd('" + name + "')", item,
                     attributes->renameAttributeCmd(name, "renamed" + name));
     }
+}
+
+Edit connect(Checking& checking, const Items& items, const SceneItem::Ptr& item)
+{
+    const auto handler = ConnectionHandler::connectionHandler(item->runTimeId());
+    const auto present = handler ? handler->connections(item) : nullptr;
+    if (!present) {
+        return {};
+    }
+    const auto all = present->allConnections();
+    if (!all.empty() && checking.below(2) == 0) {
+        const auto& old = *all[checking.below(all.size())];
+        return edit("disconnectCmd of attribute '" + old.dst().name() + '\'', item,
+                    handler->disconnectCmd(old.src().attribute(), old.dst().attribute()));
+    }
+    const auto source = anyAttribute(checking, any(checking, items));
+    const auto target = anyAttribute(checking, item);
+    return source && target ? edit("connectCmd('" + source->name() + "', '" + target->name() + "')",
+                                   item, handler->connectCmd(source, target))
+                            : Edit{};
 }
 
 Edit transform(Checking& checking, const Items&, const SceneItem::Ptr& item)
@@ -260,9 +300,10 @@ T randomValue(Checking& checking)
 const std::vector<EditMaker>& editMakers()
 {
     static const std::vector<EditMaker> all = {
-        createChild, insertChild, createGroup, reorder,      ungroup,
-        remove,      duplicate,   rename,      setAttribute, changeAttributes,
-        setMetadata, transform,   visibility,  camera,       light};
+        createChild, insertChild, createGroup,   reorder,      ungroup,
+        remove,      duplicate,   rename,        setAttribute, changeAttributes,
+        setMetadata, transform,   duplicateMany, visibility,   camera,
+        light,       connect};
     return all;
 }
 
@@ -276,7 +317,8 @@ Edit randomEdit(Checking& checking)
         if (editMakers()[kind] == remove && items.size() < 4) {
             kind = 0;
         }
-        if (editMakers()[kind] == duplicate && items.size() * 2 > checking.options().maxItems) {
+        const auto grows = editMakers()[kind] == duplicate || editMakers()[kind] == duplicateMany;
+        if (grows && items.size() * 2 > checking.options().maxItems) {
             continue;
         }
         Edit made;

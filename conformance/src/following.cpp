@@ -58,7 +58,8 @@ std::string names(const std::vector<Path>& paths)
 /// The notifications that must announce a fact, in the words that `noteFact` records.
 std::string newsOf(const std::string& fact)
 {
-    static const std::string kTransforms[] = {"matrix", "translation", "rotation", "scale"};
+    static const std::string kTransforms[] = {"matrix", "translation",  "rotation",
+                                              "scale",  "rotate pivot", "scale pivot"};
     return std::count(std::begin(kTransforms), std::end(kTransforms), fact) > 0 ? "matrix" : fact;
 }
 
@@ -351,7 +352,8 @@ bool Following::isFollowed(const Path& path)
 
 bool Following::isTold(const Change& change) const
 {
-    return _facts.count({textOf(change.item), newsOf(change.fact)}) > 0 ||
+    return change.fact == kConnections || change.fact == kMaterials ||
+           _facts.count({textOf(change.item), newsOf(change.fact)}) > 0 ||
            std::any_of(_renewed.begin(), _renewed.end(),
                        [&](const Path& path) { return change.item.startsWith(path); });
 }

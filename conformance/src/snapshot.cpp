@@ -2,16 +2,22 @@
 
 #include <charconv>
 #include <deque>
+#include <set>
 #include <unordered_map>
 
 #include "kiv/attributes.h"
 #include "kiv/camera.h"
+#include "kiv/connection.h"
+#include "kiv/connectionHandler.h"
+#include "kiv/connections.h"
 #include "kiv/hierarchy.h"
 #include "kiv/light.h"
+#include "kiv/material.h"
 #include "kiv/object3d.h"
 #include "kiv/transform3d.h"
 
 #include "attributeKinds.h"
+#include "checking.h"
 
 namespace Kiv_v4::conformance {
 
@@ -57,6 +63,8 @@ void addTransform(std::vector<Fact>& facts, const SceneItem::Ptr& item)
         facts.emplace_back("translation", textOf(numbersOf(transform->translation())));
         facts.emplace_back("rotation", textOf(numbersOf(transform->rotation())));
         facts.emplace_back("scale", textOf(numbersOf(transform->scale())));
+        facts.emplace_back("rotate pivot", textOf(numbersOf(transform->rotatePivot())));
+        facts.emplace_back("scale pivot", textOf(numbersOf(transform->scalePivot())));
     }
 }
 
@@ -82,6 +90,38 @@ void addLight(std::vector<Fact>& facts, const SceneItem::Ptr& item)
     }
 }
 
+void addConnections(std::vector<Fact>& facts, const SceneItem::Ptr& item)
+{
+    const auto handler = ConnectionHandler::connectionHandler(item->runTimeId());
+    const auto connections = handler ? handler->connections(item) : nullptr;
+    if (!connections) {
+        return;
+    }
+    const auto textOfEnd = [](const AttributeInfo& end) {
+        return textOf(end.path()) + '.' + end.name();
+    };
+    std::set<std::string> ends; // in no promised order
+    for (const auto& connection : connections->allConnections()) {
+        ends.insert(textOfEnd(connection->src()) + " to " + textOfEnd(connection->dst()));
+    }
+    std::string text;
+    for (const auto& one : ends) {
+        text += (text.empty() ? "" : ", ") + one;
+    }
+    facts.emplace_back(kConnections, text);
+}
+
+void addMaterials(std::vector<Fact>& facts, const SceneItem::Ptr& item)
+{
+    if (const auto material = Material::material(item)) {
+        std::string text;
+        for (const auto& one : material->materials()) {
+            text += (text.empty() ? "" : ", ") + (one ? textOf(one->path()) : "(null)");
+        }
+        facts.emplace_back(kMaterials, text);
+    }
+}
+
 ItemState stateOf(const SceneItem::Ptr& item)
 {
     ItemState state{item->path(), {}};
@@ -95,6 +135,8 @@ ItemState stateOf(const SceneItem::Ptr& item)
     }
     addCamera(facts, item);
     addLight(facts, item);
+    addConnections(facts, item);
+    addMaterials(facts, item);
     return state;
 }
 

@@ -17,6 +17,10 @@ inline constexpr const char* kMetadataKey = "conformance";
 /// The queries of an item, and the results as text: `children`, `attribute size`, `matrix`, ...
 using Fact = std::pair<std::string, std::string>;
 
+/// The facts that change without notifications.
+inline constexpr const char* kConnections = "connections";
+inline constexpr const char* kMaterials = "materials";
+
 /// The results of all interfaces of an item.
 struct ItemState
 {

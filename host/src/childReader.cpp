@@ -5,7 +5,7 @@
 #include <iterator>
 #include <string>
 
-#include "kiv/hierarchyHandler.h"
+#include "kiv/host/outline.h"
 #include "kiv/log.h"
 #include "kiv/runTimeMgr.h"
 
@@ -24,21 +24,6 @@ auto answer(Ask ask) -> decltype(ask())
             std::string("A run-time that was asked for children threw ") + error.what() + "\n");
         return {};
     }
-}
-
-/// In the order of registration.
-SceneItemList topItems()
-{
-    auto ids = RunTimeMgr::instance().getIds();
-    ids.sort();
-    SceneItemList items;
-    for (const auto id : ids) {
-        if (const auto handler = RunTimeMgr::instance().hierarchyHandler(id)) {
-            items.splice(items.end(), answer([&] { return handler->rootItems(Path()); }));
-        }
-    }
-    items.remove(nullptr);
-    return items;
 }
 
 Hierarchy::Ptr hierarchyOf(const SceneItem::Ptr& item)

@@ -1,8 +1,13 @@
 #include "kiv/host/outline.h"
 
 #include <algorithm>
+#include <exception>
+#include <string>
 
 #include "kiv/hierarchy.h"
+#include "kiv/hierarchyHandler.h"
+#include "kiv/log.h"
+#include "kiv/runTimeMgr.h"
 
 namespace Kiv_v4::host {
 
@@ -49,6 +54,25 @@ void markLastSiblings(std::vector<OutlineRow>& rows)
 }
 
 } // namespace
+
+SceneItemList topItems()
+{
+    auto ids = RunTimeMgr::instance().getIds();
+    ids.sort();
+    SceneItemList items;
+    for (const auto id : ids) {
+        try {
+            if (const auto handler = RunTimeMgr::instance().hierarchyHandler(id)) {
+                items.splice(items.end(), handler->rootItems({}));
+            }
+        } catch (const std::exception& error) {
+            log("topItems", "host/src/outline", __LINE__,
+                RunTimeMgr::instance().getName(id) + " threw " + error.what() + "\n");
+        }
+    }
+    items.remove(nullptr);
+    return items;
+}
 
 void walk(const SceneItem::Ptr& root, std::size_t depth, const OutlineVisitor& visit)
 {

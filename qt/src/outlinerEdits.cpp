@@ -52,17 +52,6 @@ std::vector<std::size_t> placeOf(const Node& node)
     return rows;
 }
 
-/// The item under a name with which it may go under `parent`, renamed if need be.
-SceneItem::Ptr withFreeName(host::Transaction& edits, const SceneItem::Ptr& item,
-                            const SceneItem::Ptr& parent)
-{
-    const auto isThere = item->path().size() > 1 && item->path().pop() == parent->path();
-    const auto name = isThere ? item->nodeName() : host::freeName(parent, item->nodeName());
-    return name == item->nodeName()
-               ? item
-               : edits.runFor(operationsOf(item)->renameItemCmd(name))->sceneItem();
-}
-
 } // namespace
 
 void rename(const SceneItem::Ptr& item, const std::string& name)
@@ -145,12 +134,10 @@ SceneItem::Ptr siblingAt(host::SceneTree& tree, Node& parent, int row,
 void move(const std::vector<Path>& paths, const SceneItem::Ptr& parent,
           const SceneItem::Ptr& before)
 {
-    const auto hierarchy = Hierarchy::hierarchy(parent);
     host::Transaction edits(paths.size() == 1 ? "Move " + paths.front().back().string()
                                               : "Move " + std::to_string(paths.size()) + " items");
     for (const auto& path : paths) {
-        const auto item = withFreeName(edits, itemAt(path), parent);
-        edits.run(hierarchy->insertChildCmd(item, before));
+        host::moveUnder(edits, itemAt(path), parent, before);
     }
     edits.commit();
 }

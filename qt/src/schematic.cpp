@@ -7,9 +7,8 @@
 
 #include "kiv/camera.h"
 #include "kiv/hierarchy.h"
-#include "kiv/hierarchyHandler.h"
 #include "kiv/host/matrix.h"
-#include "kiv/runTimeMgr.h"
+#include "kiv/host/outline.h"
 #include "kiv/transform3dRead.h"
 
 #include "attempt.h"
@@ -36,19 +35,6 @@ bool isFinite(const Matrix4d& matrix)
         }
     }
     return true;
-}
-
-SceneItemList topItems()
-{
-    auto ids = RunTimeMgr::instance().getIds();
-    ids.sort();
-    SceneItemList items;
-    for (const auto id : ids) {
-        attempt("read the top of a scene", [&] {
-            items.splice(items.end(), RunTimeMgr::instance().hierarchyHandlerRef(id).rootItems({}));
-        });
-    }
-    return items;
 }
 
 /// Calls `visit` with the corners, where the matrix takes them.
@@ -100,7 +86,7 @@ bool describeBox(Shape& shape, const SceneItem::Ptr& item)
 
 } // namespace
 
-SceneReading::SceneReading() : _tops(topItems()) {}
+SceneReading::SceneReading() : _tops(host::topItems()) {}
 
 bool SceneReading::readOn(int milliseconds)
 {

@@ -2,12 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cstddef>
 #include <iterator>
 #include <utility>
 
-#include "kiv/attribute.h"
+#include "kiv/attributeVariant.h"
 
 namespace Kiv_v4::memory {
 
@@ -30,52 +29,19 @@ std::array<AttributeValue, kNbTypes> initialValues(std::index_sequence<Index...>
     return {AttributeValue(std::in_place_index<Index>)...};
 }
 
-/// Writes a value as text, whatever its alternative.
-struct Text
+/// The value alone, without what belongs to it.
+struct Bare
 {
-    std::string operator()(bool value) const { return value ? "true" : "false"; }
-    std::string operator()(int value) const { return number(value); }
-    std::string operator()(float value) const { return number(value); }
-    std::string operator()(double value) const { return number(value); }
-    std::string operator()(const std::string& value) const { return value; }
-    std::string operator()(const Filename& value) const { return value.text; }
-    std::string operator()(const Enumeration& value) const { return value.text; }
-    std::string operator()(const Native&) const { return {}; }
-
-    template <class T, std::size_t N>
-    std::string operator()(const TypedColorN<T, N>& value) const
+    AttributeVariant operator()(const Enumeration& value) const
     {
-        return (*this)(value.color);
+        return EnumStringValue{value.text};
     }
+    AttributeVariant operator()(const Native&) const { return {}; }
 
-    template <class T, std::size_t N>
-    std::string operator()(const TypedVectorN<T, N>& value) const
+    template <class Value>
+    AttributeVariant operator()(const Value& value) const
     {
-        return (*this)(value.vector);
-    }
-
-    template <class T, std::size_t N>
-    std::string operator()(const TypedSquareMatrixN<T, N>& value) const
-    {
-        return (*this)(value.matrix);
-    }
-
-    template <class Element, std::size_t N>
-    std::string operator()(const std::array<Element, N>& elements) const
-    {
-        std::string text;
-        for (const auto& element : elements) {
-            text += (text.empty() ? "(" : ", ") + (*this)(element);
-        }
-        return text + ")";
-    }
-
-private:
-    template <class Number>
-    static std::string number(Number value)
-    {
-        char text[32]; // the longest, of a double, has 24
-        return {text, std::to_chars(std::begin(text), std::end(text), value).ptr};
+        return value;
     }
 };
 
@@ -104,7 +70,7 @@ bool hasValue(const AttributeValue& value)
 
 std::string textOf(const AttributeValue& value)
 {
-    return std::visit(Text(), value);
+    return Kiv_v4::textOf(std::visit(Bare(), value));
 }
 
 } // namespace Kiv_v4::memory

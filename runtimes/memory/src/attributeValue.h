@@ -5,16 +5,11 @@
 #include <variant>
 #include <vector>
 
-#include "kiv/typedColorN.h"
-#include "kiv/typedSquareMatrixN.h"
-#include "kiv/typedVectorN.h"
+#include "kiv/attributeVariant.h"
 
 namespace Kiv_v4::memory {
 
-struct Filename
-{
-    std::string text;
-};
+using Filename = FilenameValue;
 
 /// One of the allowed strings; if there are none, there is no value.
 struct Enumeration

@@ -76,20 +76,6 @@ void rename(Session& session, const Arguments& arguments)
     print(session, command->sceneItem());
 }
 
-/// The item under a name with which it may go under `parent`, renamed if need be.
-SceneItem::Ptr withFreeName(host::Transaction& edits, const SceneItem::Ptr& item,
-                            const SceneItem::Ptr& parent)
-{
-    const auto name = host::freeName(parent, item->nodeName());
-    const auto isThere = item->path().size() > 1 && item->path().pop() == parent->path();
-    if (name == item->nodeName() || isThere) {
-        return item;
-    }
-    const auto command = operationsOf(item)->renameItemCmd(name);
-    run(edits, item, command);
-    return command->sceneItem();
-}
-
 void mv(Session& session, const Arguments& arguments)
 {
     const auto parent = session.item(arguments.words().back());
@@ -98,10 +84,7 @@ void mv(Session& session, const Arguments& arguments)
     host::Transaction edits("mv to " + parent->nodeName());
     Items moved;
     for (const auto& named : topmost(session.items(words))) {
-        const auto item = withFreeName(edits, named, parent);
-        const auto command = hierarchyOf(parent)->insertChildCmd(item, nullptr);
-        run(edits, item, command);
-        moved.push_back(command->insertedChild());
+        moved.push_back(host::moveUnder(edits, named, parent, nullptr));
     }
     edits.commit();
     printAll(session, moved);

@@ -7,6 +7,8 @@
 
 namespace Kiv_v4::host {
 
+class Transaction;
+
 /// Returns `name`, or a similar name if a child of another run-time has it under the gateway
 /// `parent`. A run-time keeps names unique only among its own children, but for selections and
 /// other lookups by name, an own child and a mounted child of one name are the same item. Use the
@@ -15,5 +17,12 @@ namespace Kiv_v4::host {
 /// Cost: linear in the children of a gateway, constant for other items.
 [[nodiscard]] KIV_EXPORT std::string freeName(const SceneItem::Ptr& parent,
                                               const std::string& name);
+
+/// Moves `item` under `parent`, before the child `before` or, if that is null, to the end, as steps
+/// of `edits`. If a mounted child there has its name, renames it first. No argument but `before`
+/// may be null. Returns the moved item. Throws `std::runtime_error`, which names the item, if a
+/// run-time refuses; `edits` may then contain the renaming.
+KIV_EXPORT SceneItem::Ptr moveUnder(Transaction& edits, const SceneItem::Ptr& item,
+                                    const SceneItem::Ptr& parent, const SceneItem::Ptr& before);
 
 } // namespace Kiv_v4::host

@@ -17,6 +17,10 @@ namespace Kiv_v4::host {
 // Lists a scene across gateways, for printing, searching and exporting. A window that follows the
 // scene should use `SceneTree`.
 
+/// Returns the top items of all run-times, in the order of their registration. A run-time that
+/// throws is written to the log and contributes none.
+[[nodiscard]] KIV_EXPORT SceneItemList topItems();
+
 /// Selects the items of an outline.
 struct OutlineFilter
 {
