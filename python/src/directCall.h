@@ -6,9 +6,10 @@
 
 namespace bound {
 
-/// Says, for as long as it lives, that Python calls a virtual function of the class that is bound. If the
-/// object has an override in Python, that one has been passed by: the call is `super().name()`, and the
-/// C++ function is meant. Without this it would call the override again, without end.
+/// Says, for as long as it lives, that Python calls a virtual function of the class that is bound.
+/// If the object has an override in Python, that one has been passed by: the call is
+/// `super().name()`, and the C++ function is meant. Without this it would call the override again,
+/// without end.
 class DirectCall
 {
 public:
@@ -22,8 +23,8 @@ public:
     DirectCall& operator=(const DirectCall&) = delete;
     ~DirectCall() { _latest = _before; }
 
-    /// Returns whether this very call of the object's function came from Python. Asked by the function
-    /// itself, once: what it calls in turn is a call of its own.
+    /// Returns whether this very call of the object's function came from Python. Asked by the
+    /// function itself, once: what it calls in turn is a call of its own.
     template <class T>
     [[nodiscard]] static bool take(const T& object, const char* name)
     {
@@ -43,7 +44,8 @@ private:
     const char* const _name;
 };
 
-/// `work` itself or, for a member function of a class with virtual ones, a function that calls it directly.
+/// `work` itself or, for a member function of a class with virtual ones, a function that calls it
+/// directly.
 template <class T, class Work>
 decltype(auto) direct(const char*, Work&& work)
 {
@@ -51,7 +53,7 @@ decltype(auto) direct(const char*, Work&& work)
 }
 
 template <class T, class Result, class Base, class... Arguments>
-    requires std::is_polymorphic_v<T>
+requires std::is_polymorphic_v<T>
 auto direct(const char* name, Result (Base::*work)(Arguments...))
 {
     return [name, work](T& object, Arguments... arguments) -> Result {
@@ -61,7 +63,7 @@ auto direct(const char* name, Result (Base::*work)(Arguments...))
 }
 
 template <class T, class Result, class Base, class... Arguments>
-    requires std::is_polymorphic_v<T>
+requires std::is_polymorphic_v<T>
 auto direct(const char* name, Result (Base::*work)(Arguments...) const)
 {
     return [name, work](const T& object, Arguments... arguments) -> Result {
