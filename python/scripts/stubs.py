@@ -24,7 +24,7 @@ ACCEPTED = {
 ITERATED = {
     "Path": "str", "PathSegment": "str", "Attributes": "str", "Selection": "SceneItem", "Hierarchy": "SceneItem",
     "CompositeUndoableCommand": "UndoableCommand", "SceneCompositeNotification": "SceneCompositeNotification.Op",
-    "SelectionCompositeNotification": "SelectionCompositeNotification.Op",
+    "SelectionCompositeNotification": "SelectionCompositeNotification.Op", "SceneTree": "SceneTree.Node",
 }
 TYPES = "|".join(ACCEPTED)
 

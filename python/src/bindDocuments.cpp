@@ -101,6 +101,22 @@ void bindAssimp(nb::module_& module)
 
 using Workspace = Closable<document::Workspace>;
 
+/// The same function, with the `Cancelled` that Python raises as that of C++.
+document::Workspace::Progress cancellable(document::Workspace::Progress progress)
+{
+    return [progress = std::move(progress)](const std::string& file, float fraction) {
+        try {
+            progress(file, fraction);
+        } catch (nb::python_error& error) {
+            const auto module = nb::module_::import_("kiv._documents");
+            if (error.matches(module.attr("document").attr("Cancelled"))) {
+                throw document::Cancelled(nb::str(error.value()).c_str());
+            }
+            throw;
+        }
+    };
+}
+
 void bindWorkspace(nb::module_& module)
 {
     bindEdited<document::EditedItem>(module, "document::EditedItem");
@@ -108,6 +124,7 @@ void bindWorkspace(nb::module_& module)
     auto type = bindClosable<document::Workspace>(module, "Workspace", "document::Workspace");
     Class<Mount> mount(type, "Mount", "document::Workspace::Mount");
     mount.field("gateway", &Mount::gateway).field("file", &Mount::file);
+    mount.field("runTime", &Mount::runTime);
     const auto of = [](const char* name) {
         return contract(std::string("document::Workspace::") + name);
     };
@@ -124,7 +141,7 @@ void bindWorkspace(nb::module_& module)
     type.def(
         "set_progress",
         [](Workspace& self, document::Workspace::Progress progress) {
-            self->setProgress(std::move(progress));
+            self->setProgress(progress ? cancellable(std::move(progress)) : std::move(progress));
         },
         "progress"_a.none(), of("setProgress"));
     type.def(
@@ -133,10 +150,15 @@ void bindWorkspace(nb::module_& module)
     type.def(
         "mount_cmd",
         [](Workspace& self, const std::string& file, const kiv::SceneItem::Ptr& parent,
-           const std::string& name) { return self->mountCmd(file, parent, name); },
-        "file"_a, "parent"_a, "name"_a, of("mountCmd"));
+           const std::string& name,
+           const std::string& runTime) { return self->mountCmd(file, parent, name, runTime); },
+        "file"_a, "parent"_a, "name"_a = "", "run_time"_a = "", of("mountCmd"));
     type.def(
         "mounts", [](const Workspace& self) { return self->mounts(); }, of("mounts"));
+    type.def(
+        "mount_at",
+        [](const Workspace& self, const Path& gateway) { return self->mountAt(gateway); },
+        "gateway"_a, of("mountAt"));
     type.def(
         "mounted_file",
         [](const Workspace& self, const Path& gateway) { return self->mountedFile(gateway); },

@@ -15,6 +15,7 @@
 
 #include "lifetimes.h"
 #include "overrides.h"
+#include "sceneFiles.h"
 #include "values.h"
 
 NB_MAKE_OPAQUE(Kiv_v4::kit::AttributeTable::Metadata)
@@ -456,6 +457,7 @@ void bindMounts(nb::module_& module)
     mount.def(nb::init<>());
     mount.property("gateway", [](const Mount& self) { return self.gateway(); });
     mount.property("isShown", &Mount::isShown);
+    mount.field("fileName", &Mount::fileName);
     using Mounts = kit::Mounts<Mount>;
     Class<Mounts> type(module, "Mounts", "kit::Mounts");
     type.def(nb::init<kiv::Rtid, char>(), "run_time_id"_a, "separator"_a);
@@ -483,6 +485,16 @@ void bindMounts(nb::module_& module)
             return all;
         },
         of("shown"));
+    type.def(
+        "scene_file_handler",
+        [](const std::shared_ptr<Mounts>& self, std::vector<std::string> suffixes,
+           std::function<Mount::Ptr(const std::string&)> read) {
+            return Mounts::sceneFileHandler(self, std::move(suffixes),
+                                            [read = std::move(read)](const std::string& file) {
+                                                return reading([&] { return read(file); });
+                                            });
+        },
+        "suffixes"_a, "read"_a, contract("kit::Mounts::sceneFileHandler"));
 
     auto follower = bindClosable<Following>(module, "GatewayFollower", "kit::GatewayFollower");
     follower.def(nb::init<Following::OnPath, Following::OnPath, Following::OnMove>(),

@@ -1,5 +1,7 @@
 #include <set>
 
+#include "kiv/sceneFileHandler.h"
+
 #include "lifetimes.h"
 
 namespace bound {
@@ -100,6 +102,7 @@ void bindManager(nb::module_& module)
                 &RunTimeMgr::Handlers::uiNodeGraphNodeHandler);
     KIV_HANDLER(BatchOpsHandler, batchOpsHandler, &RunTimeMgr::Handlers::batchOpsHandler);
     KIV_HANDLER(CodeWrapperHandler, codeWrapperHandler, nullptr);
+    KIV_HANDLER(SceneFileHandler, sceneFileHandler, nullptr);
 #undef KIV_HANDLER
     atExit([] {
         for (const auto id : std::exchange(registered(), {})) {

@@ -11,6 +11,31 @@
 
 namespace bound {
 
+/// What calls Python, and must not be destroyed during a call. It has `end`, after which it calls
+/// nothing.
+class Calling
+{
+public:
+    [[nodiscard]] bool isCalling() const noexcept { return _nbCalls > 0; }
+
+protected:
+    /// Lives as long as a call.
+    class Call
+    {
+    public:
+        explicit Call(Calling& caller) : _caller(caller) { ++_caller._nbCalls; }
+        Call(const Call&) = delete;
+        Call& operator=(const Call&) = delete;
+        ~Call() { --_caller._nbCalls; }
+
+    private:
+        Calling& _caller;
+    };
+
+private:
+    int _nbCalls = 0;
+};
+
 /// An object of the library that Python ends by `close()` or a `with` block, at the latest when the
 /// interpreter ends.
 template <class T>
@@ -28,6 +53,7 @@ public:
                 while (!_open.empty()) {
                     _open.back()->close();
                 }
+                _ending.clear();
             });
         }
         _open.push_back(this);
@@ -38,8 +64,15 @@ public:
 
     void close()
     {
-        const auto held = std::move(_held);
+        auto held = std::move(_held);
         _open.erase(std::remove(_open.begin(), _open.end(), this), _open.end());
+        if constexpr (std::is_base_of_v<Calling, T>) {
+            std::erase_if(_ending, [](const auto& each) { return !each->isCalling(); });
+            if (held && held->isCalling()) {
+                held->end();
+                _ending.push_back(std::move(held));
+            }
+        }
     }
 
     [[nodiscard]] bool isOpen() const noexcept { return _held != nullptr; }
@@ -56,16 +89,18 @@ public:
 
 private:
     inline static std::vector<Closable*> _open;
+    inline static std::vector<std::unique_ptr<T>> _ending; ///< Closed from inside their own calls.
     inline static bool _known = false;
 
     std::unique_ptr<T> _held;
 };
 
 /// A class that is closed; `key` is the C++ name.
-template <class T>
-nb::class_<Closable<T>> bindClosable(nb::module_& module, const char* name, const std::string& key)
+template <class T, class... More>
+nb::class_<Closable<T>> bindClosable(nb::module_& module, const char* name, const std::string& key,
+                                     const More&... more)
 {
-    nb::class_<Closable<T>> type(module, name, contract(key));
+    nb::class_<Closable<T>> type(module, name, contract(key), more...);
     type.def("close", &Closable<T>::close, "Ends it; nothing happens when it has ended.");
     type.def_prop_ro("is_open", &Closable<T>::isOpen, "Whether it has not been closed.");
     type.def("__enter__", [](nb::object self) { return self; });

@@ -18,10 +18,14 @@ void bindSelectionSteps(nb::module_& module);
 void bindAttributes(nb::module_& module);
 void bindObjects(nb::module_& module);
 void bindInterfaces(nb::module_& module);
+void bindSceneFiles(nb::module_& module);
+void bindObservedItems(nb::module_& module);
 void bindRegistry(nb::module_& module);
 void bindKit(nb::module_& module);
 void bindKitBases(nb::module_& module);
 void bindHost(nb::module_& module);
+void bindSceneTree(nb::module_& module);
+void bindReports(nb::module_& module);
 void bindMemory(nb::module_& module);
 void bindConformance(nb::module_& module);
 
@@ -48,6 +52,8 @@ NB_MODULE(_kiv, module)
              &bound::bindObjects,
              &bound::bindInterfaces,
              &bound::bindItemShortcuts,
+             &bound::bindSceneFiles,
+             &bound::bindObservedItems,
              &bound::bindRegistry,
          }) {
         bind(module);
@@ -59,7 +65,7 @@ NB_MODULE(_kiv, module)
         part.attr("__name__") = std::string("kiv.") + name;
         (binders(part), ...);
     };
-    submodule("host", &bound::bindHost);
+    submodule("host", &bound::bindHost, &bound::bindSceneTree, &bound::bindReports);
     submodule("kit", &bound::bindKit, &bound::bindKitBases);
     submodule("memory", &bound::bindMemory);
     submodule("conformance", &bound::bindConformance);

@@ -33,6 +33,12 @@ PyType_Slot kObservationSlots[] = {
 
 } // namespace
 
+nb::object told(const kiv::Notification& notification)
+{
+    auto known = nb::find(notification);
+    return known.is_valid() ? known : nb::cast(notification, nb::rv_policy::copy);
+}
+
 FunctionObserver::FunctionObserver(nb::callable function) : _function(std::move(function)) {}
 
 FunctionObserver::~FunctionObserver()
@@ -48,12 +54,8 @@ FunctionObserver::~FunctionObserver()
 void FunctionObserver::operator()(const kiv::Notification& notification)
 {
     const nb::gil_scoped_acquire held;
-    auto told = nb::find(notification);
-    if (!told.is_valid()) {
-        told = nb::cast(notification, nb::rv_policy::copy);
-    }
     const auto function = _function; // may end its own observation
-    function(told);
+    function(told(notification));
 }
 
 Observation::Observation(std::shared_ptr<FunctionObserver> observer, nb::object subject,

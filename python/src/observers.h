@@ -9,8 +9,11 @@
 
 namespace bound {
 
-/// An observer that calls a Python function. What it is told of is a copy, good for as long as
-/// Python keeps it; a notification that Python made is that object.
+/// A notification for Python: a copy, good for as long as Python keeps it; one that Python made is
+/// that object.
+nb::object told(const kiv::Notification& notification);
+
+/// An observer that calls a Python function.
 class FunctionObserver : public kiv::Observer
 {
 public:

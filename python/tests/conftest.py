@@ -13,15 +13,23 @@ from kiv import host, memory
 
 
 @pytest.fixture
-def scene() -> Iterator[memory.DataModel]:
+def history() -> Iterator[host.UndoHistory]:
+    """An installed undo history, and an installed scene."""
+    made = host.UndoHistory()
+    kiv.Scene.initialize_instance(host.HostScene())
+    kiv.UndoableCommandMgr.initialize_instance(made)
+    yield made
+    made.clear()
+    kiv.UndoableCommandMgr.initialize_instance(None)
+    kiv.Scene.initialize_instance(None)
+
+
+@pytest.fixture
+def scene(history: host.UndoHistory) -> Iterator[memory.DataModel]:
     """An empty model at `/world`, under an installed scene and an installed undo history."""
     with memory.RunTime() as run_time:
-        kiv.Scene.initialize_instance(host.HostScene())
-        kiv.UndoableCommandMgr.initialize_instance(host.UndoHistory())
         yield run_time.model
-        kiv.UndoableCommandMgr.instance().clear()
-        kiv.UndoableCommandMgr.initialize_instance(None)
-        kiv.Scene.initialize_instance(None)
+        history.clear()
 
 
 @pytest.fixture

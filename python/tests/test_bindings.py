@@ -12,7 +12,7 @@ EQUIVALENTS = {
     "string": ("__str__",), "contains": ("__contains__",), "get": ("value",), "set": ("value",),
     "hash": ("__hash__",), "register_": ("register",), "id": ("__hash__",), "hasValue": ("has_value",),
     "color": ("__getitem__",), "vector": ("__getitem__",), "matrix": ("__getitem__",), "getSegments": ("segments",),
-    "segment": ("segments",), "row": ("names",), "rows": ("names",), "getRootItem": ("root",),
+    "segment": ("segments",), "row": ("names",), "rows": ("names",), "getRootItem": ("root",), "is": ("is_",),
 }
 
 # Each a pattern of names and the reason why Python has none of them.
@@ -40,7 +40,7 @@ UNBOUND = {
     r"SceneChanged::storedSubOpType|Selection::trie|RunTimeMgr::hierarchyHandlerRef": "for C++",
     r"(Selection|ObservableSelection)::post\w+": "an observable selection tells of changes",
     r"Attribute(Handle)?::shared_from_this|.*::(what|reason|file|pathText|segmentText)": "the text of the exception",
-    r"host::(SceneTree|prefixed|firstCharacter|isUtf8|Utf8Character|numberText|valueText)(::.*)?":
+    r"host::(prefixed|firstCharacter|isUtf8|Utf8Character|numberText|valueText)(::.*)?":
         "for windows in C++, and what Python has",
     r"document::(Json|JsonCursor|losslessJson|losslessElements|shortestJson|parseJson|replaceFile|linkTarget|SourceFile)"
     r"(::.*)?|document::Workspace::(read|gatewayCmd|copyMountsCmds)": "how documents are written",
@@ -54,16 +54,12 @@ UNBOUND = {
         "made by others",
     r"host::UndoHistory::Merging.*": "`UndoHistory.merging()`",
     r".*Impl|Scene::postNotify\w+|host::HostScene::postDelivery": "defined by classes that are derived, in Python too",
-    r"ContextItem::SeparatorTag|.*::empty|host::UndoHistory::setLimit|host::Transaction::runFor|kit::Mounts::forEach|"
+    r"ContextItem::SeparatorTag|.*::empty|host::UndoHistory::setLimit|host::SceneTree::setFilter|host::Transaction::runFor|kit::Mounts::forEach|"
     r"UndoableCommandGuard::setSuccess": "`make_separator`, truth, `limit`, `run`, `shown`, the end of a block",
     r"conformance::(text|json|junit)|conformance::Candidate::Running": "of `Report`; of `Candidate`",
     r"kit::GatewayFollower::\w+": "arguments of its constructor, which adds it",
-    r"(SceneFileHandler|RunTimeMgr::(set)?[sS]ceneFileHandler|kit::Mounts::sceneFileHandler|kit::Mount::fileName|"
-    r"document::Workspace::(mountAt|Mount::runTime))(::.*)?": "not bound yet: scene files of run-times in Python",
-    r"host::(compare|isSame|Comparison\w*|Difference|ItemCondition|isLike|isPattern|itemsLike|kAttribute|kMaterial|textOf)"
-    r"(::.*)?": "not bound yet: comparing trees, finding items by conditions and patterns",
-    r"(ObservedItem|observedItems|host::(Inspection|inspect|SceneWatch|Record|Recorder|Divergence|jsonLine|readRecords|"
-    r"replay))(::.*)?": "not bound yet: recording and inspecting",
+    r"SceneFileHandler::(Progress|Mounting)|host::ComparisonOptions(::.*)?": "functions and keywords",
+    r"host::SceneWatch::Tell|host::Recorder::Write": "functions",
     r"(Kiv|detail)": "namespaces",
 }
 

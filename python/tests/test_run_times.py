@@ -232,3 +232,97 @@ def test_scene_files_are_mounted_saved_and_opened(tmp_path):
     kiv.UndoableCommandMgr.initialize_instance(None)
     with pytest.raises(assimp.ImportError):
         assimp.read(str(tmp_path / "scene.json"))
+
+
+class Notes(kit.Tree):
+    """The lines of the text files that are mounted."""
+
+    def __init__(self, mounts):
+        super().__init__(kiv.Path(kiv.PathSegment(["notes"], mounts.run_time_id, ":")))
+        self.mounts = mounts
+
+    def roots(self, gateway=""):
+        gateway = kiv.Path(gateway) if isinstance(gateway, str) else gateway
+        shown = gateway and self.mounts.find(gateway)
+        return [gateway / kiv.PathSegment(["notes"], self.mounts.run_time_id, ":")] if shown else []
+
+    def node_type(self, path):
+        mount = self.mounts.at(path)
+        names = list(path.segments[-1]) if mount else []
+        if len(names) == 1:
+            return "notes"
+        return "note" if names and names[1] in mount.lines else ""
+
+    def children(self, path):
+        mount = self.mounts.at(path)
+        return [(line, "note") for line in mount.lines] if mount and len(path.segments[-1]) == 1 else []
+
+
+class Note(kit.Mount):
+    def __init__(self, file):
+        super().__init__()
+        with open(file) as lines:
+            self.lines = lines.read().split()
+
+
+class OwnHandler(kiv.SceneFileHandler):
+    """The same without the kit's help."""
+
+    suffixes = (".own",)
+
+    def __init__(self, mounts):
+        super().__init__()
+        self.mounts = mounts
+
+    def read(self, file, progress):
+        if progress is not None and not progress(0.5):
+            raise RuntimeError("given up")
+        note = Note(file)
+
+        def mounting(gateway):
+            note.file_name = file
+            return self.mounts.mount_cmd(note, gateway, "Mount")
+
+        return mounting
+
+    def file(self, gateway):
+        mount = self.mounts.find(gateway)
+        return mount.file_name if mount else ""
+
+
+@pytest.mark.parametrize("suffix", [".notes", ".own"])
+def test_documents_mount_files_of_run_times_in_python(history, tmp_path, suffix):
+    document = pytest.importorskip("kiv.document")
+    file, saved = tmp_path / f"shopping{suffix}", str(tmp_path / "scene.json")
+    file.write_text("milk bread")
+    with kiv.RunTimeRegistration("notes", ":") as registration, document.Workspace() as workspace:
+        mounts = kit.Mounts(registration.id, ":")
+        kit.register_tree(registration.id, Notes(mounts))
+        handler = OwnHandler(mounts) if suffix == ".own" else mounts.scene_file_handler([".notes"], Note)
+        kiv.RunTimeMgr.instance().set_scene_file_handler(registration.id, handler)
+        assert kiv.SceneFileHandler.run_times_for(f"X{suffix.upper()}") == [registration.id]
+        history.execute_cmd(workspace.mount_cmd(str(file), workspace.root))
+        shown = [row.name for row in host.outline(workspace.root)]
+        assert shown == ["world", "shopping", "notes", "milk", "bread"]
+        (mount,) = workspace.mounts()
+        assert (mount.file, mount.run_time) == (str(file), "notes")
+        assert workspace.mount_at(mount.gateway).file == mount.file
+        history.execute_cmd(kiv.Hierarchy.create_item(mount.gateway).operations.duplicate_item_cmd())
+        history.undo()
+        document.save(workspace, saved)
+        history.undo()
+        assert len(workspace.root.children) == 0
+        document.open(workspace, saved)
+        assert [row.name for row in host.outline(workspace.root)] == shown
+        with pytest.raises(RuntimeError, match="^No such file or directory"):
+            workspace.mount(str(tmp_path / f"none{suffix}"))
+        if suffix == ".own":
+            def cancel(name, fraction):
+                raise document.Cancelled("enough") if fraction < 1 else AssertionError
+
+            workspace.set_progress(cancel)
+            with pytest.raises(document.Cancelled, match="enough"):
+                workspace.mount(str(file))
+            workspace.set_progress(None)
+        history.clear()
+        mounts.close()
