@@ -272,7 +272,14 @@ TEST_F(Kiv, SaysWhatWasMeant)
     const std::pair<std::string, std::string> cases[] = {
         {"tre a.gltf", "unknown command 'tre'; did you mean 'tree'?"},
         {"a.gltf", "'a.gltf' is a file, not a command; did you mean 'kiv tree a.gltf'?"},
-        {"grow", "unknown command 'grow'"}};
+        {"grow", "unknown command 'grow'"},
+        {"tree --detph 3 a", "unknown option '--detph'; did you mean '--depth'?"},
+        {"--plugni=x tree a", "unknown option '--plugni'; did you mean '--plugin'?"},
+        {"plugins a", "unexpected argument 'a'"},
+        {"tree --depth", "--depth wants a value"},
+        {"tree --depth x a", "--depth: not a number: 'x'"},
+        {"diff --tolerance -1 a b", "--tolerance: '-1' is less than 0"},
+        {"find --min-size x a", "--min-size: not a number: 'x'"}};
     for (const auto& [arguments, message] : cases) {
         const auto result = kiv(arguments);
         EXPECT_EQ(result.status, 2);

@@ -97,7 +97,7 @@ Command defineCheck(CLI::App& program)
     const auto wishes = std::make_shared<CheckOptions>();
     auto& syntax = *program.add_subcommand("check", "Hold a run-time against the contracts");
     syntax.footer(
-        "Checks a plug-in, or assimp with a SCENE file, in processes of its own. The exit\n"
+        "Checks a plug-in, or assimp with a SCENE file, in processes of its own. The exit "
         "status is 0 when no contract is broken, 1 when one is, 2 for wrong usage.\n"
         "Example: kiv check --only commands props.so");
     syntax.add_option("PLUGIN", wishes->candidate, "Plug-in file, or assimp")
@@ -114,7 +114,7 @@ Command defineCheck(CLI::App& program)
         ->type_name("NAMES")
         ->delimiter(',');
     syntax.add_flag("--python", wishes->isPython,
-                    "Check a run-time in Python: PLUGIN is module:function, which returns an\n"
+                    "Check a run-time in Python: PLUGIN is module:function, which returns an "
                     "object to close and the paths of its roots");
     syntax.add_flag("--diagnostics", options.showDiagnostics,
                     "Let the run-time write to the standard error stream");

@@ -3,6 +3,7 @@
 
 #include "cli/filling.h"
 #include "cli/programCommand.h"
+#include "cli/usageTrouble.h"
 #include "report/differenceReport.h"
 #include "terminal/diagnostics.h"
 #include "terminal/progressLine.h"
@@ -84,19 +85,19 @@ Command defineDiff(CLI::App& program)
     const auto options = std::make_shared<DiffOptions>();
     auto& syntax = *program.add_subcommand("diff", "Tell what differs between two scene files");
     syntax.footer(
-        "Tells which items were added, removed, moved, renamed or put in another order, and\n"
-        "which values of transforms, cameras, lights, visibility, attributes and materials\n"
-        "changed. The exit status is 0 when nothing differs, 1 when something does, 2 for\n"
+        "Tells which items were added, removed, moved, renamed or put in another order, and "
+        "which values of transforms, cameras, lights, visibility, attributes and materials "
+        "changed. The exit status is 0 when nothing differs, 1 when something does, 2 for "
         "trouble.\n"
         "Example: kiv diff --tolerance 0.001 old.gltf new.gltf");
     syntax.add_option("BEFORE", options->before, "Scene file")->type_name("")->required();
     syntax.add_option("AFTER", options->after, "Scene file")->type_name("")->required();
     syntax
         .add_option("--tolerance", options->comparison.tolerance,
-                    "Take numbers for the same that differ by no more than N, or by that share\n"
+                    "Take numbers for the same that differ by no more than N, or by that share "
                     "of the larger one; by default 0.000001")
         ->type_name("N")
-        ->check(CLI::NonNegativeNumber);
+        ->check(notNegative());
     syntax.add_flag("--structure", options->structure, "Compare no values");
     syntax.add_flag("--facts", options->facts,
                     "Compare what the files tell of themselves, too, such as their dates");

@@ -29,16 +29,15 @@ void make(document::Workspace& scene, const std::string& typeAndPath)
 void defineMake(CLI::App& command, SceneWishes& wishes)
 {
     command
-        .add_option("--make", wishes.itemsToMake,
-                    "Make an item in memory before files are mounted, for example\n"
-                    "--make group:/world/props --make mesh:/world/props/crate")
+        .add_option("--make", wishes.itemsToMake, "Make an item first: --make group:/world/props")
         ->type_name("TYPE:PATH")
         ->allow_extra_args(false);
 }
 
 void defineScene(CLI::App& command, SceneWishes& wishes)
 {
-    command.add_option("FILE", wishes.files, "Scene files")->type_name("");
+    command.add_option("FILE", wishes.files, "Scene files, each mounted under /world by its name")
+        ->type_name("");
     defineMake(command, wishes);
 }
 

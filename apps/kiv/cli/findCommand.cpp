@@ -50,20 +50,16 @@ Command defineFind(CLI::App& program)
 {
     const auto options = std::make_shared<FindOptions>();
     auto& syntax = *program.add_subcommand("find", "Print the items that meet all given criteria");
-    syntax.footer(
-        "Each FILE is mounted under /world, in an item named after the file. Prints node\n"
-        "type, run-time and path of each item. The exit status is 0 when there is one, 1\n"
-        "when there is none or something could not be made or read, 2 for wrong usage.\n"
-        "Example: kiv find --attribute 'focalLength>50' *.gltf");
+    syntax.footer("The exit status is 0 for items found, 1 for none or a FILE that cannot be read, "
+                  "2 for wrong "
+                  "usage.\n"
+                  "Example: kiv find --name '*cam*' --attribute 'focalLength>50' *.gltf");
     auto& criteria = options->criteria;
     defineScene(syntax, options->scene);
     syntax.add_flag("--cameras", criteria.cameras, "Cameras");
     syntax.add_flag("--lights", criteria.lights, "Lights");
     syntax.add_option("--type", criteria.nodeType, "Items of one node type")->type_name("TYPE");
-    syntax
-        .add_option("--name", criteria.name,
-                    "Items with a name like GLOB, in which * stands for any text, ? for any\n"
-                    "character and [...] for one of several")
+    syntax.add_option("--name", criteria.name, "Items named like GLOB, with *, ? and [...]")
         ->type_name("GLOB");
     syntax.add_option("--material", criteria.material, "Items with a material named like GLOB")
         ->type_name("GLOB");
@@ -72,13 +68,13 @@ Command defineFind(CLI::App& program)
         syntax.add_option(name, texts, description)->type_name("COND")->allow_extra_args(false);
     };
     many("--attribute", criteria.attributes,
-         "Items with an attribute or property that meets a condition: a NAME, or a\n"
-         "NAME, one of = != < <= > >= and a value: --attribute 'focalLength>50'");
+         "Items with an attribute or property NAME, or with one for which a condition holds: NAME, "
+         "one of = != < <= > >=, value");
     many("--metadata", criteria.metadata, "The same for the metadata of attributes: Locked=true");
     syntax.add_flag("--hidden", criteria.hidden, "Items set to be not shown");
     syntax
         .add_option("--min-size", criteria.minSize,
-                    "Items with a box in the world whose longest side is N or more")
+                    "Items with a box whose longest side is N or more")
         ->type_name("N");
     syntax.add_option("--max-size", criteria.maxSize, "... N or less")->type_name("N");
     syntax.add_flag("-i,--ignore-case", criteria.ignoresCase, "Take small letters for large ones");

@@ -31,7 +31,7 @@ Command defineInfo(CLI::App& program)
 {
     const auto options = std::make_shared<InfoOptions>();
     auto& syntax = *program.add_subcommand("info", "Tell what is in scene files");
-    syntax.footer("Of one FILE everything, its metadata included; of several a table with totals.\n"
+    syntax.footer("Of one FILE everything, its metadata included; of several a table with totals. "
                   "Lengths are in scene units, and in metres where the file tells its unit.\n"
                   "Example: kiv info --csv *.fbx > models.csv");
     syntax.add_option("FILE", options->files, "Scene files")->type_name("")->required();

@@ -29,7 +29,7 @@ Command defineInspect(CLI::App& program)
     const auto options = std::make_shared<InspectOptions>();
     auto& syntax = *program.add_subcommand("inspect", "Tell what the library holds in memory");
     syntax.footer(
-        "Tells the run-times with their handlers and gateways, mounts, observers, and what\n"
+        "Tells the run-times with their handlers and gateways, mounts, observers, and what "
         "was left behind, for reports of faults.\n"
         "Example: kiv --plugin props.so inspect --json > report.json");
     defineScene(syntax, options->scene);

@@ -2,15 +2,15 @@
 #include <algorithm>
 #include <clocale>
 #include <exception>
-#include <filesystem>
 #include <string>
 #include <vector>
 
-#include "kiv/host/itemLookup.h"
 #include "kiv/versionInfo.h"
 
+#include "cli/commandSyntax.h"
 #include "cli/plugins.h"
 #include "cli/programCommand.h"
+#include "cli/usageTrouble.h"
 #include "terminal/diagnostics.h"
 #include "terminal/output.h"
 
@@ -32,36 +32,18 @@ std::string version()
 
 int wrongUsage(const std::string& message)
 {
-    app::complain(message.substr(0, message.find('\n')) + " (kiv --help tells more)");
+    app::complain(message + " (kiv --help tells more)");
     return app::kWrongUsage;
-}
-
-/// What to say of a first argument that is neither a command nor an option; empty for others.
-std::string commandTrouble(const CLI::App& program, const std::string& word)
-{
-    std::vector<std::string> names;
-    for (const auto* command : program.get_subcommands({})) {
-        names.push_back(command->get_name());
-    }
-    if (word.starts_with('-') || std::ranges::find(names, word) != names.end()) {
-        return {};
-    }
-    const auto meant = Kiv_v4::host::suggestion(word, names);
-    std::error_code none;
-    if (meant.empty() &&
-        (std::filesystem::exists(word, none) || std::filesystem::path(word).has_extension())) {
-        return "'" + word + "' is a file, not a command; did you mean 'kiv tree " + word + "'?";
-    }
-    return "unknown command '" + word + "'" + meant;
 }
 
 /// The program's syntax and all its commands.
 std::vector<Command> define(CLI::App& program)
 {
     constexpr Command (*definitions[])(CLI::App&) = {
-        app::defineInfo,  app::defineTree,    app::defineShow,   app::defineFind,
-        app::defineDiff,  app::defineShell,   app::defineReplay, app::defineInspect,
-        app::defineCheck, app::definePlugins, app::defineWindow,
+        app::defineInfo,   app::defineTree,    app::defineShow,   app::defineFind,
+        app::defineDiff,   app::defineShell,   app::defineReplay, app::defineInspect,
+        app::defineCheck,  app::definePlugins, app::defineWindow, app::defineCompletion,
+        app::defineManual,
     };
     std::vector<Command> commands;
     for (const auto definition : definitions) {
@@ -81,18 +63,22 @@ int obey(const Command& command, const std::vector<std::string>& pluginFiles, Ou
 
 int run(int argc, char** argv, Output& output)
 {
-    CLI::App program("Looks into scene files.", "kiv");
+    CLI::App program("Look into scene files, browse them and edit them", "kiv");
+    program.footer("kiv COMMAND --help tells more of a command.\nExample: kiv tree scene.gltf");
+    program.formatter(std::make_shared<app::HelpFormatter>());
     program.require_subcommand(1);
-    program.set_version_flag("--version", version);
+    program.set_help_flag("-h,--help", "Tell how to call kiv or the command");
+    program.set_version_flag("--version", version, "Print the version");
     std::vector<std::string> pluginFiles;
     program
         .add_option("--plugin", pluginFiles,
-                    "Load a plug-in first; those that KIV_PLUGIN_PATH names are loaded anyway")
+                    "Load a plug-in first, beside those of KIV_PLUGIN_PATH")
         ->type_name("FILE")
         ->allow_extra_args(false);
     program.fallthrough();
     const auto commands = define(program);
-    if (const auto trouble = argc > 1 ? commandTrouble(program, argv[1]) : ""; !trouble.empty()) {
+    if (const auto trouble = argc > 1 ? app::commandTrouble(program, argv[1]) : "";
+        !trouble.empty()) {
         return wrongUsage(trouble);
     }
     try {
@@ -107,7 +93,7 @@ int run(int argc, char** argv, Output& output)
         output.line(version());
         return app::kSuccess;
     } catch (const CLI::ParseError& error) {
-        return wrongUsage(error.what());
+        return wrongUsage(app::argumentTrouble(program, error));
     } catch (const app::WrongUsage& error) {
         return wrongUsage(error.what());
     }

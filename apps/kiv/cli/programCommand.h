@@ -48,5 +48,7 @@ public:
 [[nodiscard]] Command defineCheck(CLI::App& program);
 [[nodiscard]] Command definePlugins(CLI::App& program);
 [[nodiscard]] Command defineWindow(CLI::App& program);
+[[nodiscard]] Command defineCompletion(CLI::App& program);
+[[nodiscard]] Command defineManual(CLI::App& program); ///< Hidden: packages ask for it.
 
 } // namespace app

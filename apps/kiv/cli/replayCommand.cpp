@@ -58,10 +58,10 @@ Command defineReplay(CLI::App& program)
     const auto options = std::make_shared<ReplayOptions>();
     auto& syntax = *program.add_subcommand("replay", "Do again what was recorded in a shell");
     syntax.footer(
-        "Runs the commands of a recording, made by the shell's command watch --record, over\n"
-        "the same scene, and tells where something else happens than was recorded. The\n"
+        "Runs the commands of a recording, made by the shell's command watch --record, over "
+        "the same scene, and tells where something else happens than was recorded. The "
         "exit status is 0 when nothing does.\n"
-        "Example: kiv shell a.gltf -c 'watch --record=r.json; rm a'; kiv replay r.json a.gltf");
+        "Example: kiv shell a.gltf -c 'watch --record=r; rm a'; kiv replay r a.gltf");
     syntax.add_option("RECORDING", options->recording, "Lines of JSON")->type_name("")->required();
     defineScene(syntax, options->scene);
     return {&syntax,

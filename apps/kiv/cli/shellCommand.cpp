@@ -100,11 +100,10 @@ Command defineShell(CLI::App& program)
 {
     const auto options = std::make_shared<shell::ShellOptions>();
     auto& syntax = *program.add_subcommand("shell", "Browse and edit a scene by commands");
-    syntax.footer(
-        "Each FILE is mounted under /world, in an item named after the file. Commands come\n"
-        "from -c, from the terminal, or from the standard input as a script: then the\n"
-        "first error ends it with exit status 1. The command help lists the commands.\n"
-        "Example: kiv shell workshop.gltf -c 'find --lights; select @found; hide @'");
+    syntax.footer("Commands come from -c, from the terminal, or from the standard input as a "
+                  "script: then the "
+                  "first error ends it with exit status 1. The command help lists the commands.\n"
+                  "Example: kiv shell workshop.gltf -c 'find --lights; select @found; hide @'");
     defineScene(syntax, options->scene);
     syntax
         .add_option("-c", options->commands,

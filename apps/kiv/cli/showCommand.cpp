@@ -79,9 +79,9 @@ Command defineShow(CLI::App& program)
     auto& syntax =
         *program.add_subcommand("show", "Print all that an item offers, or a table of several");
     syntax.footer(
-        "Angles are in degrees, apertures and focal lengths in millimetres, other lengths in\n"
-        "scene units, colors linear; matrices are for row vectors, with the translation in\n"
-        "the last row. The world matrix takes every gateway above the item; there is none\n"
+        "Angles are in degrees, apertures and focal lengths in millimetres, other lengths in "
+        "scene units, colors linear; matrices are for row vectors, with the translation in "
+        "the last row. The world matrix takes every gateway above the item; there is none "
         "when one of them has no transform. JSON has null for what is no finite number.\n"
         "Example: kiv show workshop.gltf Workshop:Lamp:Bulb");
     syntax.add_option("FILE", options->file, "Scene file; not for an item of a plug-in")
@@ -89,7 +89,7 @@ Command defineShow(CLI::App& program)
         ->required();
     syntax
         .add_option("PATH", options->paths,
-                    "The items' paths as printed by kiv tree --paths, or the parts of them that\n"
+                    "The items' paths as printed by kiv tree --paths, or the parts of them that "
                     "lie in the file, such as :root:node, or patterns such as '**/Lamp*'")
         ->type_name("");
     defineMake(syntax, options->scene);

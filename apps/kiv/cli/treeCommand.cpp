@@ -2,6 +2,7 @@
 
 #include "cli/filling.h"
 #include "cli/programCommand.h"
+#include "cli/usageTrouble.h"
 #include "report/treeReport.h"
 #include "terminal/diagnostics.h"
 
@@ -39,12 +40,11 @@ Command defineTree(CLI::App& program)
 {
     const auto options = std::make_shared<TreeOptions>();
     auto& syntax = *program.add_subcommand("tree", "Print the items of scene files as one tree");
-    syntax.footer("Each FILE is mounted under /world, in an item named after the file.\n"
-                  "Example: kiv tree --depth 3 workshop.gltf");
+    syntax.footer("Example: kiv tree --depth 3 workshop.gltf");
     defineScene(syntax, options->scene);
     syntax.add_option("--depth", options->filter.depth, "Show N levels below the root")
         ->type_name("N")
-        ->check(CLI::NonNegativeNumber);
+        ->check(notNegative());
     syntax
         .add_option("--type", options->filter.nodeType,
                     "Show the items of one node type alone; a drawn tree has their ancestors too")

@@ -20,8 +20,9 @@ namespace {
 
 Command defineWindow(CLI::App& program)
 {
-    auto& syntax = *program.add_subcommand(
-        "window", "Show scenes in a window, or write a picture of it (kiv window --help)");
+    auto& syntax =
+        *program.add_subcommand("window", "Show scenes in a window, or write a picture of it");
+    syntax.footer("kiv window --help tells more.\nExample: kiv window scene.gltf");
     // The other program reads its arguments itself, also those that this one knows.
     syntax.prefix_command();
     syntax.allow_extras();

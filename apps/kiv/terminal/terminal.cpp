@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+#include <sstream>
 #include <unistd.h>
 
 #include "kiv/host/utf8.h"
@@ -82,6 +83,26 @@ std::string padded(std::string_view text, std::size_t width)
 {
     const auto taken = columns(text);
     return std::string(text) + std::string(width > taken ? width - taken : 0, ' ');
+}
+
+std::string wrapped(std::string_view text, std::size_t width, std::size_t indent)
+{
+    std::string result;
+    std::istringstream words{std::string(text)};
+    auto column = indent;
+    for (std::string word; words >> word;) {
+        const auto isFirst = result.empty();
+        if (!isFirst && column + 1 + columns(word) > width) {
+            result += "\n" + std::string(indent, ' ');
+            column = indent;
+        } else if (!isFirst) {
+            result += ' ';
+            ++column;
+        }
+        result += word;
+        column += columns(word);
+    }
+    return result;
 }
 
 std::string Paint::painted(const char* code, std::string_view text) const

@@ -23,6 +23,10 @@ namespace app {
 /// `text` with spaces behind it up to `width` columns.
 [[nodiscard]] std::string padded(std::string_view text, std::size_t width);
 
+/// `text` with its words in lines of up to `width` columns, of which all but the first begin with
+/// `indent` spaces; the first is taken to begin behind as many columns.
+[[nodiscard]] std::string wrapped(std::string_view text, std::size_t width, std::size_t indent);
+
 /// Paints text, or leaves it plain when colours are off.
 class Paint
 {

@@ -161,14 +161,19 @@ void disconnect(Session& session, const Arguments& arguments)
 }
 
 constexpr Command kCommands[] = {
-    {"get", "ITEM [ATTRIBUTE]", "Print the attributes of an item, or the value of one.", get},
-    {"set", "ITEM ATTRIBUTE VALUE...", "Set the value of an attribute.", set},
+    {"get", "ITEM [ATTRIBUTE]", "Print the attributes of an item, or the value of one.",
+     "get stage exposure", get},
+    {"set", "ITEM ATTRIBUTE VALUE...", "Set the value of an attribute.", "set stage exposure 0.25",
+     set},
     {"add", "ITEM KIND ATTRIBUTE [VALUE...]",
-     "Add an attribute, of kind Float, String or the like.", add},
-    {"drop", "ITEM ATTRIBUTE", "Remove an attribute.", drop},
-    {"metadata", "ITEM ATTRIBUTE KEY [VALUE]", "Print or set metadata, such as Locked.", metadata},
-    {"connect", "ITEM ATTRIBUTE ITEM ATTRIBUTE", "Connect an attribute to another.", connect},
-    {"disconnect", "ITEM ATTRIBUTE ITEM ATTRIBUTE", "Break a connection.", disconnect},
+     "Add an attribute, of kind Float, String or the like.", "add stage Float aperture 2.8", add},
+    {"drop", "ITEM ATTRIBUTE", "Remove an attribute.", "drop stage exposure", drop},
+    {"metadata", "ITEM ATTRIBUTE KEY [VALUE]", "Print or set metadata, such as Locked.",
+     "metadata stage exposure Locked true", metadata},
+    {"connect", "ITEM ATTRIBUTE ITEM ATTRIBUTE", "Connect an attribute to another.",
+     "connect stage exposure stage/key gain", connect},
+    {"disconnect", "ITEM ATTRIBUTE ITEM ATTRIBUTE", "Break a connection.",
+     "disconnect stage exposure stage/key gain", disconnect},
 };
 
 } // namespace

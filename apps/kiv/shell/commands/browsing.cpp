@@ -139,25 +139,26 @@ void diffItems(Session& session, const Arguments& arguments)
 }
 
 constexpr Command kCommands[] = {
-    {"ls", "[ITEM]", "List the children of an item.", ls},
+    {"ls", "[ITEM]", "List the children of an item.", "ls workshop/Workshop/Bench", ls},
     {"tree", "[ITEM] [--depth=N] [--type=TYPE] [--paths] [--json]", "Draw what is under an item.",
-     tree},
-    {"cd", "[ITEM]", "Make an item the current one; the root without ITEM.", cd},
-    {"pwd", "", "Print the path of the current item.", pwd},
+     "tree props --depth=2", tree},
+    {"cd", "[ITEM]", "Make an item the current one; the root without ITEM.", "cd workshop/Workshop",
+     cd},
+    {"pwd", "", "Print the path of the current item.", "pwd", pwd},
     {"show", "[ITEM...] [--columns=NAMES] [--json]",
      "Print all that an item offers; of several, or with --columns, a table of their properties "
-     "and "
-     "attributes: show @found --columns=focalLength,visible.",
-     showItem},
+     "and attributes.",
+     "show stage/* --columns=focalLength,visible", showItem},
     {"find",
      "[ITEM] [--cameras] [--lights] [--type=TYPE] [--name=GLOB] [--material=GLOB] "
      "[--attribute=CONDITION] [--metadata=CONDITION] [--hidden] [--min-size=N] [--max-size=N] [-i] "
      "[--paths] [--json]",
-     "Print the items that meet all criteria, and keep them as the selection @found: find "
-     "--attribute 'focalLength>50'. With -i small letters are taken for large ones.",
-     findItems},
+     "Print the items that meet all criteria, and keep them as the selection @found. With -i small "
+     "letters are taken for large ones.",
+     "find --lights --attribute 'intensity>0.5'", findItems},
     {"diff", "ITEM ITEM [--tolerance=N] [--structure] [--json]",
-     "Tell what differs between what is at and under two items.", diffItems},
+     "Tell what differs between what is at and under two items.", "diff stage props --structure",
+     diffItems},
 };
 
 } // namespace

@@ -76,9 +76,10 @@ void editLight(Session& session, const Arguments& arguments)
 
 constexpr Command kCommands[] = {
     {"camera", "ITEM [PROPERTY] [VALUE...]",
-     "Print a camera or one of its properties, or set that.", editCamera},
+     "Print a camera or one of its properties, or set that.", "camera stage/close focalLength 85",
+     editCamera},
     {"light", "ITEM [PROPERTY] [VALUE...]", "Print a light or one of its properties, or set that.",
-     editLight},
+     "light stage/key intensity 2.5", editLight},
 };
 
 } // namespace

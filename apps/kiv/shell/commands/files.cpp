@@ -103,16 +103,16 @@ constexpr Command kCommands[] = {
     {"mount", "FILE [ITEM] [--with=RUNTIME]",
      "Show a scene file under the current item, or at ITEM, which may be a new one. The suffix "
      "tells which run-time reads the file, unless --with names it.",
-     mount},
-    {"unmount", "ITEM", "Take a scene file away again.", unmount},
+     "mount workshop.gltf props/shop", mount},
+    {"unmount", "ITEM", "Take a scene file away again.", "unmount workshop", unmount},
     {"save", "FILE [--force]",
      "Write the scene, with its mounts and edits, as a JSON document. Only with --force it takes "
      "the place of a file that is no such document, or the name of a scene file.",
-     saveScene},
+     "save tour.json --force", saveScene},
     {"open", "FILE [--keep-going]",
      "Replace the scene by that of a document. With --keep-going without the scene files, and the "
      "edits of their items, that cannot be found: saved again, these are lost.",
-     openScene},
+     "open tour.json", openScene},
 };
 
 } // namespace

@@ -12,46 +12,45 @@ namespace app::shell {
 
 namespace {
 
-std::string callOf(const Command& command)
-{
-    return std::string(command.name) + (command.usage.empty() ? "" : " ") +
-           std::string(command.usage);
-}
+constexpr std::size_t kScreen = 80;
 
 void describe(const Session& session, const Command& command)
 {
-    session.output().line(callOf(command));
-    session.output().line("  " + std::string(command.summary));
+    const std::string name(command.name);
+    session.output().line(name + " " + wrapped(command.usage, kScreen, name.size() + 1));
+    session.output().line("  " + wrapped(command.summary, kScreen, 2));
+    session.output().line("  Example: " + std::string(command.example));
 }
 
-void listCommands(const Session& session)
+void list(const Session& session, const CommandKind& kind)
 {
-    std::size_t width = 0;
-    for (const auto& kind : commandKinds()) {
-        for (const auto& command : kind.commands) {
-            width = std::max(width, command.name.size());
-        }
+    std::string names;
+    for (const auto& command : kind.commands) {
+        names += (names.empty() ? "" : ", ") + std::string(command.name);
     }
-    for (const auto& kind : commandKinds()) {
-        session.output().line(kind.title);
-        for (const auto& command : kind.commands) {
-            session.output().line("  " + padded(command.name, width) + "  " +
-                                  std::string(command.summary));
-        }
-    }
-    session.output().line("help COMMAND tells its arguments.");
+    session.output().line(kind.title);
+    session.output().line("  " + wrapped(names, kScreen, 2));
 }
 
 void help(Session& session, const Arguments& arguments)
 {
-    if (arguments.size() == 0) {
-        return listCommands(session);
+    if (arguments.size() > 0) {
+        const auto* command = commandNamed(arguments[0]);
+        if (!command) {
+            throw std::runtime_error(unknownCommand(arguments[0]));
+        }
+        return describe(session, *command);
     }
-    const auto* command = commandNamed(arguments[0]);
-    if (!command) {
-        throw std::runtime_error(unknownCommand(arguments[0]));
+    for (const auto& kind : commandKinds()) {
+        if (!arguments.has("--all")) {
+            list(session, kind);
+            continue;
+        }
+        for (const auto& command : kind.commands) {
+            describe(session, command);
+        }
     }
-    describe(session, *command);
+    session.output().line("help COMMAND tells what it does, help --all tells that of all.");
 }
 
 void watch(Session& session, const Arguments& arguments)
@@ -89,15 +88,17 @@ constexpr Command kCommands[] = {
     {"watch", "[on|off] [--record=FILE]",
      "Print every notification as a line; with --record, write these, the commands and the undo "
      "history to a file as lines of JSON, which kiv replay does again. off ends both.",
-     watch},
+     "watch on --record=session.json", watch},
     {"inspect", "[--json]",
-     "Tell what the library holds: run-times, gateways, mounts, observers, leftovers.", inspect},
+     "Tell what the library holds: run-times, gateways, mounts, observers, leftovers.",
+     "inspect --json", inspect},
     {"run", "FILE",
      "Run the commands of a file, without --echo and --keep-going: the first error ends it.",
-     runScript},
-    {"help", "[COMMAND]", "List the commands, or tell how to call one.", help},
-    {"quit", "", "Leave the shell.", quit},
-    {"exit", "", "The same as quit.", quit},
+     "run build.kiv", runScript},
+    {"help", "[COMMAND] [--all]", "List the commands, or tell what one does, or all of them.",
+     "help mount", help},
+    {"quit", "", "Leave the shell.", "quit", quit},
+    {"exit", "", "The same as quit.", "exit", quit},
 };
 
 } // namespace

@@ -113,14 +113,16 @@ void matrix(Session& session, const Arguments& arguments)
 }
 
 constexpr Command kCommands[] = {
-    {"move", "ITEM X Y Z [--by]", "Set the translation, in scene units, or add to it.", move},
+    {"move", "ITEM X Y Z [--by]", "Set the translation, in scene units, or add to it.",
+     "move props/crate 0 1.5 -4", move},
     {"rotate", "ITEM X Y Z [--by]", "Set the rotation about x, then y, then z, in degrees.",
-     rotate},
-    {"scale", "ITEM X Y Z [--by]", "Set the scale factors, or multiply them.", scale},
+     "rotate stage/close -10 45 0", rotate},
+    {"scale", "ITEM X Y Z [--by]", "Set the scale factors, or multiply them.",
+     "scale props/crate 2 2 2 --by", scale},
     {"matrix", "ITEM [NUMBER...] [--world]",
      "Print the matrix, or set it from 16 numbers, row by row, translation last; both "
      "may be in world space.",
-     matrix},
+     "matrix props/crate --world", matrix},
 };
 
 } // namespace

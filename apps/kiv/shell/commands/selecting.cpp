@@ -93,10 +93,12 @@ void selection(Session& session, const Arguments& arguments)
 }
 
 constexpr Command kCommands[] = {
-    {"select", "ITEM...", "Add items to the selection.", select},
-    {"deselect", "[ITEM...]", "Take items out of the selection; all without ITEM.", deselect},
+    {"select", "ITEM...", "Add items to the selection.", "select **/Leg*", select},
+    {"deselect", "[ITEM...]", "Take items out of the selection; all without ITEM.",
+     "deselect props/crate", deselect},
     {"selection", "[list|show|store|recall|drop] [SELECTION]",
-     "Print the selection, or work with named ones, which are called @NAME.", selection},
+     "Print the selection, or work with named ones, which are called @NAME.",
+     "selection store legs", selection},
 };
 
 } // namespace

@@ -233,16 +233,19 @@ void unhide(Session& session, const Arguments& arguments)
 
 constexpr Command kCommands[] = {
     {"make", "TYPE NAME [ITEM]", "Make an item, under the current one unless ITEM says where.",
-     make},
-    {"rename", "ITEM NAME", "Give an item another name.", rename},
-    {"mv", "ITEM... ITEM", "Move items under the last one named.", mv},
-    {"rm", "ITEM...", "Delete items with all that is under them.", rm},
-    {"cp", "ITEM...", "Duplicate items.", cp},
-    {"group", "NAME ITEM...", "Put siblings under a new group.", group},
-    {"ungroup", "ITEM", "Put the children of a group into its place.", ungroup},
-    {"order", "ITEM first|last|before|after [ITEM]", "Move an item among its siblings.", order},
-    {"hide", "ITEM...", "Set items not to be shown.", hide},
-    {"unhide", "ITEM...", "Set items to be shown.", unhide},
+     "make spotLight rim stage", make},
+    {"rename", "ITEM NAME", "Give an item another name.", "rename props/crate 'big crate'", rename},
+    {"mv", "ITEM... ITEM", "Move items under the last one named.", "mv props/crate props/box stage",
+     mv},
+    {"rm", "ITEM...", "Delete items with all that is under them.", "rm props/crate", rm},
+    {"cp", "ITEM...", "Duplicate items.", "cp props", cp},
+    {"group", "NAME ITEM...", "Put siblings under a new group.", "group pair props/crate props/box",
+     group},
+    {"ungroup", "ITEM", "Put the children of a group into its place.", "ungroup props", ungroup},
+    {"order", "ITEM first|last|before|after [ITEM]", "Move an item among its siblings.",
+     "order props before stage", order},
+    {"hide", "ITEM...", "Set items not to be shown.", "hide props/*", hide},
+    {"unhide", "ITEM...", "Set items to be shown.", "unhide props/*", unhide},
 };
 
 } // namespace

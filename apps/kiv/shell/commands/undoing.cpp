@@ -70,11 +70,12 @@ void history(Session& session, const Arguments&)
 }
 
 constexpr Command kCommands[] = {
-    {"undo", "[NUMBER]", "Undo the last step, or several.", undo},
-    {"redo", "[NUMBER]", "Redo the step that was undone last, or several.", redo},
-    {"history", "", "List the steps, oldest first.", history},
-    {"begin", "[NAME]", "Make one step of all edits up to the matching end.", begin},
-    {"end", "", "End the step that was begun last.", end},
+    {"undo", "[NUMBER]", "Undo the last step, or several.", "undo 2", undo},
+    {"redo", "[NUMBER]", "Redo the step that was undone last, or several.", "redo", redo},
+    {"history", "", "List the steps, oldest first.", "history", history},
+    {"begin", "[NAME]", "Make one step of all edits up to the matching end.", "begin 'tidy up'",
+     begin},
+    {"end", "", "End the step that was begun last.", "end", end},
 };
 
 } // namespace

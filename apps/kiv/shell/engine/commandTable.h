@@ -10,12 +10,13 @@
 
 namespace app::shell {
 
-/// One command of the shell. From the table of all, `help` and the completion are made.
+/// One command of the shell. `help`, the completion and the manual page tell what is here.
 struct Command
 {
     std::string_view name;
     std::string_view usage;   ///< See `Usage`.
-    std::string_view summary; ///< For `help`: what it does, in a line.
+    std::string_view summary; ///< What it does.
+    std::string_view example; ///< A call of it.
 
     /// Throws `std::exception` with the reason when it cannot be done; then nothing is changed.
     void (*run)(Session& session, const Arguments& arguments);

@@ -1,0 +1,166 @@
+#include <algorithm>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "program.h"
+
+namespace {
+
+using test::contentOf;
+using test::linesOf;
+using testing::AllOf;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
+namespace fs = std::filesystem;
+
+/// The program as people meet it at a terminal.
+class AtTerminal : public test::Program
+{
+protected:
+    /// What bash offers for the last word of the line.
+    std::vector<std::string> completed(const std::string& line) const
+    {
+        return linesOf(shell("kiv completion bash >completion; bash -c '"
+                             "compopt() { :; }; . ./completion; COMP_WORDS=(\"$@\"); "
+                             "COMP_CWORD=$(($# - 1)); _kiv; printf \"%s\\n\" \"${COMPREPLY[@]}\""
+                             "' - " +
+                             line)
+                           .out);
+    }
+
+    /// The commands of the program, or those of its shell.
+    std::vector<std::string> commands() const { return completed("kiv ''"); }
+    std::vector<std::string> shellCommands() const
+    {
+        return linesOf(shell("kiv shell -c help | grep '^  ' | tr -d , | xargs -n 1").out);
+    }
+
+    AtTerminal() { fs::current_path(folder); }
+    ~AtTerminal() override { fs::current_path("/"); }
+};
+
+bool hasCommand(const std::string& name)
+{
+    return std::system(("command -v " + name + " >/dev/null").c_str()) == 0;
+}
+
+void expectToFitAScreen(const std::string& text, const std::string& call)
+{
+    const auto lines = linesOf(text);
+    EXPECT_LE(lines.size(), 24u) << call;
+    for (const auto& line : lines) {
+        EXPECT_LE(line.size(), 80u) << call << ": " << line;
+    }
+}
+
+TEST_F(AtTerminal, HelpOfEveryCommandFitsAScreenAndGivesAnExample)
+{
+    auto calls = commands();
+    ASSERT_GT(calls.size(), 10u);
+    std::erase(calls, "window"); // which reads its arguments itself
+    calls.insert(calls.end(), {"", "manual"});
+    for (const auto& call : calls) {
+        const auto help = kiv(call + " --help").out;
+        expectToFitAScreen(help, call);
+        EXPECT_THAT(help, AllOf(StartsWith("Usage: kiv " + call), HasSubstr("\nExample: ")))
+            << call;
+    }
+    expectToFitAScreen(shell("kiv shell -c help").out, "help");
+}
+
+// A scene in which every example can be run, and what some of them need before.
+TEST_F(AtTerminal, EveryCommandOfTheShellHasAnExampleThatRuns)
+{
+    fs::copy_file(KIV_EXAMPLES "/workshop.gltf", "workshop.gltf");
+    std::ofstream("scene.kiv")
+        << "make group stage; make camera close stage; make spotLight key stage\n"
+           "make group props; make mesh crate props; make mesh box props\n"
+           "add stage Float exposure 0.5; add stage/key Float gain 1\n"
+           "select props/crate; save tour.json --force\n";
+    std::ofstream("build.kiv") << "make group built\n";
+    const std::map<std::string, std::string> needs{
+        {"disconnect", "connect stage exposure stage/key gain"},
+        {"end", "begin"},
+        {"redo", "undo"}};
+    const auto all = shellCommands();
+    ASSERT_GT(all.size(), 40u);
+    std::string script;
+    for (const auto& command : all) {
+        script += "help " + command + "; ";
+    }
+    auto helps = shell("kiv shell -c '" + script + "'").out;
+    for (const auto& command : all) {
+        const auto begin = helps.find("Example: ") + 9;
+        const auto end = helps.find('\n', begin) + 1;
+        expectToFitAScreen(helps.substr(0, end), command);
+        const auto example = helps.substr(begin, end - begin);
+        EXPECT_THAT(helps, StartsWith(command + " "));
+        EXPECT_THAT(example, StartsWith(command));
+        helps.erase(0, end);
+        const auto need = needs.find(command);
+        std::ofstream("script.kiv") << "run scene.kiv\n"
+                                    << (need == needs.end() ? "" : need->second) << "\n"
+                                    << example;
+        const auto result = kiv("shell workshop.gltf <script.kiv");
+        EXPECT_EQ(result.status, 0) << example << result.err;
+    }
+}
+
+TEST_F(AtTerminal, BashCompletesCommandsOptionsAndChoices)
+{
+    EXPECT_EQ(shell("kiv completion bash | bash -n").err, "");
+    EXPECT_THAT(commands(),
+                AllOf(Contains("info"), Contains("completion"), Not(Contains("manual"))));
+    EXPECT_THAT(completed("kiv pl"), ElementsAre("plugins"));
+    EXPECT_THAT(completed("kiv find --mi"), ElementsAre("--min-size"));
+    EXPECT_THAT(completed("kiv --plugin find tree --p"), ElementsAre("--paths", "--plugin"));
+    EXPECT_THAT(completed("kiv completion ''"), ElementsAre("bash", "zsh", "fish"));
+    for (const auto* other :
+         {"kiv find --type m", "kiv find --type = m", "kiv tree w", "kiv --plugin p"}) {
+        EXPECT_THAT(completed(other), ElementsAre("")) << "files, or nothing, complete " << other;
+    }
+}
+
+TEST_F(AtTerminal, OtherShellsTakeTheirCompletions)
+{
+    for (const std::string name : {"zsh", "fish"}) {
+        const auto script = kiv("completion " + name).out;
+        for (const auto& command : commands()) {
+            EXPECT_THAT(script, HasSubstr(command));
+        }
+        EXPECT_THAT(script, HasSubstr("ignore-case"));
+        if (hasCommand(name)) {
+            EXPECT_EQ(shell("kiv completion " + name + " >script; " + name + " -n script").err, "");
+        }
+    }
+}
+
+TEST_F(AtTerminal, ManualTellsOfAllCommands)
+{
+    if (!hasCommand("groff")) {
+        GTEST_SKIP() << "There is no groff.";
+    }
+    const auto page = shell("kiv manual | groff -man -Tascii -ww -P-cbu -rLL=200n");
+    EXPECT_EQ(page.err, "");
+    std::vector<std::string> told{"'focalLength>50' *.gltf",
+                                  "Example: find --lights --attribute 'int"};
+    for (const auto& command : commands()) {
+        told.push_back("\n   kiv " + command);
+    }
+    for (const auto& command : shellCommands()) {
+        told.push_back("\n       " + command);
+    }
+    for (const auto& text : told) {
+        EXPECT_NE(page.out.find(text), std::string::npos) << text;
+    }
+}
+
+} // namespace
