@@ -80,11 +80,15 @@ def main():
     stubgen(["-q", "-m", module, "-o", output])
     with open(output, encoding="utf-8") as file:
         text = shortcuts(file.read())
-    owner, lines = "", []
+    owner, inner, lines = "", "", []
     for line in text.split("\n"):
         if match := re.match(r"class (\w+)", line):
-            owner = match[1]
-        lines.append(arguments(line, owner))
+            owner, inner = match[1], match[1]
+        elif match := re.match(r"    class (\w+)", line):
+            inner = f"{owner}.{match[1]}"
+        elif re.match(r"    \S", line):
+            inner = owner
+        lines.append(arguments(line, owner).replace("def __enter__(self) -> object", f"def __enter__(self) -> {inner}"))
     text = "\n".join(lines)
     for name in ("typing", "collections.abc"):
         if f"{name}." in text and not re.search(rf"^import {re.escape(name)}$", text, flags=re.M):

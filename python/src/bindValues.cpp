@@ -1,5 +1,6 @@
 #include <array>
 #include <cmath>
+#include <cstring>
 #include <nanobind/stl/array.h>
 
 #include "values.h"
@@ -78,6 +79,28 @@ PyType_Slot* bufferSlots()
     return slots;
 }
 
+/// Copies the numbers of a buffer of exactly this shape and type; returns false for anything else.
+template <class T>
+bool assignBuffer(T& to, nb::handle source)
+{
+    Py_buffer view;
+    if (!PyObject_CheckBuffer(source.ptr()) ||
+        PyObject_GetBuffer(source.ptr(), &view, PyBUF_FORMAT | PyBUF_C_CONTIGUOUS) != 0) {
+        PyErr_Clear();
+        return false;
+    }
+    const auto& shape = Numbers<T>::shape;
+    const auto isAlike =
+        view.format && view.format[0] == kFormat<typename Numbers<T>::Element> &&
+        view.format[1] == '\0' &&
+        std::equal(std::begin(shape), std::end(shape), view.shape, view.shape + view.ndim);
+    if (isAlike) {
+        std::memcpy(Numbers<T>::of(to).data(), view.buf, static_cast<std::size_t>(view.len));
+    }
+    PyBuffer_Release(&view);
+    return isAlike;
+}
+
 template <class Element>
 Element element(nb::handle number)
 {
@@ -145,7 +168,9 @@ nb::class_<T> bindNumbers(nb::module_& module, const char* name, const char* key
         "__init__",
         [](T* self, const nb::sequence& numbers) {
             T value;
-            assign(Access::of(value), numbers);
+            if (!assignBuffer(value, numbers)) {
+                assign(Access::of(value), numbers);
+            }
             new (self) T(std::move(value));
         },
         "elements"_a);

@@ -2,6 +2,8 @@
 
 import difflib
 import random
+import subprocess
+import sys
 
 import pytest
 
@@ -347,3 +349,47 @@ def test_without_usd_the_package_says_what_is_missing(run_script):
             print(error)
     """)
     assert "pip install 'kiv[usd]'" in printed
+
+
+@pytest.mark.parametrize("suffix", [".usd", ".usda", ".usdc"])
+def test_documents_mount_stages(history, tmp_path, suffix):
+    document = pytest.importorskip("kiv.document")
+    file, saved = tmp_path / f"shop{suffix}", str(tmp_path / "scene.json")
+    authored = Usd.Stage.CreateNew(str(file))
+    shop_of(authored).Save()
+    del authored
+    with usd.RunTime() as run_time, document.Workspace() as workspace:
+        history.execute_cmd(workspace.mount_cmd(str(file), workspace.root))
+        (mount,), (stage,) = workspace.mounts(), run_time.stages
+        assert (mount.file, mount.run_time, mount.gateway) == (str(file), "usd", stage.gateway)
+        names = [row.name for row in host.outline(workspace.root)]
+        assert names[:3] == ["world", "shop", "shop"] and "ball" in names
+        assert_same_places(stage)
+        history.execute_cmd(item_at(stage, "/Shop/box").attributes["size"].set_cmd(7.0))
+        document.save(workspace, saved)
+        history.clear()
+        document.open(workspace, saved)
+        history.clear()
+        assert [row.name for row in host.outline(workspace.root)] == names
+        (stage,) = run_time.stages
+        workspace.mount(str(file))
+        (one, other) = (item_at(each, "/Shop/box").attributes["size"] for each in run_time.stages)
+        history.execute_cmd(one.set_cmd(8.0))
+        assert other.value == 8.0  # of the same layer
+        with pytest.raises(RuntimeError, match="^Failed to open layer"):
+            workspace.mount(str(tmp_path / f"none{suffix}"))
+        history.clear()
+
+
+def test_the_shell_mounts_edits_and_saves_stages(tmp_path):
+    stage = Usd.Stage.CreateNew(str(tmp_path / "shop.usda"))
+    shop_of(stage).Save()
+
+    def shell(source, lines):
+        return subprocess.run([sys.executable, "-m", "kiv", "shell", source], input=lines, capture_output=True,
+                              text=True, check=True, cwd=tmp_path, timeout=60).stdout
+
+    first = shell("shop.usda", "make group set\ncd set\nmount shop.usda\ntree\nsave scene.json\nsave\nmount none.usd\n")
+    assert "      Shop  Xform\n        box  Cube" in first
+    assert "error: expected 1 words" in first and "none.usd" in first
+    assert "ball  Sphere" in shell("scene.json", "tree set\n")

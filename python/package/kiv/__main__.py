@@ -1,6 +1,6 @@
 """Commands for run-times in Python: `python -m kiv tree|shell|check SOURCE`.
 
-A source is a folder, a scene file, or `module:function`: a function that returns an object, which is
+A source is a folder, a scene file, a document, or `module:function`: a function that returns an object, which is
 closed by its `close()`, and the paths of its roots.
 """
 
@@ -8,9 +8,13 @@ import argparse
 import importlib
 import os
 import sys
+from typing import TYPE_CHECKING
 
 import kiv
 from kiv import conformance, host
+
+if TYPE_CHECKING:
+    from kiv._scene import Scene
 
 
 def _called(text: str) -> tuple[object, list[kiv.Path]]:
@@ -32,20 +36,39 @@ def opened(source: str) -> tuple[object, list[kiv.Path]]:
         return folder, [folder.root.path]
     if ":" in source and not os.path.exists(source):
         return _called(source)
-    if source.lower().endswith((".usd", ".usda", ".usdc", ".usdz")):
+    if is_stage(source):
         from kiv import usd
 
         stages = usd.RunTime(source)
         return stages, [stage.path for stage in stages.stages]
-    from kiv import document
+    return as_scene(source)
 
-    workspace = document.Workspace()
-    workspace.mount(source)
-    return workspace, [workspace.root.path]
+
+def is_stage(source: str) -> bool:
+    """Whether the file is one of OpenUSD."""
+    return source.lower().endswith((".usd", ".usda", ".usdc", ".usdz"))
+
+
+def as_scene(*files: str) -> tuple["Scene", list[kiv.Path]]:
+    """Documents and scene files under one root, which can be saved as a document."""
+    from kiv._scene import Scene
+
+    scene = Scene(list(files))
+    return scene, [scene.root]
+
+
+def install() -> host.UndoHistory:
+    """Installs what hosts have: a scene, a selection and an undo history, which it returns."""
+    history = host.UndoHistory()
+    kiv.Scene.initialize_instance(host.HostScene())
+    kiv.UndoableCommandMgr.initialize_instance(history)
+    kiv.GlobalSelection.initialize_instance(kiv.ObservableSelection())
+    return history
 
 
 def tree(source: str) -> int:
     """Prints the items of the source, a line each."""
+    install()
     held, roots = opened(source)
     for root in roots:
         item = kiv.Hierarchy.create_item(root)
@@ -68,7 +91,7 @@ def main(arguments: list[str] | None = None) -> int:
     for name, about in (("tree", "print the items"), ("shell", "browse and edit them by commands"),
                         ("check", "hold the run-time against its contracts")):
         command = commands.add_parser(name, help=about)
-        command.add_argument("source", help="a folder, a scene file, or module:function")
+        command.add_argument("source", help="a folder, a scene file, a document, or module:function")
         if name == "check":
             command.add_argument("--seed", type=int, default=1)
             command.add_argument("--steps", type=int, default=100)
@@ -86,7 +109,7 @@ def main(arguments: list[str] | None = None) -> int:
             return check(given.source, options, given.form)
         from kiv import _shell
 
-        return _shell.run(*opened(given.source))
+        return _shell.run(install(), *(as_scene if is_stage(given.source) else opened)(given.source))
     except (kiv.Error, OSError, ImportError, ValueError) as error:
         print(f"kiv: {error}", file=sys.stderr)
         return 1

@@ -1,5 +1,7 @@
 """The shell of `python -m kiv shell`: browses and edits a scene by commands, each of which can be undone."""
 
+from __future__ import annotations
+
 import cmd
 import shlex
 import sys
@@ -8,12 +10,19 @@ from collections.abc import Callable
 import kiv
 from kiv import host
 
+try:
+    from kiv import document
+    from kiv._scene import Scene
+except ImportError:  # built without scene files
+    Scene = type(None)  # type: ignore[misc, assignment]
+
 
 class Shell(cmd.Cmd):
     """Commands on the items below a root. `help` lists them."""
 
-    def __init__(self, root: kiv.SceneItem, history: host.UndoHistory) -> None:
+    def __init__(self, root: kiv.SceneItem, history: host.UndoHistory, scene: Scene | None) -> None:
         super().__init__()
+        self._scene = scene
         self._root = root
         self._here = root
         self._history = history
@@ -87,6 +96,17 @@ class Shell(cmd.Cmd):
         (where,) = self._words(text, 1)
         self._run(self._item(where).operations.delete_item_cmd())
 
+    def do_mount(self, text: str) -> None:
+        """mount FILE: shows a scene file under a new item below the current one."""
+        (file,) = self._words(text, 1)
+        self._run(self._workspace.mount_cmd(file, self._here))
+
+    def do_save(self, text: str) -> None:
+        """save FILE: saves everything as a document, in which scene files stay files."""
+        (file,) = self._words(text, 1)
+        document.save(self._workspace, file)
+        self._history.set_clean()
+
     def do_undo(self, _: str) -> None:
         """undo: takes the last edit back."""
         self._step(self._history.undo, "nothing to undo")
@@ -98,6 +118,12 @@ class Shell(cmd.Cmd):
     def do_quit(self, _: str) -> bool:
         """quit: ends the shell."""
         return True
+
+    @property
+    def _workspace(self) -> document.Workspace:
+        if self._scene is None:
+            raise ValueError("only scene files and documents can be saved and mounted")
+        return self._scene.workspace
 
     def _item(self, text: str) -> kiv.SceneItem:
         return host.require_item(self._root, self._here, text) if text else self._here
@@ -124,14 +150,11 @@ class Shell(cmd.Cmd):
         self.prompt = f"{self._here.path}> " if sys.stdin.isatty() else ""
 
 
-def run(held: object, roots: list[kiv.Path]) -> int:
+def run(history: host.UndoHistory, held: object, roots: list[kiv.Path]) -> int:
     """Runs the shell on the first root, until the input ends; closes `held`."""
-    history = host.UndoHistory()
-    kiv.Scene.initialize_instance(host.HostScene())
-    kiv.UndoableCommandMgr.initialize_instance(history)
     root = kiv.Hierarchy.create_item(roots[0])
     try:
-        Shell(root, history).cmdloop()
+        Shell(root, history, held if isinstance(held, Scene) else None).cmdloop()
     except SystemExit:
         pass
     history.clear()

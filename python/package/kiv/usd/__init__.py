@@ -8,6 +8,7 @@ without a trace in it; what others author is heard and announced.
 """
 
 import os
+import weakref
 from pathlib import Path
 
 try:
@@ -24,21 +25,26 @@ from kiv.usd._attributes import Tables
 from kiv.usd._stage import Stage
 from kiv.usd._tree import Tree
 
-__all__ = ["RunTime", "Stage"]
+__all__ = ["SUFFIXES", "RunTime", "Stage"]
+
+SUFFIXES = (".usd", ".usda", ".usdc", ".usdz")
 
 
 class RunTime:
     """The run-time of stages, for as long as it is open.
 
     A file is opened without its payloads, which the menus of items and `load_cmd` load. A stage is shown at the top,
-    or under the item of another run-time at `gateway`, which it then follows.
+    or under the item of another run-time at `gateway`, which it then follows. Hosts that mount scene files by their
+    suffix, such as `document.Workspace`, mount stages while it is open.
     """
 
     def __init__(self, source: str | os.PathLike[str] | Usd.Stage | None = None,
                  gateway: kiv.Path | str | None = None, *, name: str = "usd") -> None:
         self._registration = kiv.RunTimeRegistration(name, "/")
+        self._id = self._registration.id
         self._tops: dict[str, Stage] = {}
         self._mounted: list[Stage] = []
+        self._read: weakref.WeakSet[Stage] = weakref.WeakSet()  # by hosts, which keep them
         self._mounts = kit.Mounts(self.id, "/")
         self._tree = Tree(self.id, self._stage_of, self._roots_of)
         self._tables = Tables(self._tree)
@@ -53,19 +59,23 @@ class RunTime:
     @property
     def id(self) -> int:
         """The id of the run-time."""
-        return self._registration.id
+        return self._id
 
     @property
     def stages(self) -> list[Stage]:
         """The open stages, those at the top first. One whose gateway is deleted waits for it to come back."""
-        return [*self._tops.values(), *self._mounted]
+        own = [*self._tops.values(), *self._mounted]
+        return [*own, *(stage for stage in self._mounts.shown if isinstance(stage, Stage) and stage not in own)]
 
     def open(self, source: str | os.PathLike[str] | Usd.Stage, gateway: kiv.Path | str | None = None) -> Stage:
         """Shows a file, or a stage that is open already, at the top or under a gateway: an item of another run-time
         that leads into this one, and that has no other stage.
 
         Raises `OSError` if the file cannot be opened, `ValueError` if the gateway is in use."""
-        usd_stage = source if isinstance(source, Usd.Stage) else _opened(source)
+        try:
+            usd_stage = source if isinstance(source, Usd.Stage) else _opened(source)
+        except OSError as error:
+            raise OSError(f"'{os.fspath(source)}' cannot be opened: {error}") from error
         stage = Stage(self.id, usd_stage, self._name(usd_stage, gateway is None), gateway is None)
         if gateway is None:
             self._tops[stage.name] = stage
@@ -103,8 +113,10 @@ class RunTime:
 
     def close(self) -> None:
         """Takes the run-time back. The layers stay as they are, saved or not."""
-        for stage in self.stages:
+        for stage in (*self.stages, *self._read):
             stage.close()
+        self._tops.clear()
+        self._mounted.clear()
         self._mounts.close()
         self._registration.close()
 
@@ -129,13 +141,20 @@ class RunTime:
             lambda item: _space.Materials(item, tree) if self._is_a(item, UsdGeom.Imageable) else None))
         manager.set_context_ops_handler(self.id, kit.context_ops_handler(lambda item: _looks.Menu(item, tree)))
         manager.set_ui_info_handler(self.id, _looks.Looks(self.id, tree))
+        manager.set_scene_file_handler(self.id, self._mounts.scene_file_handler(SUFFIXES, self._read_file))
+
+    def _read_file(self, file: str) -> Stage:
+        usd_stage = _opened(file)
+        stage = Stage(self.id, usd_stage, self._name(usd_stage, False), False)
+        self._read.add(stage)
+        return stage
 
     def _is_a(self, item: kiv.SceneItem, schema: type) -> bool:
         prim = self.prim(item)
         return prim is not None and bool(prim.IsA(schema))
 
     def _stage_of(self, path: kiv.Path) -> Stage | None:
-        if not path or path.run_time_id != self.id:
+        if not path or path.run_time_id != self._id:
             return None
         if path.nb_segments == 1:
             return self._tops.get(path[0])
@@ -154,10 +173,9 @@ class RunTime:
         return kiv.unique_name(name, self._tops.__contains__) if at_top else name
 
 
-def _opened(source: str | os.PathLike[str]) -> Usd.Stage:
-    """The stage of a file, without its payloads."""
+def _opened(file: str | os.PathLike[str]) -> Usd.Stage:
+    """The stage of a file, without its payloads. Raises `OSError` with the reason alone."""
     try:
-        return Usd.Stage.Open(os.fspath(source), Usd.Stage.LoadNone)
+        return Usd.Stage.Open(os.fspath(file), Usd.Stage.LoadNone)
     except Tf.ErrorException as error:
-        reason = "; ".join(str(each.commentary).strip() for each in error.args)
-        raise OSError(f"'{os.fspath(source)}' cannot be opened: {reason}") from error
+        raise OSError("; ".join(str(each.commentary).strip() for each in error.args)) from error

@@ -155,6 +155,7 @@ class Tables:
     def __init__(self, tree: Tree) -> None:
         self._tree = tree
         self._tables: dict[tuple[Row, ...], kit.AttributeTable] = {}
+        self._built_in: dict[tuple[object, ...], Row] = {}  # of attributes that no layer mentions
 
     def attributes(self, item: kiv.SceneItem) -> kiv.Attributes | None:
         """The attributes of a prim; None for a stage."""
@@ -170,7 +171,8 @@ class Tables:
         known = stage.tables.get(prim.GetPath())
         if known is not None:
             return known
-        rows = (*(self._row(prim, attribute) for attribute in prim.GetAttributes()
+        kind = (prim.GetTypeName(), tuple(prim.GetAppliedSchemas()), prim.IsInstanceProxy())
+        rows = (*(self._built_in_row(kind, prim, attribute) for attribute in prim.GetAttributes()
                   if not attribute.GetName().startswith("xformOp")),
                 *(Row(relationship.GetName(), kiv.Attribute.STRING, True, "rel")
                   for relationship in prim.GetRelationships()),
@@ -188,6 +190,15 @@ class Tables:
         if attributes is None or name not in attributes or attributes[name].has_metadata(kiv.Attribute.LOCKED):
             return None
         return attributes[name].set_cmd(value)
+
+    def _built_in_row(self, kind: tuple[object, ...], prim: Usd.Prim, attribute: Usd.Attribute) -> Row:
+        """The row of the attribute, which is the same in all prims of a kind unless a layer mentions it."""
+        if attribute.IsAuthored():
+            return self._row(prim, attribute)
+        key = (*kind, attribute.GetName())
+        if key not in self._built_in:
+            self._built_in[key] = self._row(prim, attribute)
+        return self._built_in[key]
 
     @staticmethod
     def _row(prim: Usd.Prim, attribute: Usd.Attribute) -> Row:

@@ -20,10 +20,6 @@ def _above(stage: Stage, xform: UsdGeom.Xformable) -> Gf.Matrix4d | None:
     return UsdGeom.XformCache(stage.time).GetParentToWorldTransform(xform.GetPrim())
 
 
-def _rows(matrix: Gf.Matrix4d) -> list[list[float]]:
-    return [list(row) for row in matrix]
-
-
 def _usd_matrix(matrix: kiv.Matrix4d) -> Gf.Matrix4d:
     return Gf.Matrix4d(*(float(matrix[row][column]) for row in range(4) for column in range(4)))
 
@@ -36,11 +32,20 @@ class Transforms:
 
     def get(self, path: kiv.Path) -> kiv.Matrix4d | None:
         found = self._tree.found(path)
-        xform = UsdGeom.Xformable(found[1]) if found else None
-        if not found or not xform:
+        if not found:
             return None
-        local, above = xform.GetLocalTransformation(found[0].time), _above(found[0], xform)
-        return kiv.Matrix4d(_rows(local * above.GetInverse() if above else local))
+        stage, prim = found
+        if path not in stage.matrices:
+            stage.matrices[path] = self._read(stage, UsdGeom.Xformable(prim))
+        return stage.matrices[path]
+
+    @staticmethod
+    def _read(stage: Stage, xform: UsdGeom.Xformable) -> kiv.Matrix4d | None:
+        if not xform:
+            return None
+        local, above = xform.GetLocalTransformation(stage.time), _above(stage, xform)
+        stage.has_resets |= above is not None
+        return kiv.Matrix4d(local * above.GetInverse() if above else local)
 
     def set(self, path: kiv.Path, matrix: kiv.Matrix4d) -> None:
         """Authors translate, rotateXYZ and scale where the prim is made of these and they are exact enough,
@@ -77,7 +82,7 @@ def _author_factors(xform: UsdGeom.Xformable, local: Gf.Matrix4d) -> bool:
     names = [op.GetOpName() for op in xform.GetOrderedXformOps()]
     if not names or names != [name for name in _FACTORS if name in names]:
         return False
-    factors = kit.decomposed(_rows(local))
+    factors = kit.decomposed(kiv.Matrix4d(local))
     if factors is None or any(abs(factors.shear[axis]) > 1e-9 for axis in range(3)):
         return False
     values: dict[str, Any] = dict(zip(_FACTORS, (factors.translation, factors.rotation, factors.scale), strict=True))

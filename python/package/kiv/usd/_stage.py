@@ -28,7 +28,11 @@ class Stage(kit.Mount):
         self._notices = Tf.Notice.Register(Usd.Notice.ObjectsChanged, self._changed, stage)
         self.opinions = Opinions(stage)
         self._resets: list[Sdf.Path] | None = None  # the prims whose transforms do not build on their parents
-        self.tables: dict[Sdf.Path, kit.AttributeTable] = {}  # as long as the properties of the prims stay
+        # What was found out of prims, as long as it holds.
+        self._prims: dict[kiv.Path, Usd.Prim] = {}
+        self.matrices: dict[kiv.Path, kiv.Matrix4d | None] = {}
+        self.has_resets = False  # whether one of them is that of a prim that does not build on its parents
+        self.tables: dict[Sdf.Path, kit.AttributeTable] = {}
 
     @property
     def usd_stage(self) -> Usd.Stage:
@@ -73,6 +77,7 @@ class Stage(kit.Mount):
     def time(self, time: Usd.TimeCode | float) -> None:
         self._time = Usd.TimeCode(time)
         self._bounds = None
+        self._forget_matrices()
         if self.is_open:
             self._invalidate([Sdf.Path.absoluteRootPath])
 
@@ -82,8 +87,16 @@ class Stage(kit.Mount):
         segment = kiv.PathSegment(names, self._id, "/")
         return self.gateway / segment if self.gateway else kiv.Path(segment)
 
-    def prim(self, names: list[str]) -> Usd.Prim | None:
-        """The prim of the last segment of a path; None if there is none."""
+    def prim(self, path: kiv.Path) -> Usd.Prim | None:
+        """The prim of the item at `path`, which leads into this stage; None if there is none."""
+        known = self._prims.get(path)
+        if known is None:
+            known = self._named(list(path.segments[-1]))
+            if known is not None:
+                self._prims[path] = known
+        return known
+
+    def _named(self, names: list[str]) -> Usd.Prim | None:
         if not names or names[0] != self._name:
             return None
         if any(not Sdf.Path.IsValidIdentifier(name) for name in names[1:]):
@@ -116,6 +129,7 @@ class Stage(kit.Mount):
         if self._notices is not None:
             self._notices.Revoke()
             self._notices = None
+            self._forget_all()
 
     def _changed(self, notice: Usd.Notice.ObjectsChanged, _: Usd.Stage) -> None:
         self._bounds = None
@@ -133,12 +147,29 @@ class Stage(kit.Mount):
     def _forget(self, notice: Usd.Notice.ObjectsChanged) -> None:
         """Drops what was remembered of prims that are no longer the same."""
         if any(not path.IsPropertyPath() for path in notice.GetResyncedPaths()):
-            self.tables.clear()
-            self._resets = None
+            self._forget_all()
         for path in (*notice.GetResyncedPaths(), *notice.GetChangedInfoOnlyPaths()):
             self.tables.pop(path.GetPrimPath(), None)
             if path.name == "xformOpOrder" and not self._expected:  # edits of ours keep a reset
                 self._resets = None
+            if path.name.startswith("xformOp"):
+                self._forget_matrix(path.GetPrimPath())
+
+    def _forget_all(self) -> None:
+        self._prims.clear()
+        self.tables.clear()
+        self._forget_matrices()
+        self._resets = None
+
+    def _forget_matrices(self) -> None:
+        self.matrices.clear()
+        self.has_resets = False
+
+    def _forget_matrix(self, path: Sdf.Path) -> None:
+        if self.has_resets:
+            self._forget_matrices()
+        elif self._usd_stage.GetPrimAtPath(path):
+            self.matrices.pop(self.item_path(path), None)
 
     def _announce(self, paths: Iterable[Sdf.Path]) -> None:
         if not self.is_open:

@@ -19,10 +19,11 @@ UNTYPED = {"prim": Sdf.SpecifierDef, "over": Sdf.SpecifierOver, "class": Sdf.Spe
 
 def type_of(prim: Usd.Prim) -> str:
     """The node type of a prim: that of its schema or, if it has none, what it is made by."""
+    name = prim.GetTypeName()
+    if name:
+        return str(name)
     if prim.IsPseudoRoot():
         return STAGE
-    if prim.GetTypeName():
-        return str(prim.GetTypeName())
     return next(name for name, specifier in UNTYPED.items() if specifier == prim.GetSpecifier())
 
 
@@ -49,7 +50,7 @@ class Tree(kit.Tree):
     def found(self, path: kiv.Path) -> tuple[Stage, Usd.Prim] | None:
         """The stage and the prim that the item at `path` stands for; None if there is no such item."""
         stage = self._stage_of(path)
-        prim = stage.prim(list(path.segments[-1])) if stage else None
+        prim = stage.prim(path) if stage else None
         return (stage, prim) if stage and prim else None
 
     def required(self, path: kiv.Path) -> tuple[Stage, Usd.Prim]:
