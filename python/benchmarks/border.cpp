@@ -7,6 +7,7 @@
 
 #include "kiv/attributes.h"
 #include "kiv/hierarchy.h"
+#include "kiv/hierarchy_v4_2.h"
 #include "kiv/memory/runTime.h"
 #include "kiv/pathString.h"
 #include "kiv/selection.h"
@@ -48,9 +49,9 @@ int main()
     memory::RunTime runTime;
     auto& model = runTime.model();
     const auto top = model.make(model.root(), "group", "top");
-    std::vector<PathComponent> names;
+    std::vector<std::string> names;
     for (std::size_t index = 0; index < kCount; ++index) {
-        names.emplace_back("m" + std::to_string(index));
+        names.push_back("m" + std::to_string(index));
     }
     model.makeAll(top->path(), "mesh", names);
     const auto items = Hierarchy::hierarchy(top)->children();
@@ -71,11 +72,8 @@ int main()
     const auto size = std::static_pointer_cast<AttributeDouble>(attribute);
 
     measure("list the children", [&] { return Hierarchy::hierarchy(top)->children().size(); });
-    measure("names and types, no items", [&] {
-        return Hierarchy_v4_2::hierarchy_v4_2(Hierarchy::hierarchy(top))
-            ->childInfos(0, kCount)
-            .size();
-    });
+    measure("names and types, no items",
+            [&] { return Hierarchy_v4_2::hierarchy(top)->childInfos(0, kCount).size(); });
     measure("the path of an item", [&] {
         std::vector<Path> paths;
         for (const auto& item : items) {

@@ -209,6 +209,13 @@ void bindProperties(nb::module_& module)
 void bindLookUp(nb::module_& module)
 {
     function(module, "host::", "freeName", &host::freeName, "parent"_a, "name"_a);
+    function(
+        module, "host::", "moveUnder",
+        [](Closable<host::Transaction>& edits, const SceneItem::Ptr& item,
+           const SceneItem::Ptr& parent,
+           const SceneItem::Ptr& before) { return host::moveUnder(*edits, item, parent, before); },
+        "edits"_a, "item"_a, "parent"_a, "before"_a.none() = nb::none());
+    function(module, "host::", "topItems", &host::topItems);
     function(module, "host::", "pathOf", &host::pathOf, "text"_a);
     function(module, "host::", "isSeparator", &host::isSeparator, "character"_a);
     function(module, "host::", "lookUp", &host::lookUp, "root"_a, "current"_a.none(), "text"_a);

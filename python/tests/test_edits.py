@@ -144,3 +144,13 @@ def test_matrices_are_buffers(scene):
     assert math.isclose(kit.transformed_point((1, 0, 0), rotated).y, 1)
     with pytest.raises(ValueError):
         kiv.Matrix4d([[1, 2], [3, 4]])
+
+
+def test_items_move_among_all_run_times(scene):
+    group, lamp = scene.make(scene.root, "group", "group"), scene.make(scene.root, "light", "lamp")
+    scene.make(group.path, "light", "lamp")
+    with host.Transaction("Move") as edits:
+        assert host.move_under(edits, lamp, group).path == group.path / "lamp1"
+    assert [item.path for item in host.top_items()] == [scene.root]
+    history = kiv.UndoableCommandMgr.instance()
+    assert history.undo() and lamp.path in {child.path for child in kiv.Hierarchy.create_item(scene.root).children}
