@@ -163,4 +163,28 @@ TEST_F(AtTerminal, ManualTellsOfAllCommands)
     }
 }
 
+TEST_F(AtTerminal, IsolatedReadingRefusesWhatTakesTooMuch)
+{
+    const auto plain = kiv("tree --json " + workshop);
+    const auto isolated = kiv("tree --isolated --json " + workshop);
+    EXPECT_EQ(isolated.out, plain.out);
+    EXPECT_EQ(isolated.err, "");
+    EXPECT_EQ(kiv("info --isolated=never a.obj").err,
+              "kiv: --isolated: expected SECONDS or SECONDS,MB: 'never' (kiv --help tells more)\n");
+    std::ofstream("large.obj") << [] {
+        std::string lines;
+        for (int i = 1; i < 100000; ++i) {
+            lines += "v 1 2 " + std::to_string(i) + "\nf " + std::to_string(i) + " 1 2\n";
+        }
+        return lines;
+    }();
+    for (const auto* command : {"info", "tree", "find --lights", "show", "shell -c pwd"}) {
+        EXPECT_THAT(kiv(command + std::string(" --isolated=60,16 large.obj x")).err,
+                    StartsWith("kiv: large.obj: reading "))
+            << command;
+    }
+    EXPECT_THAT(kiv("diff --isolated=60,16 large.obj large.obj").err,
+                StartsWith("kiv: large.obj: reading "));
+}
+
 } // namespace

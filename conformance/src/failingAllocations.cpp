@@ -17,10 +17,16 @@ void* operator new(std::size_t size)
         hasFailed = true;
         throw std::bad_alloc();
     }
-    if (auto* memory = std::malloc(size == 0 ? 1 : size)) {
-        return memory;
+    for (;;) {
+        if (auto* memory = std::malloc(size == 0 ? 1 : size)) {
+            return memory;
+        }
+        const auto handler = std::get_new_handler();
+        if (!handler) {
+            throw std::bad_alloc();
+        }
+        handler();
     }
-    throw std::bad_alloc();
 }
 
 void operator delete(void* memory) noexcept

@@ -15,6 +15,7 @@
 #include "kiv/sceneSegmentHandler.h"
 #include "kiv/selection.h"
 
+#include "isolatedReading.h"
 #include "mountCommands.h"
 #include "sceneFiles.h"
 
@@ -81,6 +82,7 @@ struct Workspace::RunTimes
     memory::RunTime memory;
     SceneFiles files;
     Progress progress;
+    std::optional<Isolation> isolation;
 };
 
 Workspace::Workspace() : _runTimes(std::make_unique<RunTimes>()) {}
@@ -100,6 +102,11 @@ bool Workspace::isInMemory(const SceneItem& item) const noexcept
 void Workspace::setProgress(Progress progress)
 {
     _runTimes->progress = std::move(progress);
+}
+
+void Workspace::setIsolation(std::optional<Isolation> isolation)
+{
+    _runTimes->isolation = isolation;
 }
 
 SceneItem::Ptr Workspace::root() const
@@ -144,7 +151,18 @@ Workspace::File Workspace::read(const std::string& file, const std::string& runT
     };
     try {
         const auto handler = RunTimeMgr::instance().sceneFileHandler(id);
-        auto content = std::make_shared<SourceFile>(SourceFile{id, handler->read(file, tell)});
+        auto readBefore = 0.0F;
+        if (const auto& isolation = _runTimes->isolation) {
+            readInChild(
+                *isolation,
+                [&](const auto& progress) { static_cast<void>(handler->read(file, progress)); },
+                [&](float fraction) { return tell(fraction / 2); });
+            readBefore = 0.5F;
+        }
+        const auto tellRest = [&](float fraction) {
+            return tell(readBefore + fraction * (1 - readBefore));
+        };
+        auto content = std::make_shared<SourceFile>(SourceFile{id, handler->read(file, tellRest)});
         tell(1);
         return content;
     } catch (const Cancelled&) {

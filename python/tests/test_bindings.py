@@ -44,6 +44,7 @@ UNBOUND = {
         "for windows in C++, and what Python has",
     r"document::(Json|JsonCursor|losslessJson|losslessElements|shortestJson|parseJson|replaceFile|linkTarget|SourceFile)"
     r"(::.*)?|document::Workspace::(read|gatewayCmd|copyMountsCmds)": "how documents are written",
+    r"document::(Isolation(::.*)?|Workspace::setIsolation)": "a forked Python can wait for ever for a lock of a thread",
     r"conformance::(AllocationFaults|failingAllocations|Running|Options::allocationFaults|Candidate::(make|pluginFile))"
     r"(::.*)?": "faults are injected into C++; a candidate is made by a function",
     r"kit::(jsonOf|valueFromJson)": "Python has JSON",

@@ -20,6 +20,7 @@ struct DiffOptions
 {
     std::string before;
     std::string after;
+    std::optional<document::Isolation> isolation;
     host::ComparisonOptions comparison{1e-6};
     bool facts = false;
     bool structure = false;
@@ -58,6 +59,7 @@ int diff(const DiffOptions& options, Output& output)
 {
     document::Workspace scene;
     showReading(scene);
+    scene.setIsolation(options.isolation);
     std::vector<Path> gateways;
     const auto failed = failures({options.before, options.after}, [&](const std::string& file) {
         gateways.push_back(scene.mount(file));
@@ -101,6 +103,7 @@ Command defineDiff(CLI::App& program)
     syntax.add_flag("--structure", options->structure, "Compare no values");
     syntax.add_flag("--facts", options->facts,
                     "Compare what the files tell of themselves, too, such as their dates");
+    defineIsolation(syntax, options->isolation);
     syntax.add_flag("--json", options->json, "Print a JSON array");
     return {&syntax, [options](const Context& context) { return diff(*options, context.output); },
             false};

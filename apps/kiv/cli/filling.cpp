@@ -1,9 +1,11 @@
 #include "cli/filling.h"
 
+#include <chrono>
 #include <stdexcept>
 
 #include "kiv/host/itemLookup.h"
 
+#include "cli/programCommand.h"
 #include "terminal/progressLine.h"
 
 namespace app {
@@ -24,7 +26,33 @@ void make(document::Workspace& scene, const std::string& typeAndPath)
     scene.model().make(path.pop(), typeAndPath.substr(0, colon), path.back().string());
 }
 
+/// `text` is `SECONDS` or `SECONDS,MB`.
+document::Isolation isolationOf(const std::string& text)
+{
+    document::Isolation isolation;
+    long seconds = 0;
+    std::size_t megabytes = isolation.memory >> 20U;
+    const auto comma = text.find(',');
+    if (!CLI::detail::lexical_cast(text.substr(0, comma), seconds) || seconds < 1 ||
+        (comma != std::string::npos &&
+         !CLI::detail::lexical_cast(text.substr(comma + 1), megabytes))) {
+        throw WrongUsage("--isolated: expected SECONDS or SECONDS,MB: '" + text + "'");
+    }
+    isolation.time = std::chrono::seconds(seconds);
+    isolation.memory = megabytes << 20U;
+    return isolation;
+}
+
 } // namespace
+
+void defineIsolation(CLI::App& command, std::optional<document::Isolation>& isolation)
+{
+    const std::string description =
+        "Read in a child process first; by default within 60 s and 4096 MB";
+    command.add_flag("--isolated{60}", description)
+        ->each([&isolation](const std::string& text) { isolation = isolationOf(text); })
+        ->type_name("[=S,MB]");
+}
 
 void defineMake(CLI::App& command, SceneWishes& wishes)
 {
@@ -32,6 +60,7 @@ void defineMake(CLI::App& command, SceneWishes& wishes)
         .add_option("--make", wishes.itemsToMake, "Make an item first: --make group:/world/props")
         ->type_name("TYPE:PATH")
         ->allow_extra_args(false);
+    defineIsolation(command, wishes.isolation);
 }
 
 void defineScene(CLI::App& command, SceneWishes& wishes)
@@ -44,6 +73,7 @@ void defineScene(CLI::App& command, SceneWishes& wishes)
 std::size_t fill(document::Workspace& scene, const SceneWishes& wishes)
 {
     showReading(scene);
+    scene.setIsolation(wishes.isolation);
     return failures(wishes.itemsToMake, [&](const std::string& item) { make(scene, item); }) +
            failures(wishes.files, [&](const std::string& file) { scene.mount(file); });
 }

@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <cstddef>
 #include <exception>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,14 +19,18 @@ struct SceneWishes
 {
     std::vector<std::string> files;
     std::vector<std::string> itemsToMake; ///< As `TYPE:PATH`.
+    std::optional<Kiv_v4::document::Isolation> isolation;
 
     [[nodiscard]] std::size_t size() const { return files.size() + itemsToMake.size(); }
 };
 
-/// Gives the command `FILE...` and `--make`.
+/// Gives the command `--isolated`.
+void defineIsolation(CLI::App& command, std::optional<Kiv_v4::document::Isolation>& isolation);
+
+/// Gives the command `FILE...`, `--make` and `--isolated`.
 void defineScene(CLI::App& command, SceneWishes& wishes);
 
-/// Gives the command `--make` alone.
+/// Gives the command `--make` and `--isolated` alone.
 void defineMake(CLI::App& command, SceneWishes& wishes);
 
 /// Makes the items, each with a parent that is there, and mounts the files. Complains of those that

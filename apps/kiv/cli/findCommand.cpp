@@ -50,9 +50,7 @@ Command defineFind(CLI::App& program)
 {
     const auto options = std::make_shared<FindOptions>();
     auto& syntax = *program.add_subcommand("find", "Print the items that meet all given criteria");
-    syntax.footer("The exit status is 0 for items found, 1 for none or a FILE that cannot be read, "
-                  "2 for wrong "
-                  "usage.\n"
+    syntax.footer("The exit status is 0 when there are such items, 1 when not, 2 for wrong usage.\n"
                   "Example: kiv find --name '*cam*' --attribute 'focalLength>50' *.gltf");
     auto& criteria = options->criteria;
     defineScene(syntax, options->scene);

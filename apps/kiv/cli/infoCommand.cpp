@@ -10,6 +10,7 @@ namespace {
 struct InfoOptions
 {
     std::vector<std::string> files;
+    std::optional<Kiv_v4::document::Isolation> isolation;
     InfoForm form = InfoForm::Text;
 };
 
@@ -17,8 +18,9 @@ struct InfoOptions
 int info(const InfoOptions& options, Output& output)
 {
     std::vector<Json> files;
-    const auto failed = failures(
-        options.files, [&files](const std::string& file) { files.push_back(fileInfo(file)); });
+    const auto failed = failures(options.files, [&](const std::string& file) {
+        files.push_back(fileInfo(file, options.isolation));
+    });
     if (!files.empty()) {
         writeInfo(files, options.form, output);
     }
@@ -35,6 +37,7 @@ Command defineInfo(CLI::App& program)
                   "Lengths are in scene units, and in metres where the file tells its unit.\n"
                   "Example: kiv info --csv *.fbx > models.csv");
     syntax.add_option("FILE", options->files, "Scene files")->type_name("")->required();
+    defineIsolation(syntax, options->isolation);
     auto* csv = syntax.add_flag_callback(
         "--csv", [options] { options->form = InfoForm::Csv; },
         "Print comma-separated values, the totals last");

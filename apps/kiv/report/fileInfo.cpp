@@ -110,11 +110,12 @@ void addBox(Json& info, const SceneItem::Ptr& root)
 
 } // namespace
 
-Json fileInfo(const std::string& file)
+Json fileInfo(const std::string& file, const std::optional<document::Isolation>& isolation)
 {
     using Clock = std::chrono::steady_clock;
     document::Workspace scene;
     showReading(scene);
+    scene.setIsolation(isolation);
     const auto before = Clock::now();
     const auto gateway = scene.mount(file);
     const std::chrono::duration<double> duration = Clock::now() - before;

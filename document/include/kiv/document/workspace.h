@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "kiv/document/isolation.h"
 #include "kiv/export.h"
 #include "kiv/memory/dataModel.h"
 #include "kiv/path.h"
@@ -100,6 +101,16 @@ public:
 
     /// Sets the progress function, which is called on the thread that reads; null for none.
     void setProgress(Progress progress);
+
+    /// From now on, a child process reads each file first, and the host only reads files that the
+    /// child could read within the limits: a file that crashes its reader, never ends or eats the
+    /// memory becomes an exception. `std::nullopt`, as at the beginning, reads at once.
+    ///
+    /// Cost: each file is read twice. The child is a fork with the calling thread alone: while a
+    /// file is read, no other thread may hold a lock that its reader needs, or the time limit
+    /// refuses the file. The file must not change between the two times, and the host reads it
+    /// without limits.
+    void setIsolation(std::optional<Isolation> isolation);
 
     /// Reads a scene file and mounts it under a new gateway named after it, whose path it returns.
     /// Throws `std::runtime_error` with the reason and mounts nothing.
