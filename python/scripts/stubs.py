@@ -3,12 +3,13 @@
 
 stubs.py MODULE OUTPUT
 
-That is: what is converted where it is an argument (text to a path, numbers to a vector), that anything may be compared,
+The stub lies in the package. What nanobind cannot know is: what is converted where it is an argument (text to a path, numbers to a vector), that anything may be compared,
 and what some arguments of any type are.
 """
 
 import re
 import sys
+from pathlib import Path
 
 from nanobind.stubgen import main as stubgen
 
@@ -77,6 +78,7 @@ def shortcuts(text):
 
 def main():
     module, output = sys.argv[1:]
+    sys.path.insert(0, str(Path(output).resolve().parent.parent))
     stubgen(["-q", "-m", module, "-o", output])
     with open(output, encoding="utf-8") as file:
         text = shortcuts(file.read())

@@ -1,12 +1,15 @@
-"""Commands for run-times in Python: `python -m kiv tree|shell|check SOURCE`.
+"""Commands for run-times in Python: `python -m kiv tree|shell|check|window SOURCE`.
 
 A source is a folder, a scene file, a document, or `module:function`: a function that returns an object, which is
 closed by its `close()`, and the paths of its roots.
 """
 
 import argparse
+import contextlib
 import importlib
 import os
+import re
+import signal
 import sys
 from typing import TYPE_CHECKING
 
@@ -85,6 +88,26 @@ def check(source: str, options: conformance.Options, form: str) -> int:
     return 0 if report.passed else 1
 
 
+def window(words: list[str]) -> int:
+    """Runs the window, whose options and files the words are; folders and `module:function` are shown beside them."""
+    try:
+        module = importlib.import_module("kiv._window")
+    except ImportError as error:
+        raise ImportError(f"the window needs Qt 6, and a package that was built with it ({error})") from error
+    from kiv._scene import stages
+
+    signal.signal(signal.SIGINT, signal.SIG_DFL)  # the window's loop does not look after Python's handlers
+    with contextlib.ExitStack() as held:
+        held.enter_context(stages())
+        others = []
+        for word in words:
+            if os.path.isdir(word) or re.fullmatch(r"[\w.]+:\w+", word):
+                held.callback(opened(word)[0].close)  # type: ignore[attr-defined]
+            else:
+                others.append(word)
+        return int(module.run(["kiv window", *others]))
+
+
 def main(arguments: list[str] | None = None) -> int:
     parser = argparse.ArgumentParser(prog="python -m kiv", description="Shows, edits and checks scenes.")
     commands = parser.add_subparsers(dest="command", required=True)
@@ -99,8 +122,13 @@ def main(arguments: list[str] | None = None) -> int:
             form = command.add_mutually_exclusive_group()
             form.add_argument("--json", action="store_const", dest="form", const="json", default="text")
             form.add_argument("--junit", action="store_const", dest="form", const="junit")
-    given = parser.parse_args(arguments)
+    commands.add_parser("window", help="show them in a window; -h lists its options", add_help=False)
+    given, words = parser.parse_known_args(arguments)
+    if words and given.command != "window":
+        parser.error(f"unrecognized arguments: {' '.join(words)}")
     try:
+        if given.command == "window":
+            return window(words)
         if given.command == "tree":
             return tree(given.source)
         if given.command == "check":

@@ -6,18 +6,22 @@ import kiv
 from kiv import document
 
 
+def stages() -> contextlib.AbstractContextManager[object]:
+    """The run-time of OpenUSD's stages, for as long as the block; nothing where that is not installed."""
+    try:
+        from kiv import usd
+    except ImportError:
+        return contextlib.nullcontext()
+    return usd.RunTime()
+
+
 class Scene:
     """A workspace in which documents are opened, and scene files mounted: those of OpenUSD, too, where it is there."""
 
     def __init__(self, files: list[str]) -> None:
         self._held = contextlib.ExitStack()
         self.workspace = self._held.enter_context(document.Workspace())
-        try:
-            from kiv import usd
-
-            self._held.enter_context(usd.RunTime())
-        except ImportError:
-            pass
+        self._held.enter_context(stages())
         try:
             for file in files:
                 self.show(file)
