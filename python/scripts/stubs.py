@@ -3,8 +3,8 @@
 
 stubs.py MODULE OUTPUT
 
-The stub lies in the package. What nanobind cannot know is: what is converted where it is an argument (text to a path, numbers to a vector), that anything may be compared,
-and what some arguments of any type are.
+The stub lies in the package. What nanobind cannot know is what is converted where it is an argument (text to a path,
+numbers to a vector), that anything may be compared, and what some arguments of any type are.
 """
 
 import re

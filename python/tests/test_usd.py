@@ -381,6 +381,31 @@ def test_documents_mount_stages(history, tmp_path, suffix):
         history.clear()
 
 
+def test_the_window_shows_stages_and_what_python_registers(tmp_path):
+    pytest.importorskip("kiv._window", exc_type=ImportError)
+    stage = Usd.Stage.CreateNew(str(tmp_path / "shop.usda"))
+    shop_of(stage).Save()
+    (tmp_path / "folder").mkdir()
+    (tmp_path / "mine.py").write_text("""
+import kiv
+from kiv import memory
+
+def scene():
+    run_time = memory.RunTime("mine", "mine")
+    return run_time, [run_time.model.root]
+""")
+
+    def window(*words):
+        return subprocess.run([sys.executable, "-X", "dev", "-m", "kiv", "window", "--screenshot", "out.png", *words],
+                              capture_output=True, text=True, check=False, cwd=tmp_path, timeout=60)
+
+    shown = window("--camera", "/world/shop,/shop/Shop/camera", "shop.usda", "folder", "mine:scene")
+    assert shown.returncode == 0 and (tmp_path / "out.png").read_bytes()[1:4] == b"PNG", shown.stderr
+    failed = window("none.usda")
+    assert failed.returncode == 1 and "none.usda: Failed to open layer" in failed.stderr
+    assert window("--nonsense").returncode == 1
+
+
 def test_the_shell_mounts_edits_and_saves_stages(tmp_path):
     stage = Usd.Stage.CreateNew(str(tmp_path / "shop.usda"))
     shop_of(stage).Save()
