@@ -1,5 +1,6 @@
 # Debian packages, one for each component of the install: cpack -G DEB in the build's folder makes libkiv4,
-# libkiv-qt4, libkiv-dev, kiv and kiv-window. Dependencies on libraries are found by dpkg-shlibdeps.
+# libkiv-qt4, libkiv-dev, kiv, kiv-window and, where the package for Python is built with the system's, python3-kiv.
+# Dependencies on libraries are found by dpkg-shlibdeps.
 
 if(NOT PROJECT_IS_TOP_LEVEL)
     return()
@@ -19,28 +20,39 @@ set(CPACK_COMPONENTS_ALL libraries development)
 get_property(libraries GLOBAL PROPERTY kiv_library_folders)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${libraries})
 
-# kiv_package(COMPONENT PACKAGE SECTION DESCRIPTION)
+set(ours "libkiv4 (= ${kiv_VERSION})")
+set(ours_qt "libkiv-qt4 (= ${kiv_VERSION})")
+
+# kiv_package(COMPONENT PACKAGE SECTION DESCRIPTION [DEPENDS]): of our own packages, which dpkg-shlibdeps does not know.
 macro(kiv_package component package section description)
     string(TOUPPER ${component} key)
     set(CPACK_DEBIAN_${key}_PACKAGE_NAME ${package})
     set(CPACK_DEBIAN_${key}_PACKAGE_SECTION ${section})
+    set(CPACK_DEBIAN_${key}_PACKAGE_DEPENDS "${ARGN}")
     set(CPACK_COMPONENT_${key}_DESCRIPTION "${PROJECT_DESCRIPTION}\n${description}")
 endmacro()
 
 kiv_package(libraries libkiv4 libs "The libraries that hosts and plug-ins load.")
-kiv_package(development libkiv-dev libdevel "Headers, the CMake package and pkg-config files.")
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "libkiv4 (= ${kiv_VERSION})")
+kiv_package(development libkiv-dev libdevel "Headers, the CMake package and pkg-config files." "${ours}")
 if(KIV_BUILD_APPS)
     list(APPEND CPACK_COMPONENTS_ALL programs)
-    kiv_package(programs kiv graphics "The program kiv, with its shell.")
+    kiv_package(programs kiv graphics "The program kiv, with its shell." "${ours}")
 endif()
 if(KIV_BUILD_QT)
     list(APPEND CPACK_COMPONENTS_ALL qt)
-    kiv_package(qt libkiv-qt4 libs "The library for windows of Qt 6.")
-    string(APPEND CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS ", libkiv-qt4 (= ${kiv_VERSION})")
+    kiv_package(qt libkiv-qt4 libs "The library for windows of Qt 6." "${ours}")
+    string(APPEND CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS ", ${ours_qt}")
     if(TARGET kiv_window)
         list(APPEND CPACK_COMPONENTS_ALL window)
-        kiv_package(window kiv-window graphics "The host with a window.")
+        kiv_package(window kiv-window graphics "The host with a window." "${ours}, ${ours_qt}")
     endif()
+endif()
+get_property(python GLOBAL PROPERTY kiv_debian_python)
+if(python)
+    list(GET python 1 minor)
+    math(EXPR next "${minor} + 1")
+    list(APPEND CPACK_COMPONENTS_ALL python3)
+    kiv_package(python3 python3-kiv python "The package kiv for Python."
+        "${ours}, python3 (>= 3.${minor}), python3 (<< 3.${next})")
 endif()
 include(CPack)

@@ -40,7 +40,7 @@ public:
             std::cerr << _parser.errorText().toStdString() << '\n';
             return 1;
         }
-        if (_parser.isSet(_help)) {
+        if (_parser.isSet(_help) || _parser.isSet("help-all")) {
             std::cout << _parser.helpText().toStdString();
             return 0;
         }

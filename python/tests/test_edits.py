@@ -59,6 +59,65 @@ def test_undo_and_redo_lead_through_the_same_scenes(scene, steps):
     assert snapshot(root) == states[0]
 
 
+class Mirror:
+    """The paths of a scene, by its notifications alone."""
+
+    def __init__(self, root):
+        self.paths = {item.path for item in flat(root)}
+
+    def __call__(self, notification):
+        for op in kiv.for_each_op(notification):
+            if op.op_type == kiv.SceneChanged.OpType.DELETED:
+                self.paths = {path for path in self.paths if not path.is_at_or_below(op.path)}
+                continue
+            if op.op_type == kiv.SceneChanged.OpType.PATH_CHANGED:
+                self.paths = {path.reparent(op.path, op.item.path) if path.is_at_or_below(op.path) else path
+                              for path in self.paths}
+            now = kiv.Hierarchy.create_item(op.item.path)  # later changes under the guard may have taken it away
+            self.paths |= {item.path for item in flat(now)} if now else {op.item.path}
+
+
+def random_edits(scene, steps, compare):
+    """Makes edits of the steps, some under a guard; `compare` is called outside of it."""
+    history, root, guards = kiv.UndoableCommandMgr.instance(), kiv.Hierarchy.create_item(scene.root), []
+    history.clear()
+    for kind, first, second in steps:
+        items = flat(root)
+        item, other = items[first % len(items)], items[second % len(items)]
+        if kind == "guard" and not guards:
+            guards.append(kiv.NotificationGuard(kiv.Scene.instance()).__enter__())
+        elif kind == "guard":
+            guards.pop().__exit__(None, None, None)
+        elif kind in ("undo", "redo"):
+            getattr(history, kind)()
+        else:
+            command = edit(kind, item, other) if kind == "make" or item != root else None
+            if command is not None:
+                history.execute_cmd(command)
+        if not guards:
+            compare()
+    for guard in guards:
+        guard.__exit__(None, None, None)
+    compare()
+
+
+GUARDED_STEPS = st.lists(st.tuples(st.sampled_from(["make", "delete", "rename", "move", "undo", "redo", "guard"]),
+                                   st.integers(0, 99), st.integers(0, 99)), max_size=20)
+
+
+@settings(suppress_health_check=[HealthCheck.function_scoped_fixture], max_examples=60)
+@given(steps=GUARDED_STEPS)
+def test_notifications_tell_all_that_happens(scene, steps):
+    root = kiv.Hierarchy.create_item(scene.root)
+    mirror = Mirror(root)
+
+    def compare():
+        assert mirror.paths == {item.path for item in flat(root)}
+
+    with kiv.Scene.instance().add_observer(mirror):
+        random_edits(scene, steps, compare)
+
+
 def test_a_transaction_is_done_as_a_whole_or_not_at_all(scene):
     history, top = kiv.UndoableCommandMgr.instance(), kiv.Hierarchy.create_item(scene.root)
     with host.Transaction("two") as edits:

@@ -4,6 +4,8 @@ import gc
 import weakref
 
 import pytest
+from hypothesis import HealthCheck, given, settings
+from test_edits import GUARDED_STEPS, random_edits
 
 import kiv
 from kiv import host
@@ -72,6 +74,26 @@ def test_rows_follow_the_scene_and_nodes_end_with_their_items(scene):
             node.child(2)
         history.clear()
     assert not node.is_valid and not tree.is_open
+
+
+@settings(suppress_health_check=[HealthCheck.function_scoped_fixture], max_examples=40)
+@given(steps=GUARDED_STEPS)
+def test_rows_are_those_of_the_scene_after_any_edits(scene, steps):
+    with host.SceneTree() as tree:
+        rows = Rows(tree)
+        tree.add_listener(rows)
+
+        def compare():
+            open_ = [tree.root]
+            while open_:
+                node = open_.pop()
+                tree.fetch(node)
+                assert rows.rows[node] == list(node) and all(child.row == row for row, child in enumerate(node))
+                shown = [child.path for child in node.item.children] if node.item else [scene.root]
+                assert [child.path for child in node] == shown
+                open_ += node
+
+        random_edits(scene, steps, compare)
 
 
 def test_a_listener_may_fail_end_its_tree_and_hold_it(scene):
