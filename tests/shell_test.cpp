@@ -292,6 +292,22 @@ TEST_F(ShellOnTerminal, InterruptEndsAScriptButNotTheShell)
         testing::ContainsRegex("kiv: slow: line [0-9]+: interrupted\r\n.*\n/world/after\r\n"));
 }
 
+TEST_F(ShellOnTerminal, InterruptEndsALongReadAndChangesNothing)
+{
+    std::string lines;
+    for (int i = 1; i < 1000000; ++i) {
+        lines += "v 1 2 3\nf 1 1 1\n";
+    }
+    write("large.obj", lines);
+    for (const auto* options : {"", "--isolated"}) {
+        const auto session =
+            typed({"mount large.obj\\n", "\\003", "make group after\\nls\\nhistory\\n"}, options);
+        EXPECT_THAT(session, HasSubstr("kiv: large.obj: interrupted\r\n")) << options;
+        EXPECT_THAT(session, HasSubstr("ls\r\nafter  group\r\n")) << options;
+        EXPECT_THAT(session, HasSubstr(" %, ")) << "how far, and how fast";
+    }
+}
+
 TEST_F(ShellOnTerminal, GoesOnWithTheLineAfterAStop)
 {
     EXPECT_THAT(typed({"make group a", "\\032", "b\\n"}, "; stty sane; fg"),

@@ -13,10 +13,9 @@ using test::contentOf;
 using test::linesOf;
 using testing::AllOf;
 using testing::Contains;
+using testing::Each;
 using testing::ElementsAre;
-using testing::EndsWith;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::Not;
 using testing::StartsWith;
 namespace fs = std::filesystem;
@@ -185,6 +184,55 @@ TEST_F(AtTerminal, IsolatedReadingRefusesWhatTakesTooMuch)
     }
     EXPECT_THAT(kiv("diff --isolated=60,16 large.obj large.obj").err,
                 StartsWith("kiv: large.obj: reading "));
+}
+
+/// Runs commands on a terminal of ten rows.
+class OnTenRows : public AtTerminal
+{
+protected:
+    std::string shown(const std::string& environment, const std::string& arguments) const
+    {
+        return shell("env " + environment + " TERM=xterm script -qec \"stty rows 10 cols 80; '" +
+                     KIV_PROGRAM "' " + arguments + "\" /dev/null")
+            .out;
+    }
+};
+
+TEST_F(OnTenRows, LongOutputGoesThroughThePager)
+{
+    const std::string pager = "PAGER='sed s/^/paged:/'";
+    const auto paged = linesOf(shown(pager, "tree " + workshop));
+    EXPECT_GT(paged.size(), 10u);
+    EXPECT_THAT(paged, Each(StartsWith("paged:")));
+    EXPECT_THAT(shown(pager, "tree --depth 1 " + workshop), StartsWith("world"));
+    EXPECT_THAT(shown("PAGER=", "tree " + workshop), StartsWith("world"));
+    EXPECT_THAT(shown(pager, "tree --no-pager " + workshop), StartsWith("world"));
+    EXPECT_THAT(shell(pager + " '" KIV_PROGRAM "' tree " + workshop).out, StartsWith("world"));
+}
+
+TEST_F(OnTenRows, TheShellGoesOnBehindThePager)
+{
+    std::ofstream("keys") << "tree\ncd workshop\npwd\nquit\nquit\n";
+    const auto session =
+        shell("{ sleep 1; cat keys; sleep 1; } | XDG_STATE_HOME=. TERM=xterm PAGER='head -n 1' "
+              "script -qec \"stty rows 10 cols 80; '" KIV_PROGRAM "' shell " +
+              workshop + "\" /dev/null")
+            .out;
+    EXPECT_THAT(session, HasSubstr("\nworld  "));
+    EXPECT_THAT(session, Not(HasSubstr("Toolbox")));
+    EXPECT_THAT(session, HasSubstr("\n/world/workshop\r\n"));
+}
+
+TEST_F(OnTenRows, ColourIsAskedForOrRefused)
+{
+    const auto isColoured = HasSubstr("\x1b[");
+    EXPECT_THAT(shell("NO_COLOR=1 '" KIV_PROGRAM "' tree --color=always " + workshop).out,
+                isColoured);
+    EXPECT_THAT(shown("-u NO_COLOR PAGER=", "tree --color=never " + workshop), Not(isColoured));
+    EXPECT_THAT(shown("-u NO_COLOR PAGER=cat", "tree --color auto " + workshop), isColoured);
+    EXPECT_EQ(kiv("tree --color=alwyas a").err,
+              "kiv: --color: unknown value 'alwyas' (auto, always, never); did you mean 'always'? "
+              "(kiv --help tells more)\n");
 }
 
 } // namespace

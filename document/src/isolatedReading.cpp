@@ -14,6 +14,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <system_error>
@@ -128,6 +129,7 @@ void becomeHarmless(const Isolation& limits)
     for (const auto signal : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGTERM, SIGXCPU}) {
         std::signal(signal, SIG_DFL);
     }
+    prctl(PR_SET_PDEATHSIG, SIGKILL); // no host, no child
     std::signal(SIGINT, SIG_IGN);
     std::signal(SIGPIPE, SIG_IGN);
     const auto nowhere = open("/dev/null", O_RDWR | O_CLOEXEC);

@@ -10,7 +10,7 @@ namespace app {
 namespace {
 
 constexpr std::size_t kScreen = 80;
-constexpr std::size_t kMaxLabel = 22;
+constexpr std::size_t kMaxLabel = 26;
 constexpr std::string_view kExample = "Example: ";
 
 std::string valueOf(const CLI::Option& option)

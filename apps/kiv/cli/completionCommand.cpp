@@ -4,6 +4,7 @@
 #include "cli/completionScripts.h"
 #include "cli/manualPage.h"
 #include "cli/programCommand.h"
+#include "cli/usageTrouble.h"
 #include "terminal/diagnostics.h"
 
 namespace app {
@@ -18,7 +19,7 @@ Command defineCompletion(CLI::App& program)
     syntax.add_option("bash|zsh|fish", *shell, "The shell")
         ->type_name("")
         ->required()
-        ->check(CLI::IsMember({"bash", "zsh", "fish"}));
+        ->check(oneOf({"bash", "zsh", "fish"}));
     return {&syntax,
             [shell, &program](const Context& context) {
                 const auto all = syntaxOf(program);

@@ -52,6 +52,23 @@ std::vector<Command> define(CLI::App& program)
     return commands;
 }
 
+void defineOutput(CLI::App& program, Output& output)
+{
+    program
+        .add_option_function<std::string>(
+            "--color",
+            [&output](const std::string& when) {
+                output.setColouring(when == "always"  ? app::Colouring::Always
+                                    : when == "never" ? app::Colouring::Never
+                                                      : app::Colouring::Auto);
+            },
+            "Colour the output; auto: on a terminal")
+        ->type_name("auto|always|never")
+        ->check(app::oneOf({"auto", "always", "never"}));
+    program.add_flag_callback(
+        "--no-pager", [&output] { output.endPaging(); }, "Use no pager for long output");
+}
+
 /// Does what was asked for, with the plug-ins loaded if it uses them.
 int obey(const Command& command, const std::vector<std::string>& pluginFiles, Output& output)
 {
@@ -70,11 +87,10 @@ int run(int argc, char** argv, Output& output)
     program.set_help_flag("-h,--help", "Tell how to call kiv or the command");
     program.set_version_flag("--version", version, "Print the version");
     std::vector<std::string> pluginFiles;
-    program
-        .add_option("--plugin", pluginFiles,
-                    "Load a plug-in first, beside those of KIV_PLUGIN_PATH")
+    program.add_option("--plugin", pluginFiles, "Load a plug-in, beside those of KIV_PLUGIN_PATH")
         ->type_name("FILE")
         ->allow_extra_args(false);
+    defineOutput(program, output);
     program.fallthrough();
     const auto commands = define(program);
     if (const auto trouble = argc > 1 ? app::commandTrouble(program, argv[1]) : "";

@@ -104,7 +104,8 @@ std::string manualPage(const CommandSyntax& program)
            entry("2", "", "The arguments make no sense; for kiv diff also trouble.") +
            ".SH ENVIRONMENT\n" +
            entry("KIV_PLUGIN_PATH", "", "Folders whose plug-ins are loaded, separated by colons.") +
-           entry("NO_COLOR", "", "If set and not empty, nothing is coloured.");
+           entry("NO_COLOR", "", "If set and not empty, nothing is coloured by itself.") +
+           entry("PAGER", "", "Shows output that does not fit the terminal; empty for none.");
 }
 
 } // namespace app

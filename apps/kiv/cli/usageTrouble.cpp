@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <vector>
+#include <utility>
 
 #include "kiv/host/itemLookup.h"
+
+#include "terminal/diagnostics.h"
 
 namespace app {
 
@@ -80,6 +82,15 @@ std::string argumentTrouble(const CLI::App& program, const CLI::ParseError& erro
         return text.substr(0, text.find(':')) + " wants a value";
     }
     return text.substr(0, text.find('\n'));
+}
+
+CLI::Validator oneOf(std::vector<std::string> words)
+{
+    return {[words = std::move(words)](const std::string& text) {
+                const auto isKnown = std::ranges::find(words, text) != words.end();
+                return isKnown ? "" : "unknown value '" + text + "'" + alternatives(text, words);
+            },
+            ""};
 }
 
 CLI::Validator notNegative()

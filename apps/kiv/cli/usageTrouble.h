@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <string>
+#include <vector>
 
 namespace app {
 
@@ -10,6 +11,9 @@ namespace app {
 
 /// What to say of arguments that the program, whose parsing they ended, cannot take.
 [[nodiscard]] std::string argumentTrouble(const CLI::App& program, const CLI::ParseError& error);
+
+/// For options and arguments that are one of the words.
+[[nodiscard]] CLI::Validator oneOf(std::vector<std::string> words);
 
 /// For options whose value must be 0 or more.
 [[nodiscard]] CLI::Validator notNegative();

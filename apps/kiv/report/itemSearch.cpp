@@ -15,6 +15,7 @@
 #include "report/itemLines.h"
 #include "report/table.h"
 #include "terminal/diagnostics.h"
+#include "terminal/progressLine.h"
 
 namespace app {
 
@@ -89,8 +90,10 @@ std::size_t search(const SceneItemList& roots, const Criteria& criteria, const O
 {
     const Sieve sieve(criteria);
     std::size_t count = 0;
+    ProgressLine progress("searching items");
     for (const auto& root : roots) {
         forEachCandidate(root, criteria, [&](const SceneItem::Ptr& item) {
+            progress.count();
             if (sieve.holds(item)) {
                 write(item);
                 ++count;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <type_traits>
-#include <unistd.h>
 
 #include "terminal/jsonText.h"
 #include "terminal/terminal.h"
@@ -144,7 +143,7 @@ std::vector<std::string> rowsOf(const Json& matrix)
 
 void writeText(const std::vector<Section>& sections, Output& output)
 {
-    const Paint paint(wantsColour(STDOUT_FILENO));
+    const Paint paint(output.isColoured());
     for (const auto& section : sections) {
         if (!section.facts.empty()) {
             writeSection(section, paint, output);

@@ -1,7 +1,6 @@
 #include "report/table.h"
 
 #include <algorithm>
-#include <unistd.h>
 
 namespace app {
 
@@ -39,7 +38,7 @@ void Table::measure(const std::vector<std::string>& row)
 /// Columns without any text take no room.
 void Table::writeRow(const std::vector<std::string>& row, bool isTitle, Output& output) const
 {
-    const Paint paint(wantsColour(STDOUT_FILENO));
+    const Paint paint(output.isColoured());
     std::string line;
     std::size_t pending = 0; // blanks, which no line ends with
     for (std::size_t i = 0; i < row.size(); ++i) {

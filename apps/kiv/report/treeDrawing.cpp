@@ -1,10 +1,10 @@
 #include "report/treeDrawing.h"
 
 #include <string_view>
-#include <unistd.h>
 
 #include "kiv/runTimeMgr.h"
 
+#include "terminal/interrupts.h"
 #include "terminal/terminal.h"
 
 namespace app {
@@ -95,10 +95,11 @@ void writeCounts(const std::vector<host::OutlineRow>& rows, Output& output)
 
 void drawTree(const std::vector<host::OutlineRow>& rows, Output& output)
 {
-    const Paint paint(wantsColour(STDOUT_FILENO));
+    const Paint paint(output.isColoured());
     Trunks trunks;
     Crossings crossings;
     for (const auto& row : rows) {
+        endIfInterrupted();
         if (!output.isRead()) {
             return;
         }

@@ -6,6 +6,7 @@
 #include "report/itemLines.h"
 #include "report/itemSearch.h"
 #include "report/treeDrawing.h"
+#include "terminal/progressLine.h"
 
 namespace app {
 
@@ -19,8 +20,10 @@ std::size_t walkMatches(const SceneItemList& roots, const host::OutlineFilter& f
                         const Output& output, const std::function<void(const SceneItem&)>& visit)
 {
     std::size_t count = 0;
+    ProgressLine progress("listing items");
     for (const auto& root : roots) {
         host::walk(root, filter.depth, [&](const SceneItem::Ptr& item, std::size_t) {
+            progress.count();
             if (filter.matches(item->nodeType())) {
                 visit(*item);
                 ++count;

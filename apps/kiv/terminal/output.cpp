@@ -14,7 +14,7 @@ namespace {
 constexpr std::size_t kPieceSize = 1 << 16;
 }
 
-Output::Output() : _isTerminal(app::isTerminal(STDOUT_FILENO))
+Output::Output() : _isTerminal(app::isTerminal(STDOUT_FILENO)), _isPaged(_isTerminal)
 {
     std::signal(SIGPIPE, SIG_IGN); // so that write() tells instead
 }
@@ -23,7 +23,7 @@ void Output::write(std::string_view text)
 {
     _pending += text;
     if (_pending.size() >= kPieceSize) {
-        flush();
+        send();
     }
 }
 
@@ -35,9 +35,28 @@ void Output::line(std::string_view text)
 
 void Output::flush()
 {
+    send();
+    if (_pager) {
+        _pager.reset();
+        _isRead = true; // that the user left the pager concerns what was in it
+    }
+}
+
+bool Output::isColoured() const
+{
+    return _colouring == Colouring::Auto ? _isTerminal && !refusesColour() && !isDumb()
+                                         : _colouring == Colouring::Always;
+}
+
+void Output::send()
+{
+    if (_isPaged && !_pager && wantsPager(_pending)) {
+        _pager.emplace();
+    }
     const auto pending = std::exchange(_pending, {});
     for (std::string_view rest = pending; _isRead && !rest.empty();) {
-        const auto written = ::write(STDOUT_FILENO, rest.data(), rest.size());
+        const auto written =
+            ::write(_pager ? _pager->input() : STDOUT_FILENO, rest.data(), rest.size());
         if (written >= 0) {
             rest.remove_prefix(static_cast<std::size_t>(written));
         } else if (errno == EPIPE) {

@@ -1,8 +1,11 @@
 #include "terminal/progressLine.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
+#include <filesystem>
 #include <memory>
+#include <system_error>
 #include <unistd.h>
 
 #include "terminal/interrupts.h"
@@ -14,7 +17,8 @@ namespace {
 
 constexpr auto kPatience = std::chrono::milliseconds(200);
 constexpr auto kPace = std::chrono::milliseconds(50);
-constexpr std::size_t kMaxWork = 60; // bytes, so that the line fits the terminal's row
+constexpr std::size_t kStride = 256; // items between two looks at the clock
+constexpr std::size_t kMaxWork = 48; // bytes, so that the line fits the terminal's row
 
 /// The end of `text`, from the start of a character on.
 std::string shortened(const std::string& text)
@@ -31,9 +35,9 @@ std::string shortened(const std::string& text)
 
 } // namespace
 
-ProgressLine::ProgressLine(const std::string& work)
-    : _work(shortened(printable(work))), _isTerminal(isTerminal(STDERR_FILENO)),
-      _nextShow(Clock::now() + kPatience)
+ProgressLine::ProgressLine(const std::string& work, std::uintmax_t size)
+    : _work(shortened(printable(work))), _size(size), _isTerminal(isTerminal(STDERR_FILENO)),
+      _begin(Clock::now()), _nextShow(_begin + kPatience)
 {}
 
 ProgressLine::~ProgressLine()
@@ -46,12 +50,40 @@ ProgressLine::~ProgressLine()
 
 void ProgressLine::show(float fraction)
 {
-    if (!_isTerminal || Clock::now() < _nextShow) {
+    if (isDue()) {
+        const auto done = std::clamp(fraction, 0.0f, 1.0f);
+        write(_work + " " + std::to_string(static_cast<int>(done * 100)) + " %" +
+              (_size > 0 ? rate(done * static_cast<double>(_size) / 1e6, "MB") : ""));
+    }
+}
+
+void ProgressLine::count()
+{
+    if (++_count % kStride != 0) {
         return;
     }
+    endIfInterrupted();
+    if (isDue()) {
+        write(_work + ": " + std::to_string(_count) +
+              rate(static_cast<double>(_count) / 1e3, "thousand"));
+    }
+}
+
+bool ProgressLine::isDue()
+{
+    if (!_isTerminal || Clock::now() < _nextShow) {
+        return false;
+    }
     _nextShow = Clock::now() + kPace;
-    const auto percent = static_cast<int>(std::clamp(fraction, 0.0f, 1.0f) * 100);
-    write(_work + " " + std::to_string(percent) + " %");
+    return true;
+}
+
+std::string ProgressLine::rate(double done, const char* unit) const
+{
+    const std::chrono::duration<double> time = Clock::now() - _begin;
+    std::array<char, 32> text{};
+    std::snprintf(text.data(), text.size(), ", %.1f %s/s", done / time.count(), unit);
+    return text.data();
 }
 
 /// Overwrites the line, with spaces where the old one was longer. Not through std::cerr, which is
@@ -69,7 +101,9 @@ void showReading(Kiv_v4::document::Workspace& scene)
     scene.setProgress([line](const std::string& file, float fraction) {
         if (fraction < 1) {
             if (!*line) {
-                *line = std::make_unique<ProgressLine>("reading " + file);
+                std::error_code none;
+                const auto size = std::filesystem::file_size(file, none);
+                *line = std::make_unique<ProgressLine>("reading " + file, none ? 0 : size);
             }
             (*line)->show(fraction);
         } else {

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 
 #include "kiv/document/workspace.h"
@@ -13,7 +14,8 @@ namespace app {
 class ProgressLine
 {
 public:
-    explicit ProgressLine(const std::string& work);
+    /// `size` is the work in bytes, or 0 for work that is counted.
+    explicit ProgressLine(const std::string& work, std::uintmax_t size = 0);
     ProgressLine(const ProgressLine&) = delete;
     ProgressLine& operator=(const ProgressLine&) = delete;
     ~ProgressLine();
@@ -21,13 +23,22 @@ public:
     /// Shows a fraction from 0 to 1. Cheap to call often.
     void show(float fraction);
 
+    /// One item more is done: shows their number. Throws `document::Cancelled` when an interrupt
+    /// came. Cheap to call often.
+    void count();
+
 private:
     using Clock = std::chrono::steady_clock;
 
+    [[nodiscard]] bool isDue();
+    [[nodiscard]] std::string rate(double done, const char* unit) const;
     void write(const std::string& line);
 
     const std::string _work;
+    const std::uintmax_t _size;
+    std::size_t _count = 0;
     const bool _isTerminal;
+    const Clock::time_point _begin;
     Clock::time_point _nextShow;
     std::size_t _width = 0; ///< Of the line that is on the terminal now.
 };

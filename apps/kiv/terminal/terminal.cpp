@@ -14,18 +14,6 @@ namespace host = Kiv_v4::host;
 
 namespace {
 
-bool isSet(const char* variable)
-{
-    const auto* value = std::getenv(variable);
-    return value && *value;
-}
-
-bool isDumb()
-{
-    const auto* terminal = std::getenv("TERM");
-    return !terminal || std::string_view(terminal) == "dumb";
-}
-
 bool steersTerminal(char32_t code)
 {
     const auto within = [code](char32_t first, char32_t last) {
@@ -51,9 +39,16 @@ bool isTerminal(int descriptor)
     return ::isatty(descriptor) == 1;
 }
 
-bool wantsColour(int descriptor)
+bool isDumb()
 {
-    return isTerminal(descriptor) && !isSet("NO_COLOR") && !isDumb();
+    const auto* terminal = std::getenv("TERM");
+    return !terminal || std::string_view(terminal) == "dumb";
+}
+
+bool refusesColour()
+{
+    const auto* refusal = std::getenv("NO_COLOR");
+    return refusal && *refusal;
 }
 
 std::string printable(std::string_view text)

@@ -9,9 +9,11 @@ namespace app {
 /// Whether the file descriptor is a terminal.
 [[nodiscard]] bool isTerminal(int descriptor);
 
-/// Whether text for that descriptor is coloured: it is a terminal that can, and the user did not
-/// refuse with NO_COLOR.
-[[nodiscard]] bool wantsColour(int descriptor);
+/// Whether the terminal, by its name, shows plain lines alone.
+[[nodiscard]] bool isDumb();
+
+/// Whether the user refused colours with NO_COLOR.
+[[nodiscard]] bool refusesColour();
 
 /// `text` with every byte that could steer a terminal, or is no UTF-8, written as `\x1b`: control
 /// characters, line and paragraph separators, and marks that turn the direction of writing.

@@ -11,6 +11,7 @@
 #include "report/treeReport.h"
 #include "shell/commands/numbers.h"
 #include "shell/engine/commandTable.h"
+#include "terminal/progressLine.h"
 #include "terminal/terminal.h"
 
 namespace app::shell {
@@ -134,6 +135,11 @@ void diffItems(Session& session, const Arguments& arguments)
     if (const auto* tolerance = arguments.value("--tolerance")) {
         options.tolerance = valueOf<double>(*tolerance);
     }
+    ProgressLine progress("comparing values");
+    options.counts = [&progress](const std::string&, const std::string&) {
+        progress.count();
+        return true;
+    };
     writeDifferences(host::compare(before, after, options), before->path(), after->path(),
                      arguments.has("--json"), session.output());
 }
