@@ -230,8 +230,8 @@ TEST_F(OnTenRows, ColourIsAskedForOrRefused)
                 isColoured);
     EXPECT_THAT(shown("-u NO_COLOR PAGER=", "tree --color=never " + workshop), Not(isColoured));
     EXPECT_THAT(shown("-u NO_COLOR PAGER=cat", "tree --color auto " + workshop), isColoured);
-    EXPECT_EQ(kiv("tree --color=alwyas a").err,
-              "kiv: --color: unknown value 'alwyas' (auto, always, never); did you mean 'always'? "
+    EXPECT_EQ(kiv("tree --color=alwayz a").err,
+              "kiv: --color: unknown value 'alwayz' (auto, always, never); did you mean 'always'? "
               "(kiv --help tells more)\n");
 }
 
