@@ -2,20 +2,15 @@
 #include <map>
 #include <nanobind/stl/bind_map.h>
 
-#include "kiv/kit/affine.h"
 #include "kiv/kit/announce.h"
 #include "kiv/kit/attributeTable.h"
 #include "kiv/kit/command.h"
-#include "kiv/kit/gateways.h"
 #include "kiv/kit/handlers.h"
-#include "kiv/kit/mounts.h"
 #include "kiv/kit/names.h"
-#include "kiv/kit/transforms.h"
 #include "kiv/kit/tree.h"
 
 #include "lifetimes.h"
 #include "overrides.h"
-#include "sceneFiles.h"
 #include "values.h"
 
 NB_MAKE_OPAQUE(Kiv_v4::kit::AttributeTable::Metadata)
@@ -25,10 +20,8 @@ namespace bound {
 namespace {
 
 namespace kit = kiv::kit;
-using kiv::Matrix4d;
 using kiv::Path;
 using kiv::SceneItem;
-using kiv::Vector3d;
 
 /// A Python object as data that are not in the tree.
 kit::Tree::Part partOf(nb::object object)
@@ -102,41 +95,6 @@ private:
                    ? partOf(_python.self().attr(name.get())(argument))
                    : otherwise();
     }
-};
-
-/// A follower of gateways by functions, which follows as long as it is held.
-class Following
-{
-public:
-    using OnPath = std::function<void(const Path&)>;
-    using OnMove = std::function<void(const Path&, const Path&)>;
-
-    Following(OnPath added, OnPath removed, OnMove moved)
-        : _follower(
-              std::make_shared<Follower>(std::move(added), std::move(removed), std::move(moved)))
-    {
-        kit::GatewayFollower::add(_follower);
-    }
-
-private:
-    struct Follower : kit::GatewayFollower
-    {
-        Follower(OnPath onAdded, OnPath onRemoved, OnMove onMoved)
-            : added(std::move(onAdded)), removed(std::move(onRemoved)), moved(std::move(onMoved))
-        {}
-        void itemAdded(const Path& path) override { added(path); }
-        void itemRemoved(const Path& path) override { removed(path); }
-        void itemMoved(const Path& oldPath, const Path& newPath) override
-        {
-            moved(oldPath, newPath);
-        }
-
-        OnPath added;
-        OnPath removed;
-        OnMove moved;
-    };
-
-    std::shared_ptr<Follower> _follower;
 };
 
 void bindTree(nb::module_& module)
@@ -356,170 +314,13 @@ void bindHandlers(nb::module_& module)
     names.def("__len__", &NameIndex::size);
 }
 
-void bindTransforms(nb::module_& module)
-{
-    using kit::AffineFactors;
-    Class<AffineFactors> factors(module, "AffineFactors", "kit::AffineFactors");
-    factors.def(
-        "__init__",
-        [](AffineFactors* self, Vector3d scale, Vector3d shear, Vector3d rotation,
-           Vector3d translation) {
-            new (self) AffineFactors{scale, shear, rotation, translation};
-        },
-        "scale"_a = Vector3d({1, 1, 1}), "shear"_a = Vector3d(), "rotation"_a = Vector3d(),
-        "translation"_a = Vector3d());
-    factors.field("scale", &AffineFactors::scale).field("shear", &AffineFactors::shear);
-    factors.field("rotation", &AffineFactors::rotation)
-        .field("translation", &AffineFactors::translation);
-
-    const auto bindAccess = [&]<class Access>(Access*, const char* name) {
-        Class<Access> type(module, name, std::string("kit::") + name);
-        type.def(
-            "__init__",
-            [](Access* self, decltype(Access::get) get, decltype(Access::set) set) {
-                new (self) Access{std::move(get), std::move(set)};
-            },
-            "get"_a, "set"_a.none() = nb::none());
-    };
-    bindAccess(static_cast<kit::MatrixAccess*>(nullptr), "MatrixAccess");
-    bindAccess(static_cast<kit::FactorsAccess*>(nullptr), "FactorsAccess");
-    using Named = kit::AttributesAccess;
-    Class<Named> named(module, "AttributesAccess", "kit::AttributesAccess");
-    named.def(
-        "__init__",
-        [](Named* self, kit::AttributeTable::Ptr table, std::string translation,
-           std::string rotation, std::string scale, std::string shear) {
-            new (self) Named{std::move(table), std::move(translation), std::move(rotation),
-                             std::move(scale), std::move(shear)};
-        },
-        "table"_a, "translation"_a = "translation", "rotation"_a = "rotation", "scale"_a = "scale",
-        "shear"_a = "");
-    function(module, "kit::", "transformHandler",
-             nb::overload_cast<kit::MatrixAccess>(&kit::transformHandler), "access"_a);
-    function(module, "kit::", "transformHandler",
-             nb::overload_cast<kit::FactorsAccess>(&kit::transformHandler), "access"_a);
-    function(module, "kit::", "transformHandler",
-             nb::overload_cast<kit::AttributesAccess>(&kit::transformHandler), "access"_a);
-}
-
-void bindAffine(nb::module_& module)
-{
-    using kit::RotationOrder;
-    enumeration<RotationOrder>(module, "RotationOrder", "kit::RotationOrder",
-                               {{"XYZ", RotationOrder::XYZ},
-                                {"YZX", RotationOrder::YZX},
-                                {"ZXY", RotationOrder::ZXY},
-                                {"XZY", RotationOrder::XZY},
-                                {"YXZ", RotationOrder::YXZ},
-                                {"ZYX", RotationOrder::ZYX}});
-    using kit::Quaternion;
-    Class<Quaternion> quaternion(module, "Quaternion", "kit::Quaternion");
-    quaternion.def(
-        "__init__",
-        [](Quaternion* self, double x, double y, double z, double w) {
-            new (self) Quaternion{x, y, z, w};
-        },
-        "x"_a = 0.0, "y"_a = 0.0, "z"_a = 0.0, "w"_a = 1.0);
-    quaternion.field("x", &Quaternion::x).field("y", &Quaternion::y);
-    quaternion.field("z", &Quaternion::z).field("w", &Quaternion::w);
-    function(module, "kit::", "radians", &kit::radians, "degrees"_a);
-    function(module, "kit::", "degrees", &kit::degrees, "radians"_a);
-    function(module, "kit::", "identity", &kit::identity);
-    function(module, "kit::", "translationMatrix", &kit::translationMatrix, "translation"_a);
-    function(
-        module, "kit::", "rotationMatrix",
-        [](const Vector3d& degrees, RotationOrder order) {
-            return kit::rotationMatrix(degrees, order);
-        },
-        "degrees"_a, "order"_a = RotationOrder::XYZ);
-    function(
-        module, "kit::", "rotationMatrix",
-        [](const Quaternion& q) { return kit::rotationMatrix(q); }, "quaternion"_a);
-    function(module, "kit::", "rotationAngles", &kit::rotationAngles, "matrix"_a,
-             "order"_a = RotationOrder::XYZ);
-    function(module, "kit::", "quaternion", &kit::quaternion, "matrix"_a);
-    function(module, "kit::", "scaleShearMatrix", &kit::scaleShearMatrix, "scale"_a, "shear"_a);
-    function(module, "kit::", "composed", &kit::composed, "factors"_a);
-    function(module, "kit::", "decomposed", &kit::decomposed, "matrix"_a);
-    function(module, "kit::", "inverse", &kit::inverse, "matrix"_a);
-    function(module, "kit::", "lookAt", &kit::lookAt, "eye"_a, "target"_a,
-             "up"_a = Vector3d({0, 1, 0}));
-    function(module, "kit::", "transformedPoint", &kit::transformedPoint, "point"_a, "matrix"_a);
-    function(module, "kit::", "transformedDirection", &kit::transformedDirection, "direction"_a,
-             "matrix"_a);
-    function(module, "kit::", "transformed", &kit::transformed, "box"_a, "matrix"_a);
-}
-
-void bindMounts(nb::module_& module)
-{
-    using kit::Mount;
-    Class<Mount> mount(module, "Mount", "kit::Mount");
-    mount.def(nb::init<>());
-    mount.property("gateway", [](const Mount& self) { return self.gateway(); });
-    mount.property("isShown", &Mount::isShown);
-    mount.field("fileName", &Mount::fileName);
-    using Mounts = kit::Mounts<Mount>;
-    Class<Mounts> type(module, "Mounts", "kit::Mounts");
-    type.def(nb::init<kiv::Rtid, char>(), "run_time_id"_a, "separator"_a);
-    const auto of = [](const char* name) {
-        return contract(std::string("kit::MountTable::") + name);
-    };
-    type.def("close", &Mounts::close, of("close"));
-    type.def_prop_ro("run_time_id", &Mounts::runTimeId, of("runTimeId"));
-    type.def(
-        "mount",
-        [](Mounts& self, const Mount::Ptr& shown, const Path& gateway) {
-            self.mount(shown, gateway);
-        },
-        "mount"_a, "gateway"_a, of("mount"));
-    type.def("mount_cmd", &Mounts::mountCmd, "mount"_a, "gateway"_a, "text"_a, of("mountCmd"));
-    type.def("unmount", &Mounts::unmount, "gateway"_a, of("unmount"));
-    type.def("move", &Mounts::move, "gateway"_a, "new_gateway"_a, of("move"));
-    type.def("find", &Mounts::find, "gateway"_a, of("find"));
-    type.def("at", &Mounts::at, "path"_a, of("at"));
-    type.def_prop_ro(
-        "shown",
-        [](const Mounts& self) {
-            std::vector<Mount::Ptr> all;
-            self.forEach([&](Mount& each) { all.push_back(self.find(each.gateway())); });
-            return all;
-        },
-        of("shown"));
-    type.def(
-        "scene_file_handler",
-        [](const std::shared_ptr<Mounts>& self, std::vector<std::string> suffixes,
-           std::function<Mount::Ptr(const std::string&)> read) {
-            return Mounts::sceneFileHandler(self, std::move(suffixes),
-                                            [read = std::move(read)](const std::string& file) {
-                                                return reading([&] { return read(file); });
-                                            });
-        },
-        "suffixes"_a, "read"_a, contract("kit::Mounts::sceneFileHandler"));
-
-    auto follower = bindClosable<Following>(module, "GatewayFollower", "kit::GatewayFollower");
-    follower.def(nb::init<Following::OnPath, Following::OnPath, Following::OnMove>(),
-                 "item_added"_a, "item_removed"_a, "item_moved"_a,
-                 contract("kit::GatewayFollower::add"));
-    using kit::GatewayOwner;
-    Class<GatewayOwner> owner(module, "GatewayOwner", "kit::GatewayOwner");
-    owner.def(nb::init<kiv::Rtid, GatewayOwner::Target>(), "run_time_id"_a, "target"_a);
-    owner.function("itemAdded", &GatewayOwner::itemAdded, "path"_a);
-    owner.function("itemRemoved", &GatewayOwner::itemRemoved, "path"_a);
-    owner.function("itemMoved", &GatewayOwner::itemMoved, "old_path"_a, "new_path"_a);
-    owner.function("tells", &GatewayOwner::tells, "run_time_id"_a);
-    owner.function("target", &GatewayOwner::target, "path"_a);
-}
-
 } // namespace
 
 void bindKit(nb::module_& module)
 {
     bindTree(module);
     bindTable(module);
-    bindTransforms(module);
     bindHandlers(module);
-    bindAffine(module);
-    bindMounts(module);
 }
 
 } // namespace bound

@@ -3,7 +3,7 @@
 #include "kiv/sceneFileHandler.h"
 
 #include "overrides.h"
-#include "sceneFiles.h"
+#include "reading.h"
 
 namespace bound {
 

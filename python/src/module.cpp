@@ -23,6 +23,8 @@ void bindObservedItems(nb::module_& module);
 void bindRegistry(nb::module_& module);
 void bindKit(nb::module_& module);
 void bindKitBases(nb::module_& module);
+void bindTransforms(nb::module_& module);
+void bindMounts(nb::module_& module);
 void bindHost(nb::module_& module);
 void bindSceneTree(nb::module_& module);
 void bindReports(nb::module_& module);
@@ -66,7 +68,8 @@ NB_MODULE(_kiv, module)
         (binders(part), ...);
     };
     submodule("host", &bound::bindHost, &bound::bindSceneTree, &bound::bindReports);
-    submodule("kit", &bound::bindKit, &bound::bindKitBases);
+    submodule("kit", &bound::bindKit, &bound::bindTransforms, &bound::bindKitBases,
+              &bound::bindMounts);
     submodule("memory", &bound::bindMemory);
     submodule("conformance", &bound::bindConformance);
 }
