@@ -276,6 +276,8 @@ TEST_F(Kiv, SaysWhatWasMeant)
         {"tree --detph 3 a", "unknown option '--detph'; did you mean '--depth'?"},
         {"--plugni=x tree a", "unknown option '--plugni'; did you mean '--plugin'?"},
         {"plugins a", "unexpected argument 'a'"},
+        {"check --only comands a.so",
+         "--only: no such contract 'comands'; did you mean 'commands'?"},
         {"tree --depth", "--depth wants a value"},
         {"tree --depth x a", "--depth: not a number: 'x'"},
         {"diff --tolerance -1 a b", "--tolerance: '-1' is less than 0"},
@@ -285,6 +287,11 @@ TEST_F(Kiv, SaysWhatWasMeant)
         EXPECT_EQ(result.status, 2);
         EXPECT_EQ(result.err, "kiv: " + message + " (kiv --help tells more)\n");
     }
+    EXPECT_EQ(kiv("show " + workshop + " Workshop:Veiw").err,
+              "kiv: no such item 'Workshop:Veiw'; did you mean 'View'?\n");
+    EXPECT_EQ(
+        kiv("shell -c 'mount a.gltf --with asimp'").err,
+        "kiv: line 1: a.gltf: no run-time 'asimp' reads scene files; did you mean 'assimp'?\n");
     for (const auto* command : {"tree", "find"}) {
         EXPECT_EQ(kiv(command + std::string(" --type Light ") + workshop).err,
                   "kiv: no item is of type 'Light' (camera, gateway, light, mesh, root, transform);"

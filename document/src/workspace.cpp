@@ -44,14 +44,18 @@ Rtid runTimeAt(const Path& gateway)
 Rtid readerNamed(const std::string& runTime)
 {
     const auto& runTimes = RunTimeMgr::instance();
-    const auto ids = runTimes.getIds();
-    const auto found = std::find_if(ids.begin(), ids.end(), [&](Rtid id) {
-        return runTimes.sceneFileHandler(id) && runTimes.getName(id) == runTime;
-    });
-    if (found == ids.end()) {
-        throw std::runtime_error("no run-time '" + runTime + "' reads scene files");
+    std::vector<std::string> names;
+    for (const auto id : runTimes.getIds()) {
+        if (!runTimes.sceneFileHandler(id)) {
+            continue;
+        }
+        names.push_back(runTimes.getName(id));
+        if (names.back() == runTime) {
+            return id;
+        }
     }
-    return *found;
+    throw std::runtime_error("no run-time '" + runTime + "' reads scene files" +
+                             host::suggestion(runTime, names));
 }
 
 /// The run-time that is to read the file; `usual` reads what nobody knows.

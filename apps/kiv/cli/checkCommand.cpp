@@ -6,6 +6,7 @@
 #include "kiv/conformance/failingAllocations.h"
 #include "kiv/document/workspace.h"
 #include "kiv/hierarchy.h"
+#include "kiv/host/itemLookup.h"
 
 #include "cli/programCommand.h"
 #include "terminal/diagnostics.h"
@@ -64,6 +65,19 @@ conformance::Candidate sceneFile(const std::string& file)
             }};
 }
 
+/// What is wrong with the beginning of a contract's name; empty for nothing.
+std::string contractTrouble(const std::string& beginning)
+{
+    std::vector<std::string> families;
+    for (const auto& contract : conformance::contracts()) {
+        if (contract.id.starts_with(beginning)) {
+            return {};
+        }
+        families.push_back(contract.id.substr(0, contract.id.find('.')));
+    }
+    return "no such contract '" + beginning + "'" + host::suggestion(beginning, families);
+}
+
 int check(const CheckOptions& options, Output& output)
 {
     if (options.isPython) {
@@ -112,7 +126,8 @@ Command defineCheck(CLI::App& program)
         .add_option("--only", options.only,
                     "Contracts, or the beginnings of their names: --only commands,news")
         ->type_name("NAMES")
-        ->delimiter(',');
+        ->delimiter(',')
+        ->check(contractTrouble, "");
     syntax.add_flag("--python", wishes->isPython,
                     "Check a run-time in Python: PLUGIN is module:function, which returns an "
                     "object to close and the paths of its roots");

@@ -40,7 +40,7 @@ std::string paragraph(std::string_view text)
 
 std::string exampleBlock(std::string_view example)
 {
-    return example.empty() ? "" : ".PP\n.EX\n" + roff(example) + "\n.EE\n";
+    return example.empty() ? "" : ".PP\nExample:\n.PP\n.EX\n" + roff(example) + "\n.EE\n";
 }
 
 /// An entry of a list: a term in bold type, what follows it in the same line, and the explanation.

@@ -1,7 +1,9 @@
 #include <exception>
+#include <stdexcept>
 
 #include "kiv/document/workspace.h"
 #include "kiv/hierarchy.h"
+#include "kiv/host/itemLookup.h"
 #include "kiv/host/itemPattern.h"
 
 #include "cli/filling.h"
@@ -24,16 +26,21 @@ struct ShowOptions
     bool json = false;
 };
 
-/// The items that a word names: one, or those like a pattern.
+/// The items that a word names: one, or those like a pattern. Throws `std::runtime_error` for none.
 std::vector<SceneItem::Ptr> itemsNamed(const document::Workspace& scene, const std::string& word,
                                        const Path& gateway)
 {
     if (const auto item = scene.item(word, gateway)) {
         return {item};
     }
-    return host::isPattern(word)
-               ? host::itemsLike(scene.root(), Hierarchy::createItem(gateway), word)
-               : std::vector<SceneItem::Ptr>();
+    const auto top = Hierarchy::createItem(gateway);
+    auto items = host::isPattern(word) ? host::itemsLike(scene.root(), top, word)
+                                       : std::vector<SceneItem::Ptr>();
+    if (items.empty()) {
+        static_cast<void>(host::requireItem(scene.root(), top, word)); // knows what was meant
+        throw std::runtime_error("no such item '" + word + "'");
+    }
+    return items;
 }
 
 /// `file` is empty for items that no file is mounted for.
@@ -53,12 +60,13 @@ int show(const ShowOptions& options, const std::string& file, const std::vector<
     }
     std::vector<SceneItem::Ptr> items;
     for (const auto& path : paths) {
-        const auto named = itemsNamed(scene, path, gateway);
-        if (named.empty()) {
-            complain("no such item '" + path + "'");
+        try {
+            const auto named = itemsNamed(scene, path, gateway);
+            items.insert(items.end(), named.begin(), named.end());
+        } catch (const std::runtime_error& error) {
+            complain(error.what());
             ++failed;
         }
-        items.insert(items.end(), named.begin(), named.end());
     }
     if (items.empty()) {
         return kFailure;

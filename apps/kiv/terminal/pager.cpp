@@ -1,5 +1,6 @@
 #include "terminal/pager.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdlib>
@@ -39,7 +40,7 @@ bool isTall(const std::string& text)
     std::size_t rows = 0;
     std::istringstream lines(text);
     for (std::string line; rows < size.ws_row && std::getline(lines, line);) {
-        rows += 1 + columns(line) / (size.ws_col + 1U);
+        rows += std::max<std::size_t>(1, (columns(line) + size.ws_col - 1) / size.ws_col);
     }
     return rows >= size.ws_row;
 }
