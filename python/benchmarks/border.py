@@ -90,7 +90,7 @@ def main() -> None:
     if anytree:
         other = anytree.Node("top", anytree.Node("world"))
         # One assignment for all: each single one takes time linear in the children there.
-        other.children = others = [anytree.Node(f"m{index}", size=1.0) for index in range(COUNT)]
+        other.children = others = [anytree.Node(f"m{index}", length=1.0) for index in range(COUNT)]
     selection, texts = kiv.Selection(items), [node.path for node in nodes]
     newer = kiv.Hierarchy_v4_2.of(top)
     size = items[0].attributes.add_attribute(kiv.Attribute.DOUBLE, "size")
@@ -112,7 +112,7 @@ def main() -> None:
          known(lambda: ["/".join([str(n.name) for n in node.path]) for node in others])),
         ("a path from text", lambda: [kiv.Path(text) for text in texts], lambda: [t.split("/") for t in texts], None),
         ("read an attribute", lambda: [size.value for _ in texts], lambda: [n.attributes["size"] for n in nodes],
-         known(lambda: [n.size for n in others])),
+         known(lambda: [n.length for n in others])),
     ]
     report(["kiv", "C++", "plain Python", "anytree"],
            [(name, COUNT, (ours, cpp.get(name), theirs, third)) for name, ours, theirs, third in rows])
