@@ -122,7 +122,7 @@ std::string zshAction(const Parameter& parameter)
                               : "(" + joined(choices, " ") + ")");
 }
 
-std::string zshSpecifications(const std::vector<Parameter>& parameters)
+std::string zshArguments(const std::vector<Parameter>& parameters)
 {
     std::vector<std::string> texts;
     for (const auto& parameter : parameters) {
@@ -213,8 +213,8 @@ std::string zshCompletion(const CommandSyntax& program)
         auto parameters = command.options;
         parameters.insert(parameters.end(), command.arguments.begin(), command.arguments.end());
         arms += "                " + command.name + ") _arguments $common " +
-                (parameters.empty() ? "" : "\\\n                    ") +
-                zshSpecifications(parameters) + " ;;\n";
+                (parameters.empty() ? "" : "\\\n                    ") + zshArguments(parameters) +
+                " ;;\n";
     }
     return R"(#compdef kiv
 # Completion of kiv for zsh.
@@ -224,7 +224,7 @@ _kiv()
     typeset -A opt_args
     local -a common=(
                     )" +
-           zshSpecifications(program.options) + R"(
+           zshArguments(program.options) + R"(
     )
     _arguments -C $common '1: :->command' '*:: :->arguments'
     case $state in
