@@ -11,8 +11,9 @@ import sys
 
 SPACES = {"Kiv_v4": "", "host": "host::", "kit": "kit::", "memory": "memory::", "assimp": "assimp::",
           "document": "document::", "conformance": "conformance::"}
-WORDS = {"null": "None", "nullptr": "None", "true": "True", "false": "False", "std::invalid_argument": "ValueError",
-         "std::runtime_error": "RuntimeError", "std::logic_error": "RuntimeError", "std::out_of_range": "IndexError"}
+WORDS = {"null": "None", "nullptr": "None", "std::nullopt": "None", "true": "True", "false": "False",
+         "std::invalid_argument": "ValueError", "std::runtime_error": "RuntimeError",
+         "std::logic_error": "RuntimeError", "std::out_of_range": "IndexError"}
 
 
 def snake(word):
@@ -31,13 +32,11 @@ def in_python(text):
         inner = match.group(1)
         if inner in WORDS:
             return f"`{WORDS[inner]}`"
-        inner = re.sub(r"[A-Za-z_]\w*", lambda word: snake(word.group(0)), inner)
+        inner = re.sub(r"[A-Za-z_]\w*", lambda word: WORDS.get(word[0]) or snake(word[0]), inner)
         return "`" + inner.replace("::", ".").replace("->", ".") + "`"
 
     text = re.sub(r"`([^`]*)`", code, "\n".join(lines))
-    text = re.sub(r"(for|or|of|is|be|and|with|gives|give|Returns|\ba|not) null\b", r"\1 None", text)
-    text = re.sub(r"\bNull\b", "None", text)
-    text = re.sub(r"\b(is|are|gives|give|be|returns|Returns|and|;) null\b", r"\1 None", text)
+    text = re.sub(r"\b[Nn]ull\b(?! component)", "None", text)
     return re.sub(r"\n{3,}", "\n\n", text).strip()
 
 

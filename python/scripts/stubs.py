@@ -64,6 +64,18 @@ def arguments(line, owner):
     return head + arrow + result
 
 
+def optional(text):
+    """What a function may give instead of an object, by its docstring."""
+    def widened(match):
+        said = re.sub(r"\s+", " ", match[4])
+        gives_none = re.search(r"(; None|, or None|or None\.|[Rr]eturns None|^ ?None|\. None) "
+                               r"?(for|if(?! one of them)|when|at|before|only|$)", said)
+        return f"{match[1]}{match[2]} | None{match[3]}" if gives_none else match[0]
+
+    made = r"((?:kiv\.)?(?!(?:Observation|None|Any)\b)[A-Z][\w.]*)"
+    return re.sub(rf'(-> ){made}(:\n\s+"""(.*?)""")', widened, text, flags=re.S)
+
+
 def shortcuts(text):
     """The properties that are added to items once their types are known."""
     def as_property(match):
@@ -91,7 +103,7 @@ def main():
         elif re.match(r"    \S", line):
             inner = owner
         lines.append(arguments(line, owner).replace("def __enter__(self) -> object", f"def __enter__(self) -> {inner}"))
-    text = "\n".join(lines)
+    text = optional("\n".join(lines))
     for name in ("typing", "collections.abc"):
         if f"{name}." in text and not re.search(rf"^import {re.escape(name)}$", text, flags=re.M):
             text = f"import {name}\n" + text

@@ -47,6 +47,14 @@ def opened(source: str) -> tuple[object, list[kiv.Path]]:
     return as_scene(source)
 
 
+def item_at(path: kiv.Path) -> kiv.SceneItem:
+    """The item at the path, which must exist."""
+    item = kiv.Hierarchy.create_item(path)
+    if item is None:
+        raise ValueError(f"no such item '{path}'")
+    return item
+
+
 def is_stage(source: str) -> bool:
     """Whether the file is one of OpenUSD."""
     return source.lower().endswith((".usd", ".usda", ".usdc", ".usdz"))
@@ -74,8 +82,7 @@ def tree(source: str) -> int:
     install()
     held, roots = opened(source)
     for root in roots:
-        item = kiv.Hierarchy.create_item(root)
-        for row in host.outline(item):
+        for row in host.outline(item_at(root)):
             print(f"{'  ' * row.depth}{row.name}  {row.node_type}")
     held.close()  # type: ignore[attr-defined]
     return 0
@@ -137,7 +144,9 @@ def main(arguments: list[str] | None = None) -> int:
             return check(given.source, options, given.form)
         from kiv import _shell
 
-        return _shell.run(install(), *(as_scene if is_stage(given.source) else opened)(given.source))
+        history = install()
+        held, roots = (as_scene if is_stage(given.source) else opened)(given.source)
+        return _shell.run(history, held, item_at(roots[0]))
     except (kiv.Error, OSError, ImportError, ValueError) as error:
         print(f"kiv: {error}", file=sys.stderr)
         return 1

@@ -150,9 +150,8 @@ class Shell(cmd.Cmd):
         self.prompt = f"{self._here.path}> " if sys.stdin.isatty() else ""
 
 
-def run(history: host.UndoHistory, held: object, roots: list[kiv.Path]) -> int:
-    """Runs the shell on the first root, until the input ends; closes `held`."""
-    root = kiv.Hierarchy.create_item(roots[0])
+def run(history: host.UndoHistory, held: object, root: kiv.SceneItem) -> int:
+    """Runs the shell on the items below a root, until the input ends; closes `held`."""
     try:
         Shell(root, history, held if isinstance(held, Scene) else None).cmdloop()
     except SystemExit:

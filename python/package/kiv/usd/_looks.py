@@ -73,8 +73,7 @@ class Menu(kit.ContextOpsBase):
             entries.append(kiv.ContextItem("variants", "Variants", has_children=True))
         return entries
 
-    def do_op_cmd(  # type: ignore[override] # None refuses
-            self, item_path: Sequence[str]) -> kiv.UndoableCommand | None:
+    def do_op_cmd(self, item_path: Sequence[str]) -> kiv.UndoableCommand | None:
         found = self._tree.found(self._path)
         offered = found is not None and item_path and any(
             entry.item == item_path[-1] and not entry.has_children for entry in self.items(item_path[:-1]))

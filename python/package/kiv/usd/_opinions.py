@@ -24,7 +24,7 @@ class Entries:
             if not layer.GetPrimAtPath(prefix):
                 Sdf.CreatePrimInLayer(layer, prefix)
                 self._made.add((layer.identifier, prefix))
-                self.restore_order(layer, prefix.GetParentPath())
+                self.restore_order(layer, prefix)
 
     def prune(self, layer: Sdf.Layer, path: Sdf.Path) -> None:
         """Removes those at and above `path` that were made for others and say nothing."""
@@ -33,7 +33,7 @@ class Entries:
             if spec and (spec.specifier != Sdf.SpecifierOver or not spec.IsInert()):
                 return
             if spec:
-                self.remember_order(layer, path.GetParentPath())
+                self.remember_order(layer, path)
                 self.remove(layer, path)
             self._made.discard((layer.identifier, path))
             path = path.GetParentPath()
@@ -43,16 +43,16 @@ class Entries:
         """Removes an entry, with everything below it."""
         del children_of(layer, path.GetParentPath())[path.name]
 
-    def remember_order(self, layer: Sdf.Layer, parent: Sdf.Path, shown: Sequence[str] = ()) -> None:
-        """An entry below `parent` is about to leave; `shown` is the order of the prims."""
-        names = list(children_of(layer, parent).keys())
-        self._orders[layer.identifier, parent, frozenset(names), tuple(shown)] = names
+    def remember_order(self, layer: Sdf.Layer, path: Sdf.Path, shown: Sequence[str] = ()) -> None:
+        """The entry at `path` is about to leave; `shown` is the order of the prims beside it."""
+        names = list(children_of(layer, path.GetParentPath()).keys())
+        self._orders[layer.identifier, path, frozenset(names), tuple(shown)] = names
 
-    def restore_order(self, layer: Sdf.Layer, parent: Sdf.Path, shown: Sequence[str] = ()) -> bool:
-        """An entry below `parent` has come. Whether the same ones were there before: all have their places again."""
-        children = children_of(layer, parent)
+    def restore_order(self, layer: Sdf.Layer, path: Sdf.Path, shown: Sequence[str] = ()) -> bool:
+        """The entry at `path` has come. Whether it left the same ones before: all have their places again."""
+        children = children_of(layer, path.GetParentPath())
         names = list(children.keys())
-        known = self._orders.get((layer.identifier, parent, frozenset(names), tuple(shown)))
+        known = self._orders.get((layer.identifier, path, frozenset(names), tuple(shown)))
         if known is not None and known != names:
             children[:] = [children[name] for name in known]
         return known is not None

@@ -140,8 +140,7 @@ class Object(kit.Object3dBase):
     def visibility(self, shown: bool) -> None:
         self.set_visibility(shown)
 
-    def set_visibility_cmd(  # type: ignore[override] # None refuses
-            self, visible: bool) -> kiv.UndoableCommand | None:
+    def set_visibility_cmd(self, visible: bool) -> kiv.UndoableCommand | None:
         token = UsdGeom.Tokens.inherited if visible else UsdGeom.Tokens.invisible
         item = self._tree.item(self._path)
         return self._tables.set_cmd(item, "visibility", token) if item else None

@@ -105,7 +105,7 @@ class Tree(kit.Tree):
         layer, spec_path = self._spec(stage, place)
         entries = stage.opinions.entries
         with stage.editing(place):
-            entries.remember_order(layer, spec_path.GetParentPath(), _names(prim.GetParent()))
+            entries.remember_order(layer, spec_path, _names(prim.GetParent()))
             entries.remove(layer, spec_path)
             entries.prune(layer, spec_path.GetParentPath())
             part.known = stage.opinions.take(place)
@@ -121,7 +121,7 @@ class Tree(kit.Tree):
         with stage.editing(place):
             entries.require(layer, parent_path)
             Sdf.CopySpec(part.layer, part.path, layer, spec_path)
-            if not entries.restore_order(layer, parent_path, names):
+            if not entries.restore_order(layer, spec_path, names):
                 self._order(layer, parent_path, path.name, names[names.index(path.name) + 1:])
             if part.origin and part.origin != place:
                 self._retarget(layer, part.origin, place)
