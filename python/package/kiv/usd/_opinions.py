@@ -16,7 +16,7 @@ class Entries:
 
     def __init__(self) -> None:
         self._made: set[tuple[str, Sdf.Path]] = set()
-        self._orders: dict[tuple[str, Sdf.Path, frozenset[str], tuple[str, ...]], list[str]] = {}
+        self._orders: dict[tuple[str, Sdf.Path, frozenset[str], tuple[str, ...]], list[list[str]]] = {}
 
     def require(self, layer: Sdf.Layer, path: Sdf.Path) -> None:
         """Makes the entries at and above `path` that are missing."""
@@ -46,13 +46,14 @@ class Entries:
     def remember_order(self, layer: Sdf.Layer, path: Sdf.Path, shown: Sequence[str] = ()) -> None:
         """The entry at `path` is about to leave; `shown` is the order of the prims beside it."""
         names = list(children_of(layer, path.GetParentPath()).keys())
-        self._orders[layer.identifier, path, frozenset(names), tuple(shown)] = names
+        self._orders.setdefault((layer.identifier, path, frozenset(names), tuple(shown)), []).append(names)
 
     def restore_order(self, layer: Sdf.Layer, path: Sdf.Path, shown: Sequence[str] = ()) -> bool:
         """The entry at `path` has come. Whether it left the same ones before: all have their places again."""
         children = children_of(layer, path.GetParentPath())
         names = list(children.keys())
-        known = self._orders.get((layer.identifier, path, frozenset(names), tuple(shown)))
+        left = self._orders.get((layer.identifier, path, frozenset(names), tuple(shown)))
+        known = left.pop() if left else None  # what left last comes first: undo and redo turn back in that order
         if known is not None and known != names:
             children[:] = [children[name] for name in known]
         return known is not None
