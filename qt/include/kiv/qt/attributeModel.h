@@ -15,30 +15,30 @@
 
 namespace Kiv_v4::qt {
 
-/// What items offer to be read and set, for a `QTreeView`: their attributes and, group by group,
-/// the properties of their transforms, cameras, lights, objects and places in a node editor.
+/// The properties of items as a model for a `QTreeView`: their attributes and, in groups, the
+/// properties of their transforms, cameras, lights, objects and places in a node editor.
 ///
 ///     qt::AttributeModel model;
 ///     model.follow(GlobalSelection::get());
 ///     view.setModel(&model);
 ///     view.setItemDelegate(new qt::AttributeDelegate(&view));
 ///
-/// Of several items, the rows are those that all have, in the order of the first. A value that is
-/// not the same in all is shown as mixed; setting it sets it in all, as one undoable step. Values
-/// follow what others change.
+/// For several items, the rows are those that all items have, in the order of the first item. If
+/// the items differ in a value, the row shows it as mixed; setting it sets it in all items, as one
+/// undoable step. The model follows all changes of values.
 ///
-/// **Cost.** Many items are read in slices while the program goes on; `isReading` tells until when.
-/// Of more than `kWatched` items, changes of transforms, cameras and lights are not followed.
+/// **Cost.** Many items are read in slices between events, while `isReading` returns true. With
+/// more than `kWatched` items, the model does not follow changes of transforms, cameras and lights.
 class KIV_EXPORT AttributeModel : public QAbstractItemModel
 {
     Q_OBJECT
 
 public:
-    /// The columns, and how many there are.
+    /// The columns, and their number.
     enum Column { LabelColumn, ValueColumn, UnitColumn, ColumnCount };
 
-    /// What `data` tells of the value column beside the roles of Qt. `Qt::EditRole` is the value as
-    /// `textOf` writes it.
+    /// The roles of the value column beside those of Qt. `Qt::EditRole` is the value as `textOf`
+    /// writes it.
     enum Role {
         TypeRole = Qt::UserRole, ///< The type constant of `Attribute`, as a text.
         ChoicesRole,             ///< Of an enumeration, its strings.
@@ -51,24 +51,25 @@ public:
     explicit AttributeModel(QObject* parent = nullptr);
     ~AttributeModel() override;
 
-    /// Shows what the items at the paths have in common. Those that do not exist are left out.
+    /// Shows the properties that the items at the paths have in common. Ignores paths without an
+    /// item.
     void setItems(std::vector<Path> items);
 
-    /// Shows the items of the selection from now on; null to stay with those shown.
+    /// Shows the items of the selection, and follows it. Null ends following; the shown items stay.
     void follow(ObservableSelection::Ptr selection);
 
     /// Returns the paths of the items that are shown.
     [[nodiscard]] const std::vector<Path>& items() const noexcept { return _items; }
 
-    /// Returns whether there are items left to be read.
+    /// Returns whether some items were not read yet.
     [[nodiscard]] bool isReading() const noexcept;
 
-    /// Returns whether the definition of the row's attribute tells a value to go back to, which it
-    /// does not have.
+    /// Returns whether the definition of the row's attribute has a default value, and the current
+    /// value is another one.
     [[nodiscard]] bool canReset(const QModelIndex& index) const;
 
-    /// Sets the attribute to the value of its definition, in all items. Returns false when that
-    /// cannot be.
+    /// Sets the attribute to the default value of its definition, in all items. Returns false if
+    /// `canReset` is false or a run-time refuses.
     bool reset(const QModelIndex& index);
 
     /// Reads all values again, for changes that were not announced.
@@ -103,17 +104,17 @@ private:
 
     std::vector<Path> _items;
     std::vector<Group> _groups;
-    std::unique_ptr<Reading> _reading; ///< Null when all is read.
+    std::unique_ptr<Reading> _reading; ///< Null when all items are read.
     std::unique_ptr<Watch> _watch;
     ObservableSelection::Ptr _selection;
     const Observer::Ptr _selectionObserver;
-    const host::RunTimeWatch _runTimes; ///< Nothing is held of one that leaves.
-    QTimer _slice;                      ///< Reads on.
-    QTimer _refresh;                    ///< Gathers changes, of which many may come at once.
+    const host::RunTimeWatch _runTimes; ///< To release the items of one that is unregistered.
+    QTimer _slice;                      ///< Reads the next items.
+    QTimer _refresh;                    ///< Reads values again once for many changes.
 };
 
 /// Editors for the values of an `AttributeModel`: lists for enumerations, a field per element of
-/// vectors and colours, dialogs for colours and files, lines for all else.
+/// vectors and colours, dialogs for colours and files, lines for all other values.
 class KIV_EXPORT AttributeDelegate : public QStyledItemDelegate
 {
     Q_OBJECT

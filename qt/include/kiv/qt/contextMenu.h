@@ -9,15 +9,16 @@
 namespace Kiv_v4::qt {
 
 /// The context menu of an item, as its run-time offers it (`ContextOps`): with icons, check marks,
-/// entries of which one excludes the others, headings and submenus, which are asked for when they
-/// open. A host may add entries of its own.
+/// exclusive entries, headings, and submenus, which it queries when they open. A host may add
+/// entries of its own.
 ///
 ///     qt::ContextMenu menu(model.path(index), &view);
 ///     if (!menu.isEmpty()) {
 ///         menu.exec(view.viewport()->mapToGlobal(position));
 ///     }
 ///
-/// It keeps the path alone, so the item may vanish and its run-time be unloaded while it is open.
+/// It keeps only the path, so the item may be deleted, and its run-time unloaded, while the menu is
+/// open.
 class KIV_EXPORT ContextMenu : public QMenu
 {
     Q_OBJECT

@@ -11,27 +11,28 @@
 
 /// Scenes in windows: item models, actions and a view for hosts that are built with Qt 6 Widgets.
 ///
-/// What run-times throw never passes through Qt. It is written to the log, where a
-/// `host::ErrorChannel` takes it up, as is what a run-time refuses. All edits are commands for the
-/// installed `UndoableCommandMgr`, which must be there.
+/// Exceptions of run-times never pass through Qt. They are written to the log, from which a
+/// `host::ErrorChannel` receives them; so are the refusals of run-times. All edits are commands for
+/// the `UndoableCommandMgr`, which must be installed.
 namespace Kiv_v4::qt {
 
-/// The scene for a `QTreeView`: the top items of all run-times and what is under them, in step with
-/// the installed scene, which should be a `host::HostScene`.
+/// The scene as a model for a `QTreeView`: the top items of all run-times and their descendants. It
+/// follows the installed scene, which should be a `host::HostScene`.
 ///
 ///     qt::OutlinerModel model;
 ///     QTreeView view;
 ///     view.setModel(&model);
 ///     const qt::SelectionSync sync(model, *view.selectionModel());
 ///
-/// Names can be edited, rows be dragged to other places and parents, and items be shown and hidden
-/// by the check box of their visibility: each as one undoable step. Icons, looks and tooltips come
-/// from the run-time's `UIInfoHandler`; items without an icon of their own get one by type.
+/// Users can edit names, drag rows to other places and parents, and show and hide items by the
+/// check box of their visibility: each edit is one undoable step. Icons, fonts, colours and
+/// tooltips come from the run-time's `UIInfoHandler`; an item without an icon of its own gets one
+/// for its type.
 ///
-/// **Cost.** Rows are read as they are shown, a thousand at a time: a view over a million items
-/// opens at once.
+/// **Cost.** The model reads rows when they are shown, a thousand at a time, so a view over a
+/// million items opens at once.
 ///
-/// **Lifetime.** Indexes follow the rules of Qt; persistent ones survive that their items are
+/// **Lifetime.** Indexes follow the rules of Qt; persistent indexes stay valid when their items are
 /// renamed and moved.
 class KIV_EXPORT OutlinerModel : public QAbstractItemModel, private host::SceneTree::Listener
 {
@@ -41,32 +42,33 @@ public:
     /// A row of the mirror of the scene.
     using Node = host::SceneTree::Node;
 
-    /// The columns, and how many there are.
+    /// The columns, and their number.
     enum Column { NameColumn, TypeColumn, RunTimeColumn, VisibilityColumn, ColumnCount };
 
-    /// What drags carry: the path strings of the items.
+    /// The type of the data of drags: the path strings of the items.
     static constexpr const char* kMimeType = "application/x-kiv-paths";
 
     explicit OutlinerModel(QObject* parent = nullptr);
     ~OutlinerModel() override;
 
-    /// Returns the tree that the rows are those of, for its filter and for fetching.
+    /// Returns the tree whose rows the model shows, for its filter and for fetching.
     [[nodiscard]] host::SceneTree& tree() { return _tree; }
 
-    /// Returns the index of the item at `path`; an invalid one when its row was not read yet.
+    /// Returns the index of the item at `path`; an invalid one if its row was not read yet.
     [[nodiscard]] QModelIndex indexOf(const Path& path, int column = NameColumn) const;
 
-    /// The same, with the rows on the way read; invalid when there is no such item.
+    /// Reads the rows on the way to the item at `path` and returns its index; an invalid one if
+    /// there is no such item.
     QModelIndex reveal(const Path& path);
 
     /// Returns the path of the index's item; empty for an invalid index.
     [[nodiscard]] Path path(const QModelIndex& index) const;
 
-    /// Returns the index's item; null for an invalid index and when there is none any more.
+    /// Returns the index's item; null for an invalid index and for a deleted item.
     [[nodiscard]] SceneItem::Ptr item(const QModelIndex& index) const;
 
-    /// Returns whether rows are coming, going or moving at the moment: then views change their
-    /// selection for lack of rows, not because a user wants it.
+    /// Returns whether rows are being inserted, removed or moved: a view that changes its selection
+    /// meanwhile does so because rows are missing, not because a user selects.
     [[nodiscard]] bool isChanging() const noexcept { return _isChanging; }
 
     /// As in `QAbstractItemModel`.
@@ -83,7 +85,7 @@ public:
                                       int role) const override;
     [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
 
-    /// Renames the item, or shows and hides it. Returns false when that cannot be.
+    /// Renames the item, or shows or hides it. Returns false if its run-time refuses.
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
 
     /// As in `QAbstractItemModel`: drags carry `kMimeType`.
@@ -93,8 +95,8 @@ public:
     [[nodiscard]] bool canDropMimeData(const QMimeData* data, Qt::DropAction action, int row,
                                        int column, const QModelIndex& parent) const override;
 
-    /// Moves the dragged items, in the order of their rows, to before the row, or after the last
-    /// child for a row of -1, as one step. Items that are gone by now stop it.
+    /// Moves the dragged items, in the order of their rows, before the row, or after the last child
+    /// for a row of -1, as one step. Moves none and returns false if one of them was deleted.
     bool dropMimeData(const QMimeData* data, Qt::DropAction action, int row, int column,
                       const QModelIndex& parent) override;
 

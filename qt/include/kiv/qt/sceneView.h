@@ -18,20 +18,21 @@
 namespace Kiv_v4::qt {
 
 /// A schematic view of the scene, drawn from the interfaces alone: boxes of objects, cameras as
-/// frusta, lights by kind, a grid and axes. What is hidden, or has no place in the world, is left
-/// out.
+/// frusta, lights by kind, a grid and axes. It leaves out hidden items and items without a world
+/// matrix.
 ///
-/// **Looking.** The middle button, or Alt and the left one, orbits; with Shift, or Alt and the
-/// middle one, pans; the wheel zooms. F frames the selection, A all. `lookThrough` shows what a
-/// camera of any run-time sees; moving the view leaves it.
+/// **Looking.** The middle button, or Alt and the left button, orbits; with Shift, or Alt and the
+/// middle button, pans; the wheel zooms. F frames the selection, A frames everything.
+/// `lookThrough` shows the picture of a camera of any run-time, until the user moves the view.
 ///
-/// **Editing.** A click selects, with Shift adds, with Ctrl toggles; a drag over the ground selects
-/// what it encloses. A drag of an item moves all that is selected in the plane of the picture; with
-/// a `host::UndoHistory` as the command manager that is one entry, and Escape takes it back.
+/// **Editing.** A click selects, with Shift adds, with Ctrl toggles; a drag over the background
+/// selects the items that it encloses. A drag of an item moves all selected items in the plane of
+/// the picture; with a `host::UndoHistory` as the command manager a drag is one entry, and Escape
+/// undoes it.
 ///
-/// **Large scenes** are read and drawn in slices: items appear while the program goes on, and a
-/// picture of many fills in. Of more than 10 000 items, only what the view itself moves and what
-/// the scene announces is followed; `refresh` reads all anew.
+/// **Large scenes** are read and drawn in slices between events, so items appear one after the
+/// other. With more than 10 000 items, the view follows only its own edits and the notifications of
+/// the scene; `refresh` reads all items again.
 class KIV_EXPORT SceneView : public QWidget
 {
     Q_OBJECT
@@ -41,63 +42,64 @@ public:
                        QWidget* parent = nullptr);
     ~SceneView() override;
 
-    /// Returns from where the scene is looked at.
+    /// Returns the current viewpoint.
     [[nodiscard]] const Viewpoint& viewpoint() const noexcept;
 
-    /// Looks through the camera from now on, and follows it. Returns false when the item is none
-    /// that can be looked through.
+    /// Looks through the camera, and follows it. Returns false if the item is not a camera with a
+    /// world matrix.
     bool lookThrough(const Path& camera);
 
     /// Leaves the camera; the view stays where it is.
     void leaveCamera();
 
-    /// Returns the camera that is looked through; empty for none.
+    /// Returns the path of the camera that the view looks through; empty for none.
     [[nodiscard]] const Path& camera() const noexcept;
 
-    /// Calls the scene's unit that beside the size of the grid's cells. At first it has none.
+    /// Sets the name of the scene's unit, shown beside the size of the grid's cells; empty at
+    /// first.
     void setUnit(const QString& unit);
 
-    /// Returns the box of all that is drawn, in the world.
+    /// Returns the box of all drawn items, in the world.
     [[nodiscard]] BoundingBox3d sceneBox() const;
 
-    /// Returns the place of a point of the world in the view; nothing for one behind the viewer.
+    /// Returns the position of a point of the world in the view; `std::nullopt` behind the viewer.
     [[nodiscard]] std::optional<QPointF> placeOf(const Vector3d& point) const;
 
-    /// Returns the item drawn at a position, of several the smallest; the empty path for none.
+    /// Returns the path of the item drawn at a position, of several the smallest; empty for none.
     [[nodiscard]] Path itemAt(const QPointF& position) const;
 
     /// Returns the items drawn within the rectangle, parents before children.
     [[nodiscard]] std::vector<Path> itemsIn(const QRectF& rectangle) const;
 
-    /// Returns whether there are items left to be read, or to be drawn.
+    /// Returns whether some items were not read or drawn yet.
     [[nodiscard]] bool isReading() const noexcept;
     [[nodiscard]] bool isDrawing() const noexcept;
 
     /// Returns the number of items read so far.
     [[nodiscard]] std::size_t nbItems() const noexcept;
 
-    /// Returns a complete picture of the view, for which all is read, in its size and pixel ratio.
+    /// Reads all items, and returns a complete picture of the view, in its size and pixel ratio.
     [[nodiscard]] QImage picture();
 
     /// As in `QWidget`.
     [[nodiscard]] QSize sizeHint() const override;
 
 public Q_SLOTS:
-    /// Brings all, or what is selected, into the picture.
+    /// Frame everything, or the selection.
     void frameAll();
     void frameSelection();
 
-    /// Reads all items anew.
+    /// Reads all items again.
     void refresh();
 
-    /// Stops reading: what was read so far is shown.
+    /// Stops reading; the view shows the items read so far.
     void stopReading();
 
 Q_SIGNALS:
     /// Some items, or all, were read.
     void progressed();
 
-    /// Another camera, or none, is looked through.
+    /// The view looks through another camera, or none.
     void cameraChanged();
 
 protected:
@@ -135,16 +137,16 @@ private:
     const std::unique_ptr<Orbit> _orbit;
     const std::unique_ptr<Content> _content;
     const std::unique_ptr<Picture> _picture;
-    std::unique_ptr<Move> _move; ///< Null when nothing is dragged.
-    double _moveDepth = 1;       ///< How far in front of the viewer it is.
+    std::unique_ptr<Move> _move; ///< Null without a drag.
+    double _moveDepth = 1;       ///< Its distance in front of the viewer.
     Viewpoint _viewpoint;
     Path _camera;
     QString _unit;
     QPointF _pressed;
     QPointF _last;
-    QRectF _band;           ///< What a drag encloses; null for none.
+    QRectF _band;           ///< The rectangle of a drag; null for none.
     double _cell = 1;       ///< The size of the grid's cells.
-    bool _isFramed = false; ///< The first items brought the view to them.
+    bool _isFramed = false; ///< Whether the first items were framed.
 };
 
 } // namespace Kiv_v4::qt

@@ -15,16 +15,16 @@ namespace Kiv_v4::qt {
 
 /// Keeps the selection of a view over an `OutlinerModel` and an observable selection the same.
 ///
-/// What a user selects is appended in the order of selecting, rows at once from top to bottom; what
-/// others select becomes selected in the view, and the last of it the current item. Rows that come,
-/// go and move change the view's selection alone: what becomes of items that are deleted and moved
-/// is up to the scene (`host::HostScene::follow`).
+/// Rows that a user selects are appended in the order of selecting, several at once from top to
+/// bottom. Items that other code selects become selected in the view, and the last of them becomes
+/// the current item. Inserted, removed and moved rows change only the view's selection; the scene
+/// decides about deleted and moved items (`host::HostScene::follow`).
 ///
-/// Items without a row, because nobody has opened their parents, stay selected until a user selects
-/// something else instead. Their rows are selected when they are read.
+/// Items without a row, because their parents were not opened, stay selected until a user selects
+/// something else. Their rows are selected when they are read.
 ///
-/// **Cost** of following a change of others: of single steps, that of the step; of replacements and
-/// batches, linear in the selection.
+/// **Cost.** Following one appended or removed item is as fast as that step; following a
+/// replacement or a batch is linear in the selection.
 ///
 /// **Lifetime.** Belongs to `view`, which must outlive neither the model nor the selection.
 class KIV_EXPORT SelectionSync : public QObject
@@ -32,7 +32,8 @@ class KIV_EXPORT SelectionSync : public QObject
     Q_OBJECT
 
 public:
-    /// `view` is the selection model of a view over `model`. The view takes the selection as it is.
+    /// `view` is the selection model of a view over `model`. At first the view takes over the
+    /// selection.
     SelectionSync(OutlinerModel& model, QItemSelectionModel& view,
                   ObservableSelection::Ptr selection = GlobalSelection::get());
     ~SelectionSync() override;
@@ -50,8 +51,8 @@ private:
     QItemSelectionModel& _view;
     const ObservableSelection::Ptr _selection;
     const Observer::Ptr _observer;
-    bool _isTaking = false;  ///< The view's changes into the selection.
-    bool _isShowing = false; ///< The selection's changes in the view.
+    bool _isTaking = false;  ///< Changing the selection as the view does.
+    bool _isShowing = false; ///< Changing the view as the selection does.
     bool _isStale = false;   ///< The view may show another selection.
     int _nbHeard = 0;        ///< Changes of the selection during `take`.
 };

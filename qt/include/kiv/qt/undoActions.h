@@ -11,8 +11,8 @@
 
 namespace Kiv_v4::qt {
 
-/// The actions Undo and Redo for menus and tool bars, with the standard shortcuts and icons. They
-/// say what they are about ("Undo rename cube") and are enabled when there is something to do.
+/// The actions Undo and Redo for menus and tool bars, with the standard shortcuts and icons. Their
+/// texts name the entry ("Undo rename cube"); they are enabled if there is an entry.
 class KIV_EXPORT UndoActions : public QObject
 {
     Q_OBJECT
@@ -36,7 +36,7 @@ private:
 };
 
 /// The entries of an undo history, oldest first, behind a row for the state before all of them.
-/// Those that are undone are shown weaker, and the one that Undo is about in bold.
+/// Undone entries are shown paler, and the entry that Undo would undo in bold.
 class KIV_EXPORT HistoryModel : public QAbstractListModel
 {
     Q_OBJECT
