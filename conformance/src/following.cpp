@@ -77,6 +77,7 @@ void Following::expect(const Snapshot& items)
 {
     _renewed.clear();
     _left.clear();
+    _unplaced.clear();
     _facts.clear();
     _valuesThen.clear();
     _nbNews = 0;
@@ -201,7 +202,7 @@ void Following::moved(const SceneItem::Ptr& item, const Path& from, bool atOnce)
     drop(from);
     _left.insert(from);
     _renewed.push_back(item->path());
-    if (sameParent) {
+    if (sameParent && _unplaced.erase(from) == 0) {
         fetch(item->path());
     } else {
         place(item->path());
@@ -307,6 +308,7 @@ void Following::place(const Path& path)
     siblings.erase(std::remove(siblings.begin(), siblings.end(), path), siblings.end());
     if (!exists(path)) { // later in the batch it moves to another path
         siblings.push_back(path);
+        _unplaced.insert(path);
         _children[path];
         return;
     }

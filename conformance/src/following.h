@@ -66,6 +66,7 @@ private:
     Children _children;
     std::vector<Path> _renewed; // with their descendants
     std::unordered_set<Path> _left;
+    std::unordered_set<Path> _unplaced; // in a batch, at paths that they have left since
     std::set<std::pair<std::string, std::string>> _facts; // text of the path, fact
     std::unordered_map<Path, std::unordered_map<std::string, std::string>> _valuesThen;
     std::vector<SceneItem::Ptr> _observed;
