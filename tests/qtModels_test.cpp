@@ -341,7 +341,7 @@ TEST_F(QtOutliner, ModelsFollowRandomEditsWithMountsBatchesAndUndo)
 
 TEST_F(QtOutliner, TheExampleOfAModelFollowsRandomEditsAmongManySiblings)
 {
-    for (const auto [nbSiblings, nbSteps] : {std::pair(0, 2000), std::pair(100000, 10)}) {
+    for (const auto& [nbSiblings, nbSteps] : {std::pair(0, 2000), std::pair(100000, 10)}) {
         const auto scene = installedScene();
         {
             test::Random random;

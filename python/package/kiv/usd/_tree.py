@@ -12,6 +12,8 @@ from kiv.usd._opinions import Stacks, children_of
 from kiv.usd._stage import ALL_PRIMS, Stage
 
 Aim = tuple[Sdf.Path, Sdf.Path]  # of an entry, at a path
+Items = list[dict[str, list[Sdf.Path]]]  # of the lists of an entry, by kind
+KINDS = ("explicitItems", "addedItems", "prependedItems", "appendedItems", "deletedItems", "orderedItems")
 
 STAGE = "stage"
 UNTYPED = {"prim": Sdf.SpecifierDef, "over": Sdf.SpecifierOver, "class": Sdf.SpecifierClass}
@@ -37,6 +39,14 @@ class Part:
     known: Stacks
 
 
+@dataclass
+class Arrival:
+    """What must not follow, or not simply, when a prim leaves a place again."""
+
+    dangling: set[Aim]  # what aimed at the place before
+    merged: dict[Sdf.Path, tuple[Items, Items]]  # lists with both the old and the new path, as they were and became
+
+
 class Tree(kit.Tree):
     """The prims of all stages of a run-time."""
 
@@ -45,7 +55,7 @@ class Tree(kit.Tree):
         super().__init__(kiv.Path(kiv.PathSegment([STAGE], run_time_id, "/")))
         self._stage_of = stage_of
         self._roots_of = roots_of
-        self._dangling: dict[tuple[str, Sdf.Path], set[Aim]] = {}  # what aimed at places before prims came there
+        self._arrivals: dict[tuple[str, Sdf.Path], list[Arrival]] = {}  # by place, the latest last
 
     def found(self, path: kiv.Path) -> tuple[Stage, Usd.Prim] | None:
         """The stage and the prim that the item at `path` stands for; None if there is no such item."""
@@ -157,14 +167,23 @@ class Tree(kit.Tree):
 
     def _retarget(self, layer: Sdf.Layer, old: Sdf.Path, new: Sdf.Path) -> None:
         """Lets what aims in the layer at the prim that was at `old` aim at `new`. Linear in the layer."""
-        left = {(place.ReplacePrefix(old, new), path)
-                for place, path in self._dangling.pop((layer.identifier, old), set())}
+        arrivals = self._arrivals.get((layer.identifier, old))
+        last = arrivals.pop() if arrivals else Arrival(set(), {})
+        left = {(place.ReplacePrefix(old, new), path) for place, path in last.dangling}
+        restored = {place.ReplacePrefix(old, new) for place, (before, after) in last.merged.items()
+                    if _restore(layer.GetObjectAtPath(place.ReplacePrefix(old, new)), before, after)}
         aims = aims_of(layer)
-        self._dangling[layer.identifier, new] = {aim for aim in aims if aim[1].HasPrefix(new)}
+        arrival = Arrival({aim for aim in aims if aim[1].HasPrefix(new)}, {})
         for place, path in aims:
-            if path.HasPrefix(old) and (place, path) not in left:
-                for paths in _path_lists(layer.GetObjectAtPath(place)):
-                    paths.ReplaceItemEdits(path, path.ReplacePrefix(old, new))
+            if not path.HasPrefix(old) or (place, path) in left or place in restored:
+                continue
+            spec, image = layer.GetObjectAtPath(place), path.ReplacePrefix(old, new)
+            before = _items(spec)
+            for paths in _path_lists(spec):
+                paths.ReplaceItemEdits(path, image)
+            if (place, image) in arrival.dangling or place in arrival.merged:
+                arrival.merged[place] = arrival.merged.get(place, (before, before))[0], _items(spec)
+        self._arrivals.setdefault((layer.identifier, new), []).append(arrival)
 
     @staticmethod
     def _spec(stage: Stage, place: Sdf.Path) -> tuple[Sdf.Layer, Sdf.Path]:
@@ -237,5 +256,19 @@ def _path_lists(spec: Any) -> list[Any]:
 
 
 def _mentioned(paths: Any) -> list[Sdf.Path]:
-    return [*paths.explicitItems, *paths.addedItems, *paths.prependedItems, *paths.appendedItems,
-            *paths.deletedItems, *paths.orderedItems]
+    return [path for kind in KINDS for path in getattr(paths, kind)]
+
+
+def _items(spec: Any) -> Items:
+    return [{kind: list(getattr(paths, kind)) for kind in KINDS} for paths in _path_lists(spec)]
+
+
+def _restore(spec: Any, before: Items, after: Items) -> bool:
+    """Gives the lists of the entry the items that they had, if nothing else has changed them since."""
+    if spec is None or _items(spec) != after:
+        return False
+    for paths, items in zip(_path_lists(spec), before, strict=True):
+        for kind in KINDS:
+            if items[kind]:
+                setattr(paths, kind, items[kind])
+    return True
