@@ -78,7 +78,8 @@ private:
 class KIV_EXPORT Recorder::Input
 {
 public:
-    /// Records the input: a line of a shell, the name of a menu entry. `recorder` must outlive this.
+    /// Records the input: a line of a shell, the name of a menu entry. `recorder` must outlive
+    /// this.
     Input(Recorder& recorder, const std::string& text);
     Input(const Input&) = delete;
     Input& operator=(const Input&) = delete;
