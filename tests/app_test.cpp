@@ -297,6 +297,20 @@ TEST_F(Kiv, SaysWhatWasMeant)
                   "kiv: no item is of type 'Light' (camera, gateway, light, mesh, root, transform);"
                   " did you mean 'light'?\n");
     }
+    const std::pair<std::string, std::string> missing[] = {
+        {"--name Lanp", "no such item 'Lanp'; did you mean 'Lamp'?"},
+        {"--material steal", "no such material 'steal'; did you mean 'Steel'?"},
+        {"--attribute 'focalLenght>50'",
+         "unknown property 'focalLenght'; did you mean 'focalLength'?"},
+        {"--name Bench --attribute roughnes",
+         "unknown property 'roughnes'; did you mean 'roughness'?"}};
+    for (const auto& [criteria, message] : missing) {
+        const auto result = kiv("find " + criteria + " " + workshop);
+        EXPECT_EQ(result.status, 1);
+        EXPECT_EQ(result.err, "kiv: " + message + "\n");
+    }
+    EXPECT_EQ(kiv("window --sise 3x4").err,
+              "kiv: unknown option '--sise'; did you mean '--size'? (kiv --help tells more)\n");
 }
 
 TEST_F(Kiv, WrongUsageIsOneLineAndStatus2)

@@ -1,8 +1,10 @@
 // What hosts look up, list, read and write without knowing which run-times there are.
 
 #include <gtest/gtest.h>
+#include <stdexcept>
 
 #include "kiv/host/childName.h"
+#include "kiv/host/comparison.h"
 #include "kiv/host/itemCondition.h"
 #include "kiv/host/itemLookup.h"
 #include "kiv/host/itemPattern.h"
@@ -142,6 +144,32 @@ TEST_F(HostServices, OutlineKeepsTheAncestorsOfWhatMatches)
     EXPECT_FALSE(rows[1].matches);
     EXPECT_TRUE(rows[1].isLast) << "the empty group is not shown";
     EXPECT_EQ(rows[2].name, PathComponent("mesh"));
+}
+
+TEST_F(HostServices, LongWorkEndsWithTheExceptionOfItsVisitor)
+{
+    const auto group = make("group", "group");
+    model.make(group->path(), "mesh", "mesh");
+    const auto other = make("group", "other");
+    model.make(other->path(), "mesh", "moved");
+    using Work = std::function<void(const host::OnVisit&)>;
+    const Work works[] = {
+        [&](const auto& onVisit) { (void)host::outline(world, {}, onVisit); },
+        [&](const auto& onVisit) { (void)host::itemsLike(world, world, "**/m*", onVisit); },
+        [&](const auto& onVisit) {
+            (void)host::compare(group, other, {0, true, nullptr, onVisit});
+        }};
+    for (const auto& work : works) {
+        auto visits = 0;
+        work([&] { ++visits; });
+        EXPECT_GE(visits, 4);
+        for (auto left = visits; left > 0; --left) {
+            auto remaining = left;
+            EXPECT_THROW(
+                work([&] { --remaining == 0 ? throw std::range_error("enough") : void(); }),
+                std::range_error);
+        }
+    }
 }
 
 TEST(ItemPatterns, NameItemsByLevels)

@@ -23,6 +23,7 @@
 #include "qtApplication.h"
 #include "screenshot.h"
 #include "stage.h"
+#include "windowProgram.h"
 
 using namespace Kiv_v4;
 using testing::ElementsAre;
@@ -248,14 +249,42 @@ TEST_F(QtWindow, ErrorsAreShownInABar)
     EXPECT_TRUE(main.errorBar().text().contains("no such item '/world/b'"));
 }
 
+/// What the program says without a window, with its status.
+std::string said(std::vector<std::string> words)
+{
+    std::vector<char*> arguments;
+    for (auto& word : words) {
+        arguments.push_back(word.data());
+    }
+    arguments.push_back(nullptr);
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    const auto status = window::runProgram(static_cast<int>(words.size()), arguments.data());
+    return std::to_string(status) + " " + testing::internal::GetCapturedStdout() +
+           testing::internal::GetCapturedStderr();
+}
+
+TEST(QtWindowProgram, ReadsItsOptionsBeforeItNeedsAScreen)
+{
+    const auto wrong = [](const std::string& trouble) {
+        return "2 kiv: " + trouble + " (kiv window --help tells more)\n";
+    };
+    EXPECT_EQ(said({"", "--sise", "1x2"}),
+              wrong("unknown option '--sise'; did you mean '--size'?"));
+    EXPECT_EQ(said({"", "--size", "640"}), wrong("--size: not a size: '640'"));
+    EXPECT_EQ(said({"", "--screenshot"}), wrong("--screenshot wants a value"));
+    EXPECT_THAT(said({"", "--help"}), testing::StartsWith("0 Usage: kiv window [OPTIONS]"));
+    EXPECT_THAT(said({"", "--version"}), testing::StartsWith("0 kiv-window 4."));
+}
+
 TEST_F(QtWindow, PicturesAreWrittenWithoutAScreen)
 {
     makeMeshes();
     const auto file = folder.filePath("picture.png");
-    EXPECT_EQ(window::sizeOf("640x480"), QSize(640, 480));
-    EXPECT_TRUE(window::sizeOf("640").isEmpty());
-    EXPECT_TRUE(window::saveScreenshot(main, file, {900, 600}));
+    window::saveScreenshot(main, file, {900, 600});
     EXPECT_EQ(QImage(file).size(), QSize(900, 600));
+    EXPECT_THROW(window::saveScreenshot(main, folder.filePath("none/picture.png"), {9, 9}),
+                 std::runtime_error);
 }
 
 } // namespace

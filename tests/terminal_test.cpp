@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <map>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
@@ -64,7 +65,6 @@ TEST_F(AtTerminal, HelpOfEveryCommandFitsAScreenAndGivesAnExample)
 {
     auto calls = commands();
     ASSERT_GT(calls.size(), 10u);
-    std::erase(calls, "window"); // which reads its arguments itself
     calls.insert(calls.end(), {"", "manual"});
     for (const auto& call : calls) {
         const auto help = kiv(call + " --help").out;
@@ -184,6 +184,84 @@ TEST_F(AtTerminal, IsolatedReadingRefusesWhatTakesTooMuch)
     }
     EXPECT_THAT(kiv("diff --isolated=60,16 large.obj large.obj").err,
                 StartsWith("kiv: large.obj: reading "));
+}
+
+/// Interrupts commands a while after they began.
+class Interrupted : public AtTerminal
+{
+protected:
+    Interrupted()
+    {
+        std::ofstream lines("large.obj");
+        for (int i = 1; i < 1000000; ++i) {
+            lines << "v 1 2 3\nf 1 1 1\n";
+        }
+    }
+
+    test::Result interrupted(const std::string& arguments, const std::string& seconds = "0.5") const
+    {
+        return shell("timeout --foreground --preserve-status -s INT " + seconds +
+                     " '" KIV_PROGRAM "' " + arguments);
+    }
+};
+
+TEST_F(Interrupted, LongWorkEndsWithALineAndAsItDoesInAScript)
+{
+    for (const auto* arguments : {"info a.obj large.obj", "diff large.obj x.obj",
+                                  "find --lights --isolated large.obj", "shell large.obj -c pwd"}) {
+        const auto result = interrupted(arguments);
+        EXPECT_EQ(result.status, 130) << arguments;
+        EXPECT_EQ(result.out, "");
+        EXPECT_THAT(linesOf(result.err), Contains("kiv: interrupted")) << arguments;
+        EXPECT_LE(linesOf(result.err).size(), 2u) << result.err;
+    }
+    const auto script = interrupted("shell --keep-going -c 'mount large.obj\npwd\npwd'");
+    EXPECT_EQ(script.status, 130);
+    EXPECT_EQ(script.err, "kiv: line 1: large.obj: interrupted\n");
+}
+
+TEST_F(Interrupted, FilesThatAreWrittenAreWhole)
+{
+    std::ofstream make("make.kiv");
+    std::ofstream save("save.kiv");
+    for (int i = 0; i < 500; ++i) {
+        make << "make group item\n";
+    }
+    for (int i = 0; i < 10000; ++i) {
+        save << "save scene.json\n";
+    }
+    make.close();
+    save.close();
+    ASSERT_EQ(kiv("shell -c 'run make.kiv; save scene.json' >made").err, "");
+    const auto result =
+        interrupted("shell -c 'watch --record=recording; run make.kiv; run save.kiv' >made", "1");
+    EXPECT_EQ(result.status, 130);
+    EXPECT_THAT(result.err, HasSubstr("interrupted"));
+    EXPECT_EQ(kiv("shell -c 'open scene.json'").err, "");
+    const auto recorded = linesOf(contentOf("recording"));
+    EXPECT_GT(recorded.size(), 1u);
+    for (const auto& line : recorded) {
+        EXPECT_TRUE(nlohmann::json::accept(line)) << line;
+    }
+    for (const auto& entry : fs::directory_iterator(folder)) {
+        EXPECT_THAT(entry.path().filename().string(), Not(StartsWith(".")));
+    }
+}
+
+TEST_F(Interrupted, ASecondInterruptEndsWorkThatDoesNotAsk)
+{
+    const auto result = shell("mkfifo never; sleep 9 >never & bash -c 'set -m; \"" KIV_PROGRAM
+                              "\" shell -c \"run never\" & sleep 0.5; kill -INT $!; sleep 0.2; "
+                              "kill -0 $! && kill -INT $!; wait $!; echo $?' 2>said");
+    EXPECT_EQ(result.out, "130\n");
+}
+
+TEST_F(Interrupted, TheReadingOfSeveralFilesTellsTheirNumber)
+{
+    EXPECT_THAT(shell("TERM=xterm timeout 20 script -qec \"'" KIV_PROGRAM "' info " + workshop +
+                      " large.obj\" /dev/null")
+                    .out,
+                HasSubstr("\rreading 2 of 2: large.obj "));
 }
 
 /// Runs commands on a terminal of ten rows.

@@ -1,4 +1,4 @@
-#include "program.h"
+#include "windowProgram.h"
 
 int main(int argc, char** argv)
 {

@@ -1,20 +1,18 @@
 #include "screenshot.h"
 
 #include <QApplication>
+#include <QBuffer>
 #include <QPalette>
-#include <QRegularExpression>
 #include <QTreeView>
+
+#include "kiv/document/fileReplacement.h"
+#include "kiv/host/errorPrefix.h"
 
 namespace window {
 
-QSize sizeOf(const QString& text)
-{
-    static const QRegularExpression form("^(\\d{1,5})x(\\d{1,5})$");
-    const auto parts = form.match(text);
-    return parts.hasMatch() ? QSize(parts.captured(1).toInt(), parts.captured(2).toInt()) : QSize();
-}
+using namespace Kiv_v4;
 
-bool saveScreenshot(MainWindow& window, const QString& file, const QSize& size)
+void saveScreenshot(MainWindow& window, const QString& file, const QSize& size)
 {
     window.resize(size);
     window.show();
@@ -27,7 +25,13 @@ bool saveScreenshot(MainWindow& window, const QString& file, const QSize& size)
     }
     static_cast<void>(window.view().picture());
     QCoreApplication::processEvents();
-    return window.grab().save(file, "PNG", 0); // as small as it gets
+    QBuffer picture;
+    window.grab().save(&picture, "PNG", 0); // as small as it gets
+    host::prefixed(file.toStdString(), [&] {
+        const auto& bytes = picture.data();
+        document::replaceFile(file.toStdString(),
+                              {bytes.constData(), static_cast<std::size_t>(bytes.size())});
+    });
 }
 
 void useDarkColors()

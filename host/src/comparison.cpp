@@ -65,9 +65,10 @@ std::vector<Difference> compare(const SceneItem::Ptr& before, const SceneItem::P
 {
     TreeImage old(before, options);
     TreeImage now(after, options);
-    pairItems(old, now);
+    pairItems(old, now, options);
     std::vector<Difference> differences;
     for (const auto& node : old.nodes) {
+        visit(options);
         if (node.partner != kNone) {
             const auto& partner = now.nodes[node.partner];
             comparePlaces(old, now, node, partner, differences);

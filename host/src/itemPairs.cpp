@@ -40,7 +40,9 @@ using Key = std::function<std::size_t(const TreeImage& tree, const Node& node)>;
 class Pairing
 {
 public:
-    Pairing(TreeImage& before, TreeImage& after) : _before(before), _after(after) {}
+    Pairing(TreeImage& before, TreeImage& after, const ComparisonOptions& options)
+        : _before(before), _after(after), _options(options)
+    {}
 
     void run()
     {
@@ -56,6 +58,7 @@ private:
     {
         std::vector<std::pair<std::size_t, std::size_t>> pending{{before, after}};
         while (!pending.empty()) {
+            visit(_options);
             const auto [left, right] = pending.back();
             pending.pop_back();
             _before.nodes[left].partner = right;
@@ -215,6 +218,7 @@ private:
 
     TreeImage& _before;
     TreeImage& _after;
+    const ComparisonOptions& _options;
 };
 
 } // namespace
@@ -225,6 +229,7 @@ TreeImage::TreeImage(const SceneItem::Ptr& root, const ComparisonOptions& option
     std::vector<std::size_t> above; // the last item seen on each level
     walk(root, std::numeric_limits<std::size_t>::max(),
          [&](const SceneItem::Ptr& item, std::size_t depth) {
+             visit(options);
              above.resize(depth);
              Node node{item, item->nodeName(), item->nodeType()};
              if (depth > 0) {
@@ -253,6 +258,7 @@ void TreeImage::readContents()
         if (node->partner != kNone) {
             continue; // nor will it ever be asked for
         }
+        visit(_options);
         node->contents = node->shape;
         for (const auto& value : valuesOf(node->item, _options)) {
             node->contents = mixed(node->contents, hashOf(value));
@@ -263,9 +269,9 @@ void TreeImage::readContents()
     }
 }
 
-void pairItems(TreeImage& before, TreeImage& after)
+void pairItems(TreeImage& before, TreeImage& after, const ComparisonOptions& options)
 {
-    Pairing(before, after).run();
+    Pairing(before, after, options).run();
 }
 
 } // namespace Kiv_v4::host

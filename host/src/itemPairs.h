@@ -10,6 +10,13 @@
 
 namespace Kiv_v4::host {
 
+inline void visit(const ComparisonOptions& options)
+{
+    if (options.onVisit) {
+        options.onVisit();
+    }
+}
+
 /// A tree of items as it is now: parents before their children, siblings in order.
 struct TreeImage
 {
@@ -40,6 +47,6 @@ private:
 };
 
 /// Finds the items that are the same, and makes them partners.
-void pairItems(TreeImage& before, TreeImage& after);
+void pairItems(TreeImage& before, TreeImage& after, const ComparisonOptions& options);
 
 } // namespace Kiv_v4::host

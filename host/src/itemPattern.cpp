@@ -7,7 +7,6 @@
 
 #include "kiv/hierarchy.h"
 #include "kiv/host/itemLookup.h"
-#include "kiv/host/outline.h"
 
 namespace Kiv_v4::host {
 
@@ -34,6 +33,15 @@ std::vector<std::string> namesIn(const std::string& pattern)
 class Found
 {
 public:
+    explicit Found(const OnVisit& onVisit) : _onVisit(onVisit) {}
+
+    void visit() const
+    {
+        if (_onVisit) {
+            _onVisit();
+        }
+    }
+
     void add(const SceneItem::Ptr& item)
     {
         if (item && _paths.insert(item->path()).second) {
@@ -44,6 +52,7 @@ public:
     std::vector<SceneItem::Ptr> items;
 
 private:
+    const OnVisit& _onVisit;
     std::unordered_set<Path> _paths;
 };
 
@@ -51,6 +60,7 @@ void addBelow(Found& found, const SceneItem::Ptr& top, bool withTop)
 {
     walk(top, std::numeric_limits<std::size_t>::max(),
          [&](const SceneItem::Ptr& item, std::size_t depth) {
+             found.visit();
              if (withTop || depth > 0) {
                  found.add(item);
              }
@@ -69,6 +79,7 @@ void addStep(Found& found, const SceneItem::Ptr& item, const std::string& name, 
         addBelow(found, item, !isLast);
     } else {
         for (const auto& child : hierarchy ? hierarchy->children() : SceneItemList()) {
+            found.visit();
             if (isLike(child->nodeName(), name)) {
                 found.add(child);
             }
@@ -89,7 +100,7 @@ bool isPattern(std::string_view text) noexcept
 }
 
 std::vector<SceneItem::Ptr> itemsLike(const SceneItem::Ptr& root, const SceneItem::Ptr& current,
-                                      const std::string& pattern)
+                                      const std::string& pattern, const OnVisit& onVisit)
 {
     const auto names = namesIn(pattern);
     auto name = names.begin();
@@ -104,7 +115,7 @@ std::vector<SceneItem::Ptr> itemsLike(const SceneItem::Ptr& root, const SceneIte
         }
     }
     for (; name != names.end(); ++name) {
-        Found found;
+        Found found(onVisit);
         for (const auto& item : items) {
             addStep(found, item, *name, name + 1 == names.end());
         }

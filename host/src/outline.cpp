@@ -94,10 +94,14 @@ void walk(const SceneItem::Ptr& root, std::size_t depth, const OutlineVisitor& v
     }
 }
 
-std::vector<OutlineRow> outline(const SceneItem::Ptr& root, const OutlineFilter& filter)
+std::vector<OutlineRow> outline(const SceneItem::Ptr& root, const OutlineFilter& filter,
+                                const OnVisit& onVisit)
 {
     std::vector<OutlineRow> rows;
     walk(root, filter.depth, [&](const SceneItem::Ptr& item, std::size_t depth) {
+        if (onVisit) {
+            onVisit();
+        }
         auto type = item->nodeType();
         const auto matches = filter.matches(type);
         rows.push_back({item->path().back(), std::move(type), item->runTimeId(), depth, matches});

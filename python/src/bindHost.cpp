@@ -243,7 +243,8 @@ void bindLookUp(nb::module_& module)
     row.property("name", [](const Row& self) { return self.name.string(); });
     row.field("nodeType", &Row::nodeType).field("runTimeId", &Row::runTimeId);
     row.field("depth", &Row::depth).field("matches", &Row::matches).field("isLast", &Row::isLast);
-    function(module, "host::", "outline", &host::outline, "root"_a, "filter"_a = Filter());
+    function(module, "host::", "outline", &host::outline, "root"_a, "filter"_a = Filter(),
+             "on_visit"_a.none() = nb::none());
     using Counts = host::OutlineCounts;
     Class<Counts> counts(module, "OutlineCounts", "host::OutlineCounts");
     counts.field("items", &Counts::items).field("nodeTypes", &Counts::nodeTypes);

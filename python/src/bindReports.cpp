@@ -45,11 +45,13 @@ void bindComparison(nb::module_& module)
     function(
         module, "host::", "compare",
         [](const SceneItem::Ptr& before, const SceneItem::Ptr& after, double tolerance, bool values,
-           std::function<bool(const std::string&, const std::string&)> counts) {
-            return host::compare(before, after, {tolerance, values, std::move(counts)});
+           std::function<bool(const std::string&, const std::string&)> counts,
+           host::OnVisit onVisit) {
+            return host::compare(before, after,
+                                 {tolerance, values, std::move(counts), std::move(onVisit)});
         },
         "before"_a, "after"_a, nb::kw_only(), "tolerance"_a = 0.0, "values"_a = true,
-        "counts"_a.none() = nb::none());
+        "counts"_a.none() = nb::none(), "on_visit"_a.none() = nb::none());
     function(
         module, "host::", "isSame",
         [](const std::string& type_, nb::handle one, nb::handle other, double tolerance) {
@@ -65,6 +67,7 @@ void bindPatterns(nb::module_& module)
     using host::ItemCondition;
     Class<ItemCondition> type(module, "ItemCondition", "host::ItemCondition");
     type.def(nb::init<const std::string&, bool>(), "text"_a, "ignores_case"_a = false);
+    type.property("name", &ItemCondition::name);
     type.method("holds", &ItemCondition::holds, "item"_a);
     type.method("holdsForMetadata", &ItemCondition::holdsForMetadata, "item"_a);
     type.method(
@@ -76,7 +79,8 @@ void bindPatterns(nb::module_& module)
     function(module, "host::", "isLike", &host::isLike, "text"_a, "pattern"_a,
              "ignores_case"_a = false);
     function(module, "host::", "isPattern", &host::isPattern, "text"_a);
-    function(module, "host::", "itemsLike", &host::itemsLike, "root"_a, "current"_a, "pattern"_a);
+    function(module, "host::", "itemsLike", &host::itemsLike, "root"_a, "current"_a, "pattern"_a,
+             "on_visit"_a.none() = nb::none());
 }
 
 void bindInspection(nb::module_& module)

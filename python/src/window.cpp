@@ -2,7 +2,7 @@
 #include <nanobind/stl/string.h>
 #include <nanobind/stl/vector.h>
 
-#include "program.h"
+#include "windowProgram.h"
 
 // The window in the process of the interpreter, where it shows what Python registered.
 

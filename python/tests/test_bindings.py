@@ -22,7 +22,7 @@ UNBOUND = {
     r".*::(c|r|cr)?(begin|end)|.*::(const_|reverse_|const_reverse_)?iterator|.*::value_type": "iteration is Python's",
     r".*::operator.*": "operators are Python's, and `test_paths` and its siblings test them",
     r"(SceneItemList|ChildFilter|DuplicateOptions|AttributeVariant|Rtid|\w+Listener|\w*Vector3[df]|Matrix4d|Color3f|"
-    r"host::PropertyValue|host::OutlineVisitor|document::OnMissing|assimp::Progress|kit::Maker)": "plain Python values",
+    r"host::PropertyValue|host::OutlineVisitor|host::OnVisit|document::OnMissing|assimp::Progress|kit::Maker)": "plain Python values",
     r"(AttributeClass|TypedAttribute|attributeClasses|visitAttribute|visitAttributeClass|typeOf|value|"
     r"setValueCmd|AttributeClass)(::.*)?": "`Attribute.value` and `Attribute.set_cmd` do it",
     r"(TypedColorN|TypedVectorN|TypedSquareMatrixN|SetValue\d?UndoableCommand)(::.*)?":

@@ -10,6 +10,7 @@
 
 #include "cli/programCommand.h"
 #include "terminal/diagnostics.h"
+#include "terminal/interrupts.h"
 #include "terminal/otherProgram.h"
 
 namespace app {
@@ -94,6 +95,7 @@ int check(const CheckOptions& options, Output& output)
         return kFailure;
     }
     output.flush(); // what is held back would be written by each child process
+    Interrupts::endProgram();
     auto how = options.options;
     how.allocationFaults = conformance::failingAllocations();
     const auto report =

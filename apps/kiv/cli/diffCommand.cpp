@@ -69,9 +69,9 @@ int diff(const DiffOptions& options, Output& output)
     }
     auto comparison = options.comparison;
     comparison.values = !options.structure;
-    ProgressLine progress("comparing values");
-    comparison.counts = [&options, &progress](const std::string& group, const std::string& name) {
-        progress.count();
+    ProgressLine progress("comparing items");
+    comparison.onVisit = progress.counter();
+    comparison.counts = [&options](const std::string& group, const std::string& name) {
         return options.facts || group != host::kAttribute || !name.starts_with("file.");
     };
     auto differences = host::compare(rootUnder(gateways[0]), rootUnder(gateways[1]), comparison);

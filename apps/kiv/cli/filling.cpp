@@ -72,10 +72,16 @@ void defineScene(CLI::App& command, SceneWishes& wishes)
 
 std::size_t fill(document::Workspace& scene, const SceneWishes& wishes)
 {
-    showReading(scene);
     scene.setIsolation(wishes.isolation);
-    return failures(wishes.itemsToMake, [&](const std::string& item) { make(scene, item); }) +
-           failures(wishes.files, [&](const std::string& file) { scene.mount(file); });
+    ReadingProgress progress(wishes.files.size());
+    const auto failed =
+        failures(wishes.itemsToMake, [&](const std::string& item) { make(scene, item); }) +
+        failures(wishes.files, [&](const std::string& file) {
+            progress.showNext(scene);
+            scene.mount(file);
+        });
+    showReading(scene);
+    return failed;
 }
 
 SceneItemList rootsOf(const document::Workspace& scene, const Plugins& plugins)

@@ -38,7 +38,7 @@ void defineMake(CLI::App& command, SceneWishes& wishes);
 std::size_t fill(Kiv_v4::document::Workspace& scene, const SceneWishes& wishes);
 
 /// Does `work` with each of the subjects, complains of those with which it fails, and returns their
-/// number.
+/// number. An interrupt ends it.
 template <class Work>
 std::size_t failures(const std::vector<std::string>& subjects, Work work)
 {
@@ -46,6 +46,8 @@ std::size_t failures(const std::vector<std::string>& subjects, Work work)
     for (const auto& subject : subjects) {
         try {
             work(subject);
+        } catch (const Kiv_v4::document::Cancelled&) {
+            throw;
         } catch (const std::exception& error) {
             complain(subject, error.what());
             ++failed;

@@ -2,6 +2,7 @@
 #include "cli/programCommand.h"
 #include "report/fileInfo.h"
 #include "terminal/diagnostics.h"
+#include "terminal/progressLine.h"
 
 namespace app {
 
@@ -18,8 +19,9 @@ struct InfoOptions
 int info(const InfoOptions& options, Output& output)
 {
     std::vector<Json> files;
+    ReadingProgress progress(options.files.size());
     const auto failed = failures(options.files, [&](const std::string& file) {
-        files.push_back(fileInfo(file, options.isolation));
+        files.push_back(fileInfo(file, options.isolation, progress));
     });
     if (!files.empty()) {
         writeInfo(files, options.form, output);

@@ -12,6 +12,7 @@
 #include "cli/programCommand.h"
 #include "cli/usageTrouble.h"
 #include "terminal/diagnostics.h"
+#include "terminal/interrupts.h"
 #include "terminal/output.h"
 
 namespace {
@@ -115,11 +116,9 @@ int run(int argc, char** argv, Output& output)
     }
 }
 
-} // namespace
-
-int main(int argc, char** argv)
+/// What is thrown has undone what was half done: files that were being written, steps of edits.
+int runToTheEnd(int argc, char** argv)
 {
-    std::setlocale(LC_CTYPE, "C.UTF-8"); // so that patterns take characters for bytes of names
     try {
         Output output;
         const auto status = run(argc, argv, output);
@@ -131,4 +130,17 @@ int main(int argc, char** argv)
         app::complain("unknown error");
     }
     return app::kFailure;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    std::setlocale(LC_CTYPE, "C.UTF-8"); // so that patterns take characters for bytes of names
+    const app::Interrupts interrupts(app::Interrupts::Second::EndsProgram);
+    const auto status = runToTheEnd(argc, argv);
+    if (app::Interrupts::hasCome()) {
+        app::endAsInterrupted();
+    }
+    return status;
 }

@@ -7,6 +7,7 @@
 #include "cli/programCommand.h"
 #include "shell/engine/script.h"
 #include "terminal/diagnostics.h"
+#include "terminal/interrupts.h"
 
 namespace app {
 
@@ -40,6 +41,7 @@ int replay(const ReplayOptions& options, Output& output)
     const auto found = host::replay(
         records, [&session](const std::string& line) { shell::runLine(session, line); },
         session.scene().root(), session.sharedHistory());
+    endIfInterrupted(); // which the replay takes for an error like others
     for (const auto& [input, recorded, now] : found) {
         output.line(std::to_string(input.id) + " " + lineOf(input));
         output.line("  recorded  " + lineOf(recorded));

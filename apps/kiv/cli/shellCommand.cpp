@@ -44,11 +44,11 @@ std::string promptOf(const Session& session)
 /// Runs a line that was typed, or leaves the shell where there was none any more.
 void obey(Session& session, const std::optional<std::string>& line)
 {
+    Interrupts::forget();
     if (!line) {
         session.output().line("");
         return session.quit();
     }
-    Interrupts::forget();
     try {
         runLine(session, *line);
     } catch (const std::exception& error) {
@@ -58,7 +58,7 @@ void obey(Session& session, const std::optional<std::string>& line)
 
 void converse(Session& session)
 {
-    const Interrupts interrupts;
+    const Interrupts interrupts(Interrupts::Second::Waits);
     LineReader reader([&](std::string_view line) { return completionOf(session, line); });
     session.output().line("kiv shell: help lists the commands, the tab key completes, quit leaves");
     session.guardChanges();

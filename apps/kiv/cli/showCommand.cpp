@@ -1,4 +1,3 @@
-#include <exception>
 #include <stdexcept>
 
 #include "kiv/document/workspace.h"
@@ -10,6 +9,7 @@
 #include "cli/programCommand.h"
 #include "report/itemReport.h"
 #include "terminal/diagnostics.h"
+#include "terminal/progressLine.h"
 
 namespace app {
 
@@ -34,8 +34,10 @@ std::vector<SceneItem::Ptr> itemsNamed(const document::Workspace& scene, const s
         return {item};
     }
     const auto top = Hierarchy::createItem(gateway);
-    auto items = host::isPattern(word) ? host::itemsLike(scene.root(), top, word)
-                                       : std::vector<SceneItem::Ptr>();
+    ProgressLine progress("searching items");
+    auto items = host::isPattern(word)
+                     ? host::itemsLike(scene.root(), top, word, progress.counter())
+                     : std::vector<SceneItem::Ptr>();
     if (items.empty()) {
         static_cast<void>(host::requireItem(scene.root(), top, word)); // knows what was meant
         throw std::runtime_error("no such item '" + word + "'");
@@ -50,12 +52,8 @@ int show(const ShowOptions& options, const std::string& file, const std::vector<
     document::Workspace scene;
     auto failed = fill(scene, options.scene);
     auto gateway = scene.root()->path();
-    try {
-        if (!file.empty()) {
-            gateway = scene.mount(file);
-        }
-    } catch (const std::exception& error) {
-        complain(file, error.what());
+    const auto mount = [&](const std::string& one) { gateway = scene.mount(one); };
+    if (!file.empty() && failures({file}, mount) > 0) {
         return kFailure;
     }
     std::vector<SceneItem::Ptr> items;
@@ -63,6 +61,8 @@ int show(const ShowOptions& options, const std::string& file, const std::vector<
         try {
             const auto named = itemsNamed(scene, path, gateway);
             items.insert(items.end(), named.begin(), named.end());
+        } catch (const document::Cancelled&) {
+            throw;
         } catch (const std::runtime_error& error) {
             complain(error.what());
             ++failed;

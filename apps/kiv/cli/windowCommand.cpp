@@ -1,6 +1,8 @@
 #include <filesystem>
+#include <memory>
 
 #include "cli/programCommand.h"
+#include "cli/windowSyntax.h"
 #include "terminal/otherProgram.h"
 
 namespace app {
@@ -8,27 +10,30 @@ namespace app {
 namespace {
 
 /// Becomes the program with the window, which is beside this one if Qt was there to build it.
-[[noreturn]] int show(const std::vector<std::string>& words)
+[[noreturn]] void show(const WindowWishes& wishes)
 {
-    std::vector<std::string> arguments{
+    std::vector<std::string> words{
         std::filesystem::read_symlink("/proc/self/exe").replace_filename("kiv-window").string()};
-    arguments.insert(arguments.end(), words.begin(), words.end());
-    become(std::move(arguments), "the window is built if Qt is installed");
+    const auto arguments = wordsOf(wishes);
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    become(std::move(words), "the window is built if Qt is installed");
 }
 
 } // namespace
 
 Command defineWindow(CLI::App& program)
 {
-    auto& syntax =
-        *program.add_subcommand("window", "Show scenes in a window, or write a picture of it");
-    syntax.footer("kiv window --help tells more.\nExample: kiv window scene.gltf");
-    // The other program reads its arguments itself, also those that this one knows.
-    syntax.prefix_command();
-    syntax.allow_extras();
-    syntax.fallthrough(false);
-    syntax.set_help_flag();
-    return {&syntax, [&syntax](const Context&) { return show(syntax.remaining()); }, false};
+    const auto wishes = std::make_shared<WindowWishes>();
+    auto& syntax = *program.add_subcommand("window", kWindowTitle);
+    defineWindowOptions(syntax, *wishes);
+    return {&syntax,
+            [wishes, &program](const Context&) -> int {
+                auto all = *wishes; // with the plug-ins that were told before the command
+                const auto& before = program.get_option("--plugin")->results();
+                all.plugins.insert(all.plugins.begin(), before.begin(), before.end());
+                show(all);
+            },
+            false};
 }
 
 } // namespace app

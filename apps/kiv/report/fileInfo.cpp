@@ -10,8 +10,6 @@
 #include "kiv/host/matrix.h"
 #include "kiv/host/outline.h"
 
-#include "terminal/progressLine.h"
-
 namespace app {
 
 using namespace Kiv_v4;
@@ -86,7 +84,8 @@ void addFacts(Json& info, const SceneItem::Ptr& root)
 
 void addTree(Json& info, const SceneItem::Ptr& root)
 {
-    const auto counts = host::countsOf(host::outline(root, {}));
+    ProgressLine progress("listing items");
+    const auto counts = host::countsOf(host::outline(root, {}, progress.counter()));
     info["items"] = counts.items;
     info["types"] = counts.nodeTypes;
     info["depth"] = counts.depth;
@@ -110,11 +109,12 @@ void addBox(Json& info, const SceneItem::Ptr& root)
 
 } // namespace
 
-Json fileInfo(const std::string& file, const std::optional<document::Isolation>& isolation)
+Json fileInfo(const std::string& file, const std::optional<document::Isolation>& isolation,
+              ReadingProgress& progress)
 {
     using Clock = std::chrono::steady_clock;
     document::Workspace scene;
-    showReading(scene);
+    progress.showNext(scene);
     scene.setIsolation(isolation);
     const auto before = Clock::now();
     const auto gateway = scene.mount(file);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <limits>
-#include <set>
 #include <unordered_set>
 
 #include "kiv/cameraHandler.h"
@@ -13,8 +12,8 @@
 #include "kiv/runTimeMgr.h"
 
 #include "report/itemLines.h"
+#include "report/missingNames.h"
 #include "report/table.h"
-#include "terminal/diagnostics.h"
 #include "terminal/progressLine.h"
 
 namespace app {
@@ -106,27 +105,6 @@ std::size_t search(const SceneItemList& roots, const Criteria& criteria, const O
 
 } // namespace
 
-void complainOfMissingType(const SceneItemList& roots, const std::string& type, Output& output)
-{
-    if (type.empty()) {
-        return;
-    }
-    std::set<std::string> types;
-    for (const auto& root : roots) {
-        host::walk(root, std::numeric_limits<std::size_t>::max(),
-                   [&](const SceneItem::Ptr& item, std::size_t) {
-                       types.insert(item->nodeType());
-                       return true;
-                   });
-    }
-    if (types.contains(type)) {
-        return;
-    }
-    output.flush();
-    complain("no item is of type '" + type + "'" +
-             alternatives(type, {types.begin(), types.end()}));
-}
-
 std::size_t find(const document::Workspace& scene, const SceneItemList& roots,
                  const Criteria& criteria, FindForm form, Output& output, const Found& found)
 {
@@ -152,8 +130,8 @@ std::size_t find(const document::Workspace& scene, const SceneItemList& roots,
     if (form == FindForm::JsonText) {
         items.end();
     }
-    if (count == 0 && criteria.nodeType) {
-        complainOfMissingType(roots, *criteria.nodeType, output);
+    if (count == 0) {
+        complainOfMissingNames(roots, criteria, output);
     }
     return count;
 }

@@ -17,14 +17,9 @@ enum class FindForm { Table, Paths, JsonText };
 /// Told of one item that was found.
 using Found = std::function<void(const Kiv_v4::SceneItem::Ptr&)>;
 
-/// Complains, behind what was printed so far, when `type` is not empty and no item at or under
-/// `roots` is of it, with the types that there are.
-void complainOfMissingType(const Kiv_v4::SceneItemList& roots, const std::string& type,
-                           Output& output);
-
 /// Writes the items at and under `roots` that are found, tells of each, and returns their number.
-/// With several files in the scene, the file of each is told, too. Complains when a type is wanted
-/// that no item there has.
+/// With several files in the scene, the file of each is told, too. When nothing is found, complains
+/// of names that are wanted and that nothing there has.
 std::size_t find(const Kiv_v4::document::Workspace& scene, const Kiv_v4::SceneItemList& roots,
                  const Criteria& criteria, FindForm form, Output& output, const Found& found = {});
 

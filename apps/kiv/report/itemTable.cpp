@@ -11,6 +11,7 @@
 #include "report/itemReport.h"
 #include "report/table.h"
 #include "terminal/jsonText.h"
+#include "terminal/progressLine.h"
 
 namespace app {
 
@@ -96,7 +97,9 @@ void showTable(const std::vector<SceneItem::Ptr>& items, const std::string& colu
     }
     Table table(std::move(titles));
     auto list = Json::array();
+    ProgressLine progress("reading items");
     for (const auto& item : items) {
+        progress.count();
         std::vector<std::string> row{PathString::string(item->path()), item->nodeType()};
         Json record{{"path", row[0]}, {"type", row[1]}};
         for (const auto& name : names) {

@@ -4,7 +4,7 @@
 #include <functional>
 
 #include "report/itemLines.h"
-#include "report/itemSearch.h"
+#include "report/missingNames.h"
 #include "report/treeDrawing.h"
 #include "terminal/progressLine.h"
 
@@ -34,11 +34,17 @@ std::size_t walkMatches(const SceneItemList& roots, const host::OutlineFilter& f
     return count;
 }
 
+std::vector<host::OutlineRow> rowsOf(const SceneItem::Ptr& root, const host::OutlineFilter& filter)
+{
+    ProgressLine progress("listing items");
+    return host::outline(root, filter, progress.counter());
+}
+
 std::size_t draw(const SceneItemList& roots, const host::OutlineFilter& filter, Output& output)
 {
     std::size_t count = 0;
     for (const auto& root : roots) {
-        const auto rows = host::outline(root, filter);
+        const auto rows = rowsOf(root, filter);
         drawTree(rows, output);
         count += rows.size();
     }

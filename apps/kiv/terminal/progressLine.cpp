@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <system_error>
 #include <unistd.h>
 
@@ -18,15 +19,16 @@ namespace {
 constexpr auto kPatience = std::chrono::milliseconds(200);
 constexpr auto kPace = std::chrono::milliseconds(50);
 constexpr std::size_t kStride = 256; // items between two looks at the clock
-constexpr std::size_t kMaxWork = 48; // bytes, so that the line fits the terminal's row
+constexpr std::size_t kMaxName = 40; // bytes, so that the line fits the terminal's row
 
-/// The end of `text`, from the start of a character on.
-std::string shortened(const std::string& text)
+/// The end of a file's name, from the start of a character on, fit for a terminal.
+std::string shortened(const std::string& file)
 {
-    if (text.size() <= kMaxWork) {
+    const auto text = printable(file);
+    if (text.size() <= kMaxName) {
         return text;
     }
-    auto start = text.size() - kMaxWork;
+    auto start = text.size() - kMaxName;
     while (start < text.size() && (text[start] & 0xC0) == 0x80) {
         ++start;
     }
@@ -35,9 +37,9 @@ std::string shortened(const std::string& text)
 
 } // namespace
 
-ProgressLine::ProgressLine(const std::string& work, std::uintmax_t size)
-    : _work(shortened(printable(work))), _size(size), _isTerminal(isTerminal(STDERR_FILENO)),
-      _begin(Clock::now()), _nextShow(_begin + kPatience)
+ProgressLine::ProgressLine(const std::string& work, std::uintmax_t size, Clock::time_point begin)
+    : _work(work), _size(size), _isTerminal(isTerminal(STDERR_FILENO)), _begin(Clock::now()),
+      _nextShow(begin + kPatience)
 {}
 
 ProgressLine::~ProgressLine()
@@ -95,15 +97,22 @@ void ProgressLine::write(const std::string& line)
     _width = line.size();
 }
 
-void showReading(Kiv_v4::document::Workspace& scene)
+void ReadingProgress::showNext(Kiv_v4::document::Workspace& scene)
 {
+    ++_next;
+    const auto work =
+        _nbFiles > 1 ? "reading " + std::to_string(_next) + " of " + std::to_string(_nbFiles) + ": "
+                     : std::string("reading ");
+    // What is read alone, as in a shell, begins when it is read.
+    const auto begin = _nbFiles > 1 ? std::optional(_begin) : std::nullopt;
     const auto line = std::make_shared<std::unique_ptr<ProgressLine>>();
-    scene.setProgress([line](const std::string& file, float fraction) {
+    scene.setProgress([line, work, begin](const std::string& file, float fraction) {
         if (fraction < 1) {
             if (!*line) {
                 std::error_code none;
                 const auto size = std::filesystem::file_size(file, none);
-                *line = std::make_unique<ProgressLine>("reading " + file, none ? 0 : size);
+                *line = std::make_unique<ProgressLine>(work + shortened(file), none ? 0 : size,
+                                                       begin.value_or(ProgressLine::Clock::now()));
             }
             (*line)->show(fraction);
         } else {
@@ -111,6 +120,11 @@ void showReading(Kiv_v4::document::Workspace& scene)
         }
         endIfInterrupted();
     });
+}
+
+void showReading(Kiv_v4::document::Workspace& scene)
+{
+    ReadingProgress(1).showNext(scene);
 }
 
 } // namespace app

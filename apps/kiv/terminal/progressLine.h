@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "kiv/document/workspace.h"
@@ -14,8 +15,12 @@ namespace app {
 class ProgressLine
 {
 public:
-    /// `size` is the work in bytes, or 0 for work that is counted.
-    explicit ProgressLine(const std::string& work, std::uintmax_t size = 0);
+    using Clock = std::chrono::steady_clock;
+
+    /// `size` is the work in bytes, or 0 for work that is counted. Work that is a part of longer
+    /// work has taken as long as that, since `begin`.
+    explicit ProgressLine(const std::string& work, std::uintmax_t size = 0,
+                          Clock::time_point begin = Clock::now());
     ProgressLine(const ProgressLine&) = delete;
     ProgressLine& operator=(const ProgressLine&) = delete;
     ~ProgressLine();
@@ -27,9 +32,13 @@ public:
     /// came. Cheap to call often.
     void count();
 
-private:
-    using Clock = std::chrono::steady_clock;
+    /// A function that does so, while this lives.
+    [[nodiscard]] std::function<void()> counter()
+    {
+        return [this] { count(); };
+    }
 
+private:
     [[nodiscard]] bool isDue();
     [[nodiscard]] std::string rate(double done, const char* unit) const;
     void write(const std::string& line);
@@ -41,6 +50,22 @@ private:
     const Clock::time_point _begin;
     Clock::time_point _nextShow;
     std::size_t _width = 0; ///< Of the line that is on the terminal now.
+};
+
+/// Shows progress lines for the reading of scene files, one after the other, which tell how many of
+/// them are done; an interrupt from the keyboard ends it.
+class ReadingProgress
+{
+public:
+    explicit ReadingProgress(std::size_t nbFiles) : _nbFiles(nbFiles) {}
+
+    /// From now on the workspace reads the next of the files.
+    void showNext(Kiv_v4::document::Workspace& scene);
+
+private:
+    const std::size_t _nbFiles;
+    std::size_t _next = 0;
+    const ProgressLine::Clock::time_point _begin = ProgressLine::Clock::now();
 };
 
 /// From now on a progress line shows while the workspace reads a scene file, and an interrupt from

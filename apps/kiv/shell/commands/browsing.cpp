@@ -135,11 +135,8 @@ void diffItems(Session& session, const Arguments& arguments)
     if (const auto* tolerance = arguments.value("--tolerance")) {
         options.tolerance = valueOf<double>(*tolerance);
     }
-    ProgressLine progress("comparing values");
-    options.counts = [&progress](const std::string&, const std::string&) {
-        progress.count();
-        return true;
-    };
+    ProgressLine progress("comparing items");
+    options.onVisit = progress.counter();
     writeDifferences(host::compare(before, after, options), before->path(), after->path(),
                      arguments.has("--json"), session.output());
 }

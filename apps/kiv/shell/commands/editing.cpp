@@ -7,6 +7,7 @@
 #include "kiv/runTimeMgr.h"
 #include "kiv/selectionCommands.h"
 
+#include "terminal/interrupts.h"
 #include "terminal/terminal.h"
 
 namespace app::shell {
@@ -22,6 +23,7 @@ void edit(const std::string& name, const SceneItem::Ptr& item, const UndoableCom
 
 void run(host::Transaction& edits, const SceneItem::Ptr& item, const UndoableCommand::Ptr& command)
 {
+    endIfInterrupted(); // between the items of a step, all of which is then undone
     if (!command) {
         fail(item, "run-time " + RunTimeMgr::instance().getName(item->runTimeId()) + " refuses");
     }

@@ -6,6 +6,7 @@
 
 #include "shell/commands/editing.h"
 #include "shell/engine/commandTable.h"
+#include "terminal/interrupts.h"
 #include "terminal/terminal.h"
 
 namespace app::shell {
@@ -18,6 +19,7 @@ void select(Session& session, const Arguments& arguments)
 {
     host::Transaction edits("select");
     for (const auto& item : session.itemsIfAny(arguments.words())) {
+        endIfInterrupted();
         if (!session.selection()->contains(item->path())) {
             edits.run(std::make_shared<SelectionAppendItem>(session.selection(), item));
         }

@@ -11,6 +11,7 @@
 
 #include "shell/engine/commandTable.h"
 #include "terminal/diagnostics.h"
+#include "terminal/interrupts.h"
 #include "terminal/terminal.h"
 
 namespace app::shell {
@@ -83,13 +84,14 @@ bool runLines(Session& session, std::istream& lines, const ScriptStyle& style)
             Kiv_v4::host::prefixed("line " + std::to_string(number),
                                    [&] { runLine(session, line); });
         } catch (const std::runtime_error& error) {
-            if (!style.keepsGoing) {
+            if (!style.keepsGoing || Interrupts::hasCome()) {
                 throw;
             }
             report(session, error.what());
             isFaultless = false;
         }
     }
+    endIfInterrupted(); // which also ends the reading of lines
     return isFaultless;
 }
 

@@ -153,7 +153,8 @@ std::vector<SceneItem::Ptr> Session::named(const std::string& word) const
         return {item};
     }
     if (host::isPattern(word)) {
-        auto items = host::itemsLike(_scene->root(), current(), word);
+        ProgressLine progress("searching items");
+        auto items = host::itemsLike(_scene->root(), current(), word, progress.counter());
         if (!items.empty()) {
             return items;
         }

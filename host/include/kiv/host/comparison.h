@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "kiv/export.h"
+#include "kiv/host/outline.h"
 #include "kiv/host/propertyValue.h"
 #include "kiv/path.h"
 #include "kiv/sceneItem.h"
@@ -35,6 +36,9 @@ struct ComparisonOptions
 
     /// Returns whether a value is compared; null compares all.
     std::function<bool(const std::string& group, const std::string& name)> counts{};
+
+    /// Called a few times for each item.
+    OnVisit onVisit{};
 };
 
 /// One way in which the tree after differs from the one before.

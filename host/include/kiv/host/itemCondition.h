@@ -26,6 +26,9 @@ public:
     /// right of `<`, `<=`, `>` or `>=`.
     explicit ItemCondition(const std::string& text, bool ignoresCase = false);
 
+    /// Returns the name of the values that it is about.
+    [[nodiscard]] const std::string& name() const noexcept { return _name; }
+
     /// Returns whether it holds for an attribute or property of the item. Exceptions of run-times
     /// pass through.
     [[nodiscard]] bool holds(const SceneItem::Ptr& item) const;

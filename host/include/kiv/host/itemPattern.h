@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "kiv/export.h"
+#include "kiv/host/outline.h"
 #include "kiv/sceneItem.h"
 
 namespace Kiv_v4::host {
@@ -25,7 +26,9 @@ namespace Kiv_v4::host {
 /// stands for any number of levels, and at the end for all items below. Neither item may be null.
 ///
 /// Cost: linear in the children of the items on the way, and for each `**` in what lies below them.
-[[nodiscard]] KIV_EXPORT std::vector<SceneItem::Ptr>
-itemsLike(const SceneItem::Ptr& root, const SceneItem::Ptr& current, const std::string& pattern);
+[[nodiscard]] KIV_EXPORT std::vector<SceneItem::Ptr> itemsLike(const SceneItem::Ptr& root,
+                                                               const SceneItem::Ptr& current,
+                                                               const std::string& pattern,
+                                                               const OnVisit& onVisit = {});
 
 } // namespace Kiv_v4::host

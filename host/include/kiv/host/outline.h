@@ -41,6 +41,10 @@ using OutlineVisitor = std::function<bool(const SceneItem::Ptr& item, std::size_
 /// levels. Neither the call stack nor the items kept alive grow with the depth of the scene.
 KIV_EXPORT void walk(const SceneItem::Ptr& root, std::size_t depth, const OutlineVisitor& visit);
 
+/// Called each time that long work looks at an item, to show how far it is or to end it: an
+/// exception passes through to the caller. Cheap for the callee to do nothing in most calls.
+using OnVisit = std::function<void()>;
+
 /// One line of an outliner tree.
 struct OutlineRow
 {
@@ -58,8 +62,8 @@ struct OutlineRow
 
 /// Returns the rows of the tree under `root` in the order of the walk: the items that pass the
 /// filter, and their ancestors.
-[[nodiscard]] KIV_EXPORT std::vector<OutlineRow> outline(const SceneItem::Ptr& root,
-                                                         const OutlineFilter& filter);
+[[nodiscard]] KIV_EXPORT std::vector<OutlineRow>
+outline(const SceneItem::Ptr& root, const OutlineFilter& filter, const OnVisit& onVisit = {});
 
 /// The numbers of items in rows, by kind, and the size of the tree.
 struct OutlineCounts
