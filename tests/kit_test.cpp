@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 #include <gtest/gtest.h>
 #include <iterator>
 #include <list>
@@ -10,12 +11,14 @@
 #include "kiv/kit/attributeJson.h"
 #include "kiv/kit/attributeTable.h"
 #include "kiv/kit/bases.h"
+#include "kiv/kit/cameras.h"
 #include "kiv/kit/command.h"
 #include "kiv/kit/handlerBases.h"
 #include "kiv/kit/handlers.h"
+#include "kiv/kit/lights.h"
 #include "kiv/kit/names.h"
+#include "kiv/kit/nodeTree.h"
 #include "kiv/kit/transforms.h"
-#include "kiv/kit/tree.h"
 #include "kiv/pathString.h"
 #include "kiv/runTimeCommand.h"
 #include "kiv/runTimeRegistration.h"
@@ -44,43 +47,18 @@ struct Box
     std::list<Box> children{};
     Matrix4d matrix = kit::identity();
     kit::AffineFactors factors{};
+    kit::CameraValues camera{};
+    kit::LightValues light{};
     std::map<std::string, AttributeVariant> values{};
     AttributeTable::Metadata metadata{};
 };
 
-class BoxTree : public kit::Tree
+class BoxTree : public kit::NodeTree<Box*>
 {
 public:
     explicit BoxTree(Rtid id)
-        : Tree(PathSegment(PathSegment::Components{std::string("top")}, id, '/'))
+        : NodeTree(PathSegment(PathSegment::Components{std::string("top")}, id, '/'))
     {}
-
-    Box* find(const Path& path) const
-    {
-        auto* box = covers(path) ? &_top : nullptr;
-        for (auto name = path.begin() + 1; box && name != path.end(); ++name) {
-            const auto child = childNamed(*box, name->string());
-            box = child == box->children.end() ? nullptr : &*child;
-        }
-        return box;
-    }
-
-    std::string nodeType(const Path& path) const override
-    {
-        const auto* box = find(path);
-        return box ? box->type : "";
-    }
-
-    std::vector<Child> children(const Path& path) const override
-    {
-        std::vector<Child> children;
-        if (const auto* box = find(path)) {
-            for (const auto& child : box->children) {
-                children.push_back({child.name, child.type});
-            }
-        }
-        return children;
-    }
 
     bool accepts(const Path& parent, const std::string&) const override
     {
@@ -93,10 +71,9 @@ public:
 
     Part take(const Path& path) override
     {
-        auto& siblings = find(path.pop())->children;
-        const auto child = childNamed(*find(path.pop()), path.back().string());
-        const auto part = std::make_shared<Box>(*child);
-        siblings.erase(child);
+        auto* box = existing(path);
+        const auto part = std::make_shared<Box>(*box);
+        existing(path.pop())->children.remove_if([&](Box& other) { return &other == box; });
         return part;
     }
 
@@ -107,13 +84,21 @@ public:
         siblings.insert(place, *std::static_pointer_cast<Box>(part))->name = path.back().string();
     }
 
-private:
-    static std::list<Box>::iterator childNamed(Box& parent, const std::string& name)
+protected:
+    Box* rootNode() const override { return &_top; }
+
+    std::vector<Box*> childNodes(Box* box) const override
     {
-        return std::find_if(parent.children.begin(), parent.children.end(),
-                            [&](const Box& child) { return child.name == name; });
+        std::vector<Box*> children;
+        for (auto& child : box->children) {
+            children.push_back(&child);
+        }
+        return children;
     }
 
+    Child described(Box* box) const override { return {box->name, box->type}; }
+
+private:
     mutable Box _top{"top", "box"};
 };
 
@@ -545,6 +530,108 @@ TEST_F(Kit, TransformsOfAMatrixOfFactorsAndOfAttributesEditAlike)
         EXPECT_FALSE(transform->rotatePivotCmd(1, 0, 0));
         Transform3d::removeObserver(child, observer);
     }
+}
+
+TEST_F(KitAttributes, ItemsHaveAttributesOfTheirOwn)
+{
+    const auto own = std::make_shared<AttributeTable>();
+    own->add({"size", Attribute::kInt, [](const Path&) { return 7; }, {}});
+    own->addItemValues(
+        {[this](const Path& path) {
+             const auto* found = tree->find(path);
+             return found ? std::vector<std::pair<std::string, AttributeVariant>>(
+                                found->values.begin(), found->values.end())
+                          : std::vector<std::pair<std::string, AttributeVariant>>();
+         },
+         [this](const Path& path, const std::string& name, const AttributeVariant& value) {
+             tree->existing(path)->values[name] = value;
+         }});
+    RunTimeMgr::instance().setAttributesHandler(id, kit::attributesHandler(own));
+    box("Int").values = {
+        {"mass", 1.5}, {"note", std::string("heavy")}, {"size", 3}, {"tags", std::monostate()}};
+
+    const auto attributes =
+        std::dynamic_pointer_cast<Attributes_v4_2>(Attributes::attributes(item("/top/Int")));
+    EXPECT_EQ(attributes->attributeNames(),
+              (std::vector<std::string>{"size", "mass", "note", "tags"}));
+    EXPECT_EQ(value(*attributes->attribute("size")), AttributeVariant(7));
+    EXPECT_EQ(attributes->attributeType("tags"), Attribute::kGeneric);
+    EXPECT_EQ(attributes->attributeDef("size")->type(), Attribute::kInt);
+    EXPECT_FALSE(attributes->attributeDef("mass"));
+    EXPECT_FALSE(Attributes::attributes(item("/top/Bool"))->hasAttribute("mass"));
+
+    const auto mass = attributes->attribute("mass");
+    const auto command = setValueCmd(*mass, 2.5);
+    command->execute();
+    EXPECT_EQ(value(*mass), AttributeVariant(2.5));
+    command->undo();
+    EXPECT_EQ(value(*mass), AttributeVariant(1.5));
+    EXPECT_EQ(changes, std::vector<std::string>(2, "mass"));
+
+    box("Int").values["mass"] = std::string("light");
+    EXPECT_THROW(command->redo(), std::invalid_argument);
+    box("Int").values.clear();
+    EXPECT_FALSE(mass->hasValue());
+    EXPECT_THROW(command->redo(), std::invalid_argument);
+}
+
+TEST_F(Kit, CamerasAndLightsOfValuesAreEditedOneValueAtATime)
+{
+    auto& manager = RunTimeMgr::instance();
+    const auto eye = made("/top", "eye");
+    auto& box = *tree->find(eye->path());
+    manager.setCameraHandler(
+        id, kit::cameraHandler({[this](const Path& path) {
+                                    const auto* found = tree->find(path);
+                                    return found && found->name == "eye"
+                                               ? std::optional(found->camera)
+                                               : std::nullopt;
+                                },
+                                [this](const Path& path, const kit::CameraValues& values) {
+                                    tree->existing(path)->camera = values;
+                                }}));
+    manager.setLightHandler(
+        id, kit::lightHandler({[this](const Path& path) {
+                                   const auto* found = tree->find(path);
+                                   return found ? std::optional(found->light) : std::nullopt;
+                               },
+                               [this](const Path& path, const kit::LightValues& values) {
+                                   tree->existing(path)->light = values;
+                               }}));
+    auto heardOfCamera = 0;
+    const auto observer = test::Callback::make([&](const Notification&) { ++heardOfCamera; });
+    Camera::addObserver(eye, observer);
+    EXPECT_EQ(CameraHandler::findAll(tree->root()).size(), 1);
+    EXPECT_FALSE(Camera::camera(item("/top")));
+
+    const auto camera = Camera::camera(eye);
+    const auto zoom = camera->focalLengthCmd(85);
+    EXPECT_EQ(zoom->commandString(), "Set focal length of eye");
+    EXPECT_EQ(box.camera.focalLength, 50);
+    zoom->execute();
+    EXPECT_TRUE(std::dynamic_pointer_cast<SetFloatUndoableCommand>(zoom)->set(135));
+    EXPECT_FALSE(std::dynamic_pointer_cast<SetFloatUndoableCommand>(zoom)->set(NAN));
+    camera->fStop(4);
+    zoom->undo();
+    EXPECT_EQ(camera->focalLength(), 50);
+    EXPECT_EQ(camera->fStop(), 4);
+    EXPECT_EQ(heardOfCamera, 4);
+    EXPECT_FALSE(camera->nearClipPlaneCmd(INFINITY));
+    EXPECT_FALSE(camera->projectionCmd(static_cast<Camera::Projection>(2)));
+
+    box.light.type = Light::Spot;
+    const auto light = Light::light(eye);
+    light->coneInterface()->coneProps(30, 5, 1);
+    EXPECT_EQ(box.light.cone, (Light::ConeProps{30, 5, 1}));
+    EXPECT_FALSE(light->directionalInterface());
+    EXPECT_FALSE(light->colorCmd(1, NAN, 0));
+
+    SceneItemOps::sceneItemOps(eye)->deleteItem();
+    EXPECT_EQ(camera->focalLength(), 50);
+    EXPECT_FALSE(camera->focalLengthCmd(20));
+    EXPECT_FALSE(std::dynamic_pointer_cast<SetFloatUndoableCommand>(zoom)->set(20));
+    EXPECT_THROW(zoom->redo(), std::runtime_error);
+    Camera::removeObserver(eye, observer);
 }
 
 } // namespace

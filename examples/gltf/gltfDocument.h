@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <fstream>
 #include <nlohmann/json.hpp>
+#include <optional>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -16,13 +19,35 @@ public:
     using Index = std::size_t; ///< Of a node.
     using Matrix = std::array<std::array<double, 4>, 4>;
 
+    /// The lens of a camera, in radians and scene units.
+    struct Lens
+    {
+        bool isPerspective;
+        float verticalFov;
+        float aspectRatio;
+        float near;
+        float far;
+    };
+
     explicit GltfDocument(Json json) : _json(std::move(json)) {}
+
+    /// Reads a file. Throws if it is not JSON or cannot be read.
+    [[nodiscard]] static GltfDocument read(const std::string& name)
+    {
+        std::ifstream file(name);
+        if (!file) {
+            throw std::runtime_error("'" + name + "' cannot be read");
+        }
+        return GltfDocument(Json::parse(file));
+    }
 
     [[nodiscard]] const Json& json() const noexcept { return _json; }
 
     /// The first scene. Throws if there is none.
     [[nodiscard]] Json& scene() { return _json.at("scenes").at(0); }
     [[nodiscard]] Json& node(Index index) { return _json.at("nodes").at(index); }
+
+    [[nodiscard]] static std::string nameOf(const Json& object) { return object.value("name", ""); }
 
     [[nodiscard]] static std::string typeOf(const Json& object)
     {
@@ -39,13 +64,20 @@ public:
         return list.is_null() ? list = Json::array() : list;
     }
 
-    /// The child of that name; null if there is none.
-    [[nodiscard]] Json* child(Json& parent, const std::string& name)
+    [[nodiscard]] std::vector<Json*> childNodes(Json& parent)
     {
-        const auto& list = children(parent);
-        const auto found = std::find_if(list.begin(), list.end(),
-                                        [&](Index index) { return node(index)["name"] == name; });
-        return found == list.end() ? nullptr : &node(*found);
+        std::vector<Json*> nodes;
+        for (const Index child : children(parent)) {
+            nodes.push_back(&node(child));
+        }
+        return nodes;
+    }
+
+    /// Inserts a node before the child at `row`, or last.
+    void insert(Json& parent, Index child, std::size_t row)
+    {
+        auto& list = children(parent);
+        list.insert(list.begin() + static_cast<int>(std::min(row, list.size())), child);
     }
 
     /// Takes the child out of the list of its parent.
@@ -81,6 +113,27 @@ public:
             children(node(copied)) = list;
         }
         return top;
+    }
+
+    /// The lens of the camera of a node, which may be null.
+    [[nodiscard]] std::optional<Lens> lens(const Json* node) const
+    {
+        if (!node || !node->contains("camera")) {
+            return std::nullopt;
+        }
+        const auto& camera = _json.at("cameras").at(node->at("camera").get<Index>());
+        const std::string type = camera.at("type");
+        const auto& lens = camera.at(type);
+        return Lens{type == "perspective", lens.value("yfov", 0.6F),
+                    lens.value("aspectRatio", 1.5F), lens.value("znear", 0.1F),
+                    lens.value("zfar", 10000.F)};
+    }
+
+    /// The extras of a node, which may be null, as an object; empty if it has none.
+    [[nodiscard]] static Json extras(const Json* node)
+    {
+        auto extras = node ? node->value("extras", Json::object()) : Json();
+        return extras.is_object() ? extras : Json::object();
     }
 
     /// Gives the node a matrix in the place of translation, rotation and scale. It is written by

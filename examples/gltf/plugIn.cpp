@@ -1,8 +1,5 @@
-// The glTF run-time as a plug-in, with the document that the environment variable GLTF_DOCUMENT
-// names.
+// The glTF run-time as a plug-in, with the document that the variable GLTF_DOCUMENT names.
 #include <cstdlib>
-#include <fstream>
-#include <stdexcept>
 
 #include "gltfRunTime.h"
 
@@ -10,18 +7,8 @@ namespace {
 
 class GltfPlugin
 {
-private:
-    static GltfDocument opened()
-    {
-        const auto* name = std::getenv("GLTF_DOCUMENT");
-        std::ifstream file(name ? name : "");
-        if (!file) {
-            throw std::runtime_error("GLTF_DOCUMENT names no file that can be read");
-        }
-        return GltfDocument(GltfDocument::Json::parse(file));
-    }
-
-    GltfRunTime _runTime{opened()};
+    const char* const _file = std::getenv("GLTF_DOCUMENT");
+    GltfRunTime _runTime{GltfDocument::read(_file ? _file : "")};
 };
 
 } // namespace

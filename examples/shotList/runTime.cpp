@@ -10,75 +10,26 @@
 #include "kiv/kit/announce.h"
 #include "kiv/kit/attributeTable.h"
 #include "kiv/kit/handlers.h"
-#include "kiv/kit/tree.h"
+#include "kiv/kit/nodeTree.h"
 
 namespace kit = Kiv::kit;
 
-namespace {
-
 constexpr char kSeparator = '|';
 
-std::list<Entry>::iterator childNamed(Entry& parent, const std::string& name)
-{
-    return std::find_if(parent.children.begin(), parent.children.end(),
-                        [&](const Entry& child) { return child.name == name; });
-}
-
-} // namespace
-
 /// The show as the library browses and edits it.
-class ShotTree : public kit::Tree
+class ShotTree : public kit::NodeTree<Entry*>
 {
 public:
     ShotTree(Kiv::Rtid id, Entry show)
-        : Tree(Kiv::PathSegment(Kiv::PathSegment::Components{show.name}, id, kSeparator)),
+        : NodeTree(Kiv::PathSegment(Kiv::PathSegment::Components{show.name}, id, kSeparator)),
           _show(std::move(show))
     {}
-
-    /// The entry at `path`; null if there is none.
-    [[nodiscard]] Entry* find(const Kiv::Path& path) const
-    {
-        auto* entry = covers(path) ? &_show : nullptr;
-        for (auto name = path.begin() + 1; entry && name != path.end(); ++name) {
-            const auto child = childNamed(*entry, name->string());
-            entry = child == entry->children.end() ? nullptr : &*child;
-        }
-        return entry;
-    }
-
-    /// The entry at `path`. Throws `std::invalid_argument` if there is none.
-    [[nodiscard]] Entry& existing(const Kiv::Path& path) const
-    {
-        if (auto* entry = find(path)) {
-            return *entry;
-        }
-        throw std::invalid_argument("no such item '" + Kiv::PathString::string(path) + "'");
-    }
-
-    // The queries.
-
-    [[nodiscard]] std::string nodeType(const Kiv::Path& path) const override
-    {
-        const auto* entry = find(path);
-        return entry ? entry->type : "";
-    }
-
-    [[nodiscard]] std::vector<Child> children(const Kiv::Path& path) const override
-    {
-        std::vector<Child> children;
-        if (const auto* entry = find(path)) {
-            for (const auto& child : entry->children) {
-                children.push_back({child.name, child.type});
-            }
-        }
-        return children;
-    }
 
     // The edits.
 
     [[nodiscard]] bool accepts(const Kiv::Path& parent, const std::string& nodeType) const override
     {
-        const auto taken = childType(existing(parent).type);
+        const auto taken = childType(existing(parent)->type);
         return !taken.empty() && (nodeType.empty() || nodeType == taken);
     }
 
@@ -91,25 +42,41 @@ public:
 
     [[nodiscard]] Part copy(const Kiv::Path& path) override
     {
-        return std::make_shared<Entry>(existing(path));
+        return std::make_shared<Entry>(*existing(path));
     }
 
     [[nodiscard]] Part take(const Kiv::Path& path) override
     {
-        auto& parent = existing(path.pop());
-        const auto entry = childNamed(parent, path.back().string());
+        auto* entry = existing(path);
         const auto part = std::make_shared<Entry>(std::move(*entry));
-        parent.children.erase(entry);
+        existing(path.pop())->children.remove_if([&](Entry& other) { return &other == entry; });
         return part;
     }
 
     void put(const Kiv::Path& path, const Part& part, std::size_t row) override
     {
-        auto& siblings = existing(path.pop()).children;
+        auto& siblings = existing(path.pop())->children;
         const auto place = std::next(siblings.begin(),
                                      static_cast<std::ptrdiff_t>(std::min(row, siblings.size())));
         const auto entry = siblings.insert(place, *std::static_pointer_cast<Entry>(part));
         entry->name = path.back().string();
+    }
+
+protected:
+    [[nodiscard]] Entry* rootNode() const override { return &_show; }
+
+    [[nodiscard]] std::vector<Entry*> childNodes(Entry* entry) const override
+    {
+        std::vector<Entry*> children;
+        for (auto& child : entry->children) {
+            children.push_back(&child);
+        }
+        return children;
+    }
+
+    [[nodiscard]] Child described(Entry* entry) const override
+    {
+        return {entry->name, entry->type};
     }
 
 private:
@@ -127,7 +94,7 @@ kit::AttributeTable::Row frame(const std::shared_ptr<ShotTree>& tree, const std:
         return shot ? Kiv::AttributeVariant(shot->*field) : Kiv::AttributeVariant();
     };
     const auto set = [tree, field](const Kiv::Path& path, const Kiv::AttributeVariant& value) {
-        tree->existing(path).*field = std::get<int>(value);
+        tree->existing(path)->*field = std::get<int>(value);
     };
     return {name, Kiv::Attribute::kInt, get, set, displayName, Entry().*field};
 }
@@ -156,6 +123,6 @@ Kiv::Path ShotListRunTime::rootPath() const
 
 void ShotListRunTime::reload(std::list<Entry> sequences)
 {
-    _tree->existing(rootPath()).children = std::move(sequences);
+    _tree->existing(rootPath())->children = std::move(sequences);
     kit::announce(Kiv::SubtreeInvalidate(_tree->item(rootPath())));
 }

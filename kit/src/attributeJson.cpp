@@ -193,6 +193,15 @@ struct Reader
     }
 };
 
+Json parsed(const std::string& json)
+{
+    auto parsed = Json::parse(json, nullptr, false);
+    if (parsed.is_discarded()) {
+        fail("not JSON: " + json);
+    }
+    return parsed;
+}
+
 } // namespace
 
 std::string jsonOf(const AttributeVariant& value)
@@ -202,18 +211,24 @@ std::string jsonOf(const AttributeVariant& value)
 
 AttributeVariant valueFromJson(const std::string& type, const std::string& json)
 {
-    const auto parsed = Json::parse(json, nullptr, false);
-    if (parsed.is_discarded()) {
-        fail("not JSON: " + json);
-    }
+    const auto read = parsed(json);
     AttributeVariant value;
-    const auto isRead = visitAttributeClass(type, [&]<class A, class V>(AttributeClass<A, V>) {
-        Reader()(value.emplace<V>(), parsed);
-    });
+    const auto isRead = visitAttributeClass(
+        type, [&]<class A, class V>(AttributeClass<A, V>) { Reader()(value.emplace<V>(), read); });
     if (!isRead && type != Attribute::kGeneric) {
         fail("unknown attribute type '" + type + "'");
     }
     return value;
+}
+
+AttributeVariant valueFromJson(const std::string& json)
+{
+    const auto read = parsed(json);
+    const auto* type = read.is_boolean()  ? Attribute::kBool
+                       : read.is_number() ? Attribute::kDouble
+                       : read.is_string() ? Attribute::kString
+                                          : Attribute::kGeneric;
+    return valueFromJson(type, json);
 }
 
 } // namespace Kiv_v4::kit

@@ -6,7 +6,10 @@
 
 #include "kiv/attributeNotification.h"
 #include "kiv/baseUndoableCommand.h"
+#include "kiv/hierarchyHandler.h"
 #include "kiv/kit/bases.h"
+#include "kiv/kit/handlers.h"
+#include "kiv/runTimeMgr.h"
 
 #include "valueCommand.h"
 
@@ -15,10 +18,45 @@ namespace Kiv_v4::kit {
 namespace {
 
 using TablePtr = std::shared_ptr<const AttributeTable>;
+using Row = AttributeTable::Row;
+using RowPtr = std::shared_ptr<const Row>;
 
 [[noreturn]] void fail(const std::string& name, const std::string& reason)
 {
     throw std::invalid_argument("attribute '" + name + "' " + reason);
+}
+
+/// The row with what it leaves open.
+Row completed(Row row)
+{
+    const auto initial = initialValue(row.type);
+    if (!initial) {
+        fail(row.name, "has the unknown type '" + row.type + "'");
+    }
+    if (std::holds_alternative<std::monostate>(row.defaultValue)) {
+        row.defaultValue = *initial;
+    }
+    if (!row.set) {
+        row.metadata.try_emplace(Attribute::kLocked, Value(true));
+    }
+    return row;
+}
+
+AttributeVariant valueIn(const Row* row, const Path& path)
+{
+    return row && row->get ? row->get(path) : AttributeVariant();
+}
+
+/// `std::nullopt` if the item has no such attribute.
+std::optional<AttributeVariant> namedValue(const AttributeTable::ItemValues& values,
+                                           const Path& path, const std::string& name)
+{
+    for (auto& [present, value] : values.get(path)) {
+        if (present == name) {
+            return std::move(value);
+        }
+    }
+    return std::nullopt;
 }
 
 /// The common part of all attributes of a table; `A` is the class of their type.
@@ -26,24 +64,26 @@ template <class A>
 class RowAttribute : public A
 {
 public:
-    RowAttribute(const SceneItem::Ptr& item, TablePtr table, const AttributeTable::Row& row)
-        : A(item), _table(std::move(table)), _row(row)
+    RowAttribute(const SceneItem::Ptr& item, TablePtr table, RowPtr row)
+        : A(item), _table(std::move(table)), _row(std::move(row))
     {}
 
     [[nodiscard]] bool hasValue() const override
     {
         return !std::holds_alternative<std::monostate>(present());
     }
-    [[nodiscard]] std::string name() const override { return _row.name; }
+    [[nodiscard]] std::string name() const override { return _row->name; }
     [[nodiscard]] std::string displayName() const override
     {
-        return _row.displayName.empty() ? _row.name : _row.displayName;
+        return _row->displayName.empty() ? _row->name : _row->displayName;
     }
     [[nodiscard]] std::string string() const override { return textOf(present()); }
 
     [[nodiscard]] Value metadata(const std::string& key) const override
     {
-        return _table->metadata(path(), _row.name, key);
+        const auto fixed = _row->metadata.find(key);
+        return fixed == _row->metadata.end() ? _table->metadata(path(), _row->name, key)
+                                             : Value(fixed->second);
     }
     [[nodiscard]] bool hasMetadata(const std::string& key) const override
     {
@@ -51,41 +91,42 @@ public:
     }
     bool setMetadata(const std::string& key, const Value& value) override
     {
-        return _table->setMetadata(path(), _row.name, key, &value);
+        return _table->setMetadata(path(), _row->name, key, &value);
     }
     bool clearMetadata(const std::string& key) override
     {
-        return _table->setMetadata(path(), _row.name, key, nullptr);
+        return _table->setMetadata(path(), _row->name, key, nullptr);
     }
 
     [[nodiscard]] UndoableCommand::Ptr setMetadataCmd(const std::string& key,
                                                       const Value& value) override
     {
-        if (!_table->takesMetadata(path(), _row.name, key)) {
+        if (!_table->takesMetadata(path(), _row->name, key)) {
             return nullptr;
         }
-        const auto get = [table = _table, at = path(), name = _row.name, key] {
+        const auto get = [table = _table, at = path(), name = _row->name, key] {
             return table->metadata(at, name, key);
         };
-        const auto set = [table = _table, at = path(), name = _row.name, key](const Value& wanted) {
+        const auto set = [table = _table, at = path(), name = _row->name,
+                          key](const Value& wanted) {
             const Value copy(wanted); // since reading a value consumes it
             if (!table->setMetadata(at, name, key, copy.typeName().empty() ? nullptr : &copy)) {
                 fail(name, "does not take metadata '" + key + "'");
             }
         };
         return std::make_shared<ValueCommand<Value, BaseUndoableCommand>>(
-            "Set " + key + " of " + _row.name, get, set, value, path());
+            "Set " + key + " of " + _row->name, get, set, value, path());
     }
 
 protected:
     [[nodiscard]] Path path() const { return this->sceneItem()->path(); }
-    [[nodiscard]] AttributeVariant present() const { return _table->value(path(), _row.name); }
-    [[nodiscard]] const AttributeTable::Row& row() const noexcept { return _row; }
+    [[nodiscard]] AttributeVariant present() const { return valueIn(_row.get(), path()); }
+    [[nodiscard]] const Row& row() const noexcept { return *_row; }
     [[nodiscard]] const TablePtr& table() const noexcept { return _table; }
 
 private:
     const TablePtr _table;
-    const AttributeTable::Row& _row; // of the table
+    const RowPtr _row;
 };
 
 /// An attribute whose value is the alternative `V`.
@@ -160,27 +201,24 @@ public:
 class RowDef : public AttributeDef
 {
 public:
-    explicit RowDef(TablePtr table, const AttributeTable::Row& row)
-        : _table(std::move(table)), _row(row)
-    {}
+    explicit RowDef(RowPtr row) : _row(std::move(row)) {}
 
-    [[nodiscard]] std::string name() const override { return _row.name; }
+    [[nodiscard]] std::string name() const override { return _row->name; }
     [[nodiscard]] std::string displayName() const override
     {
-        return _row.displayName.empty() ? _row.name : _row.displayName;
+        return _row->displayName.empty() ? _row->name : _row->displayName;
     }
-    [[nodiscard]] std::string type() const override { return _row.type; }
-    [[nodiscard]] std::string defaultValue() const override { return textOf(_row.defaultValue); }
-    [[nodiscard]] std::vector<std::string> enumValues() const override { return _row.enumValues; }
+    [[nodiscard]] std::string type() const override { return _row->type; }
+    [[nodiscard]] std::string defaultValue() const override { return textOf(_row->defaultValue); }
+    [[nodiscard]] std::vector<std::string> enumValues() const override { return _row->enumValues; }
     [[nodiscard]] Value metadata(const std::string& key) const override
     {
-        const auto found = _row.metadata.find(key);
-        return found == _row.metadata.end() ? Value() : Value(found->second);
+        const auto found = _row->metadata.find(key);
+        return found == _row->metadata.end() ? Value() : Value(found->second);
     }
 
 private:
-    const TablePtr _table; // holds the row
-    const AttributeTable::Row& _row;
+    const RowPtr _row;
 };
 
 class TableAttributes : public AttributesBase
@@ -192,40 +230,45 @@ public:
 
     [[nodiscard]] std::string attributeType(const std::string& name) const override
     {
-        const auto* row = _table->row(name);
+        const auto row = find(name);
         return row ? row->type : Attribute::kInvalid;
+    }
+
+    [[nodiscard]] bool hasAttribute(const std::string& name) const override
+    {
+        return find(name) != nullptr;
     }
 
     [[nodiscard]] Attribute::Ptr attribute(const std::string& name) override
     {
-        const auto* row = _table->row(name);
+        const auto row = find(name);
         if (!row) {
             return nullptr;
         }
         Attribute::Ptr attribute;
         visitAttributeClass(row->type, [&]<class A, class V>(AttributeClass<A, V>) {
-            attribute = std::make_shared<ValueAttribute<A, V>>(sceneItem(), _table, *row);
+            attribute = std::make_shared<ValueAttribute<A, V>>(sceneItem(), _table, row);
         });
-        return attribute ? attribute
-                         : std::make_shared<GenericAttribute>(sceneItem(), _table, *row);
+        return attribute ? attribute : std::make_shared<GenericAttribute>(sceneItem(), _table, row);
     }
 
     [[nodiscard]] std::vector<std::string> attributeNames() const override
     {
-        std::vector<std::string> names;
-        for (const auto& row : _table->rows()) {
-            names.push_back(row.name);
-        }
-        return names;
+        return _table->names(sceneItem());
     }
 
     [[nodiscard]] AttributeDef::Ptr attributeDef(const std::string& name) const override
     {
         const auto* row = _table->row(name);
-        return row ? std::make_shared<RowDef>(_table, *row) : nullptr;
+        return row ? std::make_shared<RowDef>(RowPtr(_table, row)) : nullptr;
     }
 
 private:
+    [[nodiscard]] RowPtr find(const std::string& name) const
+    {
+        return _table->row(sceneItem(), name);
+    }
+
     const TablePtr _table;
 };
 
@@ -239,18 +282,44 @@ AttributeTable& AttributeTable::add(Row row)
     if (this->row(row.name)) {
         fail(row.name, "is already in the table");
     }
-    const auto initial = initialValue(row.type);
-    if (!initial) {
-        fail(row.name, "has the unknown type '" + row.type + "'");
-    }
-    if (std::holds_alternative<std::monostate>(row.defaultValue)) {
-        row.defaultValue = *initial;
-    }
-    if (!row.set) {
-        row.metadata.try_emplace(Attribute::kLocked, Value(true));
-    }
-    _rows.push_back(std::move(row));
+    _rows.push_back(completed(std::move(row)));
     return *this;
+}
+
+AttributeTable& AttributeTable::addItemRows(ItemRows rows)
+{
+    _itemRows = std::move(rows);
+    return *this;
+}
+
+AttributeTable& AttributeTable::addItemValues(ItemValues values)
+{
+    const auto shared = std::make_shared<const ItemValues>(std::move(values));
+    const auto names = [shared](const SceneItem::Ptr& item) {
+        std::vector<std::string> all;
+        for (auto& named : shared->get(item->path())) {
+            all.push_back(std::move(named.first));
+        }
+        return all;
+    };
+    const auto row = [shared](const SceneItem::Ptr& item,
+                              const std::string& name) -> std::optional<Row> {
+        const auto value = namedValue(*shared, item->path(), name);
+        if (!value) {
+            return std::nullopt;
+        }
+        Row made{name, typeOf(*value), {}, {}};
+        made.get = [shared, name](const Path& path) {
+            return namedValue(*shared, path, name).value_or(AttributeVariant());
+        };
+        if (shared->set) {
+            made.set = [shared, name](const Path& path, const AttributeVariant& wanted) {
+                shared->set(path, name, wanted);
+            };
+        }
+        return made;
+    };
+    return addItemRows({names, row});
 }
 
 AttributeTable& AttributeTable::alsoNotify(const std::string& name,
@@ -283,18 +352,49 @@ const AttributeTable::Row* AttributeTable::row(const std::string& name) const
     return found == _rows.end() ? nullptr : &*found;
 }
 
+RowPtr AttributeTable::row(const SceneItem::Ptr& item, const std::string& name) const
+{
+    if (const auto* found = row(name)) {
+        return {shared_from_this(), found};
+    }
+    auto own = item && _itemRows.row ? _itemRows.row(item, name) : std::nullopt;
+    return own ? std::make_shared<const Row>(completed(std::move(*own))) : nullptr;
+}
+
+RowPtr AttributeTable::rowAt(const Path& path, const std::string& name) const
+{
+    if (!_itemRows.row || row(name)) {
+        return row(nullptr, name);
+    }
+    const auto handler = RunTimeMgr::instance().hierarchyHandler(path.runTimeId());
+    return row(handler ? handler->createItem(path) : nullptr, name);
+}
+
+std::vector<std::string> AttributeTable::names(const SceneItem::Ptr& item) const
+{
+    std::vector<std::string> names;
+    for (const auto& row : _rows) {
+        names.push_back(row.name);
+    }
+    for (auto& own : _itemRows.names ? _itemRows.names(item) : std::vector<std::string>()) {
+        if (!row(own)) {
+            names.push_back(std::move(own));
+        }
+    }
+    return names;
+}
+
 AttributeVariant AttributeTable::value(const Path& path, const std::string& name) const
 {
-    const auto* found = row(name);
-    return found && found->get ? found->get(path) : AttributeVariant();
+    return valueIn(rowAt(path, name).get(), path);
 }
 
 void AttributeTable::setValue(const Path& path, const std::string& name,
                               const AttributeVariant& value) const
 {
-    const auto* found = row(name);
+    const auto found = rowAt(path, name);
     if (!found) {
-        fail(name, "is not in the table");
+        fail(name, "does not exist");
     }
     if (!found->set) {
         fail(name, "can only be read");
@@ -322,7 +422,7 @@ Value AttributeTable::metadata(const Path& path, const std::string& name,
         const auto found = metadata ? metadata->find(key) : Metadata::const_iterator();
         return metadata && found != metadata->end() ? Value(found->second) : Value();
     };
-    const auto* found = row(name);
+    const auto found = rowAt(path, name);
     if (!found) {
         return {};
     }
@@ -333,7 +433,7 @@ Value AttributeTable::metadata(const Path& path, const std::string& name,
 bool AttributeTable::takesMetadata(const Path& path, const std::string& name,
                                    const std::string& key) const
 {
-    const auto* found = row(name);
+    const auto found = rowAt(path, name);
     return found && found->metadata.count(key) == 0 && _metadataOf && _metadataOf(path, name);
 }
 
@@ -349,6 +449,12 @@ bool AttributeTable::setMetadata(const Path& path, const std::string& name, cons
     }
     Attributes::notify(AttributeMetadataChanged(path, name, key));
     return true;
+}
+
+AttributesHandler::Ptr attributesHandler(AttributeTable::Ptr table)
+{
+    return attributesHandler(
+        [table = std::move(table)](const SceneItem::Ptr& item) { return table->attributes(item); });
 }
 
 } // namespace Kiv_v4::kit

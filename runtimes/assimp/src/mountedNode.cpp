@@ -1,8 +1,5 @@
 #include "mountedNode.h"
 
-#include <algorithm>
-#include <cmath>
-
 #include "kiv/object3d.h"
 #include "kiv/object3dNotification.h"
 #include "kiv/transform3d.h"
@@ -66,33 +63,6 @@ const SceneItem::Ptr& MountedNode::item() const
         _gateway = gateway;
     }
     return _item;
-}
-
-bool isFinite(bool) noexcept
-{
-    return true;
-}
-
-bool isFinite(float value) noexcept
-{
-    return std::isfinite(value);
-}
-
-bool isFinite(const Color3f& value) noexcept
-{
-    return std::all_of(value.color.begin(), value.color.end(),
-                       [](float component) { return std::isfinite(component); });
-}
-
-bool isFinite(const Light::SphereProps& value) noexcept
-{
-    return std::isfinite(value.radius);
-}
-
-bool isFinite(const Light::ConeProps& value) noexcept
-{
-    return std::isfinite(value.coneAngle) && std::isfinite(value.penumbraAngle) &&
-           std::isfinite(value.dropoff);
 }
 
 } // namespace Kiv_v4::assimp

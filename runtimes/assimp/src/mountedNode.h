@@ -9,9 +9,9 @@
 #include <type_traits>
 #include <utility>
 
+#include "kiv/kit/setting.h"
 #include "kiv/pathString.h"
 #include "kiv/sceneItem.h"
-#include "kiv/setValueCommands.h"
 
 #include "assimpItem.h"
 
@@ -40,13 +40,6 @@ template <>
 void announce<LightRecord>(const Path& path);
 template <>
 void announce<VisibilityRecord>(const Path& path);
-
-/// Whether clients may set the record: it contains neither NaN nor infinity.
-[[nodiscard]] bool isFinite(bool value) noexcept;
-[[nodiscard]] bool isFinite(float value) noexcept;
-[[nodiscard]] bool isFinite(const Color3f& value) noexcept;
-[[nodiscard]] bool isFinite(const Light::SphereProps& value) noexcept;
-[[nodiscard]] bool isFinite(const Light::ConeProps& value) noexcept;
 
 /// A node or material of a mounted file for the interfaces of its item: the edits of the mount,
 /// otherwise the data of the file. It follows the mount when its gateway is renamed.
@@ -110,10 +103,10 @@ public:
     changeCmd(const std::string& verb, bool (*change)(Record&, Arguments...),
               std::type_identity_t<Arguments>... arguments) const;
 
-    /// A command that sets one value of a record; null if the value is NaN or infinite.
-    template <class Base, class Record, class Value>
-    [[nodiscard]] UndoableCommand::Ptr assignCmd(const std::string& verb, Value Record::*member,
-                                                 const Value& value) const;
+    /// A command that sets one value of a record; null if `kit::Setting` refuses the arguments.
+    template <class Record, class Value, class... Arguments>
+    [[nodiscard]] UndoableCommand::Ptr setCmd(const std::string& verb, Value Record::*member,
+                                              const Arguments&... arguments) const;
 
 private:
     mutable SceneItem::Ptr _item;
@@ -192,19 +185,21 @@ UndoableCommand::Ptr MountedNode::changeCmd(const std::string& verb,
                : nullptr;
 }
 
-template <class Base, class Record, class Value>
-UndoableCommand::Ptr MountedNode::assignCmd(const std::string& verb, Value Record::*member,
-                                            const Value& value) const
+template <class Record, class Value, class... Arguments>
+UndoableCommand::Ptr MountedNode::setCmd(const std::string& verb, Value Record::*member,
+                                         const Arguments&... arguments) const
 {
-    const auto change = [member](Record& record, const Value& given) {
-        const auto taken = isFinite(given);
-        if (taken) {
-            record.*member = given;
+    using Setting = kit::Setting<Value>;
+    const auto change = [member](Record& record, const Arguments&... given) {
+        const auto value = Setting::from(given...);
+        if (value) {
+            record.*member = *value;
         }
-        return taken;
+        return value.has_value();
     };
-    return isMounted() && isFinite(value)
-               ? std::make_shared<EditCommand<Record, Base>>(*this, verb, change, value)
+    return isMounted() && Setting::from(arguments...)
+               ? std::make_shared<EditCommand<Record, typename Setting::Command>>(
+                     *this, verb, change, arguments...)
                : nullptr;
 }
 

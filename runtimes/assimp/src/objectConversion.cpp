@@ -155,6 +155,7 @@ LightRecord ObjectConversion::record(const aiLight& light) const
 {
     LightRecord record;
     record.type = kind(light.mType);
+    record.sphere.asPoint = true; // files have no radius
     const auto shining =
         color(light.mType == aiLightSource_AMBIENT ? light.mColorAmbient : light.mColorDiffuse);
     record.intensity = std::max(largest(shining), 0.0F);

@@ -31,7 +31,7 @@ struct Setting<std::optional<Vector2f>>
     using Command = SetFloat2UndoableCommand;
     static std::optional<std::optional<Vector2f>> from(float x, float y)
     {
-        if (const auto value = finiteValue<Vector2f>(x, y)) {
+        if (const auto value = kit::finiteValue<Vector2f>(x, y)) {
             return std::optional<std::optional<Vector2f>>(std::in_place, *value);
         }
         return std::nullopt;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cmath>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -9,9 +8,7 @@
 #include <utility>
 
 #include "kiv/baseUndoableCommand.h"
-#include "kiv/light.h"
-#include "kiv/setValueCommands.h"
-#include "kiv/transform3dRead.h"
+#include "kiv/kit/setting.h"
 
 #include "announcements.h"
 #include "memoryTree.h"
@@ -48,55 +45,10 @@ using RecordOfT = typename RecordOf<Access>::Type;
 template <class Access>
 using ValueOfT = std::remove_cvref_t<std::invoke_result_t<Access, RecordOfT<Access>&>>;
 
-/// The way to set values of a type: `Command`, the base of the command, and `from(arguments...)`,
-/// which makes the value from the client's arguments; `std::nullopt` if they are refused.
+/// As `kit::Setting`, for the types of this run-time, too.
 template <class Value>
-struct Setting;
-
-/// The value unless it contains NaN or infinity.
-template <class Value, class... Numbers>
-[[nodiscard]] std::optional<Value> finiteValue(Numbers... numbers)
-{
-    return (std::isfinite(numbers) && ...) ? std::optional(Value({numbers...})) : std::nullopt;
-}
-
-template <>
-struct Setting<bool>
-{
-    using Command = SetBoolUndoableCommand;
-    static std::optional<bool> from(bool value) { return value; }
-};
-
-template <>
-struct Setting<float>
-{
-    using Command = SetFloatUndoableCommand;
-    static std::optional<float> from(float value)
-    {
-        return std::isfinite(value) ? std::optional(value) : std::nullopt;
-    }
-};
-
-template <>
-struct Setting<Vector3d>
-{
-    using Command = SetDouble3UndoableCommand;
-    static std::optional<Vector3d> from(double x, double y, double z)
-    {
-        return finiteValue<Vector3d>(x, y, z);
-    }
-};
-
-template <>
-struct Setting<Color3f>
-{
-    using Command = SetColor3fUndoableCommand;
-    static std::optional<Color3f> from(const Color3f& color)
-    {
-        const auto& [r, g, b] = color.color;
-        return finiteValue<Color3f>(r, g, b);
-    }
-};
+struct Setting : kit::Setting<Value>
+{};
 
 /// Sets a property of the item at a path. While executed, keeps the previous value for undo.
 template <class Access>
@@ -233,6 +185,27 @@ public:
 private:
     std::shared_ptr<Tree> _tree;
     SceneItem::Ptr _item;
+};
+
+/// The same for members of a base class of `Record`.
+template <class Record>
+class RecordProperties : public ItemProperties
+{
+public:
+    using ItemProperties::ItemProperties;
+
+    template <class Base, class Value>
+    [[nodiscard]] const Value& get(Value Base::*member) const noexcept
+    {
+        return ItemProperties::get<Record, Value>(member);
+    }
+
+    template <class Base, class Value, class... Arguments>
+    [[nodiscard]] UndoableCommand::Ptr setCmd(const std::string& verb, Value Base::*member,
+                                              const Arguments&... arguments) const
+    {
+        return ItemProperties::setCmd(verb, static_cast<Value Record::*>(member), arguments...);
+    }
 };
 
 } // namespace Kiv_v4::memory

@@ -18,4 +18,8 @@ namespace Kiv_v4::kit {
 [[nodiscard]] KIV_EXPORT AttributeVariant valueFromJson(const std::string& type,
                                                         const std::string& json);
 
+/// The same for the type that the JSON text itself tells: `Bool`, `Double` for a number, `String`;
+/// no value for anything else. Throws `std::invalid_argument` if `json` is not JSON.
+[[nodiscard]] KIV_EXPORT AttributeVariant valueFromJson(const std::string& json);
+
 } // namespace Kiv_v4::kit

@@ -4,7 +4,9 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "kiv/attributeDef.h"
@@ -27,9 +29,7 @@ namespace Kiv_v4::kit {
 ///                 [data](const Path& path, const AttributeVariant& size) {
 ///                     data->setSize(path, std::get<float>(size));
 ///                 }});
-///     manager.setAttributesHandler(id, kit::attributesHandler([table](const auto& item) {
-///         return table->attributes(item);
-///     }));
+///     manager.setAttributesHandler(id, kit::attributesHandler(table));
 ///
 /// One table serves all items that have these attributes. Attributes and commands share it.
 class KIV_EXPORT AttributeTable : public std::enable_shared_from_this<AttributeTable>
@@ -53,7 +53,7 @@ public:
         /// The attribute's name.
         std::string name;
         std::string type; ///< One of the type constants of `Attribute`.
-        Get get;          ///< Empty for a generic attribute.
+        Get get;          ///< Empty for a generic attribute, or returns its text.
         Set set;          ///< Empty for a read-only attribute, which has the metadata `Locked`.
 
         std::string displayName = {}; ///< If empty, the name is used.
@@ -63,6 +63,28 @@ public:
         std::string nativeType = {};              ///< Of a generic attribute.
         Metadata metadata = {}; ///< The same for all items; they cannot be changed.
         std::vector<std::function<void(const Path&)>> alsoNotified = {}; ///< See `alsoNotify`.
+    };
+
+    /// Attributes that each item has for itself, such as custom properties or the metadata of a
+    /// file. They have no definitions.
+    struct ItemRows
+    {
+        /// Returns their names, each once, in order.
+        std::function<std::vector<std::string>(const SceneItem::Ptr& item)> names;
+        /// Returns the row of one of them; `std::nullopt` if the item has no such attribute.
+        std::function<std::optional<Row>(const SceneItem::Ptr& item, const std::string& name)> row;
+    };
+
+    /// The same from all names and values of the item at a path, in order; an attribute without a
+    /// value is generic. An empty `set` makes them read-only.
+    struct ItemValues
+    {
+        /// Returns the names, each once, with the values.
+        std::function<std::vector<std::pair<std::string, AttributeVariant>>(const Path& path)> get;
+        /// Writes the value of one of them; must throw if it cannot.
+        std::function<void(const Path& path, const std::string& name,
+                           const AttributeVariant& value)>
+            set;
     };
 
     /// Returns the place where the data keep the settable metadata of the attribute of that name of
@@ -78,6 +100,13 @@ public:
     /// is not a type constant.
     AttributeTable& add(Row row);
 
+    /// Adds rows that differ from item to item, after the others; a row of `add` hides one of the
+    /// same name. Replaces those of an earlier call.
+    AttributeTable& addItemRows(ItemRows rows);
+
+    /// The same with a row for each of the values. Cost: each attribute calls `get` for all values.
+    AttributeTable& addItemValues(ItemValues values);
+
     /// Calls `notify` with the path of the item after each change of the attribute of that name,
     /// for interfaces that show the same data: `alsoNotify("focalLength", &Camera::notify)`. Throws
     /// `std::invalid_argument` if no row has that name.
@@ -90,18 +119,25 @@ public:
     /// The attributes of `item`, which must not be null.
     [[nodiscard]] Attributes::Ptr attributes(const SceneItem::Ptr& item) const;
 
-    /// The row of that name; null if there is none.
+    /// The row of that name that all items have; null if there is none.
     [[nodiscard]] const Row* row(const std::string& name) const;
+
+    /// The row of that name of `item`, which may be its own; null if there is none.
+    [[nodiscard]] std::shared_ptr<const Row> row(const SceneItem::Ptr& item,
+                                                 const std::string& name) const;
+
+    /// The names of the attributes of `item`, its own ones last.
+    [[nodiscard]] std::vector<std::string> names(const SceneItem::Ptr& item) const;
 
     /// The value of the attribute of the item at `path`; no value if there is none.
     [[nodiscard]] AttributeVariant value(const Path& path, const std::string& name) const;
 
     /// Writes the value and announces it with `AttributeChanged`. Throws `std::invalid_argument` if
-    /// no row has that name, the attribute is read-only, the value is of another type or the string
+    /// the item has no such attribute, it is read-only, the value is of another type or the string
     /// is not in the enumeration; exceptions of the row's `set` pass through.
     void setValue(const Path& path, const std::string& name, const AttributeVariant& value) const;
 
-    /// All rows, in the order in which they were added.
+    /// The rows that all items have, in the order in which they were added.
     [[nodiscard]] const std::deque<Row>& rows() const noexcept { return _rows; }
 
     /// Whether metadata under `key` can be set.
@@ -118,8 +154,14 @@ public:
                      const Value* value) const;
 
 private:
+    [[nodiscard]] std::shared_ptr<const Row> rowAt(const Path& path, const std::string& name) const;
+
     std::deque<Row> _rows; // attributes refer to them
+    ItemRows _itemRows;
     MetadataOf _metadataOf;
 };
+
+/// Returns a handler that gives each item of the run-time the attributes of `table`.
+[[nodiscard]] KIV_EXPORT AttributesHandler::Ptr attributesHandler(AttributeTable::Ptr table);
 
 } // namespace Kiv_v4::kit
