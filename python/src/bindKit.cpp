@@ -201,6 +201,28 @@ AttributeTable::Row rowOf(nb::handle table, const std::string& name, const std::
     return row;
 }
 
+/// The attributes that `get(path)` returns as a mapping of names to plain Python.
+AttributeTable::ItemValues itemValuesOf(nb::handle table, nb::handle get, nb::handle set)
+{
+    AttributeTable::ItemValues values;
+    values.get = [kept = Kept(table, get)](const Path& path) {
+        const nb::gil_scoped_acquire held;
+        std::vector<std::pair<std::string, kiv::AttributeVariant>> all;
+        for (const auto& [name, value] : nb::cast<nb::dict>(kept(path))) {
+            all.emplace_back(nb::cast<std::string>(name), ownValue(value));
+        }
+        return all;
+    };
+    if (!set.is_none()) {
+        values.set = [kept = Kept(table, set)](const Path& path, const std::string& name,
+                                               const kiv::AttributeVariant& value) {
+            const nb::gil_scoped_acquire held;
+            kept(path, name, pythonValue(value));
+        };
+    }
+    return values;
+}
+
 nb::object addRow(nb::object self, const std::string& name, const std::string& valueType,
                   nb::object get, nb::object set, std::string displayName, nb::object defaultValue,
                   std::vector<std::string> enumValues, std::string nativeType,
@@ -235,6 +257,17 @@ void bindTable(nb::module_& module)
              (std::string(contract("kit::AttributeTable::add")) +
               "\n\n`get(path)` gives the value as plain Python, `set(path, value)` writes it.")
                  .c_str());
+    type.def(
+        "add_item_values",
+        [](nb::object self, nb::callable get, nb::object set) {
+            nb::cast<AttributeTable&>(self).addItemValues(itemValuesOf(self, get, set));
+            return self;
+        },
+        "get"_a, "set"_a.none() = nb::none(),
+        (std::string(contract("kit::AttributeTable::addItemValues")) +
+         "\n\n`get(path)` returns a dictionary of names and plain Python values, `set(path, name, "
+         "value)` writes one of them.")
+            .c_str());
     type.def(
         "also_notify",
         [](nb::object self, const std::string& name, nb::callable notify) {
@@ -280,7 +313,7 @@ void bindTable(nb::module_& module)
         "setValue",
         [](const Ptr& self, const Path& path, const std::string& name, nb::handle value) {
             const auto* const row = self->row(name);
-            self->setValue(path, name, row ? cppValue(value, row->type) : kiv::AttributeVariant());
+            self->setValue(path, name, row ? cppValue(value, row->type) : ownValue(value));
         },
         "path"_a, "name"_a, "value"_a);
 }
@@ -288,14 +321,19 @@ void bindTable(nb::module_& module)
 void bindHandlers(nb::module_& module)
 {
     function(module, "kit::", "sceneItemOpsHandler", &kit::sceneItemOpsHandler, "make"_a);
-    function(module, "kit::", "attributesHandler", &kit::attributesHandler, "make"_a);
+    function(module, "kit::", "attributesHandler",
+             nb::overload_cast<kit::Maker<kiv::Attributes>>(&kit::attributesHandler), "make"_a);
+    function(module, "kit::", "attributesHandler",
+             nb::overload_cast<AttributeTable::Ptr>(&kit::attributesHandler), "table"_a);
     function(module, "kit::", "transform3dHandler", &kit::transform3dHandler, "make"_a);
     function(module, "kit::", "object3dHandler", &kit::object3dHandler, "make"_a);
-    function(module, "kit::", "lightHandler", &kit::lightHandler, "make"_a);
+    function(module, "kit::", "lightHandler",
+             nb::overload_cast<kit::Maker<kiv::Light>>(&kit::lightHandler), "make"_a);
     function(module, "kit::", "materialHandler", &kit::materialHandler, "make"_a);
     function(module, "kit::", "contextOpsHandler", &kit::contextOpsHandler, "make"_a);
     function(module, "kit::", "uiNodeGraphNodeHandler", &kit::uiNodeGraphNodeHandler, "make"_a);
-    function(module, "kit::", "cameraHandler", &kit::cameraHandler, "make"_a);
+    function(module, "kit::", "cameraHandler",
+             nb::overload_cast<kit::Maker<kiv::Camera>>(&kit::cameraHandler), "make"_a);
     function(module, "kit::", "hierarchyHandler", &kit::hierarchyHandler, "make"_a, "item"_a,
              "roots"_a);
     function(module, "kit::", "command", &kit::command, "run_time_id"_a, "text"_a, "redo"_a,

@@ -1,4 +1,6 @@
 #include "kiv/kit/affine.h"
+#include "kiv/kit/cameras.h"
+#include "kiv/kit/lights.h"
 #include "kiv/kit/transforms.h"
 
 #include "values.h"
@@ -9,6 +11,56 @@ namespace {
 
 namespace kit = kiv::kit;
 using kiv::Vector3d;
+
+template <class Access>
+void bindAccess(nb::module_& module, const char* name)
+{
+    Class<Access> type(module, name, std::string("kit::") + name);
+    type.def(
+        "__init__",
+        [](Access* self, decltype(Access::get) get, decltype(Access::set) set) {
+            new (self) Access{std::move(get), std::move(set)};
+        },
+        "get"_a, "set"_a.none() = nb::none());
+}
+
+void bindObjectValues(nb::module_& module)
+{
+    using kit::CameraValues;
+    Class<CameraValues> camera(module, "CameraValues", "kit::CameraValues");
+    camera.def(nb::init<>());
+    camera.field("horizontalAperture", &CameraValues::horizontalAperture)
+        .field("verticalAperture", &CameraValues::verticalAperture)
+        .field("horizontalApertureOffset", &CameraValues::horizontalApertureOffset)
+        .field("verticalApertureOffset", &CameraValues::verticalApertureOffset)
+        .field("fStop", &CameraValues::fStop)
+        .field("focalLength", &CameraValues::focalLength)
+        .field("focusDistance", &CameraValues::focusDistance)
+        .field("nearClipPlane", &CameraValues::nearClipPlane)
+        .field("farClipPlane", &CameraValues::farClipPlane)
+        .field("projection", &CameraValues::projection);
+    bindAccess<kit::CameraAccess>(module, "CameraAccess");
+    function(module, "kit::", "cameraHandler",
+             nb::overload_cast<kit::CameraAccess>(&kit::cameraHandler), "access"_a);
+
+    using kit::LightValues;
+    Class<LightValues> light(module, "LightValues", "kit::LightValues");
+    light.def(nb::init<>());
+    light.field("type", &LightValues::type)
+        .field("intensity", &LightValues::intensity)
+        .field("color", &LightValues::color)
+        .field("shadowEnable", &LightValues::shadowEnable)
+        .field("shadowColor", &LightValues::shadowColor)
+        .field("diffuse", &LightValues::diffuse)
+        .field("specular", &LightValues::specular)
+        .field("angle", &LightValues::angle)
+        .field("sphere", &LightValues::sphere)
+        .field("cone", &LightValues::cone)
+        .field("normalize", &LightValues::normalize);
+    bindAccess<kit::LightAccess>(module, "LightAccess");
+    function(module, "kit::", "lightHandler",
+             nb::overload_cast<kit::LightAccess>(&kit::lightHandler), "access"_a);
+}
 
 void bindAccesses(nb::module_& module)
 {
@@ -26,17 +78,8 @@ void bindAccesses(nb::module_& module)
     factors.field("rotation", &AffineFactors::rotation)
         .field("translation", &AffineFactors::translation);
 
-    const auto bindAccess = [&]<class Access>(Access*, const char* name) {
-        Class<Access> type(module, name, std::string("kit::") + name);
-        type.def(
-            "__init__",
-            [](Access* self, decltype(Access::get) get, decltype(Access::set) set) {
-                new (self) Access{std::move(get), std::move(set)};
-            },
-            "get"_a, "set"_a.none() = nb::none());
-    };
-    bindAccess(static_cast<kit::MatrixAccess*>(nullptr), "MatrixAccess");
-    bindAccess(static_cast<kit::FactorsAccess*>(nullptr), "FactorsAccess");
+    bindAccess<kit::MatrixAccess>(module, "MatrixAccess");
+    bindAccess<kit::FactorsAccess>(module, "FactorsAccess");
     using Named = kit::AttributesAccess;
     Class<Named> named(module, "AttributesAccess", "kit::AttributesAccess");
     named.def(
@@ -110,6 +153,7 @@ void bindTransforms(nb::module_& module)
 {
     bindAffine(module);
     bindAccesses(module);
+    bindObjectValues(module);
 }
 
 } // namespace bound

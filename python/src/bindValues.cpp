@@ -375,6 +375,31 @@ kiv::AttributeVariant cppValue(nb::handle value, const std::string& type)
     return result;
 }
 
+kiv::AttributeVariant ownValue(nb::handle value)
+{
+    if (nb::isinstance<nb::float_>(value)) {
+        return nb::cast<double>(value);
+    }
+    const char* type = nb::isinstance<nb::str>(value)     ? kiv::Attribute::kString
+                       : nb::isinstance<nb::bool_>(value) ? kiv::Attribute::kBool
+                       : nb::isinstance<nb::int_>(value)  ? kiv::Attribute::kInt
+                                                          : kiv::Attribute::kGeneric;
+    std::apply(
+        [&](auto... classes) {
+            const auto isOne = [&](auto attributeClass) {
+                using Get = typename decltype(attributeClass)::Get;
+                if constexpr (std::is_class_v<Get> && !std::is_same_v<Get, std::string>) {
+                    if (nb::isinstance<Get>(value)) {
+                        type = attributeClass.name;
+                    }
+                }
+            };
+            (isOne(classes), ...);
+        },
+        kiv::attributeClasses());
+    return cppValue(value, type);
+}
+
 nb::object pythonValue(const kiv::Value& value)
 {
     // A copy is read from its beginning, however much was read of the value.

@@ -51,6 +51,8 @@ UNBOUND = {
     r"kit::(AttributeTable::(Row|row|takesMetadata|metadata|setMetadata|Metadata)|\w+Access|Tree::(Part|kLast)|MountTable)"
     r"(::.*)?": "keywords of `AttributeTable.add`, arguments of the access, `Mounts`",
     r"kit::\w+Base::path": "`scene_item.path`",
+    r"kit::(NodeTree|CameraOf|LightOf|Setting|finiteValue)(::.*)?": "templates over data in C++",
+    r"kit::AttributeTable::(Item(Rows|Values)(::.*)?|addItemRows)": "functions; `add_item_values`",
     r"memory::DataModel::(DataModel|Tree)|memory::Tree.*|assimp::SceneFile.*|assimp::RunTime::kSeparator":
         "made by others",
     r"host::UndoHistory::Merging.*": "`UndoHistory.merging()`",

@@ -112,6 +112,42 @@ def test_a_tree_in_python_is_edited_as_any_scene(scene):
     made.close()
 
 
+def test_values_make_attributes_cameras_and_lights(scene):
+    made, (root,) = rows_run_time()
+    tree, manager, lens, lamp = made.tree, kiv.RunTimeMgr.instance(), kit.CameraValues(), kit.LightValues()
+    custom = {"mass": 1.5, "note": "heavy", "count": 3, "on": True, "at": kiv.Vector3d(1, 2, 3), "none": None}
+    lamp.type = kiv.Light.Type.POINT
+
+    def set_lens(path, values):
+        lens.focal_length = values.focal_length
+
+    def set_lamp(path, values):
+        lamp.intensity = values.intensity
+
+    table = kit.AttributeTable().add_item_values(
+        lambda path: custom if tree.row(path) else {}, lambda path, name, value: custom.update({name: value}))
+    manager.set_attributes_handler(root.run_time_id, kit.attributes_handler(table))
+    manager.set_camera_handler(root.run_time_id, kit.camera_handler(kit.CameraAccess(lambda path: lens, set_lens)))
+    manager.set_light_handler(root.run_time_id, kit.light_handler(kit.LightAccess(lambda path: lamp, set_lamp)))
+
+    item = kiv.Hierarchy.create_item(root / "a")
+    types = ("Double", "String", "Int", "Bool", "Double3", "Generic")
+    assert {name: item.attributes[name].type for name in item.attributes} == dict(zip(custom, types, strict=True))
+    command = item.attributes["mass"].set_cmd(2)
+    command.execute()
+    assert custom["mass"] == 2 and isinstance(custom["mass"], float)
+    command.undo()
+    assert custom["mass"] == 1.5
+    zoom = item.camera.focal_length_cmd(85)
+    zoom.execute()
+    assert lens.focal_length == 85
+    zoom.undo()
+    assert item.camera.focal_length == 50 and zoom.command_string == "Set focal length of a"
+    item.light.intensity_cmd(4).execute()
+    assert lamp.intensity == 4 and item.light.type == kiv.Light.Type.POINT
+    made.close()
+
+
 def test_super_reaches_the_function_that_is_overridden(scene):
     class Careful(Rows):
         def free_name(self, parent, name, own=""):
