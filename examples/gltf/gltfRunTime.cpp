@@ -49,8 +49,9 @@ public:
     void put(const Kiv::Path& path, const Part& part, std::size_t row) override
     {
         const auto index = *std::static_pointer_cast<Index>(part);
-        _document.insert(*existing(path.pop()), index, row);
+        auto& parent = *existing(path.pop());
         _document.node(index)["name"] = path.back().string();
+        _document.insert(parent, index, row);
     }
 
 protected:

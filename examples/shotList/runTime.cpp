@@ -16,9 +16,12 @@ namespace kit = Kiv::kit;
 
 constexpr char kSeparator = '|';
 
-/// The show as the library browses and edits it.
+/// The show as the library browses and edits it. A part is a list of one entry, which can be moved
+/// from list to list without memory.
 class ShotTree : public kit::NodeTree<Entry*>
 {
+    using Entries = std::list<Entry>;
+
 public:
     ShotTree(Kiv::Rtid id, Entry show)
         : NodeTree(Kiv::PathSegment(Kiv::PathSegment::Components{show.name}, id, kSeparator)),
@@ -35,31 +38,29 @@ public:
 
     [[nodiscard]] Part make(const std::string& nodeType) override
     {
-        const auto part = std::make_shared<Entry>();
-        part->type = nodeType;
-        return part;
+        Entry entry;
+        entry.type = nodeType;
+        return part(std::move(entry));
     }
 
-    [[nodiscard]] Part copy(const Kiv::Path& path) override
-    {
-        return std::make_shared<Entry>(*existing(path));
-    }
+    [[nodiscard]] Part copy(const Kiv::Path& path) override { return part(*existing(path)); }
 
     [[nodiscard]] Part take(const Kiv::Path& path) override
     {
-        auto* entry = existing(path);
-        const auto part = std::make_shared<Entry>(std::move(*entry));
-        existing(path.pop())->children.remove_if([&](Entry& other) { return &other == entry; });
-        return part;
+        auto taken = std::make_shared<Entries>();
+        auto& siblings = existing(path.pop())->children;
+        taken->splice(taken->end(), siblings, placeOf(siblings, existing(path)));
+        return taken;
     }
 
     void put(const Kiv::Path& path, const Part& part, std::size_t row) override
     {
+        auto& entries = *std::static_pointer_cast<Entries>(part);
         auto& siblings = existing(path.pop())->children;
+        entries.front().name = path.back().string();
         const auto place = std::next(siblings.begin(),
                                      static_cast<std::ptrdiff_t>(std::min(row, siblings.size())));
-        const auto entry = siblings.insert(place, *std::static_pointer_cast<Entry>(part));
-        entry->name = path.back().string();
+        siblings.splice(place, entries);
     }
 
 protected:
@@ -80,6 +81,14 @@ protected:
     }
 
 private:
+    static Part part(Entry entry) { return std::make_shared<Entries>(Entries{std::move(entry)}); }
+
+    static Entries::iterator placeOf(Entries& siblings, const Entry* entry)
+    {
+        return std::find_if(siblings.begin(), siblings.end(),
+                            [entry](const Entry& each) { return &each == entry; });
+    }
+
     mutable Entry _show;
 };
 

@@ -7,6 +7,7 @@
 #include "kiv/attributeNotification.h"
 #include "kiv/baseUndoableCommand.h"
 #include "kiv/hierarchyHandler.h"
+#include "kiv/kit/announce.h"
 #include "kiv/kit/bases.h"
 #include "kiv/kit/handlers.h"
 #include "kiv/runTimeMgr.h"
@@ -409,9 +410,9 @@ void AttributeTable::setValue(const Path& path, const std::string& name,
         }
     }
     found->set(path, value);
-    Attributes::notify(AttributeChanged(path, name));
+    announced([&] { Attributes::notify(AttributeChanged(path, name)); });
     for (const auto& notify : found->alsoNotified) {
-        notify(path);
+        announced([&] { notify(path); });
     }
 }
 
@@ -447,7 +448,7 @@ bool AttributeTable::setMetadata(const Path& path, const std::string& name, cons
     if (value) {
         kept->insert_or_assign(key, Value(*value));
     }
-    Attributes::notify(AttributeMetadataChanged(path, name, key));
+    announced([&] { Attributes::notify(AttributeMetadataChanged(path, name, key)); });
     return true;
 }
 

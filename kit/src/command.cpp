@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "kiv/kit/announce.h"
 #include "kiv/runTimeCommand.h"
 
 namespace Kiv_v4::kit {
@@ -34,7 +35,7 @@ private:
         function();
         _hasRun = true;
         if (_announce) {
-            _announce();
+            announced(_announce);
         }
     }
 

@@ -6,6 +6,7 @@
 #include <memory>
 #include <utility>
 
+#include "kiv/kit/announce.h"
 #include "kiv/kit/bases.h"
 #include "kiv/setValueCommands.h"
 
@@ -79,7 +80,7 @@ struct Access
     {
         set(path, value);
         if (announces) {
-            Transform3d::notify(path);
+            announced([&] { Transform3d::notify(path); });
         }
     }
 

@@ -33,6 +33,22 @@ bool isRoot(const Path& path)
     return path.pop().nbSegments() < path.nbSegments();
 }
 
+/// Takes each child and puts it last; puts the one at hand back if that throws.
+void inOrder(Tree& tree, const Path& parent, const std::vector<std::string>& names)
+{
+    for (const auto& name : names) {
+        const auto path = parent + name;
+        const auto row = rowOf(tree, parent, name);
+        const auto part = tree.take(path);
+        try {
+            tree.put(path, part, Tree::kLast);
+        } catch (...) {
+            tree.put(path, part, row);
+            throw;
+        }
+    }
+}
+
 class TreeHierarchy : public HierarchyBase
 {
 public:
@@ -203,13 +219,27 @@ void Tree::put(const Path&, const Part&, std::size_t) {}
 void Tree::rename(const Path& path, const std::string& name)
 {
     const auto row = rowOf(*this, path.pop(), path.back().string());
-    put(path.sibling(name), take(path), row);
+    const auto renamed = path.sibling(name);
+    const auto part = take(path);
+    try {
+        put(renamed, part, row);
+    } catch (...) {
+        put(path, part, row);
+        throw;
+    }
 }
 
 void Tree::reorder(const Path& parent, const std::vector<std::string>& names)
 {
-    for (const auto& name : names) {
-        put(parent + name, take(parent + name), kLast);
+    std::vector<std::string> before;
+    for (auto& child : children(parent)) {
+        before.push_back(std::move(child.name));
+    }
+    try {
+        inOrder(*this, parent, names);
+    } catch (...) {
+        inOrder(*this, parent, before);
+        throw;
     }
 }
 

@@ -39,7 +39,7 @@ public:
         requireFree(*_tree, path);
         _tree->put(path, _part, _row);
         _part.reset();
-        announce(ObjectAdd(_tree->item(path)));
+        announced([&] { announce(ObjectAdd(_tree->item(path))); });
     }
 
     void enter(const Path& path, Tree::Part part)
@@ -56,7 +56,7 @@ public:
         requireItem(*_tree, path);
         const auto item = _tree->item(path);
         _part = _tree->take(path);
-        announce(ObjectPostDelete(item));
+        announced([&] { announce(ObjectPostDelete(item)); });
     }
 
     /// Remembers the row of an item that is about to leave.
@@ -173,7 +173,7 @@ private:
         requireItem(*_tree, from);
         requireFree(*_tree, to);
         _tree->rename(from, to.back().string());
-        announce(ObjectRename(_tree->item(to), from));
+        announced([&] { announce(ObjectRename(_tree->item(to), from)); });
     }
 
     const Path _oldPath;
@@ -235,9 +235,9 @@ private:
             throw;
         }
         if (from == to) {
-            announce(SubtreeInvalidate(_tree->item(to.pop())));
+            announced([&] { announce(SubtreeInvalidate(_tree->item(to.pop()))); });
         } else {
-            announce(ObjectReparent(_tree->item(to), from));
+            announced([&] { announce(ObjectReparent(_tree->item(to), from)); });
         }
     }
 
@@ -277,8 +277,8 @@ private:
                                         "' have changed");
         }
         _tree->reorder(path(), _other);
-        _other = std::move(present);
-        announce(SubtreeInvalidate(_tree->item(path())));
+        _other.swap(present);
+        announced([&] { announce(SubtreeInvalidate(_tree->item(path()))); });
     }
 
     const Tree::Ptr _tree;

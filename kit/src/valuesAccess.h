@@ -7,6 +7,7 @@
 #include <string>
 #include <utility>
 
+#include "kiv/kit/announce.h"
 #include "kiv/kit/setting.h"
 #include "kiv/pathString.h"
 #include "kiv/sceneItem.h"
@@ -57,7 +58,7 @@ private:
         }
         (*values).*member = value;
         _access->set(path, *values);
-        notify(path);
+        announced([&] { notify(path); });
     }
 
     /// Derived from the set-value command of the type, whose arguments `Set` tells.

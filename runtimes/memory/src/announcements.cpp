@@ -3,7 +3,6 @@
 #include "kiv/attributeNotification.h"
 #include "kiv/attributes.h"
 #include "kiv/kit/gateways.h"
-#include "kiv/log.h"
 #include "kiv/scene.h"
 #include "kiv/sceneNotification.h"
 
@@ -30,16 +29,6 @@ void announce(const Arguments&... arguments) noexcept
 }
 
 } // namespace
-
-void logUnannounced(const char* what) noexcept
-{
-    try {
-        log("announce", "runtimes/memory/src/announcements", __LINE__,
-            std::string("An observer or the announcement of a change threw ") + what);
-    } catch (...) {
-        // There is no memory for the message.
-    }
-}
 
 void announceAdd(const SceneItem::Ptr& item) noexcept
 {

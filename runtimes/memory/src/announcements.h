@@ -1,8 +1,8 @@
 #pragma once
 
-#include <exception>
 #include <string>
 
+#include "kiv/kit/announce.h"
 #include "kiv/path.h"
 #include "kiv/sceneItem.h"
 
@@ -12,21 +12,7 @@ class Scene;
 
 namespace Kiv_v4::memory {
 
-void logUnannounced(const char* what) noexcept;
-
-/// Notifies observers of a change. Exceptions, also from a lack of memory, go to the log: the
-/// change was made, so its operation must not fail.
-template <class Tell>
-void announced(Tell tell) noexcept
-{
-    try {
-        tell();
-    } catch (const std::exception& caught) {
-        logUnannounced(caught.what());
-    } catch (...) {
-        logUnannounced("an exception that is not a std::exception");
-    }
-}
+using kit::announced;
 
 // These notify the run-times that are mounted under gateways and then the observers of the
 // installed scene, if there is one.
