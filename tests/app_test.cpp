@@ -395,16 +395,29 @@ TEST_F(Kiv, LoadsPluginsAndHoldsThemAgainstTheContracts)
     EXPECT_EQ(kiv("check assimp").status, 2);
     EXPECT_EQ(kiv("check nowhere.so").status, 1);
 
-    // Run-times in Python are checked by Python; here, what it is asked for.
+    // Run-times in Python are shown by Python, which runs the program; here, what it is asked for.
     const auto python = folder / "python3";
     std::ofstream(python) << "#!/bin/sh\necho \"$@\"\n";
     fs::permissions(python, fs::perms::owner_all);
-    EXPECT_EQ(shell("PATH='" + folder.string() +
-                    "' kiv check --python --only paths,news --json --seed 4 stage:scene")
-                  .out,
-              "-m kiv check stage:scene --seed 4 --steps 100 --only paths --only news --json\n");
+    const auto asked = [this](const std::string& words) {
+        return shell("PATH='" + folder.string() + "' kiv " + words).out;
+    };
+    for (const auto& words : {"check --only paths,news --python stage:scene --json",
+                              "--python stage:scene tree --depth 2 x.gltf"}) {
+        EXPECT_EQ(asked(words), "-m kiv " + std::string(words) + "\n");
+    }
+    EXPECT_EQ(kiv("--python stage:scene --nope tree").status, 2);
     EXPECT_THAT(shell("PATH=/nowhere kiv check --python stage:scene").err,
                 HasSubstr("its package kiv"));
+}
+
+TEST_F(Kiv, OpensDocumentsWhereItTakesSceneFiles)
+{
+    const auto saved = " '" + (folder / "saved.json").string() + "' ";
+    ASSERT_EQ(kiv("shell " + workshop + " -c 'rename workshop shop; save" + saved + "'").err, "");
+    EXPECT_THAT(kiv("tree --depth 1" + saved).out, HasSubstr("shop  gateway"));
+    EXPECT_THAT(kiv("show" + saved + "/world/shop").out, HasSubstr("/world/shop"));
+    EXPECT_EQ(kiv("shell" + saved + "-c undo").status, 1) << "opening is no edit";
 }
 
 TEST_F(Kiv, OutputThatCannotBeWrittenIsAFailure)

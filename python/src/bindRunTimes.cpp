@@ -3,12 +3,12 @@
 #include "kiv/memory/runTime.h"
 
 #include "lifetimes.h"
+#include "running.h"
 
 namespace bound {
 
 namespace {
 
-using kiv::Path;
 namespace conformance = kiv::conformance;
 
 void bindModel(nb::module_& module)
@@ -43,24 +43,10 @@ void bindCandidate(nb::module_& module)
     Class<Candidate> type(module, "Candidate", "conformance::Candidate");
     type.def(
         "__init__",
-        [](Candidate* self, std::string name,
-           std::function<std::pair<nb::object, std::vector<Path>>()> make) {
+        [](Candidate* self, std::string name, std::function<MadeInPython()> make) {
             new (self) Candidate{std::move(name), [make = std::move(make)] {
                                      const nb::gil_scoped_acquire held;
-                                     auto made = make();
-                                     conformance::Running running;
-                                     running.roots = std::move(made.second);
-                                     running.runTime = {
-                                         made.first.release().ptr(), [](void* object) {
-                                             if (const nb::detail::cleanup_guard alive; alive) {
-                                                 const auto runTime =
-                                                     nb::steal(static_cast<PyObject*>(object));
-                                                 if (nb::hasattr(runTime, "close")) {
-                                                     runTime.attr("close")();
-                                                 }
-                                             }
-                                         }};
-                                     return running;
+                                     return running(make());
                                  }};
         },
         "name"_a, "make"_a,

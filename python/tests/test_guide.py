@@ -5,6 +5,8 @@ import importlib.util
 import io
 import os
 import re
+import subprocess
+import sys
 from pathlib import Path
 
 import pytest
@@ -20,9 +22,14 @@ def nothing_is_left():
     kiv._kiv._clear_all()
 
 
-@pytest.mark.skipif(not GUIDE.exists(), reason="the guide is not beside the tests")
+def text_of_guide():
+    if not GUIDE.exists():
+        pytest.skip("the guide is not beside the tests")
+    return GUIDE.read_text()
+
+
 def test_every_block_prints_what_the_guide_says():
-    text = GUIDE.read_text()
+    text = text_of_guide()
     if not importlib.util.find_spec("pxr"):
         text = re.sub(r"^## OpenUSD stages\n.*?(?=^## )", "", text, flags=re.S | re.M)
     names = {"__name__": "guide"}
@@ -33,3 +40,17 @@ def test_every_block_prints_what_the_guide_says():
         with contextlib.redirect_stdout(output):
             exec(compile(code, f"block {number} of {GUIDE.name}", "exec"), names)
         assert output.getvalue() == expected, code
+
+
+def test_the_run_time_of_the_guide_is_shown_by_the_program(tmp_path):
+    pytest.importorskip("kiv._program", exc_type=ImportError)
+    text = text_of_guide()
+    module = re.findall(r"^<!-- numbers.py -->\n```python\n(.*?)^```\n", text, flags=re.S | re.M)
+    (tmp_path / "table.py").write_text("".join(module))
+    (session,) = re.findall(r"^```console\n(.*?)^```\n", text, flags=re.S | re.M)
+    printed = ""
+    for line in re.findall(r"^\$ (.*)\n", session, flags=re.M):
+        command = line.replace("python", f"'{sys.executable}'", 1)
+        ended = subprocess.run(command, shell=True, capture_output=True, text=True, check=False, cwd=tmp_path)
+        printed += f"$ {line}\n{ended.stdout}{ended.stderr}"
+    assert printed == session

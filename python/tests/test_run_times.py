@@ -223,29 +223,58 @@ def test_files_are_renamed_moved_and_deleted_and_brought_back(scene, tmp_path):
         files.RunTime(tmp_path / "gone")
 
 
-def test_the_commands_of_the_package(tmp_path):
+MINE = """
+import kiv
+from kiv import memory
+
+def scene():
+    run_time = memory.RunTime("mine", "mine")
+    run_time.model.make(run_time.model.root, "group", "a")
+    return run_time, [run_time.model.root]
+
+def nothing():
+    return scene()[0], [kiv.Path()]
+
+def broken():
+    return {}["key"]
+"""
+
+
+def test_the_program_shows_run_times_in_python(tmp_path):
+    pytest.importorskip("kiv._program", exc_type=ImportError)
+    (tmp_path / "mine.py").write_text(MINE)
     (tmp_path / "film").mkdir()
     (tmp_path / "film" / "one.txt").write_text("1")
 
-    def run(command, text="", source=str(tmp_path / "film"), options=()):
-        ended = subprocess.run([sys.executable, "-m", "kiv", command, source, *options], input=text,
-                               capture_output=True, text=True, check=False, timeout=120, cwd=tmp_path)
-        return ended.returncode, ended.stdout
+    def run(*words, text=""):
+        ended = subprocess.run([sys.executable, "-m", "kiv", *words], input=text, capture_output=True, text=True,
+                               check=False, timeout=120, cwd=tmp_path,
+                               env={**os.environ, "KIV_LEAK_WARNINGS": "1"})
+        assert "nanobind" not in ended.stderr, ended.stderr
+        return ended.returncode, ended.stdout, ended.stderr
 
-    assert run("tree") == (0, "film  folder\n  one.txt  file\n")
-    code, output = run("shell", "make folder new\nrename one.txt two.txt\nundo\nls\nnope\nmake row x\n")
-    assert code == 0 and output.splitlines()[2:] == [
-        "one.txt  file", "new  folder", "error: unknown command 'nope'", "error: the run-time refuses"]
+    paths = "/mine\n/mine/a\n"
+    for words in (["--python", "mine:scene", "tree", "--paths"], ["tree", "--paths", "mine:scene"]):
+        assert run(*words) == (0, "/world\n" + paths, "")
+    assert run("tree", "--paths", "film", "mine:scene")[1] == "/world\n/film\n/film/one.txt\n" + paths
+    assert "parent          /mine\n" in run("show", "mine:scene", "/mine/a")[1]
+    assert run("find", "--name", "one*", "--paths", "film")[1] == "/film/one.txt\n"
+
+    code, printed, _ = run("shell", "film", text="pwd\nmake folder new\nrename one.txt two.txt\nundo\nls\n")
+    assert code == 0 and printed.splitlines()[0] == "/film" and "one.txt  file\nnew  folder\n" in printed
     assert (tmp_path / "film" / "new").is_dir()
+    code, _, said = run("shell", "film", "--keep-going", "-c", "nope\nmake row x")
+    assert code == 1 and "unknown command 'nope'" in said and len(said.splitlines()) == 2
 
-    (tmp_path / "faulty.py").write_text(
-        "import kiv\nfrom kiv import memory\n\n"
-        "def scene():\n    run_time = memory.RunTime()\n    return run_time, [run_time.model.root]\n\n"
-        "def nothing():\n    return scene()[0], [kiv.Path()]\n")
-    code, output = run("check", source="faulty:scene", options=["--only", "paths", "--json"])
-    assert code == 0 and json.loads(output)["candidate"] == "faulty:scene"
-    assert run("check", source="faulty:nothing", options=["--only", "hierarchy"])[0] == 1
-    assert run("check", source="faulty:gone")[0] == 1
+    code, printed, _ = run("check", "mine:scene", "--only", "paths", "--json")
+    assert code == 0 and json.loads(printed)["candidate"] == "mine:scene"
+    assert run("check", "--python", "film", "--only", "paths,names")[0] == 0
+    assert run("check", "mine:nothing", "--only", "hierarchy")[0] == 1
+    assert [run(*words)[0] for words in (["check"], ["check", "film", "--python", "mine:scene"])] == [2, 2]
+
+    assert run("tree", "mine:gone")[2] == "kiv: mine:gone: no function 'gone' in the module 'mine'\n"
+    code, _, said = run("--python", "mine:broken", "tree", "film")
+    assert code == 1 and "mine.py" in said and said.endswith("kiv: mine:broken: KeyError: 'key'\n")
 
 
 def test_scene_files_are_mounted_saved_and_opened(tmp_path):

@@ -3,15 +3,14 @@
 #include <stdexcept>
 
 #include "kiv/conformance/conformance.h"
-#include "kiv/conformance/failingAllocations.h"
 #include "kiv/document/workspace.h"
 #include "kiv/hierarchy.h"
 #include "kiv/host/itemLookup.h"
 
+#include "cli/commandLine.h"
 #include "cli/programCommand.h"
 #include "terminal/diagnostics.h"
 #include "terminal/interrupts.h"
-#include "terminal/otherProgram.h"
 
 namespace app {
 
@@ -23,33 +22,11 @@ enum class ReportForm { Text, Json, Junit };
 
 struct CheckOptions
 {
-    std::string candidate; ///< A plug-in file, `assimp`, or with `isPython` `module:function`.
+    std::string candidate; ///< A plug-in file or `assimp`; empty for a run-time in Python.
     std::string scene;     ///< The file for `assimp` to show.
     conformance::Options options;
     ReportForm form = ReportForm::Text;
-    bool isPython = false;
 };
-
-/// Becomes Python with its package, which checks a run-time that is written in Python.
-[[noreturn]] void checkInPython(const CheckOptions& options)
-{
-    std::vector<std::string> words{"python3",
-                                   "-m",
-                                   "kiv",
-                                   "check",
-                                   options.candidate,
-                                   "--seed",
-                                   std::to_string(options.options.seed),
-                                   "--steps",
-                                   std::to_string(options.options.nbSteps)};
-    for (const auto& contract : options.options.only) {
-        words.insert(words.end(), {"--only", contract});
-    }
-    if (options.form != ReportForm::Text) {
-        words.emplace_back(options.form == ReportForm::Json ? "--json" : "--junit");
-    }
-    become(std::move(words), "run-times in Python need Python 3 and its package kiv");
-}
 
 /// The items of a scene file, mounted in a scene of their own.
 conformance::Candidate sceneFile(const std::string& file)
@@ -79,30 +56,51 @@ std::string contractTrouble(const std::string& beginning)
     return "no such contract '" + beginning + "'" + host::suggestion(beginning, families);
 }
 
-int check(const CheckOptions& options, Output& output)
+/// A plug-in, or a scene file for the program's own run-time. Throws `std::runtime_error` for a
+/// file that is not there.
+conformance::Candidate fileCandidate(const CheckOptions& options)
 {
-    if (options.isPython) {
-        checkInPython(options);
-    }
     const auto isOwn = options.candidate == "assimp";
     if (isOwn == options.scene.empty()) {
-        complain(options.candidate, isOwn ? "SCENE is required" : "a plug-in brings its own scene");
-        return kWrongUsage;
+        throw WrongUsage(options.candidate +
+                         (isOwn ? ": SCENE is required" : ": a plug-in brings its own scene"));
     }
     const auto& file = isOwn ? options.scene : options.candidate;
     if (std::error_code none; !std::filesystem::exists(file, none)) {
-        complain(file, "no such file");
-        return kFailure;
+        throw std::runtime_error(file + ": no such file");
     }
-    output.flush(); // what is held back would be written by each child process
+    return isOwn ? sceneFile(file) : conformance::pluginCandidate(file);
+}
+
+/// In Python, whatever is no plug-in is a source for Python.
+conformance::Candidate candidateOf(const CheckOptions& options, const Context& context)
+{
+    auto asked = context.pythonSources;
+    const auto& file = options.candidate;
+    if (!file.empty()) {
+        asked.push_back(file);
+    }
+    if (asked.size() != 1) {
+        throw WrongUsage(asked.empty() ? "PLUGIN is required" : "one run-time at a time");
+    }
+    const auto& open = context.surroundings.openInPython;
+    if (!file.empty() && (!open || file == "assimp" || file.ends_with(".so"))) {
+        return fileCandidate(options);
+    }
+    return {asked.front(), [open, source = asked.front()] { return open(source); }};
+}
+
+int check(const CheckOptions& options, const Context& context)
+{
+    const auto candidate = candidateOf(options, context);
+    context.output.flush(); // what is held back would be written by each child process
     Interrupts::endProgram();
     auto how = options.options;
-    how.allocationFaults = conformance::failingAllocations();
-    const auto report =
-        conformance::check(isOwn ? sceneFile(file) : conformance::pluginCandidate(file), how);
-    output.write(options.form == ReportForm::Json    ? conformance::json(report)
-                 : options.form == ReportForm::Junit ? conformance::junit(report)
-                                                     : conformance::text(report));
+    how.allocationFaults = context.surroundings.allocationFaults;
+    const auto report = conformance::check(candidate, how);
+    context.output.write(options.form == ReportForm::Json    ? conformance::json(report)
+                         : options.form == ReportForm::Junit ? conformance::junit(report)
+                                                             : conformance::text(report));
     return report.passed() ? kSuccess : kFailure;
 }
 
@@ -116,9 +114,8 @@ Command defineCheck(CLI::App& program)
         "Checks a plug-in, or assimp with a SCENE file, in processes of its own. The exit "
         "status is 0 when no contract is broken, 1 when one is, 2 for wrong usage.\n"
         "Example: kiv check --only commands props.so");
-    syntax.add_option("PLUGIN", wishes->candidate, "Plug-in file, or assimp")
-        ->type_name("")
-        ->required();
+    syntax.add_option("PLUGIN", wishes->candidate, "Plug-in file, or assimp; not with --python")
+        ->type_name("");
     syntax.add_option("SCENE", wishes->scene, "Scene file for assimp")->type_name("");
     auto& options = wishes->options;
     syntax.add_option("--seed", options.seed, "What the random edits follow from")->type_name("N");
@@ -129,10 +126,8 @@ Command defineCheck(CLI::App& program)
                     "Contracts, or the beginnings of their names: --only commands,news")
         ->type_name("NAMES")
         ->delimiter(',')
+        ->allow_extra_args(false)
         ->check(contractTrouble, "");
-    syntax.add_flag("--python", wishes->isPython,
-                    "Check a run-time in Python: PLUGIN is module:function, which returns an "
-                    "object to close and the paths of its roots");
     syntax.add_flag("--diagnostics", options.showDiagnostics,
                     "Let the run-time write to the standard error stream");
     auto* json = syntax.add_flag_callback(
@@ -141,8 +136,7 @@ Command defineCheck(CLI::App& program)
         .add_flag_callback(
             "--junit", [wishes] { wishes->form = ReportForm::Junit; }, "Print JUnit's XML")
         ->excludes(json);
-    return {&syntax, [wishes](const Context& context) { return check(*wishes, context.output); },
-            false};
+    return {&syntax, [wishes](const Context& context) { return check(*wishes, context); }, false};
 }
 
 } // namespace app

@@ -107,8 +107,7 @@ Command defineDiff(CLI::App& program)
                     "Compare what the files tell of themselves, too, such as their dates");
     defineIsolation(syntax, options->isolation);
     syntax.add_flag("--json", options->json, "Print a JSON array");
-    return {&syntax, [options](const Context& context) { return diff(*options, context.output); },
-            false};
+    return {&syntax, [options](const Context& context) { return diff(*options, context.output); }};
 }
 
 } // namespace app

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <stdexcept>
 
+#include "kiv/document/sceneDocument.h"
 #include "kiv/host/itemLookup.h"
 
 #include "cli/programCommand.h"
@@ -70,7 +71,18 @@ void defineScene(CLI::App& command, SceneWishes& wishes)
     defineMake(command, wishes);
 }
 
-std::size_t fill(document::Workspace& scene, const SceneWishes& wishes)
+Path bring(document::Workspace& scene, const std::string& file, Plugins& plugins)
+{
+    if (!plugins.openIfForPython(file)) {
+        if (!file.ends_with(".json")) {
+            return scene.mount(file);
+        }
+        document::open(scene, file);
+    }
+    return scene.root()->path();
+}
+
+std::size_t fill(document::Workspace& scene, const SceneWishes& wishes, Plugins& plugins)
 {
     scene.setIsolation(wishes.isolation);
     ReadingProgress progress(wishes.files.size());
@@ -78,7 +90,7 @@ std::size_t fill(document::Workspace& scene, const SceneWishes& wishes)
         failures(wishes.itemsToMake, [&](const std::string& item) { make(scene, item); }) +
         failures(wishes.files, [&](const std::string& file) {
             progress.showNext(scene);
-            scene.mount(file);
+            bring(scene, file, plugins);
         });
     showReading(scene);
     return failed;

@@ -33,9 +33,13 @@ void defineScene(CLI::App& command, SceneWishes& wishes);
 /// Gives the command `--make` and `--isolated` alone.
 void defineMake(CLI::App& command, SceneWishes& wishes);
 
-/// Makes the items, each with a parent that is there, and mounts the files. Complains of those that
+/// Opens a document (`.json`), what Python shows in place of a file, or mounts a scene file.
+/// Returns the gateway, or the path of the root when there is none.
+Kiv_v4::Path bring(Kiv_v4::document::Workspace& scene, const std::string& file, Plugins& plugins);
+
+/// Makes the items, each with a parent that is there, and brings the files. Complains of those that
 /// cannot be made or read, and returns their number.
-std::size_t fill(Kiv_v4::document::Workspace& scene, const SceneWishes& wishes);
+std::size_t fill(Kiv_v4::document::Workspace& scene, const SceneWishes& wishes, Plugins& plugins);
 
 /// Does `work` with each of the subjects, complains of those with which it fails, and returns their
 /// number. An interrupt ends it.
@@ -56,7 +60,7 @@ std::size_t failures(const std::vector<std::string>& subjects, Work work)
     return failed;
 }
 
-/// The root of the scene, and after it the top items that plug-ins brought.
+/// The root of the scene, and after it the top items of the plug-ins.
 [[nodiscard]] Kiv_v4::SceneItemList rootsOf(const Kiv_v4::document::Workspace& scene,
                                             const Plugins& plugins);
 

@@ -35,7 +35,7 @@ int find(const FindOptions& options, const Context& context)
         throw WrongUsage(error.what());
     }
     document::Workspace scene;
-    const auto failed = fill(scene, options.scene);
+    const auto failed = fill(scene, options.scene, context.plugins);
     if (failed == options.scene.size() && nbTops == 0) {
         return kFailure;
     }

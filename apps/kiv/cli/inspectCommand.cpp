@@ -14,11 +14,11 @@ struct InspectOptions
     bool json = false;
 };
 
-int inspect(const InspectOptions& options, Output& output)
+int inspect(const InspectOptions& options, const Context& context)
 {
     Kiv_v4::document::Workspace scene;
-    const auto failed = fill(scene, options.scene);
-    writeInspection(scene, options.json, output);
+    const auto failed = fill(scene, options.scene, context.plugins);
+    writeInspection(scene, options.json, context.output);
     return failed == 0 ? kSuccess : kFailure;
 }
 
@@ -34,8 +34,7 @@ Command defineInspect(CLI::App& program)
         "Example: kiv --plugin props.so inspect --json > report.json");
     defineScene(syntax, options->scene);
     syntax.add_flag("--json", options->json, "Print a JSON object");
-    return {&syntax,
-            [options](const Context& context) { return inspect(*options, context.output); }};
+    return {&syntax, [options](const Context& context) { return inspect(*options, context); }};
 }
 
 } // namespace app

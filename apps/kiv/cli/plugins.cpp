@@ -1,8 +1,13 @@
 #include "cli/plugins.h"
 
+#include <utility>
+
+#include "kiv/hierarchy.h"
 #include "kiv/hierarchyHandler.h"
 #include "kiv/runTimeMgr.h"
 
+#include "cli/commandLine.h"
+#include "cli/filling.h"
 #include "terminal/diagnostics.h"
 
 namespace app {
@@ -21,6 +26,22 @@ std::size_t Plugins::load(const std::vector<std::string>& files)
     return complainOf(_loader.load(files));
 }
 
+std::size_t Plugins::openInPython(const std::vector<std::string>& sources)
+{
+    return failures(sources, [this](const std::string& source) {
+        _inPython.push_back(_surroundings.openInPython(source));
+    });
+}
+
+bool Plugins::openIfForPython(const std::string& file)
+{
+    if (!_surroundings.isForPython || !_surroundings.isForPython(file)) {
+        return false;
+    }
+    _inPython.push_back(_surroundings.openInPython(file));
+    return true;
+}
+
 SceneItemList Plugins::topItems() const
 {
     SceneItemList items;
@@ -28,6 +49,13 @@ SceneItemList Plugins::topItems() const
         for (const auto id : plugin.runTimes) {
             if (const auto handler = RunTimeMgr::instance().hierarchyHandler(id)) {
                 items.splice(items.end(), handler->rootItems(Path()));
+            }
+        }
+    }
+    for (const auto& opened : _inPython) {
+        for (const auto& root : opened.roots) {
+            if (auto item = Hierarchy::createItem(root)) {
+                items.push_back(std::move(item));
             }
         }
     }

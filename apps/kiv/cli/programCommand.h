@@ -3,18 +3,23 @@
 #include <CLI/CLI.hpp>
 #include <functional>
 #include <stdexcept>
+#include <string>
+#include <vector>
 
 #include "terminal/output.h"
 
 namespace app {
 
 class Plugins;
+struct Surroundings;
 
 /// What every command works with. The plug-ins outlive all that is known of their items.
 struct Context
 {
     Plugins& plugins;
     Output& output;
+    const Surroundings& surroundings;
+    const std::vector<std::string>& pythonSources; ///< As the command line names them.
 };
 
 /// A command of the program: what its help, its manual page and the completions are made of, and

@@ -26,8 +26,9 @@ std::string lineOf(const std::optional<host::Record>& record)
     return record ? record->kind + ": " + record->text : "nothing";
 }
 
-int replay(const ReplayOptions& options, Output& output)
+int replay(const ReplayOptions& options, const Context& context)
 {
+    auto& output = context.output;
     std::ifstream file(options.recording);
     if (!file) {
         complain(options.recording, "cannot be read");
@@ -35,7 +36,7 @@ int replay(const ReplayOptions& options, Output& output)
     }
     const auto records = host::prefixed(options.recording, [&] { return host::readRecords(file); });
     shell::Session session(output);
-    if (fill(session.scene(), options.scene) > 0) {
+    if (fill(session.scene(), options.scene, context.plugins) > 0) {
         return kFailure;
     }
     const auto found = host::replay(
@@ -66,8 +67,7 @@ Command defineReplay(CLI::App& program)
         "Example: kiv shell a.gltf -c 'watch --record=r; rm a'; kiv replay r a.gltf");
     syntax.add_option("RECORDING", options->recording, "Lines of JSON")->type_name("")->required();
     defineScene(syntax, options->scene);
-    return {&syntax,
-            [options](const Context& context) { return replay(*options, context.output); }};
+    return {&syntax, [options](const Context& context) { return replay(*options, context); }};
 }
 
 } // namespace app

@@ -3,6 +3,7 @@
 #include <sstream>
 #include <unistd.h>
 
+#include "kiv/hierarchy.h"
 #include "kiv/pathString.h"
 
 #include "cli/filling.h"
@@ -15,6 +16,8 @@
 #include "terminal/terminal.h"
 
 namespace app::shell {
+
+using namespace Kiv_v4;
 
 namespace {
 
@@ -37,7 +40,7 @@ int runScript(Session& session, std::istream& lines, const ScriptStyle& style)
 
 std::string promptOf(const Session& session)
 {
-    return "kiv " + printable(Kiv_v4::PathString::string(session.current()->path())) +
+    return "kiv " + printable(PathString::string(session.current()->path())) +
            (session.isInStep() ? " (step)> " : "> ");
 }
 
@@ -72,12 +75,24 @@ void converse(Session& session)
     }
 }
 
-/// Runs commands from the options, from a terminal or, as a script, from the standard input.
-int shell(const ShellOptions& options, Output& output)
+/// Begins at the items of the first run-time of a plug-in when there is nothing else to see.
+void goToFirst(Session& session, const Plugins& plugins)
 {
+    const auto tops = plugins.topItems();
+    if (!tops.empty() && !Hierarchy::hierarchy(session.scene().root())->hasChildren()) {
+        session.setCurrent(tops.front());
+    }
+}
+
+/// Runs commands from the options, from a terminal or, as a script, from the standard input.
+int shell(const ShellOptions& options, const Context& context)
+{
+    auto& output = context.output;
     Session session(output);
     const auto isInteractive = !options.commands && isTerminal(STDIN_FILENO) && output.isTerminal();
-    const auto notMounted = fill(session.scene(), options.scene);
+    const auto notMounted = fill(session.scene(), options.scene, context.plugins);
+    session.history().clear();
+    goToFirst(session, context.plugins);
     if (notMounted > 0 && !isInteractive && !options.style.keepsGoing) {
         return kFailure;
     }
@@ -112,8 +127,7 @@ Command defineShell(CLI::App& program)
     syntax.add_flag("--keep-going", options->style.keepsGoing,
                     "After an error in a script, go on with the next line");
     syntax.add_flag("--echo", options->style.echoes, "Print each line of a script before it runs");
-    return {&syntax,
-            [options](const Context& context) { return shell::shell(*options, context.output); }};
+    return {&syntax, [options](const Context& context) { return shell::shell(*options, context); }};
 }
 
 } // namespace app

@@ -47,12 +47,15 @@ std::vector<SceneItem::Ptr> itemsNamed(const document::Workspace& scene, const s
 
 /// `file` is empty for items that no file is mounted for.
 int show(const ShowOptions& options, const std::string& file, const std::vector<std::string>& paths,
-         Output& output)
+         const Context& context)
 {
+    auto& output = context.output;
     document::Workspace scene;
-    auto failed = fill(scene, options.scene);
+    auto failed = fill(scene, options.scene, context.plugins);
     auto gateway = scene.root()->path();
-    const auto mount = [&](const std::string& one) { gateway = scene.mount(one); };
+    const auto mount = [&](const std::string& one) {
+        gateway = bring(scene, one, context.plugins);
+    };
     if (!file.empty() && failures({file}, mount) > 0) {
         return kFailure;
     }
@@ -92,7 +95,7 @@ Command defineShow(CLI::App& program)
         "the last row. The world matrix takes every gateway above the item; there is none "
         "when one of them has no transform. JSON has null for what is no finite number.\n"
         "Example: kiv show workshop.gltf Workshop:Lamp:Bulb");
-    syntax.add_option("FILE", options->file, "Scene file; not for an item of a plug-in")
+    syntax.add_option("FILE", options->file, "Scene file; not for an item of a run-time of others")
         ->type_name("")
         ->required();
     syntax
@@ -108,12 +111,12 @@ Command defineShow(CLI::App& program)
     syntax.add_flag("--json", options->json, "Print a JSON object, or an array of several");
     return {&syntax, [options, &syntax](const Context& context) {
                 if (syntax.count("PATH") > 0) {
-                    return show(*options, options->file, options->paths, context.output);
+                    return show(*options, options->file, options->paths, context);
                 }
-                if (context.plugins.all().empty()) {
+                if (context.plugins.topItems().empty()) {
                     throw WrongUsage("PATH is required");
                 }
-                return show(*options, "", {options->file}, context.output);
+                return show(*options, "", {options->file}, context);
             }};
 }
 

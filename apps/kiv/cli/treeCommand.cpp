@@ -26,7 +26,7 @@ int tree(const TreeOptions& options, const Context& context)
         throw WrongUsage("FILE is required");
     }
     document::Workspace scene;
-    const auto failed = fill(scene, options.scene);
+    const auto failed = fill(scene, options.scene, context.plugins);
     const auto roots = rootsOf(scene, context.plugins);
     if (failed < options.scene.size() || roots.size() > 1) {
         writeTree(scene, roots, options.filter, options.form, context.output);

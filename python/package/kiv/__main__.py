@@ -1,23 +1,47 @@
-"""Commands for run-times in Python: `python -m kiv tree|shell|check|window SOURCE`.
+"""The program `kiv` in the interpreter: `python -m kiv COMMAND ...`, with run-times in Python.
 
-A source is a folder, a scene file, a document, or `module:function`: a function that returns an object, which is
-closed by its `close()`, and the paths of its roots.
+Where the program takes a scene file, it also takes a folder, or `module:function`: a function that returns an object,
+which is closed by its `close()`, and the paths of its roots.
 """
 
-import argparse
 import contextlib
 import importlib
 import os
 import re
 import signal
 import sys
-from typing import TYPE_CHECKING
+import traceback
+from types import ModuleType
 
 import kiv
-from kiv import conformance, host
 
-if TYPE_CHECKING:
-    from kiv._scene import Scene
+SUFFIXES = (".usd", ".usda", ".usdc", ".usdz")
+
+
+def is_source(word: str) -> bool:
+    """Whether the word is a folder or `module:function`."""
+    return os.path.isdir(word) or (not os.path.exists(word) and bool(re.fullmatch(r"[\w.]+:\w+", word)))
+
+
+def opened(source: str) -> tuple[object, list[kiv.Path]]:
+    """What holds the run-time of a source or of a scene file, to be closed, and the paths of its roots."""
+    if os.path.isdir(source):
+        from kiv import files
+
+        folder = files.RunTime(source)
+        return folder, [folder.root.path]
+    if is_source(source):
+        return _called(source)
+    if source.lower().endswith(SUFFIXES):
+        from kiv import usd
+
+        stages = usd.RunTime(source)
+        return stages, [stage.path for stage in stages.stages]
+    from kiv import document
+
+    workspace = document.Workspace()
+    workspace.mount(source)
+    return workspace, [workspace.root.path]
 
 
 def _called(text: str) -> tuple[object, list[kiv.Path]]:
@@ -30,123 +54,70 @@ def _called(text: str) -> tuple[object, list[kiv.Path]]:
     return made, [kiv.Path(root) if isinstance(root, str) else root for root in roots]
 
 
-def opened(source: str) -> tuple[object, list[kiv.Path]]:
-    """What holds the scene of a source, to be closed, and the paths of its roots."""
-    if os.path.isdir(source):
-        from kiv import files
+class _Process:
+    """What the program has from the interpreter."""
 
-        folder = files.RunTime(source)
-        return folder, [folder.root.path]
-    if ":" in source and not os.path.exists(source):
-        return _called(source)
-    if is_stage(source):
-        from kiv import usd
+    def __init__(self, words: list[str]) -> None:
+        self._held = contextlib.ExitStack()
+        self._is_checking = "check" in words  # then, nothing else may be registered
+        if not any(word.startswith("--python") or is_source(word) for word in words):
+            self._show_stages()
 
-        stages = usd.RunTime(source)
-        return stages, [stage.path for stage in stages.stages]
-    return as_scene(source)
+    def open(self, source: str) -> tuple[object, list[kiv.Path]]:
+        """As `opened`, with the traceback of what is a fault of the function."""
+        try:
+            made = opened(source)
+        except (kiv.Error, OSError, ModuleNotFoundError, ValueError):
+            raise
+        except Exception as error:
+            traceback.print_exc()
+            raise ValueError(f"{type(error).__name__}: {error}") from error
+        self._show_stages()
+        return made
 
+    def is_source(self, word: str) -> bool:
+        """Whether `open` opens what stands in the place of a scene file."""
+        if not is_source(word):
+            self._show_stages()
+        return is_source(word)
 
-def item_at(path: kiv.Path) -> kiv.SceneItem:
-    """The item at the path, which must exist."""
-    item = kiv.Hierarchy.create_item(path)
-    if item is None:
-        raise ValueError(f"no such item '{path}'")
-    return item
-
-
-def is_stage(source: str) -> bool:
-    """Whether the file is one of OpenUSD."""
-    return source.lower().endswith((".usd", ".usda", ".usdc", ".usdz"))
-
-
-def as_scene(*files: str) -> tuple["Scene", list[kiv.Path]]:
-    """Documents and scene files under one root, which can be saved as a document."""
-    from kiv._scene import Scene
-
-    scene = Scene(list(files))
-    return scene, [scene.root]
-
-
-def install() -> host.UndoHistory:
-    """Installs what hosts have: a scene, a selection and an undo history, which it returns."""
-    history = host.UndoHistory()
-    kiv.Scene.initialize_instance(host.HostScene())
-    kiv.UndoableCommandMgr.initialize_instance(history)
-    kiv.GlobalSelection.initialize_instance(kiv.ObservableSelection())
-    return history
-
-
-def tree(source: str) -> int:
-    """Prints the items of the source, a line each."""
-    install()
-    held, roots = opened(source)
-    for root in roots:
-        for row in host.outline(item_at(root)):
-            print(f"{'  ' * row.depth}{row.name}  {row.node_type}")
-    held.close()  # type: ignore[attr-defined]
-    return 0
-
-
-def check(source: str, options: conformance.Options, form: str) -> int:
-    """Checks the run-time of the source against the contracts. `form` is text, json or junit."""
-    report = conformance.check(conformance.Candidate(source, lambda: opened(source)), options)
-    print({"json": report.json, "junit": report.junit}.get(form, report.text)())
-    return 0 if report.passed else 1
-
-
-def window(words: list[str]) -> int:
-    """Runs the window, whose options and files the words are; folders and `module:function` are shown beside them."""
-    try:
-        module = importlib.import_module("kiv._window")
-    except ImportError as error:
-        raise ImportError(f"the window needs Qt 6, and a package that was built with it ({error})") from error
-    from kiv._scene import stages
-
-    signal.signal(signal.SIGINT, signal.SIG_DFL)  # the window's loop does not look after Python's handlers
-    with contextlib.ExitStack() as held:
-        held.enter_context(stages())
-        others = []
+    def show_window(self, words: list[str]) -> int:
+        """Shows the window, whose options and files the words are; sources are shown beside them."""
+        shown = _built("_window", "the window needs Qt 6, and a package that was built with it")
         for word in words:
-            if os.path.isdir(word) or re.fullmatch(r"[\w.]+:\w+", word):
-                held.callback(opened(word)[0].close)  # type: ignore[attr-defined]
-            else:
-                others.append(word)
-        return int(module.run(["kiv window", *others]))
+            if is_source(word):
+                self._held.callback(opened(word)[0].close)  # type: ignore[attr-defined]
+        self._show_stages()
+        return int(shown.run(["kiv window", *(word for word in words if not is_source(word))]))
+
+    def close(self) -> None:
+        """Takes the run-times back."""
+        self._held.close()
+
+    def _show_stages(self) -> None:
+        """Lets scenes mount stages, where OpenUSD is installed and no function does that by itself."""
+        if not self._is_checking:
+            with contextlib.suppress(ImportError, kiv.InvalidRunTimeName):
+                from kiv import usd
+
+                self._held.enter_context(usd.RunTime())
+
+
+def _built(name: str, advice: str) -> ModuleType:
+    try:
+        return importlib.import_module(f"kiv.{name}")
+    except ImportError as error:
+        raise ImportError(f"{advice} ({error})") from error
 
 
 def main(arguments: list[str] | None = None) -> int:
-    parser = argparse.ArgumentParser(prog="python -m kiv", description="Shows, edits and checks scenes.")
-    commands = parser.add_subparsers(dest="command", required=True)
-    for name, about in (("tree", "print the items"), ("shell", "browse and edit them by commands"),
-                        ("check", "hold the run-time against its contracts")):
-        command = commands.add_parser(name, help=about)
-        command.add_argument("source", help="a folder, a scene file, a document, or module:function")
-        if name == "check":
-            command.add_argument("--seed", type=int, default=1)
-            command.add_argument("--steps", type=int, default=100)
-            command.add_argument("--only", action="append", default=[], metavar="CONTRACT")
-            form = command.add_mutually_exclusive_group()
-            form.add_argument("--json", action="store_const", dest="form", const="json", default="text")
-            form.add_argument("--junit", action="store_const", dest="form", const="junit")
-    commands.add_parser("window", help="show them in a window; -h lists its options", add_help=False)
-    given, words = parser.parse_known_args(arguments)
-    if words and given.command != "window":
-        parser.error(f"unrecognized arguments: {' '.join(words)}")
+    """Runs the program with the arguments, by default those of the command line. Returns the exit status."""
+    words = sys.argv[1:] if arguments is None else arguments
+    signal.signal(signal.SIGINT, signal.SIG_DFL)  # the program does not look after Python's handlers
     try:
-        if given.command == "window":
-            return window(words)
-        if given.command == "tree":
-            return tree(given.source)
-        if given.command == "check":
-            options = conformance.Options()
-            options.seed, options.nb_steps, options.only = given.seed, given.steps, given.only
-            return check(given.source, options, given.form)
-        from kiv import _shell
-
-        history = install()
-        held, roots = (as_scene if is_stage(given.source) else opened)(given.source)
-        return _shell.run(history, held, item_at(roots[0]))
+        program = _built("_program", "the commands need a package that was built with CLI11")
+        with contextlib.closing(_Process(words)) as process:
+            return int(program.run(["kiv", *words], process.open, process.is_source, process.show_window))
     except (kiv.Error, OSError, ImportError, ValueError) as error:
         print(f"kiv: {error}", file=sys.stderr)
         return 1

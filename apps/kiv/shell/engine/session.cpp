@@ -77,6 +77,7 @@ Session::Session(Output& output)
     Scene::initializeInstance(_hostScene);
     _hostScene->follow(_selection, host::HostScene::Gone::Dropped);
     GlobalSelection::initializeInstance(_selection);
+    UndoableCommandMgr::initializeInstance(nullptr); // the plain one of the program
     UndoableCommandMgr::initializeInstance(_history);
     _scene = std::make_unique<document::Workspace>();
     showReading(*_scene);
