@@ -49,6 +49,8 @@ def arguments(line, owner):
         head = re.sub(rf"(\w+): (kiv\.)?({TYPES})(?! \||\.|\w)((?: = )?)", accepted, head)
         head = re.sub(r"Sequence\[(kiv\.)?(Path|PathComponent)\]",
                       lambda match: f"Sequence[{match[1] or ''}{match[2]} | str]", head)
+    if owner == "Tree" and " children(" in head:
+        result = result.replace("list[Child]", f"{SEQUENCE}[Child | tuple[str, str]]")
     head = head.replace("= BadgePosition.", "= UIInfoHandler.BadgePosition.")
     head = head.replace("part: object | None", "part: typing.Any")
     if head.lstrip().startswith("def set_cmd(") and re.match("Attribute.", owner):
@@ -68,10 +70,12 @@ def optional(text):
     """What a function may give instead of an object, by its docstring."""
     def widened(match):
         said = re.sub(r"\s+", " ", match[4])
-        gives_none = re.search(r"(; None|, or None|or None\.|[Rr]eturns None|^ ?None|\. None) "
-                               r"?(for|if(?! one of them)|when|at|before|only|$)", said)
+        gives_none = re.search(r"(; None|, None|, or None|or None\.|[Rr]eturns None|^ ?None|\. None|otherwise None\.?) "
+                               r"?(for|if(?! one of them)|unless|when|at|after|before|only|$)", said)
         return f"{match[1]}{match[2]} | None{match[3]}" if gives_none else match[0]
 
+    # The makers of commands of the interfaces give None where the run-time refuses.
+    text = re.sub(r"(?<=\n)( +def (?!copy_mount)\w+_cmd\(.*\) -> \w*Command)(?=:)", r"\1 | None", text)
     made = r"((?:kiv\.)?(?!(?:Observation|None|Any)\b)[A-Z][\w.]*)"
     return re.sub(rf'(-> ){made}(:\n\s+"""(.*?)""")', widened, text, flags=re.S)
 
@@ -86,6 +90,17 @@ def shortcuts(text):
     inside = re.sub(r"(?:    @property\n)?(?:    @staticmethod\n)?    def (\w+)\(arg: SceneItem, /\) -> (\w[\w\[\]]*): "
                     r"\.\.\.", as_property, text[start:end])
     return text[:start] + inside + text[end:] if start >= 0 else text
+
+
+def typed_run(text):
+    """`Transaction.run` returns the command with the class that it has."""
+    command = "kiv.UndoableCommand"
+    ran = text.replace(f"def run(self, command: {command} | None) -> {command}:",
+                       "def run(self, command: _Command | None) -> _Command:")
+    if ran == text:
+        return text
+    variable = f'import typing\n\n_Command = typing.TypeVar("_Command", bound={command})\n'
+    return re.sub(r"\n(?=\n(?:class|def|\w+:) )", "\n" + variable, ran, count=1)
 
 
 def main():
@@ -103,7 +118,7 @@ def main():
         elif re.match(r"    \S", line):
             inner = owner
         lines.append(arguments(line, owner).replace("def __enter__(self) -> object", f"def __enter__(self) -> {inner}"))
-    text = optional("\n".join(lines))
+    text = typed_run(optional("\n".join(lines)))
     for name in ("typing", "collections.abc"):
         if f"{name}." in text and not re.search(rf"^import {re.escape(name)}$", text, flags=re.M):
             text = f"import {name}\n" + text

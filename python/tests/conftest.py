@@ -38,7 +38,7 @@ def run_script() -> Callable[[str], str]:
 
     def run(script: str) -> str:
         ended = subprocess.run([sys.executable, "-X", "dev", "-W", "error", "-c", textwrap.dedent(script)],
-                               capture_output=True, text=True, check=False, timeout=60,
+                               capture_output=True, text=True, check=False, timeout=300,
                                env={**os.environ, "KIV_LEAK_WARNINGS": "1"})
         assert ended.returncode == 0, ended.stderr
         assert "nanobind" not in ended.stderr, ended.stderr

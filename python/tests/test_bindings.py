@@ -22,7 +22,8 @@ UNBOUND = {
     r".*::(c|r|cr)?(begin|end)|.*::(const_|reverse_|const_reverse_)?iterator|.*::value_type": "iteration is Python's",
     r".*::operator.*": "operators are Python's, and `test_paths` and its siblings test them",
     r"(SceneItemList|ChildFilter|DuplicateOptions|AttributeVariant|Rtid|\w+Listener|\w*Vector3[df]|Matrix4d|Color3f|"
-    r"host::PropertyValue|host::OutlineVisitor|host::OnVisit|document::OnMissing|assimp::Progress|kit::Maker)": "plain Python values",
+    r"host::PropertyValue|host::OutlineVisitor|host::OnVisit|document::OnMissing|assimp::Progress|"
+    r"kit::Maker)": "plain Python values",
     r"(AttributeClass|TypedAttribute|attributeClasses|visitAttribute|visitAttributeClass|typeOf|value|"
     r"setValueCmd|AttributeClass)(::.*)?": "`Attribute.value` and `Attribute.set_cmd` do it",
     r"(TypedColorN|TypedVectorN|TypedSquareMatrixN|SetValue\d?UndoableCommand)(::.*)?":
@@ -51,14 +52,15 @@ UNBOUND = {
     r"kit::(AttributeTable::(Row|row|takesMetadata|metadata|setMetadata|Metadata)|\w+Access|Tree::(Part|kLast)|MountTable)"
     r"(::.*)?": "keywords of `AttributeTable.add`, arguments of the access, `Mounts`",
     r"kit::\w+Base::path": "`scene_item.path`",
+    r"kit::(announced|logUnannounced)": "what Python raises in a notification is logged by its observers",
     r"kit::(NodeTree|CameraOf|LightOf|Setting|finiteValue)(::.*)?": "templates over data in C++",
     r"kit::AttributeTable::(Item(Rows|Values)(::.*)?|addItemRows)": "functions; `add_item_values`",
     r"memory::DataModel::(DataModel|Tree)|memory::Tree.*|assimp::SceneFile.*|assimp::RunTime::kSeparator":
         "made by others",
     r"host::UndoHistory::Merging.*": "`UndoHistory.merging()`",
     r".*Impl|Scene::postNotify\w+|host::HostScene::postDelivery": "defined by classes that are derived, in Python too",
-    r"ContextItem::SeparatorTag|.*::empty|host::UndoHistory::setLimit|host::SceneTree::setFilter|host::Transaction::runFor|kit::Mounts::forEach|"
-    r"UndoableCommandGuard::setSuccess": "`make_separator`, truth, `limit`, `run`, `shown`, the end of a block",
+    r"ContextItem::SeparatorTag|.*::empty|host::UndoHistory::setLimit|host::SceneTree::setFilter|"
+    r"host::Transaction::runFor|kit::Mounts::forEach|UndoableCommandGuard::setSuccess": "`make_separator`, truth, `limit`, `run`, `shown`, the end of a block",
     r"conformance::(text|json|junit)|conformance::Candidate::Running": "of `Report`; of `Candidate`",
     r"kit::GatewayFollower::\w+": "arguments of its constructor, which adds it",
     r"SceneFileHandler::(Progress|Mounting)|host::ComparisonOptions(::.*)?": "functions and keywords",

@@ -115,7 +115,7 @@ def test_a_tree_in_python_is_edited_as_any_scene(scene):
 def test_values_make_attributes_cameras_and_lights(scene):
     made, (root,) = rows_run_time()
     tree, manager, lens, lamp = made.tree, kiv.RunTimeMgr.instance(), kit.CameraValues(), kit.LightValues()
-    custom = {"mass": 1.5, "note": "heavy", "count": 3, "on": True, "at": kiv.Vector3d(1, 2, 3), "none": None}
+    custom = {"mass": 1.5, "note": "heavy", "count": 3, "on": True, "at": kiv.Vector3d([1, 2, 3]), "none": None}
     lamp.type = kiv.Light.Type.POINT
 
     def set_lens(path, values):
@@ -248,7 +248,7 @@ def test_the_program_shows_run_times_in_python(tmp_path):
 
     def run(*words, text=""):
         ended = subprocess.run([sys.executable, "-m", "kiv", *words], input=text, capture_output=True, text=True,
-                               check=False, timeout=120, cwd=tmp_path,
+                               check=False, timeout=300, cwd=tmp_path,
                                env={**os.environ, "KIV_LEAK_WARNINGS": "1"})
         assert "nanobind" not in ended.stderr, ended.stderr
         return ended.returncode, ended.stdout, ended.stderr

@@ -398,13 +398,13 @@ def scene():
 
     def window(*words):
         return subprocess.run([sys.executable, "-X", "dev", "-m", "kiv", "window", "--screenshot", "out.png", *words],
-                              capture_output=True, text=True, check=False, cwd=tmp_path, timeout=60)
+                              capture_output=True, text=True, check=False, cwd=tmp_path, timeout=300)
 
     shown = window("--camera", "/world/shop,/shop/Shop/camera", "shop.usda", "folder", "mine:scene")
     assert shown.returncode == 0 and (tmp_path / "out.png").read_bytes()[1:4] == b"PNG", shown.stderr
     failed = window("none.usda")
     assert failed.returncode == 1 and "none.usda: Failed to open layer" in failed.stderr
-    assert window("--nonsense").returncode == 1
+    assert window("--nonsense").returncode == 2
 
 
 def test_the_shell_mounts_edits_and_saves_stages(tmp_path):
@@ -414,7 +414,7 @@ def test_the_shell_mounts_edits_and_saves_stages(tmp_path):
 
     def shell(source, *lines, code=0):
         ended = subprocess.run([sys.executable, "-m", "kiv", "shell", source, "-c", "\n".join(lines)], check=False,
-                               capture_output=True, text=True, cwd=tmp_path, timeout=60)
+                               capture_output=True, text=True, cwd=tmp_path, timeout=300)
         assert ended.returncode == code, ended.stderr
         return ended.stdout + ended.stderr
 
