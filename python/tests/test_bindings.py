@@ -60,7 +60,8 @@ UNBOUND = {
     r"host::UndoHistory::Merging.*": "`UndoHistory.merging()`",
     r".*Impl|Scene::postNotify\w+|host::HostScene::postDelivery": "defined by classes that are derived, in Python too",
     r"ContextItem::SeparatorTag|.*::empty|host::UndoHistory::setLimit|host::SceneTree::setFilter|"
-    r"host::Transaction::runFor|kit::Mounts::forEach|UndoableCommandGuard::setSuccess": "`make_separator`, truth, `limit`, `run`, `shown`, the end of a block",
+    r"host::Transaction::runFor|kit::Mounts::forEach|UndoableCommandGuard::setSuccess":
+        "`make_separator`, truth, `limit`, `run`, `shown`, the end of a block",
     r"conformance::(text|json|junit)|conformance::Candidate::Running": "of `Report`; of `Candidate`",
     r"kit::GatewayFollower::\w+": "arguments of its constructor, which adds it",
     r"SceneFileHandler::(Progress|Mounting)|host::ComparisonOptions(::.*)?": "functions and keywords",
