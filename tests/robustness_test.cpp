@@ -63,17 +63,18 @@ void* operator new(std::size_t size, std::align_val_t alignment)
     return allocated(size, static_cast<std::size_t>(alignment));
 }
 
-void operator delete(void* memory) noexcept
+// Inlined, these look to GCC as if they released the memory of another allocator.
+[[gnu::noinline]] void operator delete(void* memory) noexcept
 {
     std::free(memory);
 }
 
-void operator delete(void* memory, std::size_t) noexcept
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept
 {
     std::free(memory);
 }
 
-void operator delete(void* memory, std::align_val_t) noexcept
+[[gnu::noinline]] void operator delete(void* memory, std::align_val_t) noexcept
 {
     std::free(memory);
 }
