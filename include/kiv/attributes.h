@@ -36,7 +36,7 @@ public:
     using Ptr = std::shared_ptr<Attributes>;
 
     /// The attributes of `item`; null for a null item, an empty path, a run-time without this
-    /// interface, and an item that has none. Logs and rethrows the run-time's exceptions.
+    /// interface, and an item without it. Logs and rethrows the run-time's exceptions.
     [[nodiscard]] static Ptr attributes(const SceneItem::Ptr& item);
 
     Attributes();

@@ -57,7 +57,7 @@ public:
     using ItemPath = std::vector<std::string>;
 
     /// The menu of `item`; null for a null item, an empty path, a run-time without this interface,
-    /// and an item that has none. Logs and rethrows the run-time's exceptions.
+    /// and an item without it. Logs and rethrows the run-time's exceptions.
     [[nodiscard]] static Ptr contextOps(const SceneItem::Ptr& item);
 
     ContextOps();

@@ -15,7 +15,7 @@ public:
     using Ptr = std::shared_ptr<Material>;
 
     /// The materials of `item`; null for a null item, an empty path, a run-time without this
-    /// interface, and an item that has none. Logs and rethrows the run-time's exceptions.
+    /// interface, and an item without it. Logs and rethrows the run-time's exceptions.
     [[nodiscard]] static Ptr material(const SceneItem::Ptr& item);
 
     Material();

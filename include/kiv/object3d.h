@@ -46,7 +46,7 @@ public:
     using Ptr = std::shared_ptr<Object3d>;
 
     /// The object at `item`; null for a null item, an empty path, a run-time without this
-    /// interface, and an item that has none. Logs and rethrows the run-time's exceptions.
+    /// interface, and an item without it. Logs and rethrows the run-time's exceptions.
     [[nodiscard]] static Ptr object3d(const SceneItem::Ptr& item);
 
     Object3d();

@@ -61,7 +61,7 @@ public:
     using Ptr = std::shared_ptr<Transform3d>;
 
     /// The transform of `item`; null for a null item, an empty path, a run-time without this
-    /// interface, and an item that has none. Logs and rethrows the run-time's exceptions.
+    /// interface, and an item without it. Logs and rethrows the run-time's exceptions.
     [[nodiscard]] static Ptr transform3d(const SceneItem::Ptr& item);
 
     /// The same, suited to the edit of `hint`.

@@ -20,7 +20,7 @@ public:
     using Ptr = std::shared_ptr<Transform3dRead>;
 
     /// The transform of `item`; null for a null item, an empty path, a run-time without this
-    /// interface, and an item that has none. Logs and rethrows the run-time's exceptions.
+    /// interface, and an item without it. Logs and rethrows the run-time's exceptions.
     [[nodiscard]] static Ptr transform3dRead(const SceneItem::Ptr& item);
 
     Transform3dRead();

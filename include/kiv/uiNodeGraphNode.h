@@ -17,7 +17,7 @@ public:
     using Ptr = std::shared_ptr<UINodeGraphNode>;
 
     /// The node of `item`; null for a null item, an empty path, a run-time without this interface,
-    /// and an item that has none. Logs and rethrows the run-time's exceptions.
+    /// and an item without it. Logs and rethrows the run-time's exceptions.
     [[nodiscard]] static Ptr uiNodeGraphNode(const SceneItem::Ptr& item);
 
     UINodeGraphNode();
