@@ -50,7 +50,7 @@ def arguments(line, owner):
         head = re.sub(r"Sequence\[(kiv\.)?(Path|PathComponent)\]",
                       lambda match: f"Sequence[{match[1] or ''}{match[2]} | str]", head)
     if owner == "Tree" and " children(" in head:
-        result = result.replace("list[Child]", f"{SEQUENCE}[Child | tuple[str, str]]")
+        result = result.replace("list[Tree.Child]", f"{SEQUENCE}[Tree.Child | tuple[str, str]]")
     head = head.replace("= BadgePosition.", "= UIInfoHandler.BadgePosition.")
     head = head.replace("part: object | None", "part: typing.Any")
     if head.lstrip().startswith("def set_cmd(") and re.match("Attribute.", owner):

@@ -270,7 +270,7 @@ def test_the_program_shows_run_times_in_python(tmp_path):
     assert code == 0 and json.loads(printed)["candidate"] == "mine:scene"
     assert run("check", "--python", "film", "--only", "paths,names")[0] == 0
     assert run("check", "mine:nothing", "--only", "hierarchy")[0] == 1
-    assert [run(*words)[0] for words in (["check"], ["check", "film", "--python", "mine:scene"])] == [2, 2]
+    assert [run(*words)[0] for words in (["check"], ["check", "film", "--python", "mine:scene", "x"])] == [2, 2]
 
     assert run("tree", "mine:gone")[2] == "kiv: mine:gone: no function 'gone' in the module 'mine'\n"
     code, _, said = run("--python", "mine:broken", "tree", "film")

@@ -1,6 +1,7 @@
 #include <filesystem>
 #include <memory>
 #include <stdexcept>
+#include <utility>
 
 #include "kiv/conformance/conformance.h"
 #include "kiv/document/workspace.h"
@@ -29,18 +30,15 @@ struct CheckOptions
 };
 
 /// The items of a scene file, mounted in a scene of their own.
-conformance::Candidate sceneFile(const std::string& file)
+conformance::Running mounted(const std::string& file)
 {
-    return {file, [file] {
-                const auto scene = std::make_shared<document::Workspace>();
-                const auto gateway = scene->mount(file);
-                conformance::Running running{scene, {}};
-                const auto hierarchy = Hierarchy::hierarchy(Hierarchy::createItem(gateway));
-                for (const auto& top : hierarchy->children()) {
-                    running.roots.push_back(top->path());
-                }
-                return running;
-            }};
+    const auto scene = std::make_shared<document::Workspace>();
+    const auto gateway = scene->mount(file);
+    conformance::Running running{scene, {}};
+    for (const auto& top : Hierarchy::hierarchy(Hierarchy::createItem(gateway))->children()) {
+        running.roots.push_back(top->path());
+    }
+    return running;
 }
 
 /// What is wrong with the beginning of a contract's name; empty for nothing.
@@ -69,25 +67,47 @@ conformance::Candidate fileCandidate(const CheckOptions& options)
     if (std::error_code none; !std::filesystem::exists(file, none)) {
         throw std::runtime_error(file + ": no such file");
     }
-    return isOwn ? sceneFile(file) : conformance::pluginCandidate(file);
+    if (isOwn) {
+        return {file, [file] { return mounted(file); }};
+    }
+    return conformance::pluginCandidate(file);
+}
+
+/// A run-time in Python, with the items of a scene file that it reads when one is named.
+conformance::Candidate pythonCandidate(const std::string& source, const std::string& file,
+                                       const Surroundings& python)
+{
+    const auto& open = python.openInPython;
+    if (file.empty()) {
+        return {source, [open, source] { return open(source); }};
+    }
+    return {source, [open, source, file] {
+                using Held = std::shared_ptr<void>;
+                const auto runTime = open(source).runTime;
+                auto running = mounted(file);
+                running.runTime = std::make_shared<std::pair<Held, Held>>(runTime, running.runTime);
+                return running;
+            }};
 }
 
 /// In Python, whatever is no plug-in is a source for Python.
 conformance::Candidate candidateOf(const CheckOptions& options, const Context& context)
 {
-    auto asked = context.pythonSources;
+    const auto& sources = context.pythonSources;
     const auto& file = options.candidate;
-    if (!file.empty()) {
-        asked.push_back(file);
+    if (sources.size() > 1 || (!sources.empty() && !options.scene.empty())) {
+        throw WrongUsage("one run-time at a time, with one file");
     }
-    if (asked.size() != 1) {
-        throw WrongUsage(asked.empty() ? "PLUGIN is required" : "one run-time at a time");
+    if (!sources.empty()) {
+        return pythonCandidate(sources.front(), file, context.surroundings);
     }
-    const auto& open = context.surroundings.openInPython;
-    if (!file.empty() && (!open || file == "assimp" || file.ends_with(".so"))) {
-        return fileCandidate(options);
+    if (file.empty()) {
+        throw WrongUsage("PLUGIN is required");
     }
-    return {asked.front(), [open, source = asked.front()] { return open(source); }};
+    if (context.surroundings.openInPython && file != "assimp" && !file.ends_with(".so")) {
+        return pythonCandidate(file, options.scene, context.surroundings);
+    }
+    return fileCandidate(options);
 }
 
 int check(const CheckOptions& options, const Context& context)
@@ -114,7 +134,9 @@ Command defineCheck(CLI::App& program)
         "Checks a plug-in, or assimp with a SCENE file, in processes of its own. The exit "
         "status is 0 when no contract is broken, 1 when one is, 2 for wrong usage.\n"
         "Example: kiv check --only commands props.so");
-    syntax.add_option("PLUGIN", wishes->candidate, "Plug-in file, or assimp; not with --python")
+    syntax
+        .add_option("PLUGIN", wishes->candidate,
+                    "Plug-in file, or assimp; with --python, a file that the run-time reads")
         ->type_name("");
     syntax.add_option("SCENE", wishes->scene, "Scene file for assimp")->type_name("");
     auto& options = wishes->options;
