@@ -142,6 +142,39 @@ TEST_F(QtAttributes, OfSeveralItemsTheSharedOnesAreShownAndSetAsOneStep)
     EXPECT_TRUE(value("cone angle").isValid());
 }
 
+TEST_F(QtAttributes, AreResetToTheirDefinitionInAllItemsAsOneStep)
+{
+    const auto makeMaterial = [this](const std::string& name, float roughness) {
+        const auto item = make("material", name);
+        const auto attributes = Attributes::attributes(item);
+        const auto add = [&]<class Typed>(const char* type, const char* named, const Typed& to) {
+            std::dynamic_pointer_cast<TypedAttribute<Typed>>(attributes->addAttribute(type, named))
+                ->set(to);
+        };
+        add(Attribute::kFloat, "roughness", roughness);
+        add(Attribute::kColorFloat3, "baseColor", Color3f({1, 0, 0}));
+        return item;
+    };
+    select({makeMaterial("steel", 0.2F), makeMaterial("oak", 0.5F)});
+    EXPECT_EQ(shown("roughness"), "mixed");
+    EXPECT_TRUE(model.reset(value("roughness")));
+    settle();
+    EXPECT_EQ(shown("roughness"), "0.5");
+    EXPECT_FALSE(model.canReset(value("roughness")));
+    EXPECT_TRUE(model.reset(value("baseColor")));
+    settle();
+    EXPECT_EQ(shown("baseColor"), "0.8, 0.8, 0.8");
+    EXPECT_THAT(host.history->entries(), ElementsAre("Set roughness", "Set baseColor"));
+    host.history->undo();
+    host.history->undo();
+    settle();
+    EXPECT_EQ(shown("roughness"), "mixed");
+    EXPECT_EQ(shown("baseColor"), "1, 0, 0");
+    ASSERT_TRUE(value("matrix").isValid());
+    EXPECT_FALSE(model.reset(value("matrix"))) << "which has no definition";
+    EXPECT_FALSE(model.reset({}));
+}
+
 TEST_F(QtAttributes, ValuesFollowChangesAndItemsThatGo)
 {
     const auto group = make("group", "group");

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <optional>
 
+#include "kiv/attributes.h"
 #include "kiv/camera.h"
 #include "kiv/cameraHandler.h"
 #include "kiv/document/workspace.h"
@@ -145,6 +146,24 @@ TEST_F(QtScene, TheViewFollowsTheScene)
     scene.model().remove(group->path());
     settle();
     EXPECT_TRUE(view.sceneBox().empty());
+}
+
+TEST_F(QtScene, TheUnitIsThatOfTheFilesUnlessTheHostSetsIt)
+{
+    EXPECT_FALSE(view.unit());
+    const auto added =
+        Attributes::attributes(scene.root())->addAttribute(Attribute::kDouble, "file.sceneUnit");
+    std::dynamic_pointer_cast<AttributeDouble>(added)->set(0.01);
+    view.refresh();
+    settle();
+    EXPECT_EQ(view.unit(), 0.01);
+    view.setUnit(0.5);
+    EXPECT_EQ(view.unit(), 0.5);
+    view.setUnit({});
+    std::dynamic_pointer_cast<AttributeDouble>(added)->set(-1);
+    view.refresh();
+    settle();
+    EXPECT_FALSE(view.unit()) << "no length";
 }
 
 TEST_F(QtScene, LookingThroughACameraFollowsItUntilTheViewIsMoved)

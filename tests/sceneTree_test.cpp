@@ -69,7 +69,8 @@ TEST_F(Tree, IsWhatAFreshWalkSeesAfterEachRandomEdit)
         if (random.below(3) == 0) {
             const auto all = editor.items();
             if (auto* node = tree.find(random.of(all)->path())) {
-                tree.fetch(*node);
+                tree.fetch(*node,
+                           random.below(2) == 0 ? SceneTree::kFetchAll : 1 + random.below(3));
             }
         }
         if (random.below(500) == 0) {

@@ -41,6 +41,15 @@ TEST_F(Shell, RecordedSessionOverThreeFilesGoesAsBefore)
     EXPECT_EQ(session.status, 1); // the session has errors too
 }
 
+TEST_F(Shell, TheTourGoesTwiceAlike)
+{
+    fs::create_directory(folder / "build");
+    EXPECT_EQ(run("<examples/tour.kiv >said").err, "");
+    EXPECT_THAT(contentOf(folder / "said"), HasSubstr("\n2 differences\n"));
+    EXPECT_EQ(shell("cd '" + folder.string() + "' && kiv replay build/tour.jsonl | tail -n 1").out,
+              "no differences\n");
+}
+
 TEST_F(Shell, ScriptStopsAtItsFirstErrorUnlessToldOtherwise)
 {
     write("outer.kiv", "make group a\n# then\nrun inner.kiv\nmake group c\n");

@@ -149,11 +149,12 @@ private:
                               : _tree.filter().empty()
                                   ? hierarchy->children()
                                   : hierarchy->filteredChildren(_tree.filter());
-        demand(node.nbRows() == children.size() || (_tree.canFetch(node) && node.nbRows() == 0),
-               "all children are rows, or none");
-        std::size_t row = 0;
-        for (const auto& child : children) {
-            demand(node.nbRows() == 0 || node.child(row++).path() == child->path(),
+        demand(node.nbRows() == children.size() ||
+                   (_tree.canFetch(node) && node.nbRows() < children.size()),
+               "all children are rows, or the first of them");
+        auto child = children.begin();
+        for (std::size_t row = 0; row < node.nbRows(); ++row, ++child) {
+            demand(node.child(row).path() == (*child)->path(),
                    "rows are in the order of the children");
         }
     }

@@ -26,6 +26,7 @@
 #include "kiv/qt/icons.h"
 #include "kiv/qt/selectionSync.h"
 #include "kiv/sceneItemOps.h"
+#include "kiv/selectionCommands.h"
 
 #include "errorBar.h"
 #include "recentFiles.h"
@@ -310,6 +311,9 @@ void MainWindow::deleteSelected()
         host::Transaction edits(selected.size() == 1
                                     ? "Delete " + selected.front()->nodeName()
                                     : "Delete " + std::to_string(selected.size()) + " items");
+        if (selected.size() > 1) { // at once, or the views would follow each item
+            edits.run(std::make_shared<SelectionClear>(_stage.selection));
+        }
         for (const auto& item : selected) {
             if (!selected.containsAncestor(item->path())) {
                 const auto operations = SceneItemOps::sceneItemOps(item);

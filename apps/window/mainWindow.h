@@ -68,6 +68,7 @@ private:
     void showProgress();
     void updateTitle();
 
+    void unfold();
     bool mayLose();
     void newScene();
     void chooseDocument();

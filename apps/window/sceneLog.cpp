@@ -1,6 +1,8 @@
 #include "sceneLog.h"
 
 #include <QScrollBar>
+#include <QTimer>
+#include <utility>
 
 #include "kiv/attributeNotification.h"
 #include "kiv/attributes.h"
@@ -17,6 +19,8 @@ using namespace Kiv_v4;
 namespace {
 
 using Op = SceneCompositeNotification::Op;
+
+constexpr int kMaxLines = 1000;
 
 QString textOf(const Path& path)
 {
@@ -42,7 +46,12 @@ QString textOf(const Op& op)
 class Writer : public Observer
 {
 public:
-    explicit Writer(QPlainTextEdit& log) : _log(log) {}
+    explicit Writer(QPlainTextEdit& log) : _log(log)
+    {
+        _show.setSingleShot(true);
+        _show.setInterval(0);
+        QObject::connect(&_show, &QTimer::timeout, [this] { show(); });
+    }
 
     void operator()(const Notification& notification) override
     {
@@ -74,11 +83,23 @@ private:
 
     void write(const QString& line)
     {
-        _log.appendPlainText(line);
+        if (_lines.size() == kMaxLines) {
+            _lines.removeFirst();
+        }
+        _lines.append(line);
+        _show.start();
+    }
+
+    /// Shows all that was written since events were last handled: a line alone costs as much.
+    void show()
+    {
+        _log.appendPlainText(std::exchange(_lines, {}).join('\n'));
         _log.horizontalScrollBar()->setValue(0); // the beginning tells the most
     }
 
     QPlainTextEdit& _log;
+    QStringList _lines;
+    QTimer _show;
 };
 
 } // namespace
@@ -87,7 +108,7 @@ SceneLog::SceneLog(QWidget* parent)
     : QPlainTextEdit(parent), _observer(std::make_shared<Writer>(*this))
 {
     setReadOnly(true);
-    setMaximumBlockCount(1000);
+    setMaximumBlockCount(kMaxLines);
     setLineWrapMode(NoWrap);
     Scene::instance().addObserver(_observer);
     Attributes::addObserver(_observer);

@@ -3,6 +3,8 @@
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QProgressDialog>
+#include <QTreeView>
+#include <algorithm>
 
 #include "kiv/document/sceneDocument.h"
 
@@ -44,7 +46,7 @@ bool MainWindow::load(const QString& file)
         } else if (_isKept) {
             _recent->add(file);
         }
-        _outliner->expandToDepth(1);
+        unfold();
         _view->frameAll();
         return true;
     } catch (const document::Cancelled&) { // as the user wanted
@@ -52,6 +54,18 @@ bool MainWindow::load(const QString& file)
         _errorBar->tell(QString::fromStdString(error.what()));
     }
     return false;
+}
+
+/// Opens the rows of the files that were mounted first; all of many would take a while.
+void MainWindow::unfold()
+{
+    constexpr int kOpened = 20;
+    _outliner->expandToDepth(0);
+    const auto& rows = *_outliner->model();
+    const auto top = rows.index(0, 0);
+    for (auto row = 0; row < std::min(rows.rowCount(top), kOpened); ++row) {
+        _outliner->expand(rows.index(row, 0, top));
+    }
 }
 
 void MainWindow::newScene()

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <limits>
 
 #include "sceneTreeState.h"
 
@@ -102,14 +103,19 @@ void SceneTree::State::followCome(const Path& path)
     if (!parent) {
         return;
     }
-    if (parent == &root || !parent->_isComplete || !filter.empty()) {
+    constexpr auto kUnknown = std::numeric_limits<std::size_t>::max();
+    const auto row = isBatch ? kUnknown : reader(*parent).rowOf(path).value_or(kUnknown);
+    if (parent == &root || !filter.empty() || (!parent->_isComplete && row == kUnknown)) {
         unsure.insert(parent); // it may not be shown at all
+        return;
+    }
+    if (!parent->_isComplete && row >= parent->nbRows()) {
+        settleRows(*parent); // it is not read yet, like those before it
         return;
     }
     auto* node = make(path);
     fresh.insert(node);
-    const auto row = isBatch ? std::nullopt : reader(*parent).rowOf(path);
-    insert(*parent, std::min(row.value_or(SIZE_MAX), parent->nbRows()), std::vector<Node*>{node});
+    insert(*parent, std::min(row, parent->nbRows()), std::vector<Node*>{node});
     settle(*node);
 }
 
@@ -118,10 +124,22 @@ void SceneTree::State::followGone(const Path& path)
     if (auto* node = find(path)) {
         auto* parent = node->_parent;
         remove(*node);
-        const auto count = isBatch ? std::nullopt : reader(*parent).count();
-        if (isBatch || !parent->_isComplete || (count && *count != parent->nbRows())) {
-            unsure.insert(parent);
-        }
+        settleRows(*parent);
+    }
+}
+
+void SceneTree::State::settleRows(Node& parent)
+{
+    const auto nbRows = parent.nbRows();
+    auto isRight = false;
+    if (!isBatch && parent._isComplete) {
+        const auto count = reader(parent).count();
+        isRight = !count || *count == nbRows;
+    } else if (!isBatch && filter.empty() && nbRows > 0) {
+        isRight = reader(parent).rowOf(parent.child(nbRows - 1)._path) == nbRows - 1;
+    }
+    if (!isRight) {
+        unsure.insert(&parent);
     }
 }
 
@@ -150,8 +168,9 @@ void SceneTree::State::settle(Node& node)
     auto& parent = *node._parent;
     const auto children = reader(parent);
     const auto count = isBatch || !parent._isComplete ? std::nullopt : children.count();
-    const auto place = count ? children.rowOf(node._path) : std::nullopt;
-    if (!place || *count != parent.nbRows()) {
+    const auto isKnown = parent._isComplete ? count == parent.nbRows() : !isBatch && filter.empty();
+    const auto place = isKnown ? children.rowOf(node._path) : std::nullopt;
+    if (!place || *place >= parent.nbRows()) {
         unsure.insert(&parent);
         return;
     }
@@ -163,6 +182,9 @@ void SceneTree::State::settle(Node& node)
         if (row < parent.nbRows() && children.rowOf(parent.child(row)._path) != row) {
             unsure.insert(&parent);
         }
+    }
+    if (!parent._isComplete) {
+        settleRows(parent);
     }
 }
 

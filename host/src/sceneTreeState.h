@@ -64,6 +64,10 @@ struct SceneTree::State
     /// Moves a node to the row of its item in the run-time; unknown rows are compared later.
     void settle(Node& node);
 
+    /// Leaves rows as they are that are as many as the children or, of children that are not all
+    /// read, as the first of them; others are compared later.
+    void settleRows(Node& parent);
+
     // Comparing.
     void compareAtEnd();
     void invalidate(Node& top);

@@ -1,10 +1,6 @@
 #include "kiv/qt/attributeModel.h"
 
-#include <QColor>
 #include <QElapsedTimer>
-#include <QFont>
-#include <QGuiApplication>
-#include <QPalette>
 #include <algorithm>
 
 #include "kiv/hierarchy.h"
@@ -13,26 +9,19 @@
 #include "kiv/runTimeMgr.h"
 
 #include "attempt.h"
-#include "colors.h"
+#include "attributeCells.h"
 #include "itemRows.h"
 #include "itemWatch.h"
 #include "listening.h"
-#include "texts.h"
 
 namespace Kiv_v4::qt {
 
 namespace {
 
 using detail::attempt;
-using detail::textOf;
 
 /// How long items are read at a stretch, in milliseconds.
 constexpr int kSlice = 10;
-
-QColor placeholderColor()
-{
-    return QGuiApplication::palette().color(QPalette::PlaceholderText);
-}
 
 bool isSame(const detail::AttributeGroups& some, const detail::AttributeGroups& others)
 {
@@ -227,100 +216,6 @@ int AttributeModel::columnCount(const QModelIndex& /*parent*/) const
     return ColumnCount;
 }
 
-namespace {
-
-QVariant labelData(const AttributeModel::Row& row, int role)
-{
-    if (role == Qt::DisplayRole) {
-        return textOf(row.label);
-    }
-    if (role == Qt::ToolTipRole) {
-        return textOf(row.name + " (" + row.type + ")");
-    }
-    if (role == Qt::FontRole && row.standard && row.value != *row.standard) {
-        QFont font;
-        font.setBold(true);
-        return font;
-    }
-    return {};
-}
-
-QVariant choicesOf(const AttributeModel::Row& row)
-{
-    QStringList choices;
-    for (const auto& choice : row.choices) {
-        choices.append(textOf(choice));
-    }
-    return choices;
-}
-
-/// The value for people: of a switch, its box says it.
-QVariant shownValue(const AttributeModel::Row& row)
-{
-    const auto isSwitch = std::holds_alternative<bool>(row.value);
-    return row.isMixed ? QCoreApplication::translate("kiv", "mixed")
-           : isSwitch  ? QString()
-                       : textOf(host::valueText(row.value));
-}
-
-QVariant checkState(const AttributeModel::Row& row)
-{
-    const auto* isOn = std::get_if<bool>(&row.value);
-    return !isOn         ? QVariant()
-           : row.isMixed ? Qt::PartiallyChecked
-           : *isOn       ? Qt::Checked
-                         : Qt::Unchecked;
-}
-
-QVariant valueData(const AttributeModel::Row& row, int role)
-{
-    switch (role) {
-    case Qt::DisplayRole:
-        return shownValue(row);
-    case Qt::EditRole:
-        return row.isMixed ? QString() : textOf(Kiv_v4::textOf(row.value));
-    case Qt::ToolTipRole:
-        return row.isMixed ? QString() : textOf(host::valueText(row.value));
-    case Qt::CheckStateRole:
-        return checkState(row);
-    case Qt::DecorationRole:
-        return row.isMixed ? QVariant() : detail::swatchOf(row.value);
-    case Qt::ForegroundRole:
-        return row.isMixed || !row.isSettable ? QVariant(placeholderColor()) : QVariant();
-    case AttributeModel::TypeRole:
-        return textOf(row.type);
-    case AttributeModel::ChoicesRole:
-        return choicesOf(row);
-    case AttributeModel::MixedRole:
-        return row.isMixed;
-    default:
-        return {};
-    }
-}
-
-/// Short: the column is narrow.
-QString unitText(const std::string& unit)
-{
-    return unit == host::kDegrees      ? QString(QChar(0x00b0))
-           : unit == host::kSceneUnits ? QCoreApplication::translate("kiv", "units")
-                                       : textOf(unit);
-}
-
-QVariant groupData(const AttributeModel::Group& group, int role)
-{
-    if (role == Qt::DisplayRole) {
-        return detail::titleOf(group.key);
-    }
-    if (role == Qt::FontRole) {
-        QFont font;
-        font.setBold(true);
-        return font;
-    }
-    return {};
-}
-
-} // namespace
-
 QVariant AttributeModel::data(const QModelIndex& index, int role) const
 {
     if (!index.isValid()) {
@@ -329,18 +224,16 @@ QVariant AttributeModel::data(const QModelIndex& index, int role) const
     const auto* row = rowOf(index);
     if (!row) {
         return index.column() == LabelColumn
-                   ? groupData(_groups[static_cast<std::size_t>(index.row())], role)
+                   ? detail::groupData(_groups[static_cast<std::size_t>(index.row())], role)
                    : QVariant();
     }
     switch (index.column()) {
     case LabelColumn:
-        return labelData(*row, role);
+        return detail::labelData(*row, role);
     case ValueColumn:
-        return valueData(*row, role);
+        return detail::valueData(*row, role);
     default:
-        return role == Qt::DisplayRole      ? QVariant(unitText(row->unit))
-               : role == Qt::ForegroundRole ? QVariant(placeholderColor())
-                                            : QVariant();
+        return detail::unitData(*row, role);
     }
 }
 

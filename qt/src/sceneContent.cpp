@@ -36,6 +36,8 @@ SceneView::Content::Content(std::function<void(bool)> changed)
 {
     _slice.setInterval(0);
     QObject::connect(&_slice, &QTimer::timeout, [this] { readOn(kSlice); });
+    _measureSlice.setInterval(0);
+    QObject::connect(&_measureSlice, &QTimer::timeout, [this] { measureOn(kSlice); });
     _restart.setSingleShot(true);
     QObject::connect(&_restart, &QTimer::timeout, [this] { read(); });
     _reread.setSingleShot(true);
@@ -65,11 +67,9 @@ std::size_t SceneView::Content::nbItems() const noexcept
     return _reading ? _reading->nbItems() : _nbItems;
 }
 
-void SceneView::Content::Extent::extend(const detail::Shape& shape)
+std::optional<double> SceneView::Content::unit() const noexcept
 {
-    if (!shape.isOuter) {
-        (shape.kind == detail::Shape::Box ? boxes : points).extend(detail::worldBox(shape));
-    }
+    return _reading && _shapes.empty() ? _reading->unit() : _unit;
 }
 
 const BoundingBox3d& SceneView::Content::box() const
@@ -83,13 +83,44 @@ const BoundingBox3d& SceneView::Content::box() const
 
 BoundingBox3d SceneView::Content::box(const Selection& selection) const
 {
-    Extent extent;
+    detail::Extent extent;
     for (const auto& shape : shapes()) {
         if (selection.containsAncestorInclusive(shape.path)) {
             extent.extend(shape);
         }
     }
     return extent.box();
+}
+
+void SceneView::Content::measure(const Selection& selection,
+                                 std::function<void(const BoundingBox3d&)> measured)
+{
+    _measuring = {selection, std::move(measured)};
+    _measureSlice.start();
+    measureOn(kSlice);
+}
+
+void SceneView::Content::endMeasuring()
+{
+    _measureSlice.stop();
+    _measuring.reset();
+}
+
+void SceneView::Content::measureOn(int milliseconds)
+{
+    auto& [selection, measured, extent, next] = *_measuring;
+    const auto& all = shapes();
+    const auto isDue = detail::dueAfter(milliseconds);
+    for (; next < all.size() && !isDue(); ++next) {
+        if (selection.containsAncestorInclusive(all[next].path)) {
+            extent.extend(all[next]);
+        }
+    }
+    if (next >= all.size()) {
+        const auto done = std::move(*_measuring);
+        endMeasuring();
+        done.measured(done.extent.box());
+    }
 }
 
 void SceneView::Content::read()
@@ -107,6 +138,9 @@ void SceneView::Content::finish()
     }
     if (_reading) {
         readOn(0);
+    }
+    if (_measuring) {
+        measureOn(0);
     }
 }
 
@@ -130,9 +164,11 @@ void SceneView::Content::complete()
 {
     _slice.stop();
     const auto done = std::move(_reading);
+    done->measure();
     _shapes = std::move(done->shapes());
     _nbItems = done->nbItems();
-    forgetExtent();
+    _unit = done->unit();
+    setExtent(done->extent(), _shapes.size());
     watch(done->placed());
     _changed(true);
 }
@@ -154,17 +190,22 @@ void SceneView::Content::rereadMoved()
         }
     }
     _moved.clear();
-    forgetExtent();
+    setExtent({}, 0);
     if (!isWhole) {
         _restart.start(0);
     }
     _changed(true);
 }
 
-void SceneView::Content::forgetExtent()
+/// Whoever measures begins anew: there are other shapes, or they are elsewhere.
+void SceneView::Content::setExtent(const detail::Extent& extent, std::size_t nbShapes)
 {
-    _extent = {};
-    _nbExtended = 0;
+    _extent = extent;
+    _nbExtended = nbShapes;
+    if (_measuring) {
+        _measuring->extent = {};
+        _measuring->next = 0;
+    }
 }
 
 void SceneView::Content::watch(const std::vector<SceneItem::Ptr>& items)
@@ -200,7 +241,7 @@ void SceneView::Content::letGo()
     _shapes.clear();
     _moved.clear();
     unwatch();
-    forgetExtent();
+    setExtent({}, 0);
     _restart.start(0);
 }
 

@@ -4,6 +4,7 @@
 #include <QTimer>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "kiv/host/runTimeWatch.h"
@@ -28,11 +29,21 @@ public:
     [[nodiscard]] bool isReading() const noexcept { return _reading != nullptr; }
     [[nodiscard]] std::size_t nbItems() const noexcept;
 
+    /// The length of a scene unit in metres, if the files tell one.
+    [[nodiscard]] std::optional<double> unit() const noexcept;
+
     /// The box of all shapes in the world.
     [[nodiscard]] const BoundingBox3d& box() const;
 
-    /// The box of the shapes at and under the selected items.
+    /// The box of the shapes at and under the selected items. With many shapes, `measure` does not
+    /// keep the user waiting.
     [[nodiscard]] BoundingBox3d box(const Selection& selection) const;
+
+    /// Measures that in slices, if there are many shapes, and then calls `measured` with it. A
+    /// second measurement takes the place of the first.
+    void measure(const Selection& selection, std::function<void(const BoundingBox3d&)> measured);
+    void endMeasuring();
+    [[nodiscard]] bool isMeasuring() const noexcept { return _measuring.has_value(); }
 
     /// Begins to read all anew. What is there stays until that is done.
     void read();
@@ -47,20 +58,20 @@ public:
     void update(const SceneItem::Ptr& item);
 
 private:
-    /// Boxes, and the places of cameras and lights for when there are none.
-    struct Extent
+    /// A box that is being measured.
+    struct Measuring
     {
-        void extend(const detail::Shape& shape);
-        [[nodiscard]] const BoundingBox3d& box() const { return boxes.empty() ? points : boxes; }
-
-        BoundingBox3d boxes;
-        BoundingBox3d points;
+        Selection selection;
+        std::function<void(const BoundingBox3d&)> measured;
+        detail::Extent extent{};
+        std::size_t next = 0;
     };
 
     void readOn(int milliseconds);
+    void measureOn(int milliseconds);
     void complete();
     void rereadMoved();
-    void forgetExtent();
+    void setExtent(const detail::Extent& extent, std::size_t nbShapes);
     void watch(const std::vector<SceneItem::Ptr>& items);
     void unwatch();
     void letGo();
@@ -71,12 +82,15 @@ private:
     std::vector<detail::Shape> _shapes;
     std::vector<SceneItem::Ptr> _watched;
     std::size_t _nbItems = 0;
+    std::optional<double> _unit;
     Selection _moved; ///< The items whose shapes are to be read anew.
-    mutable Extent _extent;
+    mutable detail::Extent _extent;
     mutable std::size_t _nbExtended = 0; ///< As many shapes are in the extent.
     const Observer::Ptr _observer;
     const host::RunTimeWatch _runTimes; ///< Nothing is held of one that leaves.
+    std::optional<Measuring> _measuring;
     QTimer _slice;
+    QTimer _measureSlice;
     QTimer _restart;
     QTimer _reread;
 };

@@ -1,10 +1,13 @@
 #include "schematic.h"
 
 #include <QElapsedTimer>
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
 
+#include "kiv/attributeVariant.h"
+#include "kiv/attributes.h"
 #include "kiv/camera.h"
 #include "kiv/hierarchy.h"
 #include "kiv/host/matrix.h"
@@ -19,6 +22,9 @@ namespace Kiv_v4::qt::detail {
 namespace {
 
 constexpr auto kNone = std::numeric_limits<std::size_t>::max();
+
+/// The attribute in which the root of a scene file tells the length of a scene unit in metres.
+constexpr const char* kUnitFact = "file.sceneUnit";
 
 Matrix4d identity()
 {
@@ -86,23 +92,53 @@ bool describeBox(Shape& shape, const SceneItem::Ptr& item)
 
 } // namespace
 
+void Extent::extend(const Shape& shape)
+{
+    if (!shape.isOuter) {
+        (shape.kind == Shape::Box ? boxes : points).extend(worldBox(shape));
+    }
+}
+
+std::function<bool()> dueAfter(int milliseconds)
+{
+    constexpr auto kStride = 64;
+    QElapsedTimer clock;
+    clock.start();
+    return [clock, milliseconds, count = 0]() mutable {
+        return milliseconds > 0 && ++count % kStride == 0 && clock.elapsed() >= milliseconds;
+    };
+}
+
 SceneReading::SceneReading() : _tops(host::topItems()) {}
 
 bool SceneReading::readOn(int milliseconds)
 {
-    QElapsedTimer clock;
-    clock.start();
-    while (milliseconds == 0 || clock.elapsed() < milliseconds) {
-        // The clock costs more than an item.
-        for (auto count = 0; count < 64; ++count) {
-            if (!next()) {
-                tellOuter();
-                return false;
-            }
+    const auto isDue = dueAfter(milliseconds);
+    while (!_isRead && !isDue()) {
+        _isRead = !next();
+        if (_isRead) {
+            tellOuter();
+        } else {
             attempt("read an item in space", [this] { read(); });
         }
     }
-    return true;
+    return !_isRead || measureOn(isDue);
+}
+
+bool SceneReading::measureOn(const std::function<bool()>& isDue)
+{
+    for (; _nbMeasured < _shapes.size() && !isDue(); ++_nbMeasured) {
+        _extent.extend(_shapes[_nbMeasured]);
+    }
+    return _nbMeasured < _shapes.size();
+}
+
+void SceneReading::measure()
+{
+    if (!_isRead) {
+        tellOuter();
+    }
+    measureOn(dueAfter(0));
 }
 
 bool SceneReading::next()
@@ -134,6 +170,9 @@ void SceneReading::read()
         _walk->skipSubtree();
         return;
     }
+    if (depth == 0 || above.runTimeId != _walk->runTimeId()) {
+        addUnit(item);
+    }
     const auto object = Object3d::object3d(item);
     const auto transform = Transform3dRead::transform3dRead(item);
     if (object && !object->visibility()) {
@@ -154,6 +193,25 @@ void SceneReading::read()
         addShapes(item, above, level);
     }
     _levels.back() = level;
+}
+
+void SceneReading::addUnit(const SceneItem::Ptr& root)
+{
+    const auto attributes = Attributes::attributes(root);
+    const auto attribute = attributes && attributes->hasAttribute(kUnitFact)
+                               ? attributes->attribute(kUnitFact)
+                               : nullptr;
+    const auto told = attribute ? value(*attribute) : AttributeVariant();
+    const auto* metres = std::get_if<double>(&told);
+    if (metres && *metres > 0 && std::isfinite(*metres) &&
+        std::find(_units.begin(), _units.end(), *metres) == _units.end()) {
+        _units.push_back(*metres);
+    }
+}
+
+std::optional<double> SceneReading::unit() const noexcept
+{
+    return _units.size() == 1 ? std::optional(_units.front()) : std::nullopt;
 }
 
 void SceneReading::addShapes(const SceneItem::Ptr& item, const Level& above, Level& level)

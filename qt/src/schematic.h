@@ -2,6 +2,7 @@
 
 #include <QRectF>
 #include <cstdint>
+#include <functional>
 #include <list>
 #include <memory>
 #include <optional>
@@ -34,6 +35,20 @@ struct Shape
     mutable QRectF place; ///< In the picture, when it was drawn last.
 };
 
+/// Boxes, and the places of cameras and lights for when there are none.
+struct Extent
+{
+    void extend(const Shape& shape);
+    [[nodiscard]] const BoundingBox3d& box() const { return boxes.empty() ? points : boxes; }
+
+    BoundingBox3d boxes{};
+    BoundingBox3d points{};
+};
+
+/// Returns a function that tells whether so many milliseconds have passed; never for 0. It looks
+/// at the clock now and then, which costs more than a shape.
+[[nodiscard]] std::function<bool()> dueAfter(int milliseconds);
+
 /// Reads the shapes of what the scene shows, parents before children: the items of all run-times
 /// that are visible and have a place in the world.
 class SceneReading
@@ -45,7 +60,16 @@ public:
     bool readOn(int milliseconds);
 
     [[nodiscard]] std::vector<Shape>& shapes() noexcept { return _shapes; }
+
+    /// Measures what is read. Nothing is left to be done when all was read.
+    void measure();
+
+    /// The extent of what was measured.
+    [[nodiscard]] const Extent& extent() const noexcept { return _extent; }
     [[nodiscard]] std::size_t nbItems() const noexcept { return _nbItems; }
+
+    /// The length of a scene unit in metres, if the files that tell it agree.
+    [[nodiscard]] std::optional<double> unit() const noexcept;
 
     /// The items read that have a transform, up to `kWatched` of them.
     [[nodiscard]] const std::vector<SceneItem::Ptr>& placed() const noexcept { return _placed; }
@@ -71,7 +95,9 @@ private:
     bool next();
     void addInner(const Level& above, const Matrix4d& world, const BoundingBox3d& box);
     void tellOuter();
+    bool measureOn(const std::function<bool()>& isDue);
     void read();
+    void addUnit(const SceneItem::Ptr& root);
     void addShapes(const SceneItem::Ptr& item, const Level& above, Level& level);
 
     SceneItemList _tops;
@@ -80,7 +106,11 @@ private:
     std::vector<Shape> _shapes;
     std::unordered_map<std::size_t, Inner> _inner; ///< By the places of their shapes.
     std::vector<SceneItem::Ptr> _placed;
+    std::vector<double> _units; ///< Of files, each once.
+    bool _isRead = false;       ///< All items, though maybe not all measured.
     std::size_t _nbItems = 0;
+    Extent _extent;
+    std::size_t _nbMeasured = 0; ///< As many shapes are in the extent.
 };
 
 /// Reads the item's shape anew; false when there is none any more.

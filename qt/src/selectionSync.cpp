@@ -44,6 +44,14 @@ void eachItem(const OutlinerModel& model, const QItemSelection& selection, Visit
     }
 }
 
+/// Whether to show the changes one by one costs less than to show all that is selected.
+bool areFewItems(const SelectionCompositeNotification& changes)
+{
+    constexpr std::size_t kFew = 16;
+    return changes.size() <= kFew &&
+           std::ranges::all_of(changes, [](const auto& change) { return change.item != nullptr; });
+}
+
 /// Whole rows as few ranges.
 class RowRanges
 {
@@ -147,6 +155,12 @@ void SelectionSync::follow(const Notification& notification)
         show(inserted->item()->path(), true);
     } else if (const auto* removed = dynamic_cast<const SelectionItemRemoved*>(&notification)) {
         show(removed->item()->path(), false);
+    } else if (const auto* changes =
+                   dynamic_cast<const SelectionCompositeNotification*>(&notification);
+               changes && areFewItems(*changes)) {
+        for (const auto& change : *changes) {
+            show(change.item->path(), change.opType != SelectionChanged::Remove);
+        }
     } else {
         showAll();
     }

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "kiv/mathTypes.h"
+#include "kiv/object3d.h"
 
 namespace Kiv_v4::qt::detail {
 
@@ -32,6 +33,11 @@ namespace Kiv_v4::qt::detail {
 [[nodiscard]] inline double length(const Vector3d& a) noexcept
 {
     return std::sqrt(dot(a, a));
+}
+
+[[nodiscard]] inline Vector3d middle(const BoundingBox3d& box) noexcept
+{
+    return scaled(sum(box.min, box.max), 0.5);
 }
 
 /// Zero for a vector without a length.

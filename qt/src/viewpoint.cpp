@@ -62,7 +62,7 @@ Viewpoint Viewpoint::framing(const BoundingBox3d& box) const
 {
     auto moved = *this;
     if (!box.empty()) {
-        const auto centre = scaled(sum(box.min, box.max), 0.5);
+        const auto centre = middle(box);
         const auto radius = std::max(length(sum(box.max, box.min, -1)) / 2, kNearest);
         const auto film = _film.x() > 0 ? std::min(_film.x(), _film.y()) : _film.y();
         // In all of the ball around the box, with a little room at the edges.

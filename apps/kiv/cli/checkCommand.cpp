@@ -140,8 +140,8 @@ Command defineCheck(CLI::App& program)
         ->type_name("");
     syntax.add_option("SCENE", wishes->scene, "Scene file for assimp")->type_name("");
     auto& options = wishes->options;
-    syntax.add_option("--seed", options.seed, "What the random edits follow from")->type_name("N");
-    syntax.add_option("--steps", options.nbSteps, "How many edits a sequence holds")
+    syntax.add_option("--seed", options.seed, "The seed of the random edits")->type_name("N");
+    syntax.add_option("--steps", options.nbSteps, "The number of edits in a sequence")
         ->type_name("N");
     syntax
         .add_option("--only", options.only,

@@ -91,15 +91,15 @@ Command defineDiff(CLI::App& program)
     syntax.footer(
         "Tells which items were added, removed, moved, renamed or put in another order, and "
         "which values of transforms, cameras, lights, visibility, attributes and materials "
-        "changed. The exit status is 0 when nothing differs, 1 when something does, 2 for "
-        "trouble.\n"
+        "changed. The exit status is 0 when nothing differs, 1 when something does, 2 for an "
+        "error.\n"
         "Example: kiv diff --tolerance 0.001 old.gltf new.gltf");
     syntax.add_option("BEFORE", options->before, "Scene file")->type_name("")->required();
     syntax.add_option("AFTER", options->after, "Scene file")->type_name("")->required();
     syntax
         .add_option("--tolerance", options->comparison.tolerance,
-                    "Take numbers for the same that differ by no more than N, or by that share "
-                    "of the larger one; by default 0.000001")
+                    "Numbers are equal if they differ by no more than N, or by that share of the "
+                    "larger one; by default 0.000001")
         ->type_name("N")
         ->check(notNegative());
     syntax.add_flag("--structure", options->structure, "Compare no values");

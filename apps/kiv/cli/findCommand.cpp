@@ -74,8 +74,12 @@ Command defineFind(CLI::App& program)
         .add_option("--min-size", criteria.minSize,
                     "Items with a box whose longest side is N or more")
         ->type_name("N");
-    syntax.add_option("--max-size", criteria.maxSize, "... N or less")->type_name("N");
-    syntax.add_flag("-i,--ignore-case", criteria.ignoresCase, "Take small letters for large ones");
+    syntax
+        .add_option("--max-size", criteria.maxSize,
+                    "Items with a box whose longest side is N or less")
+        ->type_name("N");
+    syntax.add_flag("-i,--ignore-case", criteria.ignoresCase,
+                    "Treat small and large letters alike");
     auto* paths = syntax.add_flag_callback(
         "--paths", [options] { options->form = FindForm::Paths; }, "Print one path per line");
     syntax

@@ -65,7 +65,9 @@ Command defineReplay(CLI::App& program)
         "the same scene, and tells where something else happens than was recorded. The "
         "exit status is 0 when nothing does.\n"
         "Example: kiv shell a.gltf -c 'watch --record=r; rm a'; kiv replay r a.gltf");
-    syntax.add_option("RECORDING", options->recording, "Lines of JSON")->type_name("")->required();
+    syntax.add_option("RECORDING", options->recording, "File with lines of JSON")
+        ->type_name("")
+        ->required();
     defineScene(syntax, options->scene);
     return {&syntax, [options](const Context& context) { return replay(*options, context); }};
 }

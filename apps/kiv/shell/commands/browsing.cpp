@@ -156,8 +156,9 @@ constexpr Command kCommands[] = {
      "[ITEM] [--cameras] [--lights] [--type=TYPE] [--name=GLOB] [--material=GLOB] "
      "[--attribute=CONDITION] [--metadata=CONDITION] [--hidden] [--min-size=N] [--max-size=N] [-i] "
      "[--paths] [--json]",
-     "Print the items that meet all criteria, and keep them as the selection @found. With -i small "
-     "letters are taken for large ones.",
+     "Print the items that meet all criteria, and keep them as the selection @found. With -i, "
+     "small "
+     "and large letters are alike.",
      "find --lights --attribute 'intensity>0.5'", findItems},
     {"diff", "ITEM ITEM [--tolerance=N] [--structure] [--json]",
      "Tell what differs between what is at and under two items.", "diff stage props --structure",

@@ -55,9 +55,14 @@ public:
     /// Returns the path of the camera that the view looks through; empty for none.
     [[nodiscard]] const Path& camera() const noexcept;
 
-    /// Sets the name of the scene's unit, shown beside the size of the grid's cells; empty at
-    /// first.
-    void setUnit(const QString& unit);
+    /// Sets the length of a scene unit in metres, which must be above 0. The cells of the grid then
+    /// have a round length, which the view tells. `std::nullopt`, as at first, takes the unit of
+    /// the scene's files.
+    void setUnit(std::optional<double> metres);
+
+    /// Returns the length that was set, or else the one that all scene files of the scene agree on
+    /// with their attribute `file.sceneUnit`; `std::nullopt` if none tells it or they differ.
+    [[nodiscard]] std::optional<double> unit() const;
 
     /// Returns the box of all drawn items, in the world.
     [[nodiscard]] BoundingBox3d sceneBox() const;
@@ -71,7 +76,7 @@ public:
     /// Returns the items drawn within the rectangle, parents before children.
     [[nodiscard]] std::vector<Path> itemsIn(const QRectF& rectangle) const;
 
-    /// Returns whether some items were not read or drawn yet.
+    /// Returns whether some items were not read or measured yet, or not drawn yet.
     [[nodiscard]] bool isReading() const noexcept;
     [[nodiscard]] bool isDrawing() const noexcept;
 
@@ -85,14 +90,15 @@ public:
     [[nodiscard]] QSize sizeHint() const override;
 
 public Q_SLOTS:
-    /// Frame everything, or the selection.
+    /// Frame everything, or the selection. That is measured first, in slices between events, while
+    /// `isReading` returns true; the user cancels it by looking from elsewhere.
     void frameAll();
     void frameSelection();
 
     /// Reads all items again.
     void refresh();
 
-    /// Stops reading; the view shows the items read so far.
+    /// Stops reading and measuring; the view shows the items read so far.
     void stopReading();
 
 Q_SIGNALS:
@@ -141,7 +147,7 @@ private:
     double _moveDepth = 1;       ///< Its distance in front of the viewer.
     Viewpoint _viewpoint;
     Path _camera;
-    QString _unit;
+    std::optional<double> _unit; ///< Set by the host.
     QPointF _pressed;
     QPointF _last;
     QRectF _band;           ///< The rectangle of a drag; null for none.
