@@ -225,7 +225,7 @@ def test_files_are_renamed_moved_and_deleted_and_brought_back(scene, tmp_path):
 
 MINE = """
 import kiv
-from kiv import memory
+from kiv import kit, memory
 
 def scene():
     run_time = memory.RunTime("mine", "mine")
@@ -237,6 +237,22 @@ def nothing():
 
 def broken():
     return {}["key"]
+
+def forgetful():
+    return 3
+
+class Late(kit.Tree):
+    def node_type(self, path):
+        return "x" if path == self.root else ""
+
+    def children(self, path):
+        return [self.nowhere]
+
+def late():
+    registration = kiv.RunTimeRegistration("late", "/")
+    root = kiv.Path(kiv.PathSegment(["late"], registration.id, "/"))
+    kit.register_tree(registration.id, Late(root))
+    return registration, [root]
 """
 
 
@@ -275,6 +291,10 @@ def test_the_program_shows_run_times_in_python(tmp_path):
     assert run("tree", "mine:gone")[2] == "kiv: mine:gone: no function 'gone' in the module 'mine'\n"
     code, _, said = run("--python", "mine:broken", "tree", "film")
     assert code == 1 and "mine.py" in said and said.endswith("kiv: mine:broken: KeyError: 'key'\n")
+    assert run("tree", "mine:forgetful")[2].startswith("kiv: mine:forgetful: the function must return an object and")
+    lines = run("--python", "mine:late", "shell", "-c", "ls")[2].splitlines()
+    assert lines[0].startswith("Traceback") and "mine.py" in lines[-2] and lines[-2].endswith("in children")
+    assert lines[-1] == "kiv: line 1: AttributeError: 'Late' object has no attribute 'nowhere'"
 
 
 def test_scene_files_are_mounted_saved_and_opened(tmp_path):

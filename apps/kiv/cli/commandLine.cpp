@@ -123,8 +123,15 @@ int obey(const Command& command, const Sources& sources, const Surroundings& aro
     }
     const Installed installed;
     const auto nbRefused = plugins.load(sources.plugins) + plugins.openInPython(sources.python);
-    const auto status = command.run(context);
-    return nbRefused > 0 && status == kSuccess ? kFailure : status;
+    try {
+        const auto status = command.run(context);
+        return nbRefused > 0 && status == kSuccess ? kFailure : status;
+    } catch (const WrongUsage&) {
+        if (nbRefused == 0) { // else it may only be that nothing is left to show
+            throw;
+        }
+        return kFailure;
+    }
 }
 
 int run(int argc, char** argv, const Surroundings& around, Output& output)

@@ -12,7 +12,8 @@ enum ExitStatus : int {
     kWrongUsage = 2, ///< The arguments make no sense.
 };
 
-/// Writes `kiv: message` as one line, whatever `message` holds, to the standard error stream.
+/// Writes `kiv: message` as one line, whatever `message` holds, to the standard error stream. What
+/// Python raised has its traceback above that line.
 void complain(const std::string& message);
 
 /// Writes `kiv: subject: reason`.

@@ -50,8 +50,12 @@ def _called(text: str) -> tuple[object, list[kiv.Path]]:
     make = getattr(importlib.import_module(module), function, None)
     if make is None:
         raise ValueError(f"no function '{function}' in the module '{module}'")
-    made, roots = make()
-    return made, [kiv.Path(root) if isinstance(root, str) else root for root in roots]
+    returned = make()
+    try:
+        made, roots = returned
+        return made, [kiv.Path(root) if isinstance(root, str) else root for root in roots]
+    except (TypeError, ValueError) as error:
+        raise ValueError(f"the function must return an object and the paths of its roots ({error})") from error
 
 
 class _Process:
