@@ -120,7 +120,7 @@ TEST_F(AtTerminal, BashCompletesCommandsOptionsAndChoices)
                 AllOf(Contains("info"), Contains("completion"), Not(Contains("manual"))));
     EXPECT_THAT(completed("kiv pl"), ElementsAre("plugins"));
     EXPECT_THAT(completed("kiv find --mi"), ElementsAre("--min-size"));
-    EXPECT_THAT(completed("kiv --plugin find tree --p"), ElementsAre("--paths", "--plugin"));
+    EXPECT_THAT(completed("kiv --plugin find tree --pa"), ElementsAre("--paths"));
     EXPECT_THAT(completed("kiv completion ''"), ElementsAre("bash", "zsh", "fish"));
     for (const auto* other :
          {"kiv find --type m", "kiv find --type = m", "kiv tree w", "kiv --plugin p"}) {

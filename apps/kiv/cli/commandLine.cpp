@@ -87,10 +87,7 @@ void defineSources(CLI::App& program, Sources& sources)
         ->type_name("FILE")
         ->allow_extra_args(false);
     program
-        .add_option(
-            "--python", sources.python,
-            "Open a run-time in Python: a function without arguments that returns an object "
-            "to close and the paths of its roots")
+        .add_option("--python", sources.python, "Open the run-time that a function in Python gives")
         ->type_name("MODULE:FUNCTION")
         ->allow_extra_args(false);
 }
@@ -136,8 +133,9 @@ int obey(const Command& command, const Sources& sources, const Surroundings& aro
 
 int run(int argc, char** argv, const Surroundings& around, Output& output)
 {
-    CLI::App program("Look into scene files, browse them and edit them", "kiv");
-    program.footer("kiv COMMAND --help tells more of a command.\nExample: kiv tree scene.gltf");
+    CLI::App program("Look into scene files, browse and edit them; kiv COMMAND --help tells more",
+                     "kiv");
+    program.footer("Example: kiv tree scene.gltf");
     program.formatter(std::make_shared<HelpFormatter>());
     program.require_subcommand(1);
     program.set_help_flag("-h,--help", "Tell how to call kiv or the command");
