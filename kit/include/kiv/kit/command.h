@@ -14,7 +14,8 @@ namespace Kiv_v4::kit {
 // `runTimeId` (`RunTimeCommand`) and has `text` for the undo menu. The functions must remember
 // paths, not items or pointers to data, since both may be destroyed and made again between undo and
 // redo; a function that throws must leave the data unchanged, and the exception passes through.
-// `announce`, if it is not empty, runs after every change that did not throw.
+// `announce`, if it is not empty, runs after every change that did not throw; its own exceptions go
+// to the log.
 
 /// Returns a command that calls `redo`, also at its first run, and `undo`.
 [[nodiscard]] KIV_EXPORT UndoableCommand::Ptr command(Rtid runTimeId, std::string text,
