@@ -18,7 +18,7 @@ template <class Value, class... Numbers>
                                            : std::nullopt;
 }
 
-/// How clients set values of a type: `Command`, the base class of the command, and
+/// How clients set values of a type: `Command`, the base class of the commands, and
 /// `from(arguments...)`, which returns the value for the arguments of its `set`, or `std::nullopt`
 /// if they are refused, as NaN and infinity are.
 template <class Value>
@@ -28,7 +28,7 @@ struct Setting;
 template <>
 struct Setting<bool>
 {
-    using Command = SetBoolUndoableCommand;
+    using Command = SetBoolUndoableCommand; ///< The base class of the commands.
     /// Takes both values.
     [[nodiscard]] static std::optional<bool> from(bool value) { return value; }
 };
@@ -37,7 +37,7 @@ struct Setting<bool>
 template <>
 struct Setting<float>
 {
-    using Command = SetFloatUndoableCommand;
+    using Command = SetFloatUndoableCommand; ///< The base class of the commands.
     /// Takes finite numbers.
     [[nodiscard]] static std::optional<float> from(float value)
     {
@@ -49,7 +49,7 @@ struct Setting<float>
 template <>
 struct Setting<Vector3d>
 {
-    using Command = SetDouble3UndoableCommand;
+    using Command = SetDouble3UndoableCommand; ///< The base class of the commands.
     /// Takes finite numbers.
     [[nodiscard]] static std::optional<Vector3d> from(double x, double y, double z)
     {
@@ -61,7 +61,7 @@ struct Setting<Vector3d>
 template <>
 struct Setting<Color3f>
 {
-    using Command = SetColor3fUndoableCommand;
+    using Command = SetColor3fUndoableCommand; ///< The base class of the commands.
     /// Takes finite components, also negative ones and those above 1.
     [[nodiscard]] static std::optional<Color3f> from(const Color3f& color)
     {
@@ -73,7 +73,7 @@ struct Setting<Color3f>
 template <>
 struct Setting<Camera::Projection>
 {
-    using Command = SetIntUndoableCommand;
+    using Command = SetIntUndoableCommand; ///< The base class of the commands.
     /// Takes the numbers of the enumeration.
     [[nodiscard]] static std::optional<Camera::Projection> from(int value)
     {
@@ -87,7 +87,7 @@ struct Setting<Camera::Projection>
 template <>
 struct Setting<Light::SphereProps>
 {
-    using Command = SetSpherePropsUndoableCommand;
+    using Command = SetSpherePropsUndoableCommand; ///< The base class of the commands.
     /// Takes a finite radius.
     [[nodiscard]] static std::optional<Light::SphereProps> from(const Light::SphereProps& props)
     {
@@ -100,7 +100,7 @@ struct Setting<Light::SphereProps>
 template <>
 struct Setting<Light::ConeProps>
 {
-    using Command = SetConePropsUndoableCommand;
+    using Command = SetConePropsUndoableCommand; ///< The base class of the commands.
     /// Takes finite angles and a finite exponent.
     [[nodiscard]] static std::optional<Light::ConeProps> from(const Light::ConeProps& props)
     {
