@@ -202,6 +202,17 @@ Json parsed(const std::string& json)
     return parsed;
 }
 
+AttributeVariant valueOf(const std::string& type, const Json& json)
+{
+    AttributeVariant value;
+    const auto isRead = visitAttributeClass(
+        type, [&]<class A, class V>(AttributeClass<A, V>) { Reader()(value.emplace<V>(), json); });
+    if (!isRead && type != Attribute::kGeneric) {
+        fail("unknown attribute type '" + type + "'");
+    }
+    return value;
+}
+
 } // namespace
 
 std::string jsonOf(const AttributeVariant& value)
@@ -211,14 +222,7 @@ std::string jsonOf(const AttributeVariant& value)
 
 AttributeVariant valueFromJson(const std::string& type, const std::string& json)
 {
-    const auto read = parsed(json);
-    AttributeVariant value;
-    const auto isRead = visitAttributeClass(
-        type, [&]<class A, class V>(AttributeClass<A, V>) { Reader()(value.emplace<V>(), read); });
-    if (!isRead && type != Attribute::kGeneric) {
-        fail("unknown attribute type '" + type + "'");
-    }
-    return value;
+    return valueOf(type, parsed(json));
 }
 
 AttributeVariant valueFromJson(const std::string& json)
@@ -228,7 +232,7 @@ AttributeVariant valueFromJson(const std::string& json)
                        : read.is_number() ? Attribute::kDouble
                        : read.is_string() ? Attribute::kString
                                           : Attribute::kGeneric;
-    return valueFromJson(type, json);
+    return valueOf(type, read);
 }
 
 } // namespace Kiv_v4::kit
