@@ -47,8 +47,8 @@ struct Box
 class BoxTree : public kit::NodeTree<Box*>
 {
 public:
-    explicit BoxTree(Rtid id)
-        : NodeTree(PathSegment(PathSegment::Components{std::string("top")}, id, '/'))
+    explicit BoxTree(Rtid id, const std::string& root = "top")
+        : NodeTree(PathSegment(root, id, '/'))
     {}
 
     bool accepts(const Path& parent, const std::string&) const override

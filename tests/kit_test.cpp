@@ -156,6 +156,16 @@ TEST_F(Kit, WhatATreeDoesNotTakeIsRefusedAndStaleItemsAnswer)
 }
 
 /// Items named "gate" lead into the run-time 99.
+TEST_F(Kit, ATreeOfNodesMayBeginBelowOtherItems)
+{
+    test::BoxTree deep(id, "shelf/top");
+    deep.put(deep.root() + "a", deep.make("leaf"), 0);
+    EXPECT_EQ(deep.nodeType(deep.root()), "box");
+    EXPECT_EQ(deep.nodeType(deep.root() + "a"), "leaf");
+    EXPECT_EQ(deep.nodeType(deep.root() + "top"), "");
+    EXPECT_FALSE(deep.item(deep.root().pop()));
+}
+
 class Gates : public kit::SceneSegmentHandlerBase
 {
 public:

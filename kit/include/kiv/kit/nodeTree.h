@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -21,11 +22,12 @@ public:
     using Tree::Tree;
 
     /// Returns the node of the item at `path`; `Node()` if there is none. Cost: one `child` for
-    /// each component after the first.
+    /// each component after those of the root.
     [[nodiscard]] Node find(const Path& path) const
     {
         auto node = covers(path) ? rootNode() : Node();
-        for (auto name = path.begin() + 1; node && name != path.end(); ++name) {
+        const auto below = static_cast<std::ptrdiff_t>(root().size());
+        for (auto name = path.begin() + below; node && name != path.end(); ++name) {
             node = child(node, name->string());
         }
         return node;
