@@ -161,7 +161,7 @@ Edit setMetadata(Checking& checking, const Items&, const SceneItem::Ptr& item)
 
 Edit changeAttributes(Checking& checking, const Items&, const SceneItem::Ptr& item)
 {
-    static const char* const kTypes[] = {
+    static const char* const kNodeTypes[] = {
         Attribute::kBool,        Attribute::kInt,      Attribute::kFloat,   Attribute::kDouble,
         Attribute::kString,      Attribute::kFloat3,   Attribute::kInt3,    Attribute::kDouble3,
         Attribute::kColorFloat3, Attribute::kMatrix4d, Attribute::kFilename};
@@ -173,7 +173,7 @@ Edit changeAttributes(Checking& checking, const Items&, const SceneItem::Ptr& it
     const auto name = names.empty() ? "none" : names[checking.below(names.size())];
     switch (checking.below(3)) {
     case 0: {
-        const std::string type = kTypes[checking.below(std::size(kTypes))];
+        const std::string type = kNodeTypes[checking.below(std::size(kNodeTypes))];
         return edit("addAttributeCmd(" + type + ", '" + name + "')", item,
                     attributes->addAttributeCmd(type, name));
     }

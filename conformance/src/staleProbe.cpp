@@ -14,13 +14,13 @@ namespace Kiv_v4::conformance {
 
 namespace {
 
-const char* const kPaths = "stale.paths";
+const char* const kStalePaths = "stale.paths";
 const char* const kItems = "stale.items";
 
 /// Paths and items that an edit left out of date must name nothing.
 void checkOldPath(Checking& checking, const std::string& after, const Path& path)
 {
-    checking.at(kPaths, "createItem of the old path, after " + after, path);
+    checking.at(kStalePaths, "createItem of the old path, after " + after, path);
     Checking::answers([&] {
         if (Hierarchy::createItem(path)) {
             checking.found("null", "an item");
@@ -96,7 +96,7 @@ void checkStale(Checking& checking)
         }
     }
     if (nbStale == 0) {
-        checking.skip(kPaths, "nothing can be renamed, moved or deleted");
+        checking.skip(kStalePaths, "nothing can be renamed, moved or deleted");
         checking.skip(kItems, "nothing can be renamed, moved or deleted");
     }
 }

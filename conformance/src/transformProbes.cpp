@@ -13,7 +13,7 @@ namespace Kiv_v4::conformance {
 namespace {
 
 const char* const kMatrices = "transforms.matrices";
-const char* const kValues = "transforms.values";
+const char* const kTransformValues = "transforms.values";
 
 bool isNear(const std::vector<double>& a, const std::vector<double>& b)
 {
@@ -89,7 +89,7 @@ void checkValues(Checking& checking, const SceneItem::Ptr& item)
     const auto x = randomNumber(checking);
     const auto set = [&](const char* what, const UndoableCommand::Ptr& command, auto read,
                          const Vector3d& value) {
-        checking.at(kValues, what, item->path());
+        checking.at(kTransformValues, what, item->path());
         if (command && Checking::answers([&] { command->execute(); })) {
             expectNear(checking, what, value, read(*Transform3d::transform3d(item)));
         }
@@ -117,7 +117,7 @@ void checkTransforms(Checking& checking)
     }
     if (!any) {
         checking.skip(kMatrices, "no item has a transform");
-        checking.skip(kValues, "no item has a transform");
+        checking.skip(kTransformValues, "no item has a transform");
         return;
     }
     // If nothing is moved, a matrix that ignores the parent's is right by chance.

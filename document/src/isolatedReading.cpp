@@ -132,7 +132,7 @@ void becomeHarmless(const Isolation& limits)
     prctl(PR_SET_PDEATHSIG, SIGKILL); // no host, no child
     std::signal(SIGINT, SIG_IGN);
     std::signal(SIGPIPE, SIG_IGN);
-    const auto nowhere = open("/dev/null", O_RDWR | O_CLOEXEC);
+    const auto nowhere = ::open("/dev/null", O_RDWR | O_CLOEXEC);
     for (const auto stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         dup2(nowhere, stream);
     }

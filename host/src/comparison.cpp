@@ -12,13 +12,11 @@ namespace {
 
 using Kind = Difference::Kind;
 using Node = TreeImage::Node;
-constexpr auto kNone = TreeImage::kNone;
-
 /// Whether the item has no partner, and its parent has one: it stands for all below it.
 bool isTopOfFree(const TreeImage& tree, const Node& node)
 {
-    return node.partner == kNone &&
-           (node.parent == kNone || tree.nodes[node.parent].partner != kNone);
+    return node.partner == kNoNode &&
+           (node.parent == kNoNode || tree.nodes[node.parent].partner != kNoNode);
 }
 
 /// Whether the children that stayed under the item stand in another order.
@@ -27,7 +25,7 @@ bool isReordered(const TreeImage& before, const TreeImage& after, const Node& no
     std::size_t last = 0;
     for (const auto child : node.children) {
         const auto partner = before.nodes[child].partner;
-        if (partner == kNone || after.nodes[partner].parent != node.partner) {
+        if (partner == kNoNode || after.nodes[partner].parent != node.partner) {
             continue;
         }
         if (partner < last) {
@@ -44,8 +42,8 @@ void comparePlaces(const TreeImage& before, const TreeImage& after, const Node& 
     const auto tell = [&](Kind kind) {
         differences.push_back({kind, was.item->path(), is.item->path()});
     };
-    if (was.parent != kNone) {
-        const auto isMoved = is.parent == kNone || before.nodes[was.parent].partner != is.parent;
+    if (was.parent != kNoNode) {
+        const auto isMoved = is.parent == kNoNode || before.nodes[was.parent].partner != is.parent;
         if (isMoved) {
             tell(Kind::Moved);
         }
@@ -69,7 +67,7 @@ std::vector<Difference> compare(const SceneItem::Ptr& before, const SceneItem::P
     std::vector<Difference> differences;
     for (const auto& node : old.nodes) {
         visit(options);
-        if (node.partner != kNone) {
+        if (node.partner != kNoNode) {
             const auto& partner = now.nodes[node.partner];
             comparePlaces(old, now, node, partner, differences);
             compareValues(node.item, partner.item, options, differences);

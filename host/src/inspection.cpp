@@ -23,7 +23,7 @@ namespace Kiv_v4::host {
 namespace {
 
 /// A kind of handler.
-struct Kind
+struct InstalledKind
 {
     const char* name;
     bool (*isInstalled)(Rtid runTimeId);
@@ -35,7 +35,7 @@ bool has(Rtid runTimeId)
     return (RunTimeMgr::instance().*handler)(runTimeId) != nullptr;
 }
 
-constexpr Kind kKinds[] = {
+constexpr InstalledKind kKinds[] = {
     {"hierarchy", has<&RunTimeMgr::hierarchyHandler>},
     {"transform3d", has<&RunTimeMgr::transform3dHandler>},
     {"sceneItemOps", has<&RunTimeMgr::sceneItemOpsHandler>},

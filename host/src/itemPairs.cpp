@@ -16,8 +16,6 @@ namespace Kiv_v4::host {
 namespace {
 
 using Node = TreeImage::Node;
-constexpr auto kNone = TreeImage::kNone;
-
 std::size_t mixed(std::size_t seed, std::size_t value)
 {
     return (seed ^ value) * 0x9E3779B97F4A7C15U + (seed >> 29U);
@@ -73,14 +71,14 @@ private:
     {
         std::unordered_map<std::string, std::vector<std::size_t>> named;
         for (const auto child : _before.nodes[left].children) {
-            if (_before.nodes[child].partner == kNone) {
+            if (_before.nodes[child].partner == kNoNode) {
                 named[_before.nodes[child].name].push_back(child);
             }
         }
         for (const auto child : _after.nodes[right].children) {
             const auto& node = _after.nodes[child];
             const auto same = named.find(node.name);
-            if (node.partner != kNone || same == named.end()) {
+            if (node.partner != kNoNode || same == named.end()) {
                 continue;
             }
             auto& free = same->second;
@@ -103,16 +101,16 @@ private:
         _before.readContents();
         _after.readContents();
         const auto parentOf = [](const TreeImage& tree, const Node& node) {
-            return node.parent == kNone ? kNone : tree.nodes[node.parent].partner;
+            return node.parent == kNoNode ? kNoNode : tree.nodes[node.parent].partner;
         };
         // The parent is told by its place in the tree before, which both trees know.
         const auto place = [&](const TreeImage& tree, const Node& node) {
             const auto partner = parentOf(tree, node);
-            return partner == kNone ? kNone : &tree == &_before ? node.parent : partner;
+            return partner == kNoNode ? kNoNode : &tree == &_before ? node.parent : partner;
         };
         const Key renamed = [&](const TreeImage& tree, const Node& node) {
             const auto parent = place(tree, node);
-            return parent == kNone ? 0 : mixed(parent + 1, node.contents);
+            return parent == kNoNode ? 0 : mixed(parent + 1, node.contents);
         };
         const Key moved = [](const TreeImage&, const Node& node) {
             return mixed(hashOf(node.name), node.shape);
@@ -122,7 +120,7 @@ private:
         };
         const Key renamedAndChanged = [&](const TreeImage& tree, const Node& node) {
             const auto parent = place(tree, node);
-            const auto isTelling = parent != kNone && !node.children.empty();
+            const auto isTelling = parent != kNoNode && !node.children.empty();
             return isTelling ? mixed(parent + 1, node.shape) : 0;
         };
         const Key movedAndRenamed = [](const TreeImage&, const Node& node) {
@@ -139,9 +137,9 @@ private:
     {
         std::map<std::pair<std::size_t, std::size_t>, std::size_t> votes;
         for (const auto& node : _before.nodes) {
-            const auto left = node.partner == kNone ? kNone : node.parent;
-            const auto right = left == kNone ? kNone : _after.nodes[node.partner].parent;
-            if (right != kNone && isFreePair(left, right)) {
+            const auto left = node.partner == kNoNode ? kNoNode : node.parent;
+            const auto right = left == kNoNode ? kNoNode : _after.nodes[node.partner].parent;
+            if (right != kNoNode && isFreePair(left, right)) {
                 ++votes[{left, right}];
             }
         }
@@ -162,7 +160,7 @@ private:
     {
         const auto& one = _before.nodes[left];
         const auto& other = _after.nodes[right];
-        return one.partner == kNone && other.partner == kNone && one.type == other.type;
+        return one.partner == kNoNode && other.partner == kNoNode && one.type == other.type;
     }
 
     /// Items without a partner, parents first.
@@ -170,7 +168,7 @@ private:
     {
         std::vector<std::size_t> indices;
         for (std::size_t i = 0; i < tree.nodes.size(); ++i) {
-            if (tree.nodes[i].partner == kNone) {
+            if (tree.nodes[i].partner == kNoNode) {
                 indices.push_back(i);
             }
         }
@@ -206,9 +204,9 @@ private:
             // Children of what was paired meanwhile may have partners already.
             auto& list = right->second;
             const auto other = std::find_if(list.begin(), list.end(), [&](auto candidate) {
-                return _after.nodes[candidate].partner == kNone;
+                return _after.nodes[candidate].partner == kNoNode;
             });
-            if (_before.nodes[index].partner == kNone && other != list.end()) {
+            if (_before.nodes[index].partner == kNoNode && other != list.end()) {
                 pair(index, *other);
                 any = true;
             }
@@ -255,7 +253,7 @@ void TreeImage::readContents()
     }
     _hasContents = true;
     for (auto node = nodes.rbegin(); node != nodes.rend(); ++node) {
-        if (node->partner != kNone) {
+        if (node->partner != kNoNode) {
             continue; // nor will it ever be asked for
         }
         visit(_options);

@@ -17,21 +17,21 @@ inline void visit(const ComparisonOptions& options)
     }
 }
 
+inline constexpr std::size_t kNoNode = SIZE_MAX;
+
 /// A tree of items as it is now: parents before their children, siblings in order.
 struct TreeImage
 {
-    static constexpr std::size_t kNone = SIZE_MAX;
-
     struct Node
     {
         SceneItem::Ptr item;
         std::string name;
         std::string type;
-        std::size_t parent = kNone;
+        std::size_t parent = kNoNode;
         std::vector<std::size_t> children{};
-        std::size_t partner = kNone; ///< The same item in the other tree.
-        std::size_t shape = 0;       ///< Hash of the type and of what is below, by name.
-        std::size_t contents = 0;    ///< The same with the values of all items.
+        std::size_t partner = kNoNode; ///< The same item in the other tree.
+        std::size_t shape = 0;         ///< Hash of the type and of what is below, by name.
+        std::size_t contents = 0;      ///< The same with the values of all items.
     };
 
     TreeImage(const SceneItem::Ptr& root, const ComparisonOptions& options);

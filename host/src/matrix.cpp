@@ -13,7 +13,7 @@ namespace Kiv_v4::host {
 namespace {
 
 using Row = std::array<double, 4>;
-using Rows = std::array<Row, 4>;
+using MatrixRows = std::array<Row, 4>;
 
 void scale(Row& row, double factor)
 {
@@ -30,7 +30,7 @@ void subtract(Row& row, const Row& other, double factor)
 }
 
 /// The row from `column` on whose element in that column is the largest.
-std::size_t pivotRow(const Rows& rows, std::size_t column)
+std::size_t pivotRow(const MatrixRows& rows, std::size_t column)
 {
     auto pivot = column;
     for (auto row = column + 1; row < rows.size(); ++row) {
@@ -61,7 +61,7 @@ bool isNearIdentity(const Matrix4d& matrix)
 std::optional<Matrix4d> inverse(const Matrix4d& matrix)
 {
     auto left = matrix.matrix; // becomes the identity by row operations, which `right` makes too
-    Rows right{{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}}};
+    MatrixRows right{{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}}};
     for (std::size_t column = 0; column < left.size(); ++column) {
         const auto pivot = pivotRow(left, column);
         std::swap(left[column], left[pivot]);

@@ -18,7 +18,7 @@ constexpr auto kRounding = 8 * std::numeric_limits<double>::epsilon();
 /// How far a last column may be from (0, 0, 0, 1), as after the inversion of a matrix.
 constexpr auto kLastColumnTolerance = 1e-12;
 
-using Row = std::array<double, 3>;
+using MatrixRow = std::array<double, 3>;
 
 struct SineCosine
 {
@@ -44,44 +44,45 @@ SineCosine sineCosine(double degrees) noexcept
     }
 }
 
-double dot(const Row& left, const Row& right) noexcept
+double dot(const MatrixRow& left, const MatrixRow& right) noexcept
 {
     return left[0] * right[0] + left[1] * right[1] + left[2] * right[2];
 }
 
-double length(const Row& row) noexcept
+double length(const MatrixRow& row) noexcept
 {
     return std::hypot(row[0], row[1], row[2]);
 }
 
-Row scaled(const Row& row, double factor) noexcept
+MatrixRow scaled(const MatrixRow& row, double factor) noexcept
 {
     return {row[0] * factor, row[1] * factor, row[2] * factor};
 }
 
-Row without(const Row& row, const Row& unit) noexcept
+MatrixRow without(const MatrixRow& row, const MatrixRow& unit) noexcept
 {
     const auto along = dot(row, unit);
     return {row[0] - along * unit[0], row[1] - along * unit[1], row[2] - along * unit[2]};
 }
 
-Row cross(const Row& a, const Row& b) noexcept
+MatrixRow cross(const MatrixRow& a, const MatrixRow& b) noexcept
 {
     return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
 }
 
-Row linearRow(const Matrix4d& matrix, std::size_t row) noexcept
+MatrixRow linearRow(const Matrix4d& matrix, std::size_t row) noexcept
 {
     const auto& elements = matrix.matrix[row];
     return {elements[0], elements[1], elements[2]};
 }
 
-bool isFinite(const Row& row) noexcept
+bool isFinite(const MatrixRow& row) noexcept
 {
     return std::isfinite(row[0]) && std::isfinite(row[1]) && std::isfinite(row[2]);
 }
 
-Matrix4d fromRows(const Row& first, const Row& second, const Row& third, const Row& last) noexcept
+Matrix4d fromRows(const MatrixRow& first, const MatrixRow& second, const MatrixRow& third,
+                  const MatrixRow& last) noexcept
 {
     return {{{{first[0], first[1], first[2], 0},
               {second[0], second[1], second[2], 0},
@@ -120,7 +121,7 @@ struct Axes
 /// The angles about x, then y, then z of the rotation with these rows. The second and third are
 /// computed after the first was divided out, so they compensate for its rounding, however near y is
 /// to a right angle.
-Vector3d anglesOf(const Row& first, const Row& second, const Row& third) noexcept
+Vector3d anglesOf(const MatrixRow& first, const MatrixRow& second, const MatrixRow& third) noexcept
 {
     const auto cosineY = std::hypot(second[2], third[2]);
     const auto x = cosineY > kRounding ? std::atan2(second[2], third[2]) : 0.0;
@@ -164,9 +165,9 @@ Matrix4d rotationMatrix(const Vector3d& degrees, RotationOrder order) noexcept
     const auto [sx, cx] = sineCosine(sign * degrees.vector[axes.first]);
     const auto [sy, cy] = sineCosine(sign * degrees.vector[axes.second]);
     const auto [sz, cz] = sineCosine(sign * degrees.vector[axes.third]);
-    const Row rows[] = {{cy * cz, cy * sz, -sy},
-                        {sx * sy * cz - cx * sz, sx * sy * sz + cx * cz, sx * cy},
-                        {cx * sy * cz + sx * sz, cx * sy * sz - sx * cz, cx * cy}};
+    const MatrixRow rows[] = {{cy * cz, cy * sz, -sy},
+                              {sx * sy * cz - cx * sz, sx * sy * sz + cx * cz, sx * cy},
+                              {cx * sy * cz + sx * sz, cx * sy * sz - sx * cz, cx * cy}};
     auto result = identity();
     const std::size_t places[] = {axes.first, axes.second, axes.third};
     for (std::size_t row = 0; row < 3; ++row) {
@@ -180,7 +181,7 @@ Matrix4d rotationMatrix(const Vector3d& degrees, RotationOrder order) noexcept
 Vector3d rotationAngles(const Matrix4d& matrix, RotationOrder order) noexcept
 {
     const Axes axes(order);
-    const auto row = [&](std::size_t axis) -> Row {
+    const auto row = [&](std::size_t axis) -> MatrixRow {
         const auto& elements = matrix.matrix[axis];
         return {elements[axes.first], elements[axes.second], elements[axes.third]};
     };
@@ -306,15 +307,15 @@ std::optional<Matrix4d> inverse(const Matrix4d& matrix) noexcept
         return std::nullopt;
     }
     // Each row is made 1 long first, so that neither large nor small scales are lost.
-    std::array<Row, 3> rows{};
-    Row lengths{};
+    std::array<MatrixRow, 3> rows{};
+    MatrixRow lengths{};
     for (std::size_t row = 0; row < 3; ++row) {
         rows[row] = linearRow(matrix, row);
         lengths[row] = length(rows[row]);
         rows[row] = scaled(rows[row], 1 / lengths[row]);
     }
-    const Row columns[] = {cross(rows[1], rows[2]), cross(rows[2], rows[0]),
-                           cross(rows[0], rows[1])};
+    const MatrixRow columns[] = {cross(rows[1], rows[2]), cross(rows[2], rows[0]),
+                                 cross(rows[0], rows[1])};
     const auto determinant = dot(rows[0], columns[0]);
     if (!(std::abs(determinant) > kRounding)) { // NaN after a row of zeros
         return std::nullopt;
@@ -335,7 +336,7 @@ std::optional<Matrix4d> inverse(const Matrix4d& matrix) noexcept
 std::optional<Matrix4d> lookAt(const Vector3d& eye, const Vector3d& target,
                                const Vector3d& up) noexcept
 {
-    const auto unit = [](const Row& row) { return scaled(row, 1 / length(row)); };
+    const auto unit = [](const MatrixRow& row) { return scaled(row, 1 / length(row)); };
     const auto back = unit((eye - target).vector);
     const auto across = cross(unit(up.vector), back);
     const auto right = unit(across);

@@ -89,7 +89,7 @@ void writeTable(std::vector<Json> files, Output& output)
     table.write(output);
 }
 
-std::string quoted(const std::string& text)
+std::string csvQuoted(const std::string& text)
 {
     if (text.find_first_of(",\"\r\n") == text.npos) {
         return text;
@@ -117,7 +117,7 @@ void writeCsv(std::vector<Json> files, Output& output)
             const auto text = found == file.end() ? ""
                               : isText            ? found->get<std::string>()
                                                   : found->dump(); // all digits of numbers
-            line += (line.empty() ? "" : ",") + quoted(text);
+            line += (line.empty() ? "" : ",") + csvQuoted(text);
         }
         for (std::size_t i = 0; i < 3; ++i) {
             const auto size = file.find("size");

@@ -9,6 +9,7 @@
 #include <unordered_set>
 #include <utility>
 
+#include "fileText.h"
 #include "materialAttributes.h"
 #include "objectConversion.h"
 
@@ -17,11 +18,6 @@ namespace Kiv_v4::assimp {
 namespace {
 
 constexpr std::size_t kNbElements = 16;
-
-std::string_view text(const aiString& name)
-{
-    return {name.data, name.length};
-}
 
 template <class Object>
 std::unordered_map<std::string_view, const Object*> byName(const Object* const* objects,

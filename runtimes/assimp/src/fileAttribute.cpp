@@ -7,6 +7,8 @@
 #include <unordered_map>
 #include <utility>
 
+#include "fileText.h"
+
 namespace Kiv_v4::assimp {
 
 namespace {
@@ -17,11 +19,6 @@ T read(const aiMetadataEntry& entry)
     T value;
     std::memcpy(&value, entry.mData, sizeof(T));
     return value;
-}
-
-std::string text(const aiString& string)
-{
-    return {string.data, string.length};
 }
 
 FileAttribute::Value valueOf(const aiMetadataEntry& entry)
@@ -38,7 +35,7 @@ FileAttribute::Value valueOf(const aiMetadataEntry& entry)
     case AI_DOUBLE:
         return read<double>(entry);
     case AI_AISTRING:
-        return text(*static_cast<const aiString*>(entry.mData));
+        return std::string(text(*static_cast<const aiString*>(entry.mData)));
     case AI_AIVECTOR3D: {
         const auto& vector = *static_cast<const aiVector3D*>(entry.mData);
         return TypedVectorN<float, 3>({static_cast<float>(vector.x), static_cast<float>(vector.y),
@@ -122,7 +119,7 @@ void addMetadata(FileAttributes& attributes, const aiMetadata& metadata)
             levels.pop_back();
             continue;
         }
-        const auto name = level.prefix + text(level.metadata->mKeys[level.next]);
+        const auto name = level.prefix + std::string(text(level.metadata->mKeys[level.next]));
         const auto& entry = level.metadata->mValues[level.next++];
         if (entry.mData && entry.mType == AI_AIMETADATA) {
             levels.push_back({static_cast<const aiMetadata*>(entry.mData), name + "."});

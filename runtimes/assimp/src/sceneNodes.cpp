@@ -12,15 +12,11 @@
 
 #include "componentNames.h"
 #include "fileFacts.h"
+#include "fileText.h"
 
 namespace Kiv_v4::assimp {
 
 namespace {
-
-std::string_view text(const aiString& name)
-{
-    return {name.data, name.length};
-}
 
 bool isHelper(const aiNode& node)
 {

@@ -49,10 +49,10 @@ struct Text
     }
 };
 
-class MemoryAttributeDef : public AttributeDef
+class TypeAttributeDef : public AttributeDef
 {
 public:
-    explicit MemoryAttributeDef(const TypeAttribute& attribute) : _attribute(attribute) {}
+    explicit TypeAttributeDef(const TypeAttribute& attribute) : _attribute(attribute) {}
 
     [[nodiscard]] std::string name() const override { return _attribute.name; }
     [[nodiscard]] std::string displayName() const override { return _attribute.displayName; }
@@ -78,7 +78,7 @@ AttributeDef::Ptr find(const Descriptions& descriptions, const std::string& name
 {
     const auto found = std::find_if(descriptions.begin(), descriptions.end(),
                                     [&](const auto& known) { return known.name == name; });
-    return found == descriptions.end() ? nullptr : std::make_shared<MemoryAttributeDef>(*found);
+    return found == descriptions.end() ? nullptr : std::make_shared<TypeAttributeDef>(*found);
 }
 
 /// Makes an item, then, through the attributes that its run-time offers, those of its type.
@@ -219,7 +219,7 @@ private:
     {
         std::vector<AttributeDef::Ptr> definitions;
         for (const auto& description : descriptions) {
-            definitions.push_back(std::make_shared<MemoryAttributeDef>(description));
+            definitions.push_back(std::make_shared<TypeAttributeDef>(description));
         }
         return definitions;
     }

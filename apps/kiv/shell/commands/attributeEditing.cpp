@@ -160,7 +160,7 @@ void disconnect(Session& session, const Arguments& arguments)
          ends.handler->disconnectCmd(ends.source, ends.destination));
 }
 
-constexpr Command kCommands[] = {
+constexpr Command kAttributes[] = {
     {"get", "ITEM [ATTRIBUTE]", "Print the attributes of an item, or the value of one.",
      "get stage exposure", get},
     {"set", "ITEM ATTRIBUTE VALUE...", "Set the value of an attribute.", "set stage exposure 0.25",
@@ -180,7 +180,7 @@ constexpr Command kCommands[] = {
 
 CommandKind attributeEditing()
 {
-    return {"Attributes", kCommands};
+    return {"Attributes", kAttributes};
 }
 
 } // namespace app::shell

@@ -141,7 +141,7 @@ void diffItems(Session& session, const Arguments& arguments)
                      arguments.has("--json"), session.output());
 }
 
-constexpr Command kCommands[] = {
+constexpr Command kBrowsing[] = {
     {"ls", "[ITEM]", "List the children of an item.", "ls workshop/Workshop/Bench", ls},
     {"tree", "[ITEM] [--depth=N] [--type=TYPE] [--paths] [--json]", "Draw what is under an item.",
      "tree props --depth=2", tree},
@@ -169,7 +169,7 @@ constexpr Command kCommands[] = {
 
 CommandKind browsing()
 {
-    return {"Browsing", kCommands};
+    return {"Browsing", kBrowsing};
 }
 
 } // namespace app::shell

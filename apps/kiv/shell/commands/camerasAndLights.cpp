@@ -74,7 +74,7 @@ void editLight(Session& session, const Arguments& arguments)
     editOrPrint(session, arguments, host::kLight);
 }
 
-constexpr Command kCommands[] = {
+constexpr Command kCamerasAndLights[] = {
     {"camera", "ITEM [PROPERTY] [VALUE...]",
      "Print a camera or one of its properties, or set that.", "camera stage/close focalLength 85",
      editCamera},
@@ -86,7 +86,7 @@ constexpr Command kCommands[] = {
 
 CommandKind camerasAndLights()
 {
-    return {"Cameras and lights", kCommands};
+    return {"Cameras and lights", kCamerasAndLights};
 }
 
 } // namespace app::shell

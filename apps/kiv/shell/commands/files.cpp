@@ -99,7 +99,7 @@ void openScene(Session& session, const Arguments& arguments)
     session.noteSaved();
 }
 
-constexpr Command kCommands[] = {
+constexpr Command kFiles[] = {
     {"mount", "FILE [ITEM] [--with=RUNTIME]",
      "Show a scene file under the current item, or at ITEM, which may be a new one. The suffix "
      "tells which run-time reads the file, unless --with names it.",
@@ -119,7 +119,7 @@ constexpr Command kCommands[] = {
 
 CommandKind files()
 {
-    return {"Files", kCommands};
+    return {"Files", kFiles};
 }
 
 } // namespace app::shell

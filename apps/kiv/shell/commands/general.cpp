@@ -84,7 +84,7 @@ void quit(Session& session, const Arguments&)
     session.quit();
 }
 
-constexpr Command kCommands[] = {
+constexpr Command kGeneral[] = {
     {"watch", "[on|off] [--record=FILE]",
      "Print every notification as a line; with --record, write these, the commands and the undo "
      "history to a file as lines of JSON, which kiv replay does again. off ends both.",
@@ -105,7 +105,7 @@ constexpr Command kCommands[] = {
 
 CommandKind general()
 {
-    return {"The shell", kCommands};
+    return {"The shell", kGeneral};
 }
 
 } // namespace app::shell

@@ -112,7 +112,7 @@ void matrix(Session& session, const Arguments& arguments)
          transform->setMatrixCmd(isWorld ? ownMatrix(item, value) : value));
 }
 
-constexpr Command kCommands[] = {
+constexpr Command kPlacing[] = {
     {"move", "ITEM X Y Z [--by]", "Set the translation, in scene units, or add to it.",
      "move props/crate 0 1.5 -4", move},
     {"rotate", "ITEM X Y Z [--by]", "Set the rotation about x, then y, then z, in degrees.",
@@ -129,7 +129,7 @@ constexpr Command kCommands[] = {
 
 CommandKind placing()
 {
-    return {"Placing", kCommands};
+    return {"Placing", kPlacing};
 }
 
 } // namespace app::shell

@@ -94,7 +94,7 @@ void selection(Session& session, const Arguments& arguments)
     }
 }
 
-constexpr Command kCommands[] = {
+constexpr Command kSelecting[] = {
     {"select", "ITEM...", "Add items to the selection.", "select **/Leg*", select},
     {"deselect", "[ITEM...]", "Take items out of the selection; all without ITEM.",
      "deselect props/crate", deselect},
@@ -107,7 +107,7 @@ constexpr Command kCommands[] = {
 
 CommandKind selecting()
 {
-    return {"Selecting; @ stands for the selected items", kCommands};
+    return {"Selecting; @ stands for the selected items", kSelecting};
 }
 
 } // namespace app::shell

@@ -231,7 +231,7 @@ void unhide(Session& session, const Arguments& arguments)
     setVisibility(session, arguments, true);
 }
 
-constexpr Command kCommands[] = {
+constexpr Command kStructure[] = {
     {"make", "TYPE NAME [ITEM]", "Make an item, under the current one unless ITEM says where.",
      "make spotLight rim stage", make},
     {"rename", "ITEM NAME", "Give an item another name.", "rename props/crate 'big crate'", rename},
@@ -252,7 +252,7 @@ constexpr Command kCommands[] = {
 
 CommandKind structure()
 {
-    return {"Structure", kCommands};
+    return {"Structure", kStructure};
 }
 
 } // namespace app::shell

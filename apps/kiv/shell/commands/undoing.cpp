@@ -69,7 +69,7 @@ void history(Session& session, const Arguments&)
     }
 }
 
-constexpr Command kCommands[] = {
+constexpr Command kUndoing[] = {
     {"undo", "[NUMBER]", "Undo the last step, or several.", "undo 2", undo},
     {"redo", "[NUMBER]", "Redo the step that was undone last, or several.", "redo", redo},
     {"history", "", "List the steps, oldest first.", "history", history},
@@ -82,7 +82,7 @@ constexpr Command kCommands[] = {
 
 CommandKind undoing()
 {
-    return {"Undoing", kCommands};
+    return {"Undoing", kUndoing};
 }
 
 } // namespace app::shell
