@@ -47,6 +47,11 @@ function(kiv_unity)
     endif()
 endfunction()
 
+# kiv_unoptimized(TARGET): for a program that runs for less time than the optimiser would need for it.
+function(kiv_unoptimized target)
+    target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-O0>)
+endfunction()
+
 # kiv_settings(TARGET): the house rules for one target. A folder that calls kiv_precompile for its libraries itself
 # sets KIV_OWN_PRECOMPILED.
 function(kiv_settings target)

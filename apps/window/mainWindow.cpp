@@ -47,11 +47,6 @@ private:
     const std::function<void()> _work;
 };
 
-QString textOf(const std::string& text)
-{
-    return QString::fromStdString(text);
-}
-
 } // namespace
 
 MainWindow::MainWindow(Stage& stage, bool isKept)
@@ -222,7 +217,7 @@ void MainWindow::makePluginMenu(QMenu& menu)
     connect(&menu, &QMenu::aboutToShow, this, [this, &menu] {
         menu.clear();
         for (const auto& plugin : _stage.plugins.plugins()) {
-            menu.addAction(textOf(plugin.name), this,
+            menu.addAction(QString::fromStdString(plugin.name), this,
                            [this, name = plugin.name] { unloadPlugin(name); });
         }
         if (menu.isEmpty()) {
@@ -265,11 +260,12 @@ void MainWindow::fillCameraMenu(QMenu& menu)
     try {
         for (const auto& camera : CameraHandler::findAll(_stage.workspace.root()->path())) {
             const auto path = camera->path();
-            menu.addAction(textOf(PathString::string(path)).replace('&', QLatin1String("&&")),
-                           _view, [this, path] { _view->lookThrough(path); });
+            menu.addAction(
+                QString::fromStdString(PathString::string(path)).replace('&', QLatin1String("&&")),
+                _view, [this, path] { _view->lookThrough(path); });
         }
     } catch (const std::exception& error) {
-        _errorBar->tell(textOf(error.what()));
+        _errorBar->tell(QString::fromStdString(error.what()));
     }
 }
 
@@ -322,7 +318,7 @@ void MainWindow::deleteSelected()
         }
         edits.commit();
     } catch (const std::exception& error) {
-        _errorBar->tell(tr("Delete: %1").arg(textOf(error.what())));
+        _errorBar->tell(tr("Delete: %1").arg(QString::fromStdString(error.what())));
     }
 }
 

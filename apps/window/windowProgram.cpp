@@ -54,33 +54,28 @@ std::variant<WindowWishes, int> read(int argc, char** argv)
     }
 }
 
-QString textOf(const std::string& text)
-{
-    return QString::fromStdString(text);
-}
-
 /// Opens what the command line names; the first complaint, if there is one.
 QString open(Stage& stage, MainWindow& main, const WindowWishes& wishes)
 {
     auto plugins = Kiv_v4::host::PluginLoader::filesOnPath();
     plugins.insert(plugins.end(), wishes.plugins.begin(), wishes.plugins.end());
     for (const auto& refused : stage.plugins.load(plugins)) {
-        main.errorBar().tell(textOf(refused.what()));
+        main.errorBar().tell(QString::fromStdString(refused.what()));
     }
     for (const auto& file : wishes.files) {
-        main.load(textOf(file));
+        main.load(QString::fromStdString(file));
     }
     stage.history->clear();
     stage.history->setClean();
     if (!wishes.camera.empty() && !main.lookThrough(wishes.camera)) {
-        main.errorBar().tell(textOf("no such camera '" + wishes.camera + "'"));
+        main.errorBar().tell(QString::fromStdString("no such camera '" + wishes.camera + "'"));
     }
     return main.errorBar().text();
 }
 
 QSize sizeOf(const std::string& text)
 {
-    const auto sides = textOf(text).split('x');
+    const auto sides = QString::fromStdString(text).split('x');
     return {sides[0].toInt(), sides[1].toInt()};
 }
 
@@ -107,7 +102,7 @@ int run(const WindowWishes& wishes)
     if (!complaint.isEmpty()) {
         throw std::runtime_error(complaint.toStdString());
     }
-    saveScreenshot(main, textOf(wishes.screenshot), sizeOf(wishes.size));
+    saveScreenshot(main, QString::fromStdString(wishes.screenshot), sizeOf(wishes.size));
     return app::kSuccess;
 }
 
@@ -128,7 +123,7 @@ int runProgram(int argc, char** argv)
     QApplication application(argc, argv);
     QCoreApplication::setOrganizationName("kiv");
     QCoreApplication::setApplicationName("kiv-window");
-    QCoreApplication::setApplicationVersion(textOf(version()));
+    QCoreApplication::setApplicationVersion(QString::fromStdString(version()));
     try {
         return run(wishes);
     } catch (const std::exception& error) {

@@ -173,7 +173,7 @@ struct CommandBlock
     std::unique_ptr<kiv::UndoableCommandGuard> guard{};
 };
 
-void bindManager(nb::module_& module)
+void bindCommandMgr(nb::module_& module)
 {
     Class<UndoableCommandMgr, PyManager> type(module, "UndoableCommandMgr");
     type.def(nb::init<>());
@@ -220,7 +220,7 @@ void bindCommands(nb::module_& module)
     bindCommand(module);
     bindComposites(module);
     bindSetters(module);
-    bindManager(module);
+    bindCommandMgr(module);
 }
 
 } // namespace bound

@@ -35,7 +35,7 @@ public:
     KIV_METHOD(void, postDelivery, (const kiv::SceneChanged& change), (change))
 };
 
-void bindScene(nb::module_& module)
+void bindHostScene(nb::module_& module)
 {
     using host::HostScene;
     Class<HostScene, kiv::Scene, PyHostScene> type(module, "HostScene", "host::HostScene");
@@ -292,7 +292,7 @@ void bindPlugins(nb::module_& module)
 
 void bindHost(nb::module_& module)
 {
-    bindScene(module);
+    bindHostScene(module);
     bindTransaction(module);
     bindHistory(module);
     bindProperties(module);

@@ -314,7 +314,7 @@ void bindTrie(nb::module_& module)
     type.def("__bool__", [](const Trie& self) { return !self.empty(); });
 }
 
-void bindTexts(nb::module_& module)
+void bindPathTexts(nb::module_& module)
 {
     function(module, "", "lstrip", &kiv::lstrip, "text"_a, "character"_a);
     function(module, "", "split",
@@ -333,7 +333,7 @@ void bindPaths(nb::module_& module)
     bindPath(module);
     bindPathString(module);
     bindTrie(module);
-    bindTexts(module);
+    bindPathTexts(module);
 }
 
 } // namespace bound

@@ -41,7 +41,7 @@ void bindHandler(Class<RunTimeMgr>& manager, Class<RunTimeMgr::Handlers>* handle
     }
 }
 
-void bindManager(nb::module_& module)
+void bindRunTimeMgr(nb::module_& module)
 {
     Class<RunTimeMgr> manager(module, "RunTimeMgr");
     Class<RunTimeMgr::Handlers> handlers(manager, "Handlers", "RunTimeMgr::Handlers");
@@ -155,7 +155,7 @@ void bindVersion(nb::module_& module)
 
 void bindRegistry(nb::module_& module)
 {
-    bindManager(module);
+    bindRunTimeMgr(module);
     bindRegistration(module);
     bindEvents(module);
     bindVersion(module);

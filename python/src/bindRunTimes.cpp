@@ -57,7 +57,7 @@ void bindCandidate(nb::module_& module)
     function(module, "conformance::", "pluginCandidate", &conformance::pluginCandidate, "file"_a);
 }
 
-void bindReports(nb::module_& module)
+void bindFindings(nb::module_& module)
 {
     using conformance::Contract;
     Class<Contract> contractType(module, "Contract", "conformance::Contract");
@@ -114,7 +114,7 @@ void bindMemory(nb::module_& module)
 void bindConformance(nb::module_& module)
 {
     bindCandidate(module);
-    bindReports(module);
+    bindFindings(module);
     using conformance::Options;
     Class<Options> options(module, "Options", "conformance::Options");
     options.def(nb::init<>());

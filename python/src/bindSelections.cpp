@@ -16,7 +16,7 @@ std::vector<SceneItem::Ptr> itemsOf(const Selection& selection)
 }
 
 /// An item of that path whose type nobody knows: what a path stands for in `remove`.
-class Named : public SceneItem
+class PathItem : public SceneItem
 {
 public:
     using SceneItem::SceneItem;
@@ -111,7 +111,7 @@ void bindChanges(Class<Selection>& type)
     type.method(
         "remove",
         [](Selection& self, const kiv::Path& path) {
-            return self.remove(std::make_shared<Named>(path));
+            return self.remove(std::make_shared<PathItem>(path));
         },
         "path"_a);
     type.method("insert", &Selection::insert, "position"_a.none(), "item"_a);

@@ -63,7 +63,7 @@ void bindGuard(nb::module_& module)
     type.def("__exit__", [](Guard& self, nb::args) { self.leave(); });
 }
 
-void bindScene(nb::module_& module)
+void bindSceneSubject(nb::module_& module)
 {
     nb::class_<Subject> subject(module, "Subject", contract("Subject"));
     subject.def(nb::init<>());
@@ -272,7 +272,7 @@ void bindSubjects(nb::module_& module)
 {
     Class<Notification>(module, "Notification").def(nb::init<>());
     bindObservation(module);
-    bindScene(module);
+    bindSceneSubject(module);
     bindInterfaceNotifications(module);
     bindSceneNotifications(module);
     bindSelectionNotifications(module);

@@ -247,7 +247,7 @@ void bindMatrix(nb::module_& module, const char* name)
     type.def("__matmul__", product, nb::is_operator());
 }
 
-void bindTexts(nb::module_& module)
+void bindValueTexts(nb::module_& module)
 {
     const auto bindText = [&]<class T>(T*, const char* name) {
         Class<T> type(module, name);
@@ -436,7 +436,7 @@ void bindValues(nb::module_& module)
         .def_prop_ro("a", [](const kiv::TypedColorN<float, 4>& self) { return self.color[3]; });
     bindMatrix<kiv::TypedSquareMatrixN<double, 3>>(module, "Matrix3d");
     bindMatrix<kiv::Matrix4d>(module, "Matrix4d");
-    bindTexts(module);
+    bindValueTexts(module);
     bindValue(module);
     bindBox(module);
 }

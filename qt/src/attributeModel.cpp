@@ -21,7 +21,7 @@ namespace {
 using detail::attempt;
 
 /// How long items are read at a stretch, in milliseconds.
-constexpr int kSlice = 10;
+constexpr int kFillingSlice = 10;
 
 bool isSame(const detail::AttributeGroups& some, const detail::AttributeGroups& others)
 {
@@ -46,7 +46,7 @@ public:
     {
         QElapsedTimer clock;
         clock.start();
-        while (_next < _items.size() && clock.elapsed() < kSlice) {
+        while (_next < _items.size() && clock.elapsed() < kFillingSlice) {
             attempt("read an item", [this] { read(_items[_next]); });
             ++_next;
         }

@@ -20,7 +20,7 @@ namespace Kiv_v4::qt {
 namespace {
 
 /// How long items are read at a stretch, in milliseconds.
-constexpr int kSlice = 10;
+constexpr int kReadingSlice = 10;
 
 } // namespace
 
@@ -35,9 +35,9 @@ SceneView::Content::Content(std::function<void(bool)> changed)
       })
 {
     _slice.setInterval(0);
-    QObject::connect(&_slice, &QTimer::timeout, [this] { readOn(kSlice); });
+    QObject::connect(&_slice, &QTimer::timeout, [this] { readOn(kReadingSlice); });
     _measureSlice.setInterval(0);
-    QObject::connect(&_measureSlice, &QTimer::timeout, [this] { measureOn(kSlice); });
+    QObject::connect(&_measureSlice, &QTimer::timeout, [this] { measureOn(kReadingSlice); });
     _restart.setSingleShot(true);
     QObject::connect(&_restart, &QTimer::timeout, [this] { read(); });
     _reread.setSingleShot(true);
@@ -97,7 +97,7 @@ void SceneView::Content::measure(const Selection& selection,
 {
     _measuring = {selection, std::move(measured)};
     _measureSlice.start();
-    measureOn(kSlice);
+    measureOn(kReadingSlice);
 }
 
 void SceneView::Content::endMeasuring()
@@ -128,7 +128,7 @@ void SceneView::Content::read()
     _restart.stop();
     _reading = std::make_unique<detail::SceneReading>();
     _slice.start();
-    readOn(kSlice);
+    readOn(kReadingSlice);
 }
 
 void SceneView::Content::finish()

@@ -23,7 +23,7 @@ namespace {
 using detail::attempt;
 
 /// How long is drawn at a stretch, in milliseconds.
-constexpr int kSlice = 12;
+constexpr int kDrawingSlice = 12;
 
 } // namespace
 
@@ -274,7 +274,7 @@ void SceneView::drawPicture(int milliseconds)
 
 void SceneView::paintEvent(QPaintEvent* /*event*/)
 {
-    drawPicture(kSlice);
+    drawPicture(kDrawingSlice);
     QPainter painter(this);
     painter.drawImage(0, 0, _picture->image());
     drawOver(painter);

@@ -11,7 +11,7 @@ namespace Kiv_v4::qt::detail {
 
 namespace {
 
-constexpr double kNearest = 1e-4;
+constexpr double kNearestDrawn = 1e-4;
 /// Smaller shapes are drawn as a point.
 constexpr double kSmallest = 1.5;
 constexpr std::array<std::array<std::size_t, 2>, 12> kEdges{{{0, 1},
@@ -106,13 +106,13 @@ bool SchematicPainter::seenLine(Vector3d from, Vector3d to)
     if (from.vector[2] > to.vector[2]) {
         std::swap(from, to);
     }
-    if (to.vector[2] <= kNearest) {
+    if (to.vector[2] <= kNearestDrawn) {
         return false;
     }
-    if (from.vector[2] < kNearest) { // clipped at the viewer's plane
-        const auto share = (kNearest - from.vector[2]) / (to.vector[2] - from.vector[2]);
+    if (from.vector[2] < kNearestDrawn) { // clipped at the viewer's plane
+        const auto share = (kNearestDrawn - from.vector[2]) / (to.vector[2] - from.vector[2]);
         from = sum(scaled(from, 1 - share), to, share);
-        from.vector[2] = 1.01 * kNearest;
+        from.vector[2] = 1.01 * kNearestDrawn;
     }
     const auto start = _viewpoint.placed(from, _picture);
     const auto end = _viewpoint.placed(to, _picture);

@@ -18,7 +18,7 @@ constexpr double kDegree = 3.14159265358979323846 / 180;
 /// The tangent of half the angle of view upward, unless a camera tells another.
 constexpr double kHalfHeight = 0.36397;
 /// Nothing nearer than this share of a scene unit is drawn.
-constexpr double kNearest = 1e-6;
+constexpr double kNearestSeen = 1e-6;
 
 } // namespace
 
@@ -63,7 +63,7 @@ Viewpoint Viewpoint::framing(const BoundingBox3d& box) const
     auto moved = *this;
     if (!box.empty()) {
         const auto centre = middle(box);
-        const auto radius = std::max(length(sum(box.max, box.min, -1)) / 2, kNearest);
+        const auto radius = std::max(length(sum(box.max, box.min, -1)) / 2, kNearestSeen);
         const auto film = _film.x() > 0 ? std::min(_film.x(), _film.y()) : _film.y();
         // In all of the ball around the box, with a little room at the edges.
         const auto distance = 1.05 * radius * std::sqrt(1 + 1 / (film * film));
@@ -91,7 +91,7 @@ Vector3d Viewpoint::seen(const Vector3d& point) const noexcept
 std::optional<QPointF> Viewpoint::placed(const Vector3d& seen, const QSizeF& picture) const
 {
     const auto& [x, y, z] = seen.vector;
-    if (!(z > kNearest)) {
+    if (!(z > kNearestSeen)) {
         return std::nullopt;
     }
     const auto distance = _isOrthographic ? 1.0 : z;
