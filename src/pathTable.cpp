@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <cstring>
 #include <utility>
 
 namespace Kiv_v4::detail {
@@ -14,21 +13,6 @@ bool sameComponents(const PathBody* left, const PathBody* right) noexcept
     const auto size = left ? left->size() : 0;
     return left == right || (size == (right ? right->size() : 0) &&
                              (size == 0 || std::equal(left->begin(), left->end(), right->begin())));
-}
-
-/// Four hashes side by side, compared at once.
-using Four [[gnu::vector_size(4 * sizeof(std::uint32_t))]] = std::uint32_t;
-
-/// Whether one of the four hashes from `first` on is one of the two.
-bool amongFour(const std::uint32_t* first, std::uint32_t one, std::uint32_t other) noexcept
-{
-    Four four;
-    std::memcpy(&four, first, sizeof(four));
-    const auto found =
-        (four == Four{one, one, one, one}) | (four == Four{other, other, other, other});
-    std::uint64_t halves[2];
-    std::memcpy(halves, &found, sizeof(found));
-    return (halves[0] | halves[1]) != 0;
 }
 
 } // namespace
@@ -88,12 +72,6 @@ PathTable::Index PathTable::place(const Path& path) const noexcept
     const auto hash = path.hash();
     const auto* const body = path._body;
     for (auto i = home(hash);; i = next(i)) {
-        while (i + 4 <= _hashes.size() && !amongFour(&_hashes[i], hash, kFree)) {
-            i += 4;
-        }
-        if (i == _hashes.size()) {
-            i = 0;
-        }
         if (free(i) || (_hashes[i] == hash && sameComponents(_entries[i].body, body))) {
             return i;
         }
