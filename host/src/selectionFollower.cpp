@@ -12,6 +12,7 @@
 #include "kiv/notificationGuard.h"
 #include "kiv/observableSelection.h"
 #include "kiv/runTimeMgr.h"
+#include "kiv/trie.h"
 
 #include "scopedFlag.h"
 #include "strays.h"
@@ -76,7 +77,8 @@ std::optional<NotificationGuard> guardOf(Selection& selection)
 struct SelectionFollower::Lost
 {
     Path path;
-    Path next; ///< Empty at the end.
+    Path next;         ///< Empty at the end.
+    std::size_t order; ///< Among the lost items.
 };
 
 /// The items that left the selection because they were deleted, until other code changes it.
@@ -89,7 +91,24 @@ struct SelectionFollower::Memory : Observer
         }
     }
 
-    std::vector<Lost> lost;
+    /// Those that the changes may have brought back, in the order in which they were lost.
+    [[nodiscard]] std::vector<Lost> returning(std::span<const Op> ops) const
+    {
+        std::vector<Lost> found;
+        for (const auto& op : ops) {
+            if (hasCome(op) || op.opType == SceneChanged::SubtreeInvalidated) {
+                const auto under = lost.dataUnder(op.path);
+                std::copy_if(under.begin(), under.end(), std::back_inserter(found),
+                             [&](const Lost& item) { return isAtOrUnder(item.path, op.path); });
+            }
+        }
+        std::sort(found.begin(), found.end(),
+                  [](const Lost& left, const Lost& right) { return left.order < right.order; });
+        return found;
+    }
+
+    Trie<Lost> lost;
+    std::size_t nbLost = 0; ///< Since the beginning.
     bool isOwnChange = false;
 };
 
@@ -135,7 +154,8 @@ void SelectionFollower::follow(std::span<const Op> ops, bool isBatch)
             if (const auto& now = replacements[item->path()].second) {
                 selection->insert(run.next, now);
             } else if (remembers) {
-                _memory->lost.push_back({item->path(), run.next ? run.next->path() : Path()});
+                _memory->lost.add(item->path(), {item->path(), run.next ? run.next->path() : Path(),
+                                                 _memory->nbLost++});
             }
         }
     }
@@ -147,8 +167,11 @@ void SelectionFollower::leave(Rtid runTimeId)
     if (!selection) {
         return;
     }
-    std::erase_if(_memory->lost,
-                  [&](const Lost& item) { return leadsThrough(item.path, runTimeId); });
+    for (const auto& item : _memory->lost.dataUnder({})) {
+        if (leadsThrough(item.path, runTimeId)) {
+            _memory->lost.remove(item.path);
+        }
+    }
     std::vector<SceneItem::Ptr> leaving;
     std::copy_if(selection->begin(), selection->end(), std::back_inserter(leaving),
                  [&](const auto& item) { return leadsThrough(item->path(), runTimeId); });
@@ -162,21 +185,13 @@ void SelectionFollower::leave(Rtid runTimeId)
 
 void SelectionFollower::bringBack(Selection& selection, std::span<const Op> ops)
 {
-    auto& lost = _memory->lost;
-    const auto isBack = [&](const Lost& item) {
-        return std::any_of(ops.begin(), ops.end(), [&](const Op& op) {
-            return (hasCome(op) || op.opType == SceneChanged::SubtreeInvalidated) &&
-                   isAtOrUnder(item.path, op.path);
-        });
-    };
     std::vector<std::pair<SceneItem::Ptr, Path>> back;
-    std::erase_if(lost, [&](const Lost& item) {
-        auto now = isBack(item) ? itemAt(item.path) : nullptr;
-        if (now) {
+    for (const auto& item : _memory->returning(ops)) {
+        const auto now = itemAt(item.path);
+        if (now && _memory->lost.remove(item.path)) {
             back.emplace_back(now, item.next);
         }
-        return now != nullptr;
-    });
+    }
     if (back.empty()) {
         return;
     }
