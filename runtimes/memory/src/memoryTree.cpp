@@ -150,6 +150,9 @@ void Tree::remember(const Path& path, Node& node) noexcept
 
 Path Tree::pathOf(const Node& node) const
 {
+    if (&node == _lastNode) {
+        return _lastPath;
+    }
     PathSegment::Components names;
     for (const auto* step = &node; step; step = step->parent) {
         names.push_back(step->name);
@@ -160,7 +163,7 @@ Path Tree::pathOf(const Node& node) const
 
 bool Tree::contains(const Node& node) const noexcept
 {
-    return isUnder(_root, node);
+    return &node == _lastNode || isUnder(_root, node);
 }
 
 std::size_t Tree::nbChildren(const Node& parent)

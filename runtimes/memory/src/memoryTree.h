@@ -196,7 +196,7 @@ private:
     MarkedNodes _cameras;
     NodeWatch* _watches = nullptr; ///< The latest one.
     Path _lastPath;                ///< The path of `_lastNode`, if that is not null.
-    Node* _lastNode = nullptr;
+    Node* _lastNode = nullptr;     ///< In the scene.
     std::uint64_t _nbConnectionsMade = 0;
 };
 
