@@ -100,8 +100,9 @@ struct Locking
     void notify()
     {
         for (const auto& entry : entries) {
-            const auto observer = entry.lock();
-            benchmark::DoNotOptimize(observer.get());
+            if (const auto observer = entry.lock()) {
+                (*observer)(news);
+            }
         }
     }
 
@@ -174,7 +175,7 @@ struct QtSignals
 
 [[maybe_unused]] const bool registered = [] {
     addNotify<Kiv>("kiv");
-    addNotify<Locking>("locking alone");
+    addNotify<Locking>("lock and call alone");
 #ifdef KIV_BENCH_BOOST
     addNotify<Signals2>("boost::signals2");
 #endif
