@@ -402,7 +402,7 @@ TEST_F(Kiv, LoadsPluginsAndHoldsThemAgainstTheContracts)
     const auto asked = [this](const std::string& words) {
         return shell("PATH='" + folder.string() + "' kiv " + words).out;
     };
-    for (const auto& words : {"check --only paths,news --python stage:scene --json",
+    for (const auto& words : {"check --only paths,notifications --python stage:scene --json",
                               "--python stage:scene tree --depth 2 x.gltf"}) {
         EXPECT_EQ(asked(words), "-m kiv " + std::string(words) + "\n");
     }

@@ -68,8 +68,8 @@ TEST_F(AssimpInterfaces, EditTransformsOverTheFilesMatrices)
 {
     const auto box = mount("a") / "box";
     const auto edited = transform(box);
-    auto heard = 0;
-    const auto observer = test::Callback::make([&heard](const Notification&) { ++heard; });
+    auto received = 0;
+    const auto observer = test::Callback::make([&received](const Notification&) { ++received; });
     Transform3d::addObserver(item(box), observer);
     const auto matrix = [&] { return edited->matrix(); };
 
@@ -81,7 +81,7 @@ TEST_F(AssimpInterfaces, EditTransformsOverTheFilesMatrices)
     expectUndoable(edited->scaleCmd(0, 2, -3), matrix);
     expectUndoable(edited->shearCmd(1, 2, 3), matrix);
     expectUndoable(edited->setMatrixCmd(kGatewayMatrix), matrix);
-    EXPECT_EQ(heard, 5 * 4);
+    EXPECT_EQ(received, 5 * 4);
     EXPECT_EQ(edited->matrix(), first);
 
     edited->translate(0.1, 0.2, 0.3);
@@ -129,12 +129,12 @@ TEST_F(AssimpInterfaces, KeepTheEditsOfEachMountApartAndWithIt)
     EXPECT_TRUE(files.moveMount(gateway("a"), gateway("c")));
     const auto moved = first.reparent(gateway("a"), gateway("c"));
     EXPECT_EQ(transform(moved)->translation(), Vector3d({1, 2, 3}));
-    auto heard = 0;
-    const auto observer = test::Callback::make([&heard](const Notification&) { ++heard; });
+    auto received = 0;
+    const auto observer = test::Callback::make([&received](const Notification&) { ++received; });
     Transform3d::addObserver(item(moved), observer);
     command->execute();
     EXPECT_EQ(transform(moved)->translation(), Vector3d({4, 5, 6}));
-    EXPECT_EQ(heard, 1);
+    EXPECT_EQ(received, 1);
 
     const auto left = transform(moved);
     files.unmount(gateway("c"));
@@ -147,8 +147,8 @@ TEST_F(AssimpInterfaces, StayWithTheirItemWhenItsGatewayIsRenamed)
 {
     const auto root = mount("a");
     const auto kept = transform(root / "box");
-    auto heard = 0;
-    const auto observer = test::Callback::make([&heard](const Notification&) { ++heard; });
+    auto received = 0;
+    const auto observer = test::Callback::make([&received](const Notification&) { ++received; });
     std::vector<std::unique_ptr<Transform3dPathSubject>> subjects;
     for (auto i = 0; i < 20; ++i) { // some before the run-time's observers, some behind
         subjects.push_back(std::make_unique<Transform3dPathSubject>(root / "box"));
@@ -159,7 +159,7 @@ TEST_F(AssimpInterfaces, StayWithTheirItemWhenItsGatewayIsRenamed)
     EXPECT_EQ(PathString::string(kept->path()), "/world/b,:root:box");
     EXPECT_EQ(kept->inclusiveMatrix(), before);
     kept->translate(1, 2, 3);
-    EXPECT_EQ(heard, 20);
+    EXPECT_EQ(received, 20);
 }
 
 TEST_F(AssimpInterfaces, FindAndEditCamerasInMillimetres)
@@ -185,12 +185,12 @@ TEST_F(AssimpInterfaces, FindAndEditCamerasInMillimetres)
     EXPECT_EQ(flat->horizontalAperture(), 6);
     EXPECT_EQ(flat->verticalAperture(), 4);
 
-    auto heard = 0;
-    const auto observer = test::Callback::make([&heard](const Notification&) { ++heard; });
+    auto received = 0;
+    const auto observer = test::Callback::make([&received](const Notification&) { ++received; });
     Camera::addObserver(item(root / "wide"), observer);
     expectUndoable(wide->focalLengthCmd(50), [&] { return wide->focalLength(); });
     expectUndoable(wide->projectionCmd(Camera::Orthographic), [&] { return wide->projection(); });
-    EXPECT_EQ(heard, 2 * 4);
+    EXPECT_EQ(received, 2 * 4);
     EXPECT_FALSE(wide->fStopCmd(std::nanf("")));
     EXPECT_FALSE(wide->projectionCmd(static_cast<Camera::Projection>(2)));
 }
@@ -211,13 +211,13 @@ TEST_F(AssimpInterfaces, OfferLightsByKindWithAnglesInDegrees)
     EXPECT_FALSE(sun->coneInterface());
     EXPECT_FALSE(Light::light(item(root)));
 
-    auto heard = 0;
-    const auto observer = test::Callback::make([&heard](const Notification&) { ++heard; });
+    auto received = 0;
+    const auto observer = test::Callback::make([&received](const Notification&) { ++received; });
     Light::addObserver(item(root / "spot"), observer);
     expectUndoable(spot->colorCmd(0, 1, 0), [&] { return spot->color(); });
     expectUndoable(cone->conePropsCmd(1, 2, 3), [&] { return cone->coneProps(); });
     expectUndoable(spot->shadowEnableCmd(false), [&] { return spot->shadowEnable(); });
-    EXPECT_EQ(heard, 3 * 4);
+    EXPECT_EQ(received, 3 * 4);
     EXPECT_FALSE(cone->conePropsCmd(1, std::nanf(""), 3));
 
     const fs::path ambient = "/usr/share/assimp/models/Collada/lights.dae";
@@ -300,13 +300,13 @@ TEST_F(AssimpInterfaces, ShowTheExtentAndLookOfItems)
     EXPECT_NEAR(object->boundingBox().max.vector[1], 3, 1e-6) << "it is in the item's own space";
     EXPECT_TRUE(Object3d::object3d(item(root / "wide"))->boundingBox().empty());
 
-    std::vector<Path> heard;
-    const auto observer = test::Callback::make([&heard](const Notification& notification) {
-        heard.push_back(dynamic_cast<const VisibilityChanged&>(notification).path());
+    std::vector<Path> received;
+    const auto observer = test::Callback::make([&received](const Notification& notification) {
+        received.push_back(dynamic_cast<const VisibilityChanged&>(notification).path());
     });
     Object3d::addObserver(observer);
     expectUndoable(object->setVisibilityCmd(false), [&] { return object->visibility(); });
-    EXPECT_THAT(heard, ElementsAre(root, root, root, root));
+    EXPECT_THAT(received, ElementsAre(root, root, root, root));
 
     const auto look = UIInfoHandler::uiInfoHandler(files.id());
     EXPECT_EQ(look->treeViewIcon(item(root / "box")).base, "mesh");

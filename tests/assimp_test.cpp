@@ -392,7 +392,7 @@ TEST_F(AssimpScene, LeavesAndComesBackWithItsGatewayAndItsEdits)
     second->undo();
     EXPECT_THAT(namesOf(Hierarchy::hierarchy(gateway)->children()), ElementsAre("second"));
     EXPECT_TRUE(files.unmount(in));
-    EXPECT_TRUE(files.unmount(in)) << "lets go of the parked one";
+    EXPECT_TRUE(files.unmount(in)) << "drops the parked one";
     EXPECT_FALSE(files.unmount(in));
 
     mount({{"third", {}, kMesh}});

@@ -26,8 +26,8 @@ struct AttributesTest : test::MemoryScene
 {
     AttributesTest() { Attributes::addObserver(item, observer); }
 
-    /// What the observer of the item heard since the last call.
-    Texts heard() { return std::exchange(_heard, {}); }
+    /// What the observer of the item received since the last call.
+    Texts received() { return std::exchange(_received, {}); }
 
     template <class Class = A>
     std::shared_ptr<Class> add(const std::string& type, const std::string& name) const
@@ -35,7 +35,7 @@ struct AttributesTest : test::MemoryScene
         return std::dynamic_pointer_cast<Class>(attributes->addAttribute(type, name));
     }
 
-    /// Sets, undoes and redoes a new attribute's value and lets the observer hear of each once.
+    /// Sets, undoes and redoes a new attribute's value and expects one notification of each.
     template <class Class, class T>
     void expectSetting(const std::string& type, const T& value, const std::string& initialText,
                        const std::string& text)
@@ -55,13 +55,13 @@ struct AttributesTest : test::MemoryScene
         EXPECT_EQ(def->type() + def->defaultValue(), type + initialText);
 
         const T initial = attribute->get();
-        heard();
+        received();
         const auto command = attribute->setCmd(value);
-        EXPECT_THAT(heard(), IsEmpty());
+        EXPECT_THAT(received(), IsEmpty());
         const auto expectAfter = [&](void (UndoableCommand::*run)(), const T& expected) {
             ((*command).*run)();
             EXPECT_EQ(attribute->get(), expected);
-            EXPECT_THAT(heard(), ElementsAre(type));
+            EXPECT_THAT(received(), ElementsAre(type));
         };
         expectAfter(&UndoableCommand::execute, value);
         EXPECT_EQ(attribute->string(), text);
@@ -74,11 +74,11 @@ struct AttributesTest : test::MemoryScene
     const Observer::Ptr observer = Callback::make([this](const Notification& notification) {
         const auto& change = dynamic_cast<const AttributeChanged&>(notification);
         const auto* of = dynamic_cast<const AttributeMetadataChanged*>(&change);
-        _heard.push_back(change.name() + (of ? " " + *of->keys().begin() : ""));
+        _received.push_back(change.name() + (of ? " " + *of->keys().begin() : ""));
     });
 
 private:
-    Texts _heard;
+    Texts _received;
 };
 
 } // namespace
@@ -146,25 +146,25 @@ TEST_F(AttributesTest, ComeAndGoByCommandAndComeBackAsTheyWere)
     for (const auto* name : {"a", "b9", "c", "b9", "x/y", ""}) {
         add(A::kInt, name);
     }
-    EXPECT_THAT(heard(), ElementsAre("a", "b9", "c", "b10", "x_y", "Int"));
+    EXPECT_THAT(received(), ElementsAre("a", "b9", "c", "b10", "x_y", "Int"));
     const auto names = attributes->attributeNames();
     const auto remove = attributes->removeAttributeCmd("b9");
     remove->execute();
     EXPECT_FALSE(attributes->hasAttribute("b9"));
     remove->undo();
     EXPECT_EQ(attributes->attributeNames(), names);
-    EXPECT_THAT(heard(), ElementsAre("b9", "b9"));
+    EXPECT_THAT(received(), ElementsAre("b9", "b9"));
 
     const auto rename = attributes->renameAttributeCmd("b9", "c");
     rename->execute();
     EXPECT_EQ(rename->attribute()->name(), "c1");
-    EXPECT_THAT(heard(), ElementsAre("b9", "c1"));
+    EXPECT_THAT(received(), ElementsAre("b9", "c1"));
     rename->undo();
     EXPECT_EQ(rename->attribute(), nullptr);
     EXPECT_EQ(attributes->attributeNames(), names);
-    EXPECT_THAT(heard(), ElementsAre("c1", "b9"));
+    EXPECT_THAT(received(), ElementsAre("c1", "b9"));
     EXPECT_EQ(attributes->renameAttribute("c", "c")->name(), "c");
-    EXPECT_THAT(heard(), IsEmpty());
+    EXPECT_THAT(received(), IsEmpty());
 
     EXPECT_FALSE(attributes->removeAttribute("none"));
     EXPECT_EQ(attributes->renameAttribute("none", "some"), nullptr);
@@ -175,7 +175,7 @@ TEST_F(AttributesTest, ComeAndGoByCommandAndComeBackAsTheyWere)
 TEST_F(AttributesTest, KeepMetadataThatAreSetAndClearedByCommand)
 {
     const auto size = add(A::kInt, "size");
-    heard();
+    received();
     const auto lock = size->setMetadataCmd(A::kLocked, Value(true));
     EXPECT_FALSE(size->hasMetadata(A::kLocked));
     lock->execute();
@@ -188,7 +188,8 @@ TEST_F(AttributesTest, KeepMetadataThatAreSetAndClearedByCommand)
     lock->undo();
     EXPECT_FALSE(size->hasMetadata(A::kLocked) || size->clearMetadata(A::kLocked));
     EXPECT_EQ(size->metadata(A::kLocked).typeName(), "");
-    EXPECT_THAT(heard(), ElementsAre("size Locked", "size Locked", "size Locked", "size Locked"));
+    EXPECT_THAT(received(),
+                ElementsAre("size Locked", "size Locked", "size Locked", "size Locked"));
 }
 
 TEST_F(AttributesTest, AreSetByCommandsThatKeepNeitherThemNorTheirItem)

@@ -107,16 +107,16 @@ TEST_F(Cameras, AreEditedPropertyByPropertyAndAnnouncedOnce)
     const auto item = make(model.root(), "camera", "main");
     const auto camera = Camera::camera(item);
     ASSERT_TRUE(camera);
-    std::size_t nbHeard = 0;
+    std::size_t nbReceived = 0;
     const auto observer = Callback::make([&](const Notification& notification) {
         EXPECT_EQ(dynamic_cast<const CameraChanged&>(notification).item(), item);
-        ++nbHeard;
+        ++nbReceived;
     });
     Camera::addObserver(item, observer);
     for (const auto& property : properties) {
-        nbHeard = 0;
+        nbReceived = 0;
         expectEditable(*camera, property);
-        EXPECT_EQ(nbHeard, 5U) << "executed, undone, redone, set again, set";
+        EXPECT_EQ(nbReceived, 5U) << "executed, undone, redone, set again, set";
     }
     for (const auto& property : properties) {
         EXPECT_EQ(((*camera).*property.get)(), 14) << property.name << " is its own";
@@ -219,10 +219,10 @@ TEST_F(Lights, AreEditedPropertyByPropertyAndAnnouncedOnce)
 {
     const auto item = make(model.root(), "spotLight", "key");
     const auto light = Light::light(item);
-    std::size_t nbHeard = 0;
+    std::size_t nbReceived = 0;
     const auto observer = Callback::make([&](const Notification& notification) {
         EXPECT_EQ(dynamic_cast<const LightChanged&>(notification).item(), item);
-        ++nbHeard;
+        ++nbReceived;
     });
     Light::addObserver(item, observer);
     const std::vector<FloatProperty<Light>> properties = {KIV_TEST_PROPERTY(Light, intensity, 1),
@@ -231,7 +231,7 @@ TEST_F(Lights, AreEditedPropertyByPropertyAndAnnouncedOnce)
     for (const auto& property : properties) {
         expectEditable(*light, property);
     }
-    EXPECT_EQ(nbHeard, 15U);
+    EXPECT_EQ(nbReceived, 15U);
 
     light->color(1, 0.5F, 0);
     light->shadowColor(0, 0.5F, 1);

@@ -54,11 +54,12 @@ TEST_P(SeededFaults, AreFoundAndNamed)
 INSTANTIATE_TEST_SUITE_P(
     Conformance, SeededFaults,
     testing::Values(
-        Seeded{"noNews", Fault::NoNews, "news.told", "%top", "it has "},
-        Seeded{"newsBeforeTheChange", Fault::NewsBeforeTheChange, "news.time", "%top%",
-               "the news came before the change"},
-        Seeded{"wrongPathInTheNews", Fault::WrongPathInTheNews, "news.paths", "%top%",
-               "a previous path that nobody knows"},
+        Seeded{"noNotification", Fault::NoNotification, "notifications.complete", "%top",
+               "it has "},
+        Seeded{"notificationBeforeTheChange", Fault::NotificationBeforeTheChange,
+               "notifications.time", "%top%", "the notification came before the change"},
+        Seeded{"wrongPathInTheNotification", Fault::WrongPathInTheNotification,
+               "notifications.paths", "%top%", "a previous path that nobody knows"},
         Seeded{"danglingItemAfterRename", Fault::DanglingItemAfterRename, "stale.paths", "%top%",
                "an item"},
         Seeded{"undoLosesTheOrder", Fault::UndoLosesTheOrder, "commands.undo", "%top",

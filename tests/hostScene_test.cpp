@@ -70,8 +70,8 @@ TEST_F(Hosted, SelectionsHaveTheirItemsWhereTheyAreNow)
         shown->append(item);
         kept->append(item);
     }
-    std::size_t nbNews = 0;
-    const auto counter = test::Callback::make([&](const auto&) { ++nbNews; });
+    std::size_t nbNotifications = 0;
+    const auto counter = test::Callback::make([&](const auto&) { ++nbNotifications; });
     shown->addObserver(counter);
 
     model.rename(group, "h");
@@ -85,7 +85,7 @@ TEST_F(Hosted, SelectionsHaveTheirItemsWhereTheyAreNow)
         model.rename(model.root() + "h" + "x", "c");
     }
     EXPECT_THAT(test::pathsOf(*shown), ElementsAre("/world/h/c", "/world/b", "/world/h/a"));
-    EXPECT_EQ(nbNews, 3U) << "one each";
+    EXPECT_EQ(nbNotifications, 3U) << "one each";
 
     const auto removal =
         SceneItemOps::sceneItemOps(model.item(model.root() + "h"))->deleteItemCmd();

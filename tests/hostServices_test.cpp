@@ -50,6 +50,7 @@ TEST_F(HostServices, LookUpSaysWhichNameWasNearlyMeant)
     }
     EXPECT_TRUE(host::pathOf("no path").empty());
     EXPECT_EQ(host::nearestName("tre", {"show", "tree", "true"}), "tree");
+    EXPECT_EQ(host::nearestName("TREE", {"show", "tree"}), "tree");
     EXPECT_EQ(host::nearestName("ab", {"abc", "ac"}), "") << "too short for slips";
 }
 

@@ -54,9 +54,9 @@ struct MemoryItems : test::MemoryScene
 
 TEST_F(MemoryItems, AreShownAndHiddenToTheObserversOfAllObjects)
 {
-    std::vector<std::string> heard;
+    std::vector<std::string> received;
     const auto observer = Callback::make([&](const Notification& notification) {
-        heard.push_back(
+        received.push_back(
             PathString::string(dynamic_cast<const VisibilityChanged&>(notification).path()));
     });
     EXPECT_TRUE(Object3d::addObserver(observer) && Object3d::hasObserver(observer));
@@ -70,7 +70,7 @@ TEST_F(MemoryItems, AreShownAndHiddenToTheObserversOfAllObjects)
     hide->undo();
     EXPECT_TRUE(object->visibility());
     EXPECT_TRUE(Object3d::object3d(group)->setVisibility(false));
-    EXPECT_THAT(heard, ElementsAre("/world/group/mesh", "/world/group/mesh", "/world/group"));
+    EXPECT_THAT(received, ElementsAre("/world/group/mesh", "/world/group/mesh", "/world/group"));
     EXPECT_TRUE(Object3d::removeObserver(observer) && !Object3d::hasObserver(observer));
     model.remove(mesh->path());
     EXPECT_FALSE(object->setVisibility(false));

@@ -125,11 +125,11 @@ protected:
     const RunTimeRegistration registration{"kit", '/'};
     const Rtid id = registration.id();
     const std::shared_ptr<BoxTree> tree = std::make_shared<BoxTree>(id);
-    std::size_t heard = 0;
+    std::size_t received = 0;
     std::set<std::string> outline{"/top"}; ///< Kept by the announcements alone.
-    const Observer::Ptr sceneObserver = Callback::make([this](const Notification& news) {
-        ++heard;
-        follow(news);
+    const Observer::Ptr sceneObserver = Callback::make([this](const Notification& notification) {
+        ++received;
+        follow(notification);
     });
 
 private:
@@ -148,16 +148,16 @@ private:
         }
     }
 
-    void follow(const Notification& news)
+    void follow(const Notification& notification)
     {
-        if (const auto* added = dynamic_cast<const ObjectAdd*>(&news)) {
+        if (const auto* added = dynamic_cast<const ObjectAdd*>(&notification)) {
             enter(added->item());
-        } else if (const auto* gone = dynamic_cast<const ObjectPostDelete*>(&news)) {
+        } else if (const auto* gone = dynamic_cast<const ObjectPostDelete*>(&notification)) {
             drop(PathString::string(gone->path()));
-        } else if (const auto* renamed = dynamic_cast<const ObjectRename*>(&news)) {
+        } else if (const auto* renamed = dynamic_cast<const ObjectRename*>(&notification)) {
             drop(PathString::string(renamed->previousPath()));
             enter(renamed->item());
-        } else if (const auto* moved = dynamic_cast<const ObjectReparent*>(&news)) {
+        } else if (const auto* moved = dynamic_cast<const ObjectReparent*>(&notification)) {
             drop(PathString::string(moved->previousPath()));
             enter(moved->item());
         }

@@ -71,8 +71,8 @@ protected:
 
     const AttributeTable::Ptr table = std::make_shared<AttributeTable>();
     std::vector<std::string> changes;
-    const Observer::Ptr observer = test::Callback::make([this](const Notification& news) {
-        changes.push_back(dynamic_cast<const AttributeChanged&>(news).name());
+    const Observer::Ptr observer = test::Callback::make([this](const Notification& notification) {
+        changes.push_back(dynamic_cast<const AttributeChanged&>(notification).name());
     });
 };
 
@@ -285,8 +285,8 @@ TEST_F(Kit, CamerasAndLightsOfValuesAreEditedOneValueAtATime)
                                [this](const Path& path, const kit::LightValues& values) {
                                    tree->existing(path)->light = values;
                                }}));
-    auto heardOfCamera = 0;
-    const auto observer = test::Callback::make([&](const Notification&) { ++heardOfCamera; });
+    auto cameraChanges = 0;
+    const auto observer = test::Callback::make([&](const Notification&) { ++cameraChanges; });
     Camera::addObserver(eye, observer);
     EXPECT_EQ(CameraHandler::findAll(tree->root()).size(), 1);
     EXPECT_FALSE(Camera::camera(item("/top")));
@@ -302,7 +302,7 @@ TEST_F(Kit, CamerasAndLightsOfValuesAreEditedOneValueAtATime)
     zoom->undo();
     EXPECT_EQ(camera->focalLength(), 50);
     EXPECT_EQ(camera->fStop(), 4);
-    EXPECT_EQ(heardOfCamera, 4);
+    EXPECT_EQ(cameraChanges, 4);
     EXPECT_FALSE(camera->nearClipPlaneCmd(INFINITY));
     EXPECT_FALSE(camera->projectionCmd(static_cast<Camera::Projection>(2)));
 

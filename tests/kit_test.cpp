@@ -101,7 +101,7 @@ TEST_F(Kit, RandomEditsOfATreeAreAnnouncedUndoneAndRedoneExactly)
         }
     };
     for (auto step = 0; step < 500; ++step) {
-        const auto before = heard;
+        const auto before = received;
         const auto command = someCommand();
         ASSERT_EQ(state(), states.back()) << "a command changes nothing when it is made";
         if (command && state().size() < 200) {
@@ -109,7 +109,7 @@ TEST_F(Kit, RandomEditsOfATreeAreAnnouncedUndoneAndRedoneExactly)
             commands.push_back(command);
             states.push_back(state());
             const auto& last = states[states.size() - 2];
-            ASSERT_TRUE(heard == before + 1 || (heard == before && states.back() == last))
+            ASSERT_TRUE(received == before + 1 || (received == before && states.back() == last))
                 << command->commandString();
             ASSERT_EQ(std::vector<std::string>(outline.begin(), outline.end()), [&] {
                 auto sorted = states.back();

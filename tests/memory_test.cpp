@@ -63,12 +63,12 @@ public:
     }
 
     Known paths;
-    std::size_t nbHeard = 0;
+    std::size_t nbReceived = 0;
 
 private:
     void apply(const SceneCompositeNotification::Op& op)
     {
-        ++nbHeard;
+        ++nbReceived;
         const auto path = PathString::string(op.path);
         if (op.opType == SceneChanged::Added) {
             paths.merge(asSet(test::pathsOf(test::allUnder(op.item))));
@@ -151,7 +151,7 @@ TEST(MemoryHistory, IsUndoneToTheStartAndRedoneToTheEndStepByStep)
         both.step();
         expectMirrored();
     }
-    EXPECT_GT(mirror->nbHeard, 200U);
+    EXPECT_GT(mirror->nbReceived, 200U);
     while (both.undo()) {
         expectMirrored();
     }

@@ -99,14 +99,14 @@ TEST_F(PathSubjectTest, RelaysItsItemAndItsAncestorsAndMovesOnlyWhatARenameMoves
     const auto a = model.make(model.root(), "mesh", "a");
     const auto b = model.make(a->path(), "mesh", "b");
     const auto other = model.make(model.root(), "mesh", "other");
-    auto heard = 0;
-    const auto observer = Callback::make([&](const Notification&) { ++heard; });
+    auto received = 0;
+    const auto observer = Callback::make([&](const Notification&) { ++received; });
     auto subject = following(b->path());
     subject->addObserver(observer);
     EXPECT_THAT(registry.calls, ElementsAre("+/world/a/b", "+/world/a", "+/world"));
     registry.announce("/world/a/b");
     registry.announce("/world");
-    EXPECT_EQ(heard, 2);
+    EXPECT_EQ(received, 2);
 
     registry.calls.clear();
     model.rename(other->path(), "another");

@@ -1,4 +1,4 @@
-// What a host hears, records, does again and looks into.
+// What a host watches, records, does again and looks into.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -217,9 +217,9 @@ TEST_F(FailingAllocationsInTheScene, LetAnyEditFailWithoutATrace)
 TEST(ThrowingObservers, StopNoEdit)
 {
     test::Random random;
-    int heard = 0;
+    int received = 0;
     const auto thrower = test::Callback::make([&](const Notification&) {
-        ++heard;
+        ++received;
         random.below(2) ? throw 42 : throw std::runtime_error("an observer");
     });
     testing::internal::CaptureStderr();
@@ -232,5 +232,5 @@ TEST(ThrowingObservers, StopNoEdit)
         both.step();
     }
     testing::internal::GetCapturedStderr();
-    EXPECT_GT(heard, 100);
+    EXPECT_GT(received, 100);
 }

@@ -45,7 +45,7 @@ void forEachKind(Visit visit)
 }
 
 /// A handler of any kind that the registry cannot tell from a real one, and that does `onRelease`
-/// when its last holder lets go.
+/// when its last holder releases it.
 template <class Handler>
 std::shared_ptr<Handler> handlerReleasing(std::function<void()> onRelease)
 {

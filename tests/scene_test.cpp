@@ -148,15 +148,15 @@ TEST(SceneNotification, TellsAlikeItselfAndAsAnOpOfAComposite)
 
 TEST(SubtreeObserver, HearsOfItsItemsAndTheirAncestorsAndOfWhatComesIn)
 {
-    auto heard = 0;
-    SubtreeObserver observer(path("/a/b"), [&heard](const auto&) { ++heard; });
+    auto received = 0;
+    SubtreeObserver observer(path("/a/b"), [&received](const auto&) { ++received; });
     const auto expect = [&](const SceneChanged& change, bool isAbout) {
         SceneCompositeNotification batch;
         batch.appendSceneChanged(change);
-        heard = 0;
+        received = 0;
         observer(change);
         observer(batch);
-        EXPECT_EQ(heard, isAbout ? 2 : 0) << notation(change.changedPath());
+        EXPECT_EQ(received, isAbout ? 2 : 0) << notation(change.changedPath());
     };
     expect(ObjectAdd(itemAt("/a/b/c")), true);
     expect(ObjectAdd(itemAt("/a/bb")), false);

@@ -109,10 +109,10 @@ TEST_F(MemoryTransform, TakesPointsWhereItsPropertiesSay)
 
 TEST_F(MemoryTransform, PropertiesAreSetUndoneAndRedoneEachByItselfAndAnnouncedOnce)
 {
-    std::size_t nbHeard = 0;
+    std::size_t nbReceived = 0;
     const auto observer = Callback::make([&](const Notification& notification) {
         EXPECT_EQ(dynamic_cast<const Transform3dChanged&>(notification).item(), item);
-        ++nbHeard;
+        ++nbReceived;
     });
     Transform3d::addObserver(item, observer);
     const auto deaf = Callback::make([](const auto&) { ADD_FAILURE() << "not about the child"; });
@@ -131,14 +131,14 @@ TEST_F(MemoryTransform, PropertiesAreSetUndoneAndRedoneEachByItselfAndAnnouncedO
         ASSERT_EQ(valuesOf(*transform), expected) << kProperties[which].name;
         states.push_back(expected);
     }
-    EXPECT_EQ(nbHeard, 200U);
+    EXPECT_EQ(nbReceived, 200U);
     for (auto left = states.size() - 1; history.undo(); --left) {
         ASSERT_EQ(valuesOf(*transform), states[left - 1]);
     }
     for (std::size_t step = 1; history.redo(); ++step) {
         ASSERT_EQ(valuesOf(*transform), states[step]);
     }
-    EXPECT_EQ(nbHeard, 600U);
+    EXPECT_EQ(nbReceived, 600U);
     for (const auto& property : kProperties) {
         ((*transform).*property.set)(1, 2, 3);
         EXPECT_EQ(((*transform).*property.get)(), Vector3d({1, 2, 3})) << property.name;
@@ -280,21 +280,21 @@ TEST_F(MemoryTransform, AreFollowedFromBelowAMovedGateway)
     const test::Nested nested;
     model.setGateway(item->path(), nested.id());
     Transform3dPathSubject subject(nested.view(item->path())->path());
-    std::size_t nbHeard = 0;
-    const auto observer = Callback::make([&](const auto&) { ++nbHeard; });
+    std::size_t nbReceived = 0;
+    const auto observer = Callback::make([&](const auto&) { ++nbReceived; });
     subject.addObserver(observer);
 
     transform->translate(1, 2, 3);
-    EXPECT_EQ(nbHeard, 1U);
+    EXPECT_EQ(nbReceived, 1U);
     Transform3d::transform3d(model.item(model.root()))->rotate(0, 1, 0);
-    EXPECT_EQ(nbHeard, 2U);
+    EXPECT_EQ(nbReceived, 2U);
     const auto renamed = model.rename(group->path(), "renamed");
     Transform3d::transform3d(renamed)->scale(2, 2, 2);
-    EXPECT_EQ(nbHeard, 3U);
+    EXPECT_EQ(nbReceived, 3U);
     const auto gateway = model.move(renamed->path() + "cube", model.root());
     EXPECT_EQ(subject.path(), nested.view(gateway->path())->path());
     Transform3d::transform3d(renamed)->scale(3, 3, 3);
-    EXPECT_EQ(nbHeard, 3U) << "not an ancestor any more";
+    EXPECT_EQ(nbReceived, 3U) << "not an ancestor any more";
     model.remove(gateway->path());
     EXPECT_TRUE(subject.path().empty());
 }
@@ -320,20 +320,20 @@ TEST_F(MemoryTransform, TellsEverybodyAlsoWhenPathSubjectsLetGoMeanwhile)
     for (const auto& edit : edits) {
         const auto seen = model.make(model.root(), "mesh", "seen");
         const auto path = seen->path();
-        auto nbHeard = 0;
-        const auto first = many([&](const auto&) { ++nbHeard; });
+        auto nbReceived = 0;
+        const auto first = many([&](const auto&) { ++nbReceived; });
         Transform3dPathSubject follower(path);
         Observer::Ptr leaver; // releases itself and a path subject
         leaver = Callback::make([&, own = std::make_shared<Transform3dPathSubject>(path)](
                                     const auto&) { leaver.reset(); });
-        const auto last = many([&](const auto&) { ++nbHeard; });
+        const auto last = many([&](const auto&) { ++nbReceived; });
         add(seen, first);
         add(seen, {leaver});
         add(seen, last);
         const auto editor = Callback::make([&](const auto&) { edit(path); });
         follower.addObserver(editor);
         Transform3d::notify(path);
-        EXPECT_EQ(nbHeard, 40);
+        EXPECT_EQ(nbReceived, 40);
         EXPECT_NE(follower.path(), path);
     }
 }

@@ -42,7 +42,7 @@ QString textOf(const Op& op)
     }
 }
 
-/// Writes what it hears to the log. The log dies first, so it asks for it.
+/// Writes notifications to the log, which may be destroyed first.
 class Writer : public Observer
 {
 public:

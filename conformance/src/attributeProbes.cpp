@@ -20,25 +20,25 @@ const char* const kValues = "attributes.values";
 const char* const kTexts = "attributes.texts";
 
 /// Records the attributes of notifications.
-class Heard : public Observer
+class Received : public Observer
 {
 public:
     void operator()(const Notification& notification) override
     {
         if (const auto* changed = dynamic_cast<const AttributeChanged*>(&notification)) {
-            _heard.emplace(textOf(changed->path()), changed->name());
+            _received.emplace(textOf(changed->path()), changed->name());
         }
     }
 
     bool take(const Path& path, const std::string& name)
     {
-        const auto heard = _heard.count({textOf(path), name}) > 0;
-        _heard.clear();
-        return heard;
+        const auto received = _received.count({textOf(path), name}) > 0;
+        _received.clear();
+        return received;
     }
 
 private:
-    std::set<std::pair<std::string, std::string>> _heard;
+    std::set<std::pair<std::string, std::string>> _received;
 };
 
 void expectSame(Checking& checking, const std::string& what, const std::string& expected,
@@ -136,7 +136,7 @@ void checkText(Checking& checking, const SceneItem::Ptr& item, const Attribute::
 
 /// Sets two values in turn; both must read back, as values and as texts.
 void checkSetting(Checking& checking, const SceneItem::Ptr& item, const Attribute::Ptr& attribute,
-                  Heard& heard)
+                  Received& received)
 {
     const auto name = attribute->name();
     const auto doing = "setCmd of attribute '" + name + '\'';
@@ -150,7 +150,7 @@ void checkSetting(Checking& checking, const SceneItem::Ptr& item, const Attribut
             return; // refused
         }
         const auto after = exactValue(attribute);
-        if (after != before && !heard.take(item->path(), name)) {
+        if (after != before && !received.take(item->path(), name)) {
             checking.found("an AttributeChanged with its path and name", "none");
         }
         checkText(checking, item, attribute);
@@ -167,7 +167,7 @@ void checkSetting(Checking& checking, const SceneItem::Ptr& item, const Attribut
         }
         command->redo();
         expectSame(checking, "the value that was set,", after, exactValue(attribute));
-        static_cast<void>(heard.take(item->path(), name));
+        static_cast<void>(received.take(item->path(), name));
     }
 }
 
@@ -200,8 +200,8 @@ void checkGetting(Checking& checking, const SceneItem::Ptr& item, const Attribut
 
 void checkAttributes(Checking& checking)
 {
-    const auto heard = std::make_shared<Heard>();
-    Attributes::addObserver(heard);
+    const auto received = std::make_shared<Received>();
+    Attributes::addObserver(received);
     bool any = false;
     for (const auto& item : walk(checking.running().roots, checking.options().maxItems)) {
         checking.at(kTypes, "attributes", item->path());
@@ -225,7 +225,7 @@ void checkAttributes(Checking& checking)
             if (attribute && attribute->hasValue()) {
                 checkText(checking, item, attribute);
                 checkGetting(checking, item, attribute);
-                checkSetting(checking, item, attribute, *heard);
+                checkSetting(checking, item, attribute, *received);
             }
         }
     }

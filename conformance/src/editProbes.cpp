@@ -39,12 +39,12 @@ void checkMaking(Checking& checking)
 {
     checking.at("commands.making", "before the first command");
     const auto most = checking.options().maxItems;
-    const auto news = std::make_shared<Following>(checking);
-    listen(news);
+    const auto following = std::make_shared<Following>(checking);
+    listen(following);
     for (unsigned step = 0; step < checking.options().nbSteps; ++step) {
         const auto before = snapshot(checking.running().roots, most);
-        news->begin();
-        news->expect(before);
+        following->begin();
+        following->expect(before);
         const auto edit = randomEdit(checking);
         if (!edit.command) {
             break;
@@ -54,8 +54,8 @@ void checkMaking(Checking& checking)
             checking.found("commands.making", found->item, found->expected, found->seen);
             return; // each further step would find the same
         }
-        if (news->nbNews() > 0) {
-            checking.found("no news before the command is executed", "news");
+        if (following->nbNotifications() > 0) {
+            checking.found("no notification before the command is executed", "a notification");
         }
         Checking::answers([&] { edit.command->execute(); });
     }
@@ -63,9 +63,9 @@ void checkMaking(Checking& checking)
 
 void checkEdits(Checking& checking)
 {
-    const auto news = std::make_shared<Following>(checking);
-    listen(news);
-    EditSequence(checking, {"commands.failing", "commands.undo", "commands.redo"}, news).run();
+    const auto following = std::make_shared<Following>(checking);
+    listen(following);
+    EditSequence(checking, {"commands.failing", "commands.undo", "commands.redo"}, following).run();
 }
 
 void checkWithoutScene(Checking& checking)

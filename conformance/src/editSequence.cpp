@@ -36,8 +36,8 @@ void EditSequence::beginAnew()
     _checking.end();
     _checking.at("create", "making the run-time");
     static_cast<void>(_checking.running());
-    if (_news) {
-        _news->begin();
+    if (_following) {
+        _following->begin();
     }
 }
 
@@ -46,17 +46,17 @@ Snapshot EditSequence::now()
     return snapshot(_checking.running().roots, _checking.options().maxItems);
 }
 
-void EditSequence::expectNews(const Snapshot& before)
+void EditSequence::expectNotifications(const Snapshot& before)
 {
-    if (_news) {
-        _news->expect(before);
+    if (_following) {
+        _following->expect(before);
     }
 }
 
-void EditSequence::compareNews(const Snapshot& before, const Snapshot& after)
+void EditSequence::compareNotifications(const Snapshot& before, const Snapshot& after)
 {
-    if (_news) {
-        _news->compare(before, after);
+    if (_following) {
+        _following->compare(before, after);
     }
 }
 
@@ -68,7 +68,7 @@ bool EditSequence::step(unsigned number)
     }
     const auto when = " (step " + std::to_string(number) + ')';
     const auto doing = "execute of " + done.edit.text + when;
-    expectNews(done.before);
+    expectNotifications(done.before);
     _checking.at(_contracts.failing, doing, done.edit.item);
     std::string thrown;
     try {
@@ -77,7 +77,7 @@ bool EditSequence::step(unsigned number)
         thrown = error.what();
     }
     done.after = now();
-    compareNews(done.before, done.after);
+    compareNotifications(done.before, done.after);
     if (!thrown.empty()) {
         if (const auto found = difference(done.before, done.after)) {
             _checking.found(_contracts.failing, found->item, found->expected,
@@ -111,17 +111,17 @@ template <class Run>
 bool EditSequence::runAndCompare(const char* contract, const std::string& doing, const Done& done,
                                  const Snapshot& from, const Snapshot& to, Run run)
 {
-    expectNews(from);
+    expectNotifications(from);
     _checking.at(contract, doing, done.edit.item);
     try {
         run();
     } catch (const std::exception& error) {
-        compareNews(from, now());
+        compareNotifications(from, now());
         _checking.found("no exception", std::string("the exception '") + error.what() + '\'');
         return false;
     }
     const auto seen = now();
-    compareNews(from, seen);
+    compareNotifications(from, seen);
     if (const auto found = difference(to, seen)) {
         _checking.found(contract, found->item, found->expected, found->seen);
         return false;

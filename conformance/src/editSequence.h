@@ -25,9 +25,10 @@ public:
         const char* redo;
     };
 
-    /// `news` follows the scene; null if notifications are not checked.
-    EditSequence(Checking& checking, const Contracts& contracts, std::shared_ptr<Following> news)
-        : _checking(checking), _contracts(contracts), _news(std::move(news))
+    /// `following` follows the scene; null if notifications are not checked.
+    EditSequence(Checking& checking, const Contracts& contracts,
+                 std::shared_ptr<Following> following)
+        : _checking(checking), _contracts(contracts), _following(std::move(following))
     {}
 
     void run();
@@ -52,13 +53,13 @@ private:
                                      Run run);
 
     [[nodiscard]] Snapshot now();
-    void expectNews(const Snapshot& before);
-    void compareNews(const Snapshot& before, const Snapshot& after);
+    void expectNotifications(const Snapshot& before);
+    void compareNotifications(const Snapshot& before, const Snapshot& after);
     void beginAnew();
 
     Checking& _checking;
     const Contracts _contracts;
-    const std::shared_ptr<Following> _news;
+    const std::shared_ptr<Following> _following;
     std::vector<Done> _done;
 };
 

@@ -21,9 +21,9 @@ namespace Kiv_v4::conformance {
 
 namespace {
 
-const char* const kTold = "news.told";
-const char* const kTime = "news.time";
-const char* const kPaths = "news.paths";
+const char* const kTold = "notifications.complete";
+const char* const kTime = "notifications.time";
+const char* const kPaths = "notifications.paths";
 
 bool exists(const Path& path)
 {
@@ -56,7 +56,7 @@ std::string names(const std::vector<Path>& paths)
 }
 
 /// The notifications that must announce a fact, in the words that `noteFact` records.
-std::string newsOf(const std::string& fact)
+std::string announcementOf(const std::string& fact)
 {
     static const std::string kTransforms[] = {"matrix", "translation",  "rotation",
                                               "scale",  "rotate pivot", "scale pivot"};
@@ -80,7 +80,7 @@ void Following::expect(const Snapshot& items)
     _unplaced.clear();
     _facts.clear();
     _valuesThen.clear();
-    _nbNews = 0;
+    _nbNotifications = 0;
     unobserve();
     for (const auto& state : items) {
         if (const auto item = Hierarchy::createItem(state.path)) {
@@ -94,7 +94,7 @@ void Following::expect(const Snapshot& items)
 
 void Following::operator()(const Notification& notification)
 {
-    ++_nbNews;
+    ++_nbNotifications;
     if (const auto* all = dynamic_cast<const SceneCompositeNotification*>(&notification)) {
         for (const auto& op : *all) {
             apply(op, false);
@@ -149,7 +149,7 @@ void Following::added(const SceneItem::Ptr& item, bool atOnce)
     }
     if (atOnce && !exists(item->path())) {
         _checking.found(kTime, item->path(), "the new item can be queried when ObjectAdd comes",
-                        "createItem returns null: the news came before the change");
+                        "createItem returns null: the notification came before the change");
     }
     _renewed.push_back(item->path());
     place(item->path());
@@ -166,7 +166,7 @@ void Following::deleted(const Path& path, std::uint8_t kind, bool atOnce)
     }
     if (atOnce && kind == ObjectDelete::PostDelete && exists(path)) {
         _checking.found(kTime, path, "nothing at the path when ObjectPostDelete comes",
-                        "createItem returns an item: the news came before the change");
+                        "createItem returns an item: the notification came before the change");
     }
     drop(path);
     _left.insert(path);
@@ -175,17 +175,19 @@ void Following::deleted(const Path& path, std::uint8_t kind, bool atOnce)
 void Following::moved(const SceneItem::Ptr& item, const Path& from, bool atOnce)
 {
     if (!item) {
-        _checking.found(kPaths, from, "the item at its new path in the news", "no item");
+        _checking.found(kPaths, from, "the item at its new path in the notification", "no item");
         return;
     }
     if (_children.count(from) == 0 && _left.count(from) == 0) {
-        _checking.found(kPaths, from, "news with the path by which observers know the item",
+        _checking.found(kPaths, from,
+                        "a notification with the path by which observers know the item",
                         "a previous path that nobody knows, for " + textOf(item->path()));
     }
     if (atOnce && !exists(item->path())) {
-        _checking.found(kTime, item->path(), "the item can be queried at its new path",
-                        "createItem returns null: the path is wrong, or the news came before the "
-                        "change");
+        _checking.found(
+            kTime, item->path(), "the item can be queried at its new path",
+            "createItem returns null: the path is wrong, or the notification came before the "
+            "change");
     }
     // A rename keeps the place, unless the notification says more.
     const auto parent = _children.find(from.pop());
@@ -355,7 +357,7 @@ bool Following::isFollowed(const Path& path)
 bool Following::isTold(const Change& change) const
 {
     return change.fact == kConnections || change.fact == kMaterials ||
-           _facts.count({textOf(change.item), newsOf(change.fact)}) > 0 ||
+           _facts.count({textOf(change.item), announcementOf(change.fact)}) > 0 ||
            std::any_of(_renewed.begin(), _renewed.end(),
                        [&](const Path& path) { return change.item.startsWith(path); });
 }
@@ -366,8 +368,9 @@ void Following::compare(const Snapshot& before, const Snapshot& after)
     compareStructure(after);
     for (const auto& change : changes(before, after)) {
         if (!isTold(change)) {
-            _checking.found(kTold, change.item, "news of " + change.fact,
-                            _nbNews == 0 ? "no news at all" : "news of other things only");
+            _checking.found(kTold, change.item, "a notification of " + change.fact,
+                            _nbNotifications == 0 ? "no notification at all"
+                                                  : "notifications of other things only");
         }
     }
     for (const auto& [path, values] : _valuesThen) {
@@ -379,7 +382,7 @@ void Following::compare(const Snapshot& before, const Snapshot& after)
             if (now != then) {
                 _checking.found(kTime, path,
                                 "attribute '" + name + "' has the new value, " + now +
-                                    ", when the news come",
+                                    ", when the notification arrives",
                                 "it still has " + then);
             }
         }
@@ -396,10 +399,10 @@ void Following::compareStructure(const Snapshot& after)
         }
         const auto parentKnown = known != _children.end();
         const auto isRenewed = std::count(_renewed.begin(), _renewed.end(), state.path) > 0;
-        _checking.found(isRenewed ? kTime : kTold, state.path,
-                        "an observer that followed the news has the children " + names(now),
-                        parentKnown ? "it has " + names(known->second)
-                                    : "it does not know the item");
+        _checking.found(
+            isRenewed ? kTime : kTold, state.path,
+            "an observer that followed the notifications has the children " + names(now),
+            parentKnown ? "it has " + names(known->second) : "it does not know the item");
         begin(); // so that the next step is checked by itself
         return;
     }
@@ -407,7 +410,7 @@ void Following::compareStructure(const Snapshot& after)
         for (const auto& [path, children] : _children) {
             if (!exists(path)) {
                 _checking.found(kTold, path,
-                                "an observer that followed the news knows that the "
+                                "an observer that followed the notifications knows that the "
                                 "item has gone",
                                 "it still lists the item");
                 begin();

@@ -32,7 +32,7 @@ public:
     void compare(const Snapshot& before, const Snapshot& after);
 
     /// The number of notifications since `expect`.
-    [[nodiscard]] std::size_t nbNews() const noexcept { return _nbNews; }
+    [[nodiscard]] std::size_t nbNotifications() const noexcept { return _nbNotifications; }
 
     void operator()(const Notification& notification) override;
 
@@ -70,7 +70,7 @@ private:
     std::set<std::pair<std::string, std::string>> _facts; // text of the path, fact
     std::unordered_map<Path, std::unordered_map<std::string, std::string>> _valuesThen;
     std::vector<SceneItem::Ptr> _observed;
-    std::size_t _nbNews = 0;
+    std::size_t _nbNotifications = 0;
 };
 
 } // namespace Kiv_v4::conformance

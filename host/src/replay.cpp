@@ -54,8 +54,9 @@ std::vector<Divergence> replay(const Records& records,
                                const SceneItem::Ptr& root,
                                const std::shared_ptr<UndoHistory>& history)
 {
-    Records heard;
-    Recorder recorder([&heard](const Record& record) { heard.push_back(record); }, root, history);
+    Records received;
+    Recorder recorder([&received](const Record& record) { received.push_back(record); }, root,
+                      history);
     std::vector<Divergence> divergences;
     const auto compare = [&](const Record& input, const Records& before, const Records& now) {
         if (auto found = divergence(input, before, now)) {
@@ -65,12 +66,12 @@ std::vector<Divergence> replay(const Records& records,
     const auto before = consequences(records);
     for (const auto& record : records) {
         if (record.kind == "scene") {
-            compare(record, {record}, heard);
+            compare(record, {record}, received);
         }
         if (record.kind != "input" || record.cause != 0) {
             continue;
         }
-        heard.clear();
+        received.clear();
         {
             Recorder::Input input(recorder, record.text);
             try {
@@ -79,9 +80,9 @@ std::vector<Divergence> replay(const Records& records,
                 input.failed(error.what());
             }
         }
-        heard.erase(heard.begin()); // the input
+        received.erase(received.begin()); // the input
         const auto caused = before.find(record.id);
-        compare(record, caused == before.end() ? Records() : caused->second, heard);
+        compare(record, caused == before.end() ? Records() : caused->second, received);
     }
     return divergences;
 }

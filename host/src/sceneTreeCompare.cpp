@@ -106,22 +106,22 @@ void SceneTree::State::reconcile(Node& parent)
     const auto staying = stayingOf(here);
 
     std::size_t next = 0; // the row after the child before
-    std::vector<Node*> news;
-    const auto insertNews = [&] {
-        insert(parent, next, news);
-        next += news.size();
-        news.clear();
+    std::vector<Node*> added;
+    const auto insertAdded = [&] {
+        insert(parent, next, added);
+        next += added.size();
+        added.clear();
     };
     for (const auto& item : items) {
         if (auto* child = make(item->path(), item)) {
-            news.push_back(child);
+            added.push_back(child);
             continue;
         }
         auto* node = find(item->path());
         if (node->_parent != &parent) {
             continue; // listed twice
         }
-        insertNews();
+        insertAdded();
         if (staying.count(node) != 0) {
             next = node->row() + 1;
             continue;
@@ -132,7 +132,7 @@ void SceneTree::State::reconcile(Node& parent)
         }
         next = row + 1;
     }
-    insertNews();
+    insertAdded();
 }
 
 /// Removes the rows of all other nodes, neighbours together.

@@ -21,7 +21,7 @@ public:
     using Ptr = std::shared_ptr<SceneFileHandler>;
 
     /// Told how far reading has come, from 0 to 1. Reading is given up when it returns false. An
-    /// exception from it ends the reading and reaches the caller. An empty one hears nothing.
+    /// exception from it ends the reading and reaches the caller. An empty one is not called.
     using Progress = std::function<bool(float fraction)>;
 
     /// Makes a command that shows the file that was read under a gateway, which must lead into the

@@ -42,7 +42,7 @@ public:
     void operator()(const Notification& notification) override
     {
         if (const auto state = _state.lock()) {
-            state->hear(notification);
+            state->receive(notification);
         }
     }
 
@@ -222,7 +222,7 @@ void MountTable::State::itemMoved(const Path& oldPath, const Path& newPath)
 /// The changes of a composite have all happened: only after the last one can a place be checked for
 /// being a gateway. Nothing is announced before every mount is in its place, since observers may
 /// mount and unmount.
-void MountTable::State::hear(const Notification& notification)
+void MountTable::State::receive(const Notification& notification)
 {
     parkLeft(_leaving);
     Changes changes;

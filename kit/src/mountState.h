@@ -43,7 +43,7 @@ public:
     void itemRemoved(const Path& path) override;
     void itemMoved(const Path& oldPath, const Path& newPath) override;
 
-    void hear(const Notification& notification);
+    void receive(const Notification& notification);
 
 private:
     /// A shown mount whose place is not known to be a gateway yet.

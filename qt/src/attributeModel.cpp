@@ -81,7 +81,7 @@ AttributeModel::AttributeModel(QObject* parent)
                                       [this](const Notification&) { _refresh.start(); })),
       _runTimes([this](RunTimeEvent event, Rtid) {
           if (event == RunTimeEvent::Leaving) {
-              letGo();
+              dropItems();
           }
       })
 {
@@ -138,7 +138,7 @@ void AttributeModel::refresh()
     setItems(std::move(items));
 }
 
-void AttributeModel::letGo()
+void AttributeModel::dropItems()
 {
     _slice.stop();
     _reading.reset();
@@ -292,7 +292,7 @@ bool AttributeModel::reset(const QModelIndex& index)
 void AttributeModel::set(const QModelIndex& index, const host::PropertyValue& value)
 {
     const auto& group = _groups[index.internalId() - 1];
-    const auto row = *rowOf(index); // the model may change while others hear of the edit
+    const auto row = *rowOf(index); // the model may change while observers are notified of the edit
     const auto key = group.key;
     if (!row.isMixed && row.value == value) {
         return;

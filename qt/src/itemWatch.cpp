@@ -18,7 +18,7 @@ namespace Kiv_v4::qt {
 AttributeModel::Watch::Watch(const std::vector<Path>& paths, std::function<void()> changed)
     : _changed(std::move(changed)), _paths(paths.begin(), paths.end()),
       _observer(detail::listeningTo<Notification>(
-          [this](const Notification& notification) { hear(notification); }))
+          [this](const Notification& notification) { receive(notification); }))
 {
     watchAll();
     if (_paths.size() <= kWatched) {
@@ -65,7 +65,7 @@ void AttributeModel::Watch::watchEach()
     }
 }
 
-void AttributeModel::Watch::hear(const Notification& notification)
+void AttributeModel::Watch::receive(const Notification& notification)
 {
     const auto* attribute = dynamic_cast<const AttributeChanged*>(&notification);
     const auto* visibility = dynamic_cast<const VisibilityChanged*>(&notification);

@@ -24,7 +24,7 @@ public:
 private:
     void watchAll();
     void watchEach();
-    void hear(const Notification& notification);
+    void receive(const Notification& notification);
 
     const std::function<void()> _changed;
     const std::unordered_set<Path> _paths;

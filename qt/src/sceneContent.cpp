@@ -27,10 +27,10 @@ constexpr int kReadingSlice = 10;
 SceneView::Content::Content(std::function<void(bool)> changed)
     : _changed(std::move(changed)),
       _observer(detail::listeningTo<Notification>(
-          [this](const Notification& notification) { hear(notification); })),
+          [this](const Notification& notification) { receive(notification); })),
       _runTimes([this](RunTimeEvent event, Rtid) {
           if (event == RunTimeEvent::Leaving) {
-              letGo();
+              dropItems();
           }
       })
 {
@@ -234,7 +234,7 @@ void SceneView::Content::unwatch()
     }
 }
 
-void SceneView::Content::letGo()
+void SceneView::Content::dropItems()
 {
     _slice.stop();
     _reading.reset();
@@ -245,7 +245,7 @@ void SceneView::Content::letGo()
     _restart.start(0);
 }
 
-void SceneView::Content::hear(const Notification& notification)
+void SceneView::Content::receive(const Notification& notification)
 {
     if (const auto* moved = dynamic_cast<const Transform3dChanged*>(&notification)) {
         update(moved->item());

@@ -74,8 +74,8 @@ private:
     void setExtent(const detail::Extent& extent, std::size_t nbShapes);
     void watch(const std::vector<SceneItem::Ptr>& items);
     void unwatch();
-    void letGo();
-    void hear(const Notification& notification);
+    void dropItems();
+    void receive(const Notification& notification);
 
     const std::function<void(bool)> _changed;
     std::unique_ptr<detail::SceneReading> _reading;

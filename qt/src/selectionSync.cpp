@@ -125,7 +125,7 @@ void SelectionSync::take(const QItemSelection& selected, const QItemSelection& d
         showAllLater();
         return;
     }
-    _nbHeard = 0;
+    _nbReceived = 0;
     detail::attempt("select", [&] {
         const QScopedValueRollback taking(_isTaking, true);
         if (nbRows(selected) == nbRows(_view.selection())) { // nothing stays
@@ -138,7 +138,7 @@ void SelectionSync::take(const QItemSelection& selected, const QItemSelection& d
             eachItem(_model, selected, [&](const auto& item) { _selection->append(item); });
         }
     });
-    if (_nbHeard > 1) { // somebody answered with a change
+    if (_nbReceived > 1) { // somebody answered with a change
         showAll();
     }
 }
@@ -146,7 +146,7 @@ void SelectionSync::take(const QItemSelection& selected, const QItemSelection& d
 void SelectionSync::follow(const Notification& notification)
 {
     if (_isTaking) {
-        ++_nbHeard;
+        ++_nbReceived;
     } else if (_model.isChanging()) {
         showAllLater();
     } else if (const auto* appended = dynamic_cast<const SelectionItemAppended*>(&notification)) {

@@ -125,8 +125,9 @@ public:
             dangling[from] = item(from);
         }
         existing(from).name = to.back().string();
-        if (fault != Fault::NoNews) {
-            announce<ObjectRename>(item(to), fault == Fault::WrongPathInTheNews ? to : from);
+        if (fault != Fault::NoNotification) {
+            announce<ObjectRename>(item(to),
+                                   fault == Fault::WrongPathInTheNotification ? to : from);
         }
     }
 
@@ -135,13 +136,13 @@ public:
         auto& siblings = existing(path.pop()).children;
         const auto old = item(path);
         const auto node = named(existing(path.pop()), path.back().string());
-        if (fault == Fault::NewsBeforeTheChange) {
+        if (fault == Fault::NotificationBeforeTheChange) {
             announce<ObjectPostDelete>(old);
         }
         const auto after = std::next(node);
         next = after == siblings.end() ? std::string() : after->name;
         out.splice(out.end(), siblings, node);
-        if (fault != Fault::NewsBeforeTheChange) {
+        if (fault != Fault::NotificationBeforeTheChange) {
             announce<ObjectPostDelete>(old);
         }
     }

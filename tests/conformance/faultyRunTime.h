@@ -11,9 +11,9 @@ namespace test {
 /// The faults of a run-time.
 enum class Fault {
     None,
-    NoNews,
-    NewsBeforeTheChange,
-    WrongPathInTheNews,
+    NoNotification,
+    NotificationBeforeTheChange,
+    WrongPathInTheNotification,
     DanglingItemAfterRename,
     UndoLosesTheOrder,
     RedoForgets,

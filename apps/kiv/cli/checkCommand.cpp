@@ -145,7 +145,7 @@ Command defineCheck(CLI::App& program)
         ->type_name("N");
     syntax
         .add_option("--only", options.only,
-                    "Contracts, or the beginnings of their names: --only commands,news")
+                    "Contracts, or the beginnings of their names: --only commands,notifications")
         ->type_name("NAMES")
         ->delimiter(',')
         ->allow_extra_args(false)

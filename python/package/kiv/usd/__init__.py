@@ -1,7 +1,7 @@
 """OpenUSD stages as a run-time: `pip install kiv[usd]`.
 
 The prims of a stage are items below one that stands for the stage. Edits are authored in one layer, and can be undone
-without a trace in it; what others author is heard and announced.
+without a trace in it; what others author is announced, too.
 
     with kiv.usd.RunTime("shot.usda") as run_time:
         print([row.name for row in host.outline(run_time.stages[0].item)])

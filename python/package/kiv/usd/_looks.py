@@ -118,7 +118,7 @@ class Menu(kit.ContextOpsBase):
                       redo: Callable[[Usd.Prim], object],
                       undo: Callable[[object, Usd.Prim], object]) -> kiv.UndoableCommand:
         """A command that authors something in the layer that is edited, and takes it back from there. What it
-        changes is heard from the stage."""
+        changes is announced as the stage reports it."""
         kept: list[Any] = []
 
         def do() -> None:

@@ -98,7 +98,7 @@ public:
 private:
     KIV_HIDDEN void readOn();
     KIV_HIDDEN void publish();
-    KIV_HIDDEN void letGo();
+    KIV_HIDDEN void dropItems();
     KIV_HIDDEN void set(const QModelIndex& index, const host::PropertyValue& value);
     KIV_HIDDEN const Row* rowOf(const QModelIndex& index) const;
 

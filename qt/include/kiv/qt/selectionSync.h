@@ -54,7 +54,7 @@ private:
     bool _isTaking = false;  ///< Changing the selection as the view does.
     bool _isShowing = false; ///< Changing the view as the selection does.
     bool _isStale = false;   ///< The view may show another selection.
-    int _nbHeard = 0;        ///< Changes of the selection during `take`.
+    int _nbReceived = 0;     ///< Changes of the selection during `take`.
 };
 
 } // namespace Kiv_v4::qt
