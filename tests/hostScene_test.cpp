@@ -110,6 +110,24 @@ TEST_F(Hosted, SelectionsHaveTheirItemsWhereTheyAreNow)
     EXPECT_FALSE(scene->unfollow(kept));
 }
 
+TEST_F(Hosted, SelectionsDropWhatAnInvalidatedSubtreeNoLongerHas)
+{
+    memory::RunTime runTime;
+    auto& model = runTime.model();
+    const auto selection = std::make_shared<ObservableSelection>();
+    scene->follow(selection, HostScene::Gone::ComesBack);
+    const auto group = model.make(model.root(), "group", "g");
+    for (const auto* name : {"a", "b"}) {
+        selection->append(model.make(group->path(), "mesh", name));
+    }
+    Scene::initializeInstance(nullptr);
+    model.remove(group->path() + "a"); // not announced
+    Scene::initializeInstance(scene);
+    EXPECT_EQ(selection->size(), 2U);
+    scene->notify(SubtreeInvalidate(group));
+    EXPECT_THAT(test::pathsOf(*selection), ElementsAre("/world/g/b"));
+}
+
 TEST_F(Hosted, SelectionsFollowRandomEditsAsFarAsItemsLive)
 {
     test::Random random;

@@ -129,6 +129,15 @@ TEST_F(HostServices, AnItemIsPlacedInTheWorldUnlessSomethingIsFlatAbove)
     const Matrix4d wanted({{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {7, 8, 9, 1}}});
     Transform3d::transform3d(child)->setMatrix(*host::ownMatrix(child, wanted));
     EXPECT_EQ(*host::worldMatrix(child), wanted);
+    const auto boxOf = [](double x, double y, double z, double right, double top, double far) {
+        return BoundingBox3d(Vector3d({x, y, z}), Vector3d({right, top, far}));
+    };
+    model.setBoundingBox(child->path(), boxOf(-1, -2, -3, 1, 2, 5));
+    EXPECT_EQ(*host::worldBox(child), boxOf(6, 6, 6, 8, 10, 14));
+    transform->rotate(0, 0, 90);
+    Transform3d::transform3d(child)->setMatrix(
+        {{{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}}}});
+    EXPECT_EQ(*host::worldBox(child), boxOf(-3, 1, -9, 5, 3, 23));
     transform->scale(0, 1, 1);
     EXPECT_FALSE(host::ownMatrix(child, wanted));
 }
