@@ -173,7 +173,7 @@ public:
     [[nodiscard]] std::optional<std::string> originalName(const SceneItem& item) const;
 
 private:
-    struct RunTimes;
+    struct KIV_HIDDEN RunTimes;
     const std::unique_ptr<RunTimes> _runTimes;
 };
 

@@ -64,7 +64,7 @@ protected:
     virtual void postDelivery(const SceneChanged& change);
 
 private:
-    struct State;
+    struct KIV_HIDDEN State;
 
     /// Not in causal order; use `postDelivery`.
     void postNotifySceneCompositeChange(const SceneCompositeNotification& change) final;

@@ -106,7 +106,7 @@ public:
     std::vector<std::string> unload(const std::string& name);
 
 private:
-    struct Loaded;
+    struct KIV_HIDDEN Loaded;
 
     std::vector<std::unique_ptr<Loaded>> _loaded;
     std::vector<Release> _releases;

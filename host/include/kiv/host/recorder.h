@@ -67,7 +67,7 @@ public:
     Recorder& operator=(const Recorder&) = delete;
     ~Recorder();
 
-    struct State;
+    struct KIV_HIDDEN State;
 
 private:
     const std::unique_ptr<State> _state;

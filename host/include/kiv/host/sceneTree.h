@@ -85,7 +85,7 @@ public:
     void addListener(Listener& listener);
     void removeListener(Listener& listener);
 
-    struct State;
+    struct KIV_HIDDEN State;
 
 private:
     const std::unique_ptr<State> _state;

@@ -73,7 +73,7 @@ public:
 private:
     friend class UndoHistory;
 
-    struct Chain;
+    struct KIV_HIDDEN Chain;
 
     KIV_HIDDEN static Chain& chain() noexcept;
     KIV_HIDDEN static Transaction* receiver() noexcept;

@@ -125,7 +125,7 @@ public:
     void setLimit(std::size_t limit);
 
 private:
-    struct State;
+    struct KIV_HIDDEN State;
 
     const std::unique_ptr<State> _state;
 };

@@ -119,9 +119,9 @@ protected:
     [[nodiscard]] std::vector<Mount::Ptr> shown() const;
 
 private:
-    class State;
-    class MountCommand;
-    class SceneObserver;
+    class KIV_HIDDEN State;
+    class KIV_HIDDEN MountCommand;
+    class KIV_HIDDEN SceneObserver;
 
     const std::shared_ptr<State> _state;
 };

@@ -90,10 +90,10 @@ public:
     /// `Qt::CheckStateRole` from a check state.
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
 
-    struct Row;
-    struct Group;
-    class Reading;
-    class Watch;
+    struct KIV_HIDDEN Row;
+    struct KIV_HIDDEN Group;
+    class KIV_HIDDEN Reading;
+    class KIV_HIDDEN Watch;
 
 private:
     KIV_HIDDEN void readOn();

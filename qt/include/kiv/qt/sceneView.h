@@ -120,10 +120,10 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    class Content;
-    class Picture;
-    class Move;
-    struct Orbit;
+    class KIV_HIDDEN Content;
+    class KIV_HIDDEN Picture;
+    class KIV_HIDDEN Move;
+    struct KIV_HIDDEN Orbit;
 
     KIV_HIDDEN void look();
     KIV_HIDDEN void leaveToOrbit();
