@@ -264,6 +264,19 @@ TEST_F(Comparison, TellsARenameThatHidesOtherEdits)
                             "changed /lamp/shade /light/shade visible"));
 }
 
+TEST_F(Comparison, TellsARenameInAnItemThatHasMoved)
+{
+    for (const auto& top : {before, after}) {
+        const auto lamp = make(top, "group", "lamp", 1);
+        make(lamp, "mesh", "bulb", 2);
+        make(top, "group", "hall", 3);
+    }
+    model.move(at("/world/after/lamp")->path(), at("/world/after/hall")->path());
+    model.rename(at("/world/after/hall/lamp/bulb")->path(), "light");
+    EXPECT_THAT(texts(),
+                ElementsAre("moved /lamp /hall/lamp ", "renamed /lamp/bulb /hall/lamp/light "));
+}
+
 TEST_F(Comparison, TakesNumbersForTheSameWithinTheTolerance)
 {
     for (const auto& top : {before, after}) {
