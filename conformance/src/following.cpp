@@ -21,7 +21,7 @@ namespace Kiv_v4::conformance {
 
 namespace {
 
-const char* const kTold = "notifications.complete";
+const char* const kComplete = "notifications.complete";
 const char* const kTime = "notifications.time";
 const char* const kPaths = "notifications.paths";
 
@@ -368,7 +368,7 @@ void Following::compare(const Snapshot& before, const Snapshot& after)
     compareStructure(after);
     for (const auto& change : changes(before, after)) {
         if (!isTold(change)) {
-            _checking.found(kTold, change.item, "a notification of " + change.fact,
+            _checking.found(kComplete, change.item, "a notification of " + change.fact,
                             _nbNotifications == 0 ? "no notification at all"
                                                   : "notifications of other things only");
         }
@@ -400,7 +400,7 @@ void Following::compareStructure(const Snapshot& after)
         const auto parentKnown = known != _children.end();
         const auto isRenewed = std::count(_renewed.begin(), _renewed.end(), state.path) > 0;
         _checking.found(
-            isRenewed ? kTime : kTold, state.path,
+            isRenewed ? kTime : kComplete, state.path,
             "an observer that followed the notifications has the children " + names(now),
             parentKnown ? "it has " + names(known->second) : "it does not know the item");
         begin(); // so that the next step is checked by itself
@@ -409,7 +409,7 @@ void Following::compareStructure(const Snapshot& after)
     if (_children.size() > after.size() && after.size() < _checking.options().maxItems) {
         for (const auto& [path, children] : _children) {
             if (!exists(path)) {
-                _checking.found(kTold, path,
+                _checking.found(kComplete, path,
                                 "an observer that followed the notifications knows that the "
                                 "item has gone",
                                 "it still lists the item");
